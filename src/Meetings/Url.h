@@ -1,0 +1,46 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace mivora {
+
+/// An absolute URL after RFC 3986, its text kept byte for byte: nothing is normalised.
+class Url
+{
+public:
+    /// Parses \a text strictly. Nothing when it is not an RFC 3986 URI, when its port is no number up to 65,535,
+    /// or when it has an authority with an empty host.
+    static std::optional<Url> parse(std::string_view text);
+
+    /// The whole text, as it was given.
+    const std::string &text() const { return m_text; }
+
+    /// The scheme as written, without the colon.
+    std::string_view scheme() const;
+
+    /// The host as written, or nothing when there is no authority.
+    std::optional<std::string_view> host() const;
+
+    /// The path, percent-decoded.
+    std::string path() const;
+
+    /// The path's components, percent-decoded, without empty ones; "/" comes first for an absolute path.
+    std::vector<std::string> pathComponents() const;
+
+    /// The percent-decoded value of the first query item named \a name. Nothing when there is no such item or
+    /// it has no value. A "+" stays a plus sign.
+    std::optional<std::string> queryValue(std::string_view name) const;
+
+    friend bool operator==(const Url &, const Url &) = default;
+
+private:
+    explicit Url(std::string text) : m_text(std::move(text)) {}
+
+    std::string m_text;
+};
+
+} // namespace mivora

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+namespace mivora {
+
+/// The desktop's clipboard.
+class Pasteboard
+{
+public:
+    virtual ~Pasteboard() = default;
+
+    /// Replaces the clipboard's content by the plain text \a text.
+    virtual void setText(const QString &text) = 0;
+};
+
+} // namespace mivora

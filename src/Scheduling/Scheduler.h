@@ -1,0 +1,88 @@
+#pragma once
+
+#include "Meetings/Meeting.h"
+
+#include <QObject>
+#include <QTimeZone>
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace mivora {
+
+class Clock;
+class EventSource;
+class Preferences;
+
+/// The central state: today's meetings that still matter, the next one, and the one whose panel is due.
+///
+/// Everything is computed anew by refresh(). What the user decided about a meeting (snoozed, dismissed, joined)
+/// lives in memory only and is forgotten when the meeting leaves today's list. Main thread only.
+class Scheduler : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// How long Snooze hides the panel.
+    static constexpr Seconds snoozeLength{60};
+
+    /// Fetches nothing until the first refresh(). The three must outlive the scheduler.
+    Scheduler(EventSource &source, const Preferences &prefs, const Clock &clock, QObject *parent = nullptr);
+
+    /// Recomputes all state from the calendars and settings, then calls the callbacks.
+    void refresh();
+
+    /// Hides the panel of the meeting for a minute from now, replacing an earlier snooze.
+    void snooze(const std::string &meetingID);
+
+    /// Hides the panel of the meeting for good.
+    void dismiss(const std::string &meetingID);
+
+    /// Remembers that the meeting was joined; its panel does not come back.
+    void markJoined(const std::string &meetingID);
+
+    /// Today's meetings that have not ended, sorted by start, then title.
+    const std::vector<Meeting> &todaysMeetings() const { return m_todaysMeetings; }
+    /// Tomorrow's meetings; filled from 18:00 on when nothing is left today.
+    const std::vector<Meeting> &tomorrowsMeetings() const { return m_tomorrowsMeetings; }
+    /// The next meeting; a running one stays next until it ends.
+    const std::optional<Meeting> &next() const { return m_next; }
+    /// The meeting whose panel is to be shown now.
+    const std::optional<Meeting> &panelRequest() const { return m_panelRequest; }
+
+    const std::map<std::string, Timestamp> &snoozedUntil() const { return m_snoozedUntil; }
+    const std::set<std::string> &dismissed() const { return m_dismissed; }
+    const std::set<std::string> &joined() const { return m_joined; }
+
+    /// The zone whose days are meant; the system's when not set. Takes effect at the next refresh.
+    void setTimeZone(const QTimeZone &zone) { m_zone = zone; }
+
+    /// Called when another meeting, or none, is to have the panel. Must not call refresh().
+    std::function<void(const std::optional<Meeting> &)> onPanelChange;
+    /// Called at the end of every refresh. Must not call refresh().
+    std::function<void()> onRefresh;
+
+Q_SIGNALS:
+    void todaysMeetingsChanged();
+    void tomorrowsMeetingsChanged();
+    void nextChanged();
+    void panelRequestChanged();
+
+private:
+    EventSource &m_source;
+    const Preferences &m_prefs;
+    const Clock &m_clock;
+    std::optional<QTimeZone> m_zone;
+    std::vector<Meeting> m_todaysMeetings;
+    std::vector<Meeting> m_tomorrowsMeetings;
+    std::optional<Meeting> m_next;
+    std::optional<Meeting> m_panelRequest;
+    std::map<std::string, Timestamp> m_snoozedUntil;
+    std::set<std::string> m_dismissed;
+    std::set<std::string> m_joined;
+};
+
+} // namespace mivora
