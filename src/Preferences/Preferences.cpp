@@ -3,6 +3,7 @@
 #include "Platform/DefaultsStore.h"
 #include "Platform/LoginItem.h"
 #include "Platform/SystemLog.h"
+#include "Preferences/Settings.h"
 #include "Preferences/StoredForms.h"
 
 #include <algorithm>
@@ -11,50 +12,30 @@ namespace mivora {
 
 namespace {
 
-constexpr QLatin1String showTitleKey("showTitle");
-constexpr QLatin1String titleWidthKey("titleWidth");
-constexpr QLatin1String leadMinutesKey("leadMinutes");
-constexpr QLatin1String panelCornerKey("panelCorner");
-constexpr QLatin1String remindWithoutLinkKey("remindWithoutLink");
-constexpr QLatin1String joinHotKeyKey("joinHotKey");
-constexpr QLatin1String disabledCalendarIDsKey("disabledCalendarIDs");
-constexpr QLatin1String browserServicesKey("browserServices");
-constexpr QLatin1String hasCompletedOnboardingKey("hasCompletedOnboarding");
-
-/// What a key reads as that has no value of its type.
-namespace registered {
-constexpr bool showTitle = true;
-constexpr qint64 titleWidth = 24;
-constexpr qint64 leadMinutes = Preferences::defaultLeadMinutes;
-constexpr PanelCorner panelCorner = PanelCorner::topRight;
-constexpr bool remindWithoutLink = false;
-constexpr bool hasCompletedOnboarding = false;
-} // namespace registered
-
 int readTitleWidth(const DefaultsStore &store)
 {
-    const qint64 stored = store.integer(titleWidthKey).value_or(registered::titleWidth);
+    const qint64 stored = store.integer(settingsKey::titleWidth).value_or(registered::titleWidth);
     return static_cast<int>(
         std::clamp<qint64>(stored, Preferences::minTitleWidth, Preferences::maxTitleWidth));
 }
 
 int readLeadMinutes(const DefaultsStore &store)
 {
-    const qint64 stored = store.integer(leadMinutesKey).value_or(registered::leadMinutes);
+    const qint64 stored = store.integer(settingsKey::leadMinutes).value_or(registered::leadMinutes);
     const auto &choices = Preferences::leadMinuteChoices;
     const auto choice = std::find(choices.begin(), choices.end(), stored);
-    return choice == choices.end() ? Preferences::defaultLeadMinutes : *choice;
+    return choice == choices.end() ? static_cast<int>(registered::leadMinutes) : *choice;
 }
 
 PanelCorner readPanelCorner(const DefaultsStore &store)
 {
-    const QString stored = store.string(panelCornerKey).value_or(QString());
+    const QString stored = store.string(settingsKey::panelCorner).value_or(QString());
     return panelCornerFromRawValue(stored).value_or(registered::panelCorner);
 }
 
 std::optional<kelo::HotKeyCombo> readJoinHotKey(const DefaultsStore &store)
 {
-    const auto stored = store.data(joinHotKeyKey);
+    const auto stored = store.data(settingsKey::joinHotKey);
     return stored ? kelo::HotKeyCombo::fromJson(*stored) : std::nullopt;
 }
 
@@ -84,19 +65,19 @@ void Preferences::readStore()
     };
     const auto list = [this](const QString &key) { return m_store.stringList(key).value_or(QStringList()); };
 
-    update(m_showTitle, flag(showTitleKey, registered::showTitle), &Preferences::showTitleChanged);
+    update(m_showTitle, flag(settingsKey::showTitle, registered::showTitle), &Preferences::showTitleChanged);
     update(m_titleWidth, readTitleWidth(m_store), &Preferences::titleWidthChanged);
     update(m_leadMinutes, readLeadMinutes(m_store), &Preferences::leadMinutesChanged);
     update(m_panelCorner, readPanelCorner(m_store), &Preferences::panelCornerChanged);
-    update(m_remindWithoutLink, flag(remindWithoutLinkKey, registered::remindWithoutLink),
+    update(m_remindWithoutLink, flag(settingsKey::remindWithoutLink, registered::remindWithoutLink),
            &Preferences::remindWithoutLinkChanged);
     if (update(m_joinHotKey, readJoinHotKey(m_store), &Preferences::joinHotKeyChanged))
         changes.push_back(&Preferences::joinHotKeyWasSet);
-    update(m_disabledCalendarIDs, stringsFromStoredForm(list(disabledCalendarIDsKey)),
+    update(m_disabledCalendarIDs, stringsFromStoredForm(list(settingsKey::disabledCalendarIDs)),
            &Preferences::disabledCalendarIDsChanged);
-    update(m_browserServices, servicesFromStoredForm(list(browserServicesKey)),
+    update(m_browserServices, servicesFromStoredForm(list(settingsKey::browserServices)),
            &Preferences::browserServicesChanged);
-    update(m_hasCompletedOnboarding, flag(hasCompletedOnboardingKey, registered::hasCompletedOnboarding),
+    update(m_hasCompletedOnboarding, flag(settingsKey::hasCompletedOnboarding, registered::hasCompletedOnboarding),
            &Preferences::hasCompletedOnboardingChanged);
 
     for (const Changed changed : changes)
@@ -116,59 +97,59 @@ template<typename T> void Preferences::assign(T &member, const T &value, Changed
 void Preferences::setShowTitle(bool show)
 {
     assign(m_showTitle, show, &Preferences::showTitleChanged);
-    m_store.setBoolean(showTitleKey, m_showTitle);
+    m_store.setBoolean(settingsKey::showTitle, m_showTitle);
 }
 
 void Preferences::setTitleWidth(int characters)
 {
     assign(m_titleWidth, characters, &Preferences::titleWidthChanged);
-    m_store.setInteger(titleWidthKey, m_titleWidth);
+    m_store.setInteger(settingsKey::titleWidth, m_titleWidth);
 }
 
 void Preferences::setLeadMinutes(int minutes)
 {
     assign(m_leadMinutes, minutes, &Preferences::leadMinutesChanged);
-    m_store.setInteger(leadMinutesKey, m_leadMinutes);
+    m_store.setInteger(settingsKey::leadMinutes, m_leadMinutes);
 }
 
 void Preferences::setPanelCorner(PanelCorner corner)
 {
     assign(m_panelCorner, corner, &Preferences::panelCornerChanged);
-    m_store.setString(panelCornerKey, rawValue(m_panelCorner));
+    m_store.setString(settingsKey::panelCorner, rawValue(m_panelCorner));
 }
 
 void Preferences::setRemindWithoutLink(bool remind)
 {
     assign(m_remindWithoutLink, remind, &Preferences::remindWithoutLinkChanged);
-    m_store.setBoolean(remindWithoutLinkKey, m_remindWithoutLink);
+    m_store.setBoolean(settingsKey::remindWithoutLink, m_remindWithoutLink);
 }
 
 void Preferences::setJoinHotKey(const std::optional<kelo::HotKeyCombo> &combo)
 {
     assign(m_joinHotKey, combo, &Preferences::joinHotKeyChanged);
     if (m_joinHotKey)
-        m_store.setData(joinHotKeyKey, m_joinHotKey->toJson());
+        m_store.setData(settingsKey::joinHotKey, m_joinHotKey->toJson());
     else
-        m_store.remove(joinHotKeyKey);
+        m_store.remove(settingsKey::joinHotKey);
     Q_EMIT joinHotKeyWasSet();
 }
 
 void Preferences::setDisabledCalendarIDs(const std::set<std::string> &ids)
 {
     assign(m_disabledCalendarIDs, ids, &Preferences::disabledCalendarIDsChanged);
-    m_store.setStringList(disabledCalendarIDsKey, storedForm(m_disabledCalendarIDs));
+    m_store.setStringList(settingsKey::disabledCalendarIDs, storedForm(m_disabledCalendarIDs));
 }
 
 void Preferences::setBrowserServices(const std::set<Service> &services)
 {
     assign(m_browserServices, services, &Preferences::browserServicesChanged);
-    m_store.setStringList(browserServicesKey, storedForm(m_browserServices));
+    m_store.setStringList(settingsKey::browserServices, storedForm(m_browserServices));
 }
 
 void Preferences::setHasCompletedOnboarding(bool completed)
 {
     assign(m_hasCompletedOnboarding, completed, &Preferences::hasCompletedOnboardingChanged);
-    m_store.setBoolean(hasCompletedOnboardingKey, m_hasCompletedOnboarding);
+    m_store.setBoolean(settingsKey::hasCompletedOnboarding, m_hasCompletedOnboarding);
 }
 
 void Preferences::setLaunchAtLogin(bool launch)

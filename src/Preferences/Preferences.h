@@ -26,7 +26,6 @@ public:
     static constexpr int minTitleWidth = 8;
     static constexpr int maxTitleWidth = 60;
     static constexpr std::array leadMinuteChoices{0, 1, 2, 5};
-    static constexpr int defaultLeadMinutes = 1;
 
     /// Reads all settings from \a store. \a loginItem is only asked and changed for the standard store.
     /// Both must outlive the preferences.
@@ -105,7 +104,7 @@ private:
     LoginItem &m_loginItem;
     bool m_showTitle = true;
     int m_titleWidth = 24;
-    int m_leadMinutes = defaultLeadMinutes;
+    int m_leadMinutes = 1;
     PanelCorner m_panelCorner = PanelCorner::topRight;
     bool m_remindWithoutLink = false;
     std::optional<kelo::HotKeyCombo> m_joinHotKey;
