@@ -10,10 +10,11 @@ namespace mivora {
 
 namespace {
 
-QString tr(const char *text)
+/// The context of the texts for translators.
+struct JoinPanel
 {
-    return QCoreApplication::translate("JoinPanel", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(JoinPanel)
+};
 
 QString serviceName(const JoinLink &link)
 {
@@ -27,10 +28,10 @@ QString panelTimeText(Timestamp start, Timestamp now)
 {
     const Seconds left = start - now;
     if (left >= Seconds(60))
-        return tr("Starts in %1").arg(QString::fromStdString(countdownText(left)));
+        return JoinPanel::tr("Starts in %1").arg(QString::fromStdString(countdownText(left)));
     if (left <= Seconds(-60))
-        return tr("Started %1m ago").arg(QString::number(std::floor(-left.count() / 60), 'f', 0));
-    return tr("Starting now");
+        return JoinPanel::tr("Started %1m ago").arg(QString::number(std::floor(-left.count() / 60), 'f', 0));
+    return JoinPanel::tr("Starting now");
 }
 
 PanelText panelText(const std::optional<Meeting> &meeting, Timestamp now)

@@ -11,24 +11,34 @@ namespace {
 
 using Menu = std::vector<MenuEntry>;
 
-QString tr(const char *text)
+/// The context of the texts for translators.
+struct StatusMenu
 {
-    return QCoreApplication::translate("StatusMenu", text);
+    Q_DECLARE_TR_FUNCTIONS(StatusMenu)
+};
+
+MenuEntry label(const QString &title)
+{
+    MenuEntry entry;
+    entry.title = title;
+    entry.enabled = false;
+    return entry;
 }
 
 MenuEntry separator()
 {
-    return {.enabled = false, .separator = true};
-}
-
-MenuEntry label(const QString &title)
-{
-    return {.title = title, .enabled = false};
+    MenuEntry entry = label({});
+    entry.separator = true;
+    return entry;
 }
 
 MenuEntry command(const QString &title, MenuCommand command, const QString &keyEquivalent = {})
 {
-    return {.title = title, .keyEquivalent = keyEquivalent, .command = command};
+    MenuEntry entry;
+    entry.title = title;
+    entry.command = command;
+    entry.keyEquivalent = keyEquivalent;
+    return entry;
 }
 
 QString serviceName(Service service)
@@ -42,7 +52,7 @@ MenuEntry meetingEntry(const Meeting &meeting, const MenuContents &contents)
     const QString join = QStringLiteral("  · ");
     QString title = contents.formatTime(meeting.start) + QStringLiteral("  ") + titleText(meeting.title);
     if (meeting.isRunning(contents.now))
-        title += join + tr("now");
+        title += join + StatusMenu::tr("now");
     if (!meeting.joinLink)
         return label(title);
     MenuEntry entry =
@@ -60,12 +70,12 @@ void appendMeetings(Menu &menu, std::span<const Meeting> meetings, const MenuCon
 void appendDays(Menu &menu, const MenuContents &contents)
 {
     if (contents.today.empty())
-        menu.push_back(label(tr("No more meetings today")));
+        menu.push_back(label(StatusMenu::tr("No more meetings today")));
     appendMeetings(menu, contents.today, contents);
     if (contents.tomorrow.empty())
         return;
     menu.push_back(separator());
-    menu.push_back(label(tr("Tomorrow")));
+    menu.push_back(label(StatusMenu::tr("Tomorrow")));
     appendMeetings(menu, contents.tomorrow, contents);
 }
 
@@ -81,16 +91,16 @@ void appendCalendarSection(Menu &menu, const MenuContents &contents)
 {
     switch (contents.authorization) {
     case CalendarAuthorization::notDetermined:
-        menu.push_back(command(tr("Allow Calendar access…"), MenuCommand::allowCalendarAccess));
+        menu.push_back(command(StatusMenu::tr("Allow Calendar access…"), MenuCommand::allowCalendarAccess));
         break;
     case CalendarAuthorization::denied:
-        menu.push_back(command(tr("Calendar access needed…"), MenuCommand::openCalendarPrivacy));
+        menu.push_back(command(StatusMenu::tr("Calendar access needed…"), MenuCommand::openCalendarPrivacy));
         break;
     case CalendarAuthorization::granted:
         appendDays(menu, contents);
         if (hasNoCalendarLeft(contents))
-            menu.push_back(
-                command(tr("No calendars selected — open Settings…"), MenuCommand::openCalendarSettings));
+            menu.push_back(command(StatusMenu::tr("No calendars selected — open Settings…"),
+                                   MenuCommand::openCalendarSettings));
         break;
     }
 }
@@ -99,12 +109,13 @@ void appendCommands(Menu &menu, const MenuContents &contents)
 {
     // The blanks part the shortcut from the text: a global shortcut is no key equivalent of the menu.
     if (contents.joinHotKey)
-        menu.push_back(command(tr("Join Next Meeting") + QStringLiteral("   ") + *contents.joinHotKey,
-                               MenuCommand::joinNextMeeting));
-    menu.push_back(command(tr("Settings…"), MenuCommand::openSettings, QStringLiteral(",")));
+        menu.push_back(
+            command(StatusMenu::tr("Join Next Meeting") + QStringLiteral("   ") + *contents.joinHotKey,
+                    MenuCommand::joinNextMeeting));
+    menu.push_back(command(StatusMenu::tr("Settings…"), MenuCommand::openSettings, QStringLiteral(",")));
     if (contents.canCheckForUpdates)
-        menu.push_back(command(tr("Check for Updates…"), MenuCommand::checkForUpdates));
-    menu.push_back(command(tr("More Kelo apps…"), MenuCommand::openMakerPage));
+        menu.push_back(command(StatusMenu::tr("Check for Updates…"), MenuCommand::checkForUpdates));
+    menu.push_back(command(StatusMenu::tr("More Kelo apps…"), MenuCommand::openMakerPage));
 }
 
 } // namespace
@@ -116,7 +127,7 @@ std::vector<MenuEntry> statusMenu(const MenuContents &contents)
     menu.push_back(separator());
     appendCommands(menu, contents);
     menu.push_back(separator());
-    menu.push_back(command(tr("Quit Mivora"), MenuCommand::quit, QStringLiteral("q")));
+    menu.push_back(command(StatusMenu::tr("Quit Mivora"), MenuCommand::quit, QStringLiteral("q")));
     return menu;
 }
 
