@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QDBusConnection>
-#include <QDBusContext>
 #include <QObject>
 #include <QVariantList>
 #include <QVariantMap>
@@ -28,6 +27,8 @@ struct ApplicationActions
     std::function<QByteArray()> agenda;
 };
 
+class AgendaAdaptor;
+
 /// The running program on the session bus: org.freedesktop.Application (Desktop Entry Specification, "D-Bus
 /// activation") and the agenda with its change signal.
 class ApplicationService final : public QObject
@@ -41,7 +42,8 @@ public:
     /// Takes the bus name. False when another Mivora has it; true also when there is no bus to be alone on.
     bool claimName();
 
-    /// Tells listeners when the agenda is another one than at the last call; \a now-like parts don't count.
+    /// Tells listeners when the agenda is another one than at the last call; the time alone doesn't
+    /// count.
     void announceAgenda();
 
 private:
@@ -50,6 +52,7 @@ private:
 
     QDBusConnection m_bus;
     ApplicationActions m_actions;
+    AgendaAdaptor *m_agenda = nullptr;
     QByteArray m_announced;
 };
 
