@@ -4,7 +4,8 @@
 
 #include <QTimeZone>
 
-/// Calendar days of a time zone: days of 23 and 25 hours, and midnights that don't exist, are days like others.
+/// Calendar days of a time zone: days of 23 and 25 hours, and midnights that don't exist, are days like
+/// others.
 namespace mivora {
 
 /// The first instant of the calendar day, in \a zone, that is \a daysLater days after the one of \a time.
