@@ -16,7 +16,13 @@ class QTimeZone;
 namespace mivora {
 
 /// What the platform says about the permission to read calendars.
-enum class AuthorizationStatus { notDetermined = 0, restricted = 1, denied = 2, fullAccess = 3, writeOnly = 4 };
+enum class AuthorizationStatus {
+    notDetermined = 0,
+    restricted = 1,
+    denied = 2,
+    fullAccess = 3,
+    writeOnly = 4
+};
 
 /// An attendee's answer (RFC 5545, PARTSTAT).
 enum class ParticipantStatus {
@@ -95,9 +101,10 @@ public:
     /// The event calendars, in the store's order.
     virtual std::vector<StoreCalendar> calendars() const = 0;
 
-    /// The occurrences that overlap [from, to): those that start before \a to and end after \a from, and those
-    /// without length that start inside. \a calendarIDs restricts them to these calendars; absent means all.
-    /// An interval outside of what is loaded is answered from what is there, and is loaded in the background.
+    /// The occurrences that overlap [from, to): those that start before \a to and end after \a from, and
+    /// those without length that start inside. \a calendarIDs restricts them to these calendars; absent means
+    /// all. An interval outside of what is loaded is answered from what is there, and is loaded in the
+    /// background.
     virtual StoreEvents events(Timestamp from, Timestamp to,
                                const std::optional<std::set<std::string>> &calendarIDs) = 0;
 

@@ -1,0 +1,217 @@
+#include "Calendar/folder/FileIndex.h"
+
+#include "Calendar/folder/CollectionLayout.h"
+#include "Calendar/folder/OccurrenceList.h"
+
+#include <QString>
+#include <algorithm>
+#include <sys/stat.h>
+#include <unordered_set>
+
+namespace mivora {
+
+namespace {
+
+void moveAll(StoreEvents &from, StoreEvents &to)
+{
+    to.insert(to.end(), std::make_move_iterator(from.begin()), std::make_move_iterator(from.end()));
+    from.clear();
+}
+
+/// Drops the files that are no longer listed, and enters those that are new.
+void updateFiles(FileCollection &collection, const CollectionPlan &plan, std::vector<FileJob> &jobs,
+                 EventChanges &changes)
+{
+    const std::unordered_set<std::string_view> listed(plan.files.begin(), plan.files.end());
+    std::erase_if(collection.files, [&](auto &file) {
+        if (listed.contains(file.first))
+            return false;
+        moveAll(file.second.occurrences, changes.removed);
+        return true;
+    });
+    for (std::size_t i = 0; i < plan.files.size(); ++i) {
+        const auto [file, isNew] = collection.files.try_emplace(plan.files[i]);
+        FileEntry &entry = file->second;
+        bool isToRead = isNew;
+        if (collection.filesAreCalendars && (!entry.calendar || entry.calendar->id != plan.fileIDs[i])) {
+            entry.calendar = std::make_unique<FileCalendar>(FileCalendar{plan.fileIDs[i], {}, {}});
+            isToRead = true;
+        }
+        if (isToRead)
+            jobs.push_back({&collection, &file->first, &entry});
+    }
+}
+
+bool hasChanged(int folder, const std::string &name, const FileEntry &entry)
+{
+    struct stat status;
+    return ::fstatat(folder, name.c_str(), &status, 0) != 0 || FileStamp::of(status) != entry.stamp;
+}
+
+template<typename Condition>
+void addJobs(FileCollection &collection, Condition isToRead, std::vector<FileJob> &jobs)
+{
+    std::unordered_set<const FileEntry *> already;
+    for (const FileJob &job : jobs)
+        already.insert(job.entry);
+    for (auto &[name, entry] : collection.files) {
+        if (!already.contains(&entry) && isToRead(name, entry))
+            jobs.push_back({&collection, &name, &entry});
+    }
+}
+
+/// Takes over what the folder says about its calendar. Whether events have to be made anew for it.
+bool updateCollection(FileCollection &collection, const CollectionPlan &plan)
+{
+    const bool eventsDiffer = collection.calendarID != plan.calendarID || collection.title != plan.title ||
+                              collection.properties.owner != plan.properties.owner;
+    collection.path = plan.path;
+    collection.calendarID = plan.calendarID;
+    collection.title = plan.title;
+    collection.accountTitle = plan.accountTitle;
+    collection.properties = plan.properties;
+    collection.filesAreCalendars = plan.filesAreCalendars;
+    return eventsDiffer;
+}
+
+bool overlapsWindow(const FileEntry &entry, const EventWindow &window, double slack)
+{
+    return entry.earliest - slack <= secondsSinceEpoch(window.to) &&
+           entry.latest + slack >= secondsSinceEpoch(window.from);
+}
+
+bool liesInside(const FileEntry &entry, const EventWindow &window)
+{
+    return entry.earliest >= secondsSinceEpoch(window.from) && entry.latest <= secondsSinceEpoch(window.to);
+}
+
+void keepOverlapping(FileEntry &entry, const EventWindow &window, StoreEvents &removed)
+{
+    const auto gone =
+        std::stable_partition(entry.occurrences.begin(), entry.occurrences.end(), [&](const auto &event) {
+            return overlaps(event->start, event->end, window.from, window.to);
+        });
+    removed.insert(removed.end(), gone, entry.occurrences.end());
+    entry.occurrences.erase(gone, entry.occurrences.end());
+}
+
+std::string withoutSuffix(const std::string &name)
+{
+    return name.substr(0, name.size() - 4);
+}
+
+std::string validUtf8(const std::string &text)
+{
+    return QString::fromStdString(text).toStdString();
+}
+
+void appendFileCalendars(const FileCollection &root, std::vector<StoreCalendar> &calendars)
+{
+    const std::size_t first = calendars.size();
+    for (const auto &[name, entry] : root.files)
+        calendars.push_back({entry.calendar->id,
+                             validUtf8(entry.calendar->name.value_or(withoutSuffix(name))), std::nullopt,
+                             entry.calendar->color});
+    std::sort(calendars.begin() + std::ptrdiff_t(first), calendars.end(),
+              [](const StoreCalendar &left, const StoreCalendar &right) { return left.id < right.id; });
+}
+
+} // namespace
+
+void EventChanges::append(EventChanges other)
+{
+    moveAll(other.removed, removed);
+    moveAll(other.added, added);
+}
+
+std::vector<FileJob> FileIndex::update(std::vector<FolderListing> folders, Compare compare,
+                                       EventChanges &changes)
+{
+    std::unordered_map<std::string, std::unique_ptr<FileCollection>> previous;
+    for (std::unique_ptr<FileCollection> &collection : m_collections)
+        previous.emplace(collection->path, std::move(collection));
+    m_collections.clear();
+
+    std::vector<FileJob> jobs;
+    for (CollectionPlan &plan : planCollections(std::move(folders), m_roots)) {
+        std::unique_ptr<FileCollection> &known = previous[plan.path];
+        const bool isNew = !known;
+        if (isNew)
+            known = std::make_unique<FileCollection>();
+        const bool isReplaced = !isNew && known->identity != plan.identity;
+        known->identity = plan.identity;
+        const bool eventsDiffer = updateCollection(*known, plan) && !isNew;
+        std::vector<FileJob> own;
+        updateFiles(*known, plan, own, changes);
+        if (eventsDiffer)
+            addJobs(
+                *known, [](auto &, const FileEntry &entry) { return !entry.occurrences.empty(); }, own);
+        if (!isNew && (isReplaced || compare == Compare::allFiles)) {
+            const FileDescriptor folder = openFolder(plan.path);
+            const auto differs = [&](const std::string &name, const FileEntry &entry) {
+                return hasChanged(folder.number(), name, entry);
+            };
+            addJobs(*known, differs, own);
+        }
+        jobs.insert(jobs.end(), own.begin(), own.end());
+        m_collections.push_back(std::move(known));
+    }
+    for (auto &[path, gone] : previous) {
+        if (!gone)
+            continue;
+        for (auto &[name, entry] : gone->files)
+            moveAll(entry.occurrences, changes.removed);
+    }
+    return jobs;
+}
+
+std::vector<FileJob> FileIndex::changeWindow(const EventWindow &from, const EventWindow &to,
+                                             EventChanges &changes)
+{
+    // Floating times and whole days move with the zone, by a day at most.
+    const bool zoneDiffers = from.zone != to.zone;
+    const double slack = zoneDiffers ? 86400 : 0;
+    std::vector<FileJob> jobs;
+    for (const std::unique_ptr<FileCollection> &collection : m_collections) {
+        for (auto &[name, entry] : collection->files) {
+            if (entry.earliest > entry.latest || !overlapsWindow(entry, to, slack))
+                moveAll(entry.occurrences, changes.removed);
+            else if (!zoneDiffers && liesInside(entry, from))
+                keepOverlapping(entry, to, changes.removed);
+            else
+                jobs.push_back({collection.get(), &name, &entry});
+        }
+    }
+    return jobs;
+}
+
+FileCollection *FileIndex::find(const std::string &folder)
+{
+    const auto found = std::find_if(m_collections.begin(), m_collections.end(),
+                                    [&](const auto &collection) { return collection->path == folder; });
+    return found == m_collections.end() ? nullptr : found->get();
+}
+
+void FileIndex::remove(FileCollection &collection, const std::string &name, EventChanges &changes)
+{
+    const auto found = collection.files.find(name);
+    if (found == collection.files.end())
+        return;
+    moveAll(found->second.occurrences, changes.removed);
+    collection.files.erase(found);
+}
+
+std::vector<StoreCalendar> FileIndex::calendars() const
+{
+    std::vector<StoreCalendar> calendars;
+    for (const std::unique_ptr<FileCollection> &collection : m_collections) {
+        if (collection->filesAreCalendars)
+            appendFileCalendars(*collection, calendars);
+        else
+            calendars.push_back({collection->calendarID, validUtf8(collection->title),
+                                 collection->accountTitle, collection->properties.color});
+    }
+    return calendars;
+}
+
+} // namespace mivora

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "Calendar/folder/FolderTree.h"
+#include "Calendar/ical/CalendarText.h"
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+/// What is remembered of the files of calendars: their state, when they matter, and their occurrences in the
+/// loaded days. Text is not kept, so that a hundred thousand files stay small.
+namespace mivora {
+
+/// What a file that is a calendar of its own says about it.
+struct FileCalendar
+{
+    std::string id;
+    std::optional<std::string> name;
+    std::optional<Color> color;
+};
+
+struct FileEntry
+{
+    FileStamp stamp;
+    /// Every occurrence lies between these, for any window. earliest > latest when there are none.
+    double earliest = 0;
+    double latest = -1;
+    StoreEvents occurrences;
+    /// Only for a file in a root.
+    std::unique_ptr<FileCalendar> calendar;
+};
+
+/// A folder with calendar files.
+struct FileCollection
+{
+    std::string path;
+    FolderIdentity identity;
+    /// Of the calendar that the folder is; empty for a root, whose files are calendars.
+    std::string calendarID;
+    std::string title;
+    std::optional<std::string> accountTitle;
+    FolderProperties properties;
+    bool filesAreCalendars = false;
+    std::unordered_map<std::string, FileEntry> files;
+
+    /// The calendar that the events of a file belong to.
+    const std::string &calendarOf(const FileEntry &entry) const
+    {
+        return entry.calendar ? entry.calendar->id : calendarID;
+    }
+};
+
+/// A file that is to be read. The pointers stay valid while no file is taken out of the index.
+struct FileJob
+{
+    FileCollection *collection = nullptr;
+    const std::string *name = nullptr;
+    FileEntry *entry = nullptr;
+};
+
+/// Occurrences that came and went.
+struct EventChanges
+{
+    StoreEvents removed;
+    StoreEvents added;
+
+    bool isEmpty() const { return removed.empty() && added.empty(); }
+
+    void append(EventChanges other);
+};
+
+/// Which files an update compares with what lies in their folders now.
+enum class Compare { newFiles, allFiles };
+
+/// The files of all calendars.
+class FileIndex
+{
+public:
+    explicit FileIndex(std::vector<std::string> roots) : m_roots(std::move(roots)) {}
+
+    /// Follows the folders as listed: takes in and drops calendars and files. Gives the files to be read;
+    /// what disappeared goes to \a changes.
+    std::vector<FileJob> update(std::vector<FolderListing> folders, Compare compare, EventChanges &changes);
+
+    /// The jobs for another window: files that have nothing in it, or whose occurrences are all known, need
+    /// no reading; their occurrences are brought in line at once.
+    std::vector<FileJob> changeWindow(const EventWindow &from, const EventWindow &to, EventChanges &changes);
+
+    /// The collection in \a folder; null when that holds no calendar.
+    FileCollection *find(const std::string &folder);
+
+    /// Forgets a file; its occurrences go to \a changes.
+    static void remove(FileCollection &collection, const std::string &name, EventChanges &changes);
+
+    /// The calendars in order of roots and paths.
+    std::vector<StoreCalendar> calendars() const;
+
+private:
+    std::vector<std::string> m_roots;
+    std::vector<std::unique_ptr<FileCollection>> m_collections;
+};
+
+} // namespace mivora

@@ -1,0 +1,240 @@
+#include "Calendar/folder/FileLoading.h"
+
+#include "Calendar/CalendarLog.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <iterator>
+#include <map>
+#include <mutex>
+#include <thread>
+
+namespace mivora {
+
+namespace {
+
+constexpr std::size_t filesPerTurn = 16;
+constexpr std::size_t manyFiles = 48;
+constexpr std::int64_t largeFile = 16 << 20;
+
+/// Marks the user among the attendees, by the most certain address known.
+class OwnAddresses
+{
+public:
+    OwnAddresses(const FileCollection &collection, const CalendarText &text, const LoadRequest &request)
+    {
+        std::optional<std::string> owner = collection.properties.owner;
+        if (!owner)
+            owner = text.owner;
+        if (!owner && !collection.filesAreCalendars)
+            owner = addressFrom(collection.title);
+        if (!owner && text.name)
+            owner = addressFrom(*text.name);
+        m_addresses = owner ? std::vector{*owner} : request.addresses;
+    }
+
+    void mark(std::vector<StoreAttendee> &attendees) const
+    {
+        for (StoreAttendee &attendee : attendees)
+            attendee.isCurrentUser =
+                std::find(m_addresses.begin(), m_addresses.end(), attendee.address) != m_addresses.end();
+    }
+
+private:
+    std::vector<std::string> m_addresses;
+};
+
+/// Puts the old objects in the place of equal new ones; what is left of the old ones is returned.
+StoreEvents keepUnchanged(StoreEvents old, StoreEvents &events, StoreEvents &added)
+{
+    std::multimap<Timestamp, std::shared_ptr<const StoreEvent>> known;
+    for (std::shared_ptr<const StoreEvent> &event : old)
+        known.emplace(event->start, std::move(event));
+    for (std::shared_ptr<const StoreEvent> &event : events) {
+        const auto [first, last] = known.equal_range(event->start);
+        const auto same = std::find_if(first, last, [&](const auto &k) { return *k.second == *event; });
+        if (same == last) {
+            added.push_back(event);
+        } else {
+            event = std::move(same->second);
+            known.erase(same);
+        }
+    }
+    StoreEvents left;
+    for (auto &[start, event] : known)
+        left.push_back(std::move(event));
+    return left;
+}
+
+/// One thread's share of the work.
+class LoadingTurn
+{
+public:
+    /// Whoever holds \a oneLargeFile may hold a large file in memory.
+    LoadingTurn(const LoadRequest &request, std::mutex &oneLargeFile)
+        : m_request(request), m_oneLargeFile(oneLargeFile)
+    {
+    }
+
+    void load(const FileJob &job);
+
+    LoadResult result;
+
+private:
+    void openFolderOf(const FileJob &job);
+    void take(const FileJob &job, ReadStatus status);
+    void parse(const FileJob &job);
+    void takeCalendar(FileCalendar &calendar, const CalendarText &text);
+    void takeOccurrences(const FileJob &job, CalendarText &text);
+    void reportProblems(const FileJob &job, const std::vector<TextProblem> &problems) const;
+    void drop(const FileJob &job);
+
+    const LoadRequest &m_request;
+    std::mutex &m_oneLargeFile;
+    const FileCollection *m_collection = nullptr;
+    FileDescriptor m_folder;
+    FileReader m_reader;
+};
+
+void report(const FileJob &job, const std::string &message)
+{
+    const std::string path = job.collection->path + '/' + *job.name;
+    qCWarning(calendarLog, "%s: %s", printable(path).c_str(), printable(message).c_str());
+}
+
+void LoadingTurn::load(const FileJob &job)
+{
+    openFolderOf(job);
+    const ReadStatus status = m_reader.read(m_folder.number(), job.name->c_str(), largeFile);
+    if (status != ReadStatus::tooLarge)
+        return take(job, status);
+    const std::lock_guard lock(m_oneLargeFile);
+    take(job, m_reader.read(m_folder.number(), job.name->c_str()));
+    m_reader.trim();
+}
+
+void LoadingTurn::take(const FileJob &job, ReadStatus status)
+{
+    switch (status) {
+    case ReadStatus::done:
+        return parse(job);
+    case ReadStatus::vanished:
+    case ReadStatus::notAFile:
+        result.vanished.push_back(job);
+        return;
+    case ReadStatus::tooLarge:
+        if (job.entry->stamp != m_reader.stamp())
+            report(job, "the file is too large");
+        job.entry->stamp = m_reader.stamp();
+        return drop(job);
+    case ReadStatus::failed:
+        report(job, std::string("the file can't be read: ") + std::strerror(errno));
+        return drop(job);
+    }
+}
+
+void LoadingTurn::openFolderOf(const FileJob &job)
+{
+    if (m_collection == job.collection)
+        return;
+    m_collection = job.collection;
+    m_folder = openFolder(job.collection->path);
+}
+
+void LoadingTurn::parse(const FileJob &job)
+{
+    CalendarText text = readCalendarText(m_reader.text(), m_request.window);
+    // Another window doesn't make an old problem new.
+    if (job.entry->stamp != m_reader.stamp())
+        reportProblems(job, text.problems);
+    job.entry->stamp = m_reader.stamp();
+    job.entry->earliest = text.earliest;
+    job.entry->latest = text.latest;
+    if (job.entry->calendar)
+        takeCalendar(*job.entry->calendar, text);
+    takeOccurrences(job, text);
+}
+
+void LoadingTurn::takeCalendar(FileCalendar &calendar, const CalendarText &text)
+{
+    if (calendar.name == text.name && calendar.color == text.color)
+        return;
+    calendar.name = text.name;
+    calendar.color = text.color;
+    result.calendarsDiffer = true;
+}
+
+void LoadingTurn::takeOccurrences(const FileJob &job, CalendarText &text)
+{
+    if (text.occurrences.empty())
+        return drop(job);
+    const OwnAddresses own(*job.collection, text, m_request);
+    StoreEvents events;
+    events.reserve(text.occurrences.size());
+    for (StoreEvent &occurrence : text.occurrences) {
+        occurrence.calendarID = job.collection->calendarOf(*job.entry);
+        own.mark(occurrence.attendees);
+        events.push_back(std::make_shared<const StoreEvent>(std::move(occurrence)));
+    }
+    StoreEvents gone = keepUnchanged(std::move(job.entry->occurrences), events, result.changes.added);
+    std::move(gone.begin(), gone.end(), std::back_inserter(result.changes.removed));
+    job.entry->occurrences = std::move(events);
+}
+
+void LoadingTurn::drop(const FileJob &job)
+{
+    StoreEvents &gone = job.entry->occurrences;
+    std::move(gone.begin(), gone.end(), std::back_inserter(result.changes.removed));
+    gone.clear();
+}
+
+void LoadingTurn::reportProblems(const FileJob &job, const std::vector<TextProblem> &problems) const
+{
+    if (problems.empty())
+        return;
+    std::string message = "line " + std::to_string(problems.front().line) + ": " + problems.front().message;
+    if (problems.size() > 1)
+        message += " (and " + std::to_string(problems.size() - 1) + " more)";
+    report(job, message);
+}
+
+void merge(LoadResult &into, LoadResult from)
+{
+    into.changes.append(std::move(from.changes));
+    into.vanished.insert(into.vanished.end(), from.vanished.begin(), from.vanished.end());
+    into.calendarsDiffer = into.calendarsDiffer || from.calendarsDiffer;
+}
+
+} // namespace
+
+LoadResult loadFiles(const std::vector<FileJob> &jobs, const LoadRequest &request)
+{
+    std::atomic<std::size_t> next = 0;
+    const auto work = [&](LoadingTurn &turn) {
+        while (true) {
+            const std::size_t first = next.fetch_add(filesPerTurn, std::memory_order_relaxed);
+            for (std::size_t i = first; i < std::min(first + filesPerTurn, jobs.size()); ++i) {
+                if (request.isCancelled && request.isCancelled->load(std::memory_order_relaxed))
+                    return;
+                turn.load(jobs[i]);
+            }
+            if (first + filesPerTurn >= jobs.size())
+                return;
+        }
+    };
+    std::mutex oneLargeFile;
+    LoadingTurn own(request, oneLargeFile);
+    if (jobs.size() < manyFiles) {
+        work(own);
+        return std::move(own.result);
+    }
+    LoadingTurn other(request, oneLargeFile);
+    std::thread helper([&] { work(other); });
+    work(own);
+    helper.join();
+    merge(own.result, std::move(other.result));
+    return std::move(own.result);
+}
+
+} // namespace mivora

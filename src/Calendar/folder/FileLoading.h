@@ -1,0 +1,33 @@
+#pragma once
+
+#include "Calendar/folder/FileIndex.h"
+
+#include <atomic>
+
+namespace mivora {
+
+/// What the files are read for.
+struct LoadRequest
+{
+    EventWindow window;
+    /// The user's addresses, in lower case; used where a calendar doesn't name its owner.
+    std::vector<std::string> addresses;
+    /// Set by another thread to end the work early.
+    const std::atomic<bool> *isCancelled = nullptr;
+};
+
+struct LoadResult
+{
+    EventChanges changes;
+    /// Files that were not there any more, or were no files.
+    std::vector<FileJob> vanished;
+    /// Whether a calendar's name or colour came from one of the files and is new.
+    bool calendarsDiffer = false;
+};
+
+/// Reads the files of \a jobs, on two threads when there are many, and brings their entries up to date. An
+/// occurrence that is as before stays the same object. Each file that can't be read or understood is logged
+/// in one line.
+LoadResult loadFiles(const std::vector<FileJob> &jobs, const LoadRequest &request);
+
+} // namespace mivora

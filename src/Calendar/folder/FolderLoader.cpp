@@ -1,0 +1,311 @@
+#include "Calendar/folder/FolderLoader.h"
+
+#include "Calendar/CalendarLog.h"
+
+#include <cstring>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace mivora {
+
+namespace {
+
+using Clock = ChangeBatch::Clock;
+
+/// How often folders without a watch are looked at.
+constexpr std::chrono::seconds checkInterval{10};
+
+std::string parentOf(const std::string &path)
+{
+    const std::size_t slash = path.rfind('/');
+    return slash == 0 || slash == std::string::npos ? "/" : path.substr(0, slash);
+}
+
+std::string join(const std::string &folder, const std::string &name)
+{
+    if (name.empty())
+        return folder;
+    return folder == "/" ? folder + name : folder + '/' + name;
+}
+
+bool exists(const std::string &path)
+{
+    struct stat status;
+    return ::stat(path.c_str(), &status) == 0;
+}
+
+} // namespace
+
+FolderLoader::FolderLoader(Setup setup, std::function<void()> onNews)
+    : m_tree(setup.roots),
+      m_index(setup.roots), m_request{setup.window, std::move(setup.addresses), &m_isStopping},
+      m_onNews(std::move(onNews)), m_wakeUp(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
+{
+    if (!m_wakeUp.isOpen())
+        qFatal("Mivora: no event descriptor: %s", std::strerror(errno));
+    m_thread = std::thread([this] { run(); });
+}
+
+FolderLoader::~FolderLoader()
+{
+    m_isStopping = true;
+    wake();
+    m_thread.join();
+}
+
+void FolderLoader::setWindow(const EventWindow &window)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_wantedWindow = window;
+    }
+    wake();
+}
+
+void FolderLoader::rescan()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_rescanWanted = true;
+    }
+    wake();
+}
+
+std::vector<LoaderNews> FolderLoader::takeNews()
+{
+    const std::lock_guard lock(m_mutex);
+    return std::exchange(m_news, {});
+}
+
+void FolderLoader::wake() const
+{
+    const std::uint64_t one = 1;
+    // Fails only when it was woken already.
+    [[maybe_unused]] const ssize_t written = ::write(m_wakeUp.number(), &one, sizeof one);
+}
+
+void FolderLoader::run()
+{
+    scanAndLoad(Compare::allFiles);
+    while (!m_isStopping) {
+        wait();
+        if (m_isStopping)
+            return;
+        collectChanges();
+        takeOrders();
+        checkUnwatched();
+        const std::optional<Clock::time_point> due = m_batch.due();
+        if (due && *due <= Clock::now())
+            applyChanges();
+    }
+}
+
+void FolderLoader::wait()
+{
+    pollfd sources[] = {{m_wakeUp.number(), POLLIN, 0}, {m_watch.descriptor(), POLLIN, 0}};
+    ::poll(sources, 2, int(waitingTime().count()));
+    std::uint64_t count = 0;
+    [[maybe_unused]] const ssize_t length = ::read(m_wakeUp.number(), &count, sizeof count);
+}
+
+std::chrono::milliseconds FolderLoader::waitingTime() const
+{
+    std::optional<Clock::time_point> until = m_batch.due();
+    if (!m_watch.isComplete())
+        until = std::min(until.value_or(m_nextCheck), m_nextCheck);
+    if (!until)
+        return std::chrono::milliseconds(-1);
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*until - Clock::now());
+    return std::max(left, std::chrono::milliseconds(0));
+}
+
+void FolderLoader::collectChanges()
+{
+    FolderWatch::Changes found = m_watch.read();
+    for (const FolderChange &change : found.changes)
+        sortChange(change);
+    if (found.isIncomplete) {
+        m_scanNeeded = Compare::allFiles;
+        m_batch.note(Clock::now(), ChangeBatch::fewChanges + 1);
+    }
+}
+
+void FolderLoader::sortChange(const FolderChange &change)
+{
+    const bool isFolder = change.kind == FolderChange::Kind::folderChanged;
+    if (!isFolder && concernsOneFile(change)) {
+        m_changedFiles[change.folder].insert(change.name);
+        m_batch.note(Clock::now(), 1);
+    } else if (isFolder || isCalendarFileName(change.name) || isPropertyFileName(change.name) ||
+               m_folderTimes.contains(join(change.folder, change.name))) {
+        // The folders above the roots see much that is none of ours.
+        if (!m_folderTimes.contains(change.folder) && !concernsRoot(join(change.folder, change.name)))
+            return;
+        noteFolderChange();
+    }
+}
+
+void FolderLoader::noteFolderChange()
+{
+    if (!m_scanNeeded)
+        m_scanNeeded = Compare::newFiles;
+    m_batch.note(Clock::now(), 1);
+}
+
+bool FolderLoader::concernsOneFile(const FolderChange &change)
+{
+    // In a root a file that comes or goes is a calendar that comes or goes, and so is a folder's first file.
+    const FileCollection *collection = m_index.find(change.folder);
+    if (!collection || !isCalendarFileName(change.name))
+        return false;
+    if (!collection->filesAreCalendars)
+        return true;
+    return change.kind == FolderChange::Kind::fileWritten && collection->files.contains(change.name);
+}
+
+bool FolderLoader::concernsRoot(const std::string &path) const
+{
+    for (const std::string &root : m_tree.roots()) {
+        if (root == path || root.starts_with(path == "/" ? path : path + '/'))
+            return true;
+    }
+    return false;
+}
+
+void FolderLoader::takeOrders()
+{
+    std::optional<EventWindow> window;
+    bool isRescan = false;
+    {
+        const std::lock_guard lock(m_mutex);
+        window = std::exchange(m_wantedWindow, std::nullopt);
+        isRescan = std::exchange(m_rescanWanted, false);
+    }
+    if (window)
+        applyWindow(*window);
+    if (isRescan)
+        scanAndLoad(Compare::allFiles);
+}
+
+void FolderLoader::applyChanges()
+{
+    m_batch.applied(Clock::now());
+    EventChanges changes;
+    std::vector<FileJob> jobs;
+    if (const std::optional<Compare> compare = std::exchange(m_scanNeeded, std::nullopt))
+        jobs = scan(*compare, changes);
+    addChangedFiles(jobs);
+    load(jobs, std::move(changes));
+}
+
+void FolderLoader::addChangedFiles(std::vector<FileJob> &jobs)
+{
+    std::set<const FileEntry *> already;
+    for (const FileJob &job : jobs)
+        already.insert(job.entry);
+    for (const auto &[folder, names] : std::exchange(m_changedFiles, {})) {
+        FileCollection *collection = m_index.find(folder);
+        if (!collection)
+            continue;
+        for (const std::string &name : names) {
+            const auto file = collection->files.try_emplace(name).first;
+            if (!already.contains(&file->second))
+                jobs.push_back({collection, &file->first, &file->second});
+        }
+    }
+}
+
+void FolderLoader::applyWindow(const EventWindow &window)
+{
+    EventChanges changes;
+    const std::vector<FileJob> jobs = m_index.changeWindow(m_request.window, window, changes);
+    m_request.window = window;
+    load(jobs, std::move(changes), true);
+}
+
+void FolderLoader::scanAndLoad(Compare compare)
+{
+    EventChanges changes;
+    const std::vector<FileJob> jobs = scan(compare, changes);
+    load(jobs, std::move(changes));
+}
+
+std::vector<FileJob> FolderLoader::scan(Compare compare, EventChanges &changes)
+{
+    m_watch.beginRound();
+    std::vector<FolderListing> folders = m_tree.list([this](const std::string &path) { m_watch.add(path); });
+    watchAboveRoots();
+    m_watch.endRound();
+    m_folderTimes.clear();
+    m_isReadable = false;
+    for (const FolderListing &folder : folders) {
+        m_folderTimes.emplace(folder.path, folder.modified);
+        m_isReadable = m_isReadable || folder.depth == 0;
+    }
+    m_nextCheck = Clock::now() + checkInterval;
+    m_calendarsDiffer = true;
+    return m_index.update(std::move(folders), compare, changes);
+}
+
+void FolderLoader::watchAboveRoots()
+{
+    // A root may come later, be renamed, or be a link that is set anew: the folder above it tells.
+    for (const std::string &root : m_tree.roots()) {
+        std::string above = parentOf(root);
+        while (above != "/" && !exists(above))
+            above = parentOf(above);
+        m_watch.add(above);
+    }
+}
+
+void FolderLoader::load(const std::vector<FileJob> &jobs, EventChanges changes, bool isChange)
+{
+    LoadResult result = loadFiles(jobs, m_request);
+    if (m_isStopping)
+        return;
+    changes.append(std::move(result.changes));
+    m_calendarsDiffer = m_calendarsDiffer || result.calendarsDiffer || !result.vanished.empty();
+    for (const FileJob &job : result.vanished) {
+        FileIndex::remove(*job.collection, std::string(*job.name), changes);
+        if (job.collection->files.empty())
+            noteFolderChange();
+    }
+    publish(std::move(changes), isChange);
+}
+
+void FolderLoader::publish(EventChanges changes, bool isChange)
+{
+    LoaderNews news;
+    if (std::exchange(m_calendarsDiffer, false)) {
+        std::vector<StoreCalendar> calendars = m_index.calendars();
+        if (calendars != m_calendars)
+            news.calendars = m_calendars = std::move(calendars);
+    }
+    news.isChange = isChange || !changes.isEmpty() || news.calendars;
+    news.changes = std::move(changes);
+    news.isReadable = m_isReadable;
+    bool isFirst = false;
+    {
+        const std::lock_guard lock(m_mutex);
+        isFirst = m_news.empty();
+        m_news.push_back(std::move(news));
+    }
+    if (isFirst)
+        m_onNews();
+}
+
+void FolderLoader::checkUnwatched()
+{
+    if (m_watch.isComplete() || Clock::now() < m_nextCheck)
+        return;
+    m_nextCheck = Clock::now() + checkInterval;
+    for (const auto &[path, modified] : m_folderTimes) {
+        struct stat status;
+        if (::stat(path.c_str(), &status) != 0 || FileStamp::of(status).modified != modified)
+            return scanAndLoad(Compare::allFiles);
+    }
+}
+
+} // namespace mivora

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "Calendar/folder/FileReading.h"
+
+#include <set>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace mivora {
+
+/// Something happened in a watched folder.
+struct FolderChange
+{
+    enum class Kind {
+        fileWritten, ///< complete: closed after writing, or moved here
+        fileRemoved,
+        folderChanged, ///< a folder or link came, went or became readable; or the watched folder itself did
+    };
+
+    Kind kind = Kind::folderChanged;
+    std::string folder;
+    /// Empty when it is about the folder itself.
+    std::string name;
+};
+
+/// Watches folders (not files) with inotify. Which ones is said in rounds: what is not named again in a round
+/// is no longer watched after it.
+class FolderWatch
+{
+public:
+    FolderWatch();
+
+    /// To be polled for reading; negative when the system has no watches left at all.
+    int descriptor() const { return m_inotify.number(); }
+
+    void beginRound();
+
+    /// Watches the folder \a path from now on. A folder that isn't there is passed over.
+    void add(const std::string &path);
+
+    void endRound();
+
+    /// Whether every folder of the last round is watched. The system's limit is logged once.
+    bool isComplete() const { return m_isComplete; }
+
+    struct Changes
+    {
+        std::vector<FolderChange> changes;
+        /// Some changes were lost: everything has to be looked at again.
+        bool isIncomplete = false;
+    };
+
+    /// What happened since the last call; doesn't wait.
+    Changes read();
+
+private:
+    void reportMissing();
+    void collect(const struct inotify_event &event, Changes &changes);
+
+    FileDescriptor m_inotify;
+    std::unordered_map<int, std::string> m_paths;
+    std::set<int> m_round;
+    bool m_isComplete = true;
+    bool m_isReported = false;
+};
+
+} // namespace mivora
