@@ -2,49 +2,77 @@
 
 #include "Meetings/WhiteSpace.h"
 
+#include <algorithm>
 #include <array>
+#include <experimental/simd>
 
 // Notes are mostly text without links, and now and then a megabyte of it. The search for the scheme therefore
-// works on blocks of a fixed size, in a loop without branches that compilers turn into vector instructions;
-// the rest of a link is read byte by byte through a table. Every byte is looked at a bounded number of times.
+// compares many bytes at once, and only a rare pair of the scheme's bytes; the rest of a link is read byte by
+// byte through a table. Every byte is looked at a bounded number of times, whatever the text holds.
 namespace mivora {
 
 namespace {
 
+namespace simd = std::experimental;
+
+using Bytes = simd::native_simd<char>;
+
 constexpr std::string_view opening = "https://";
 constexpr std::size_t colonInOpening = opening.find(':');
-constexpr std::size_t blockSize = 128;
+constexpr std::size_t slashAfterColon = 2;
+constexpr std::size_t stride = 4 * Bytes::size();
 
-/// Whether the colon of an opening may stand in the first \a blockSize bytes of \a text, which is at least
-/// two bytes longer. The colon and the second slash are rare in notes, and two comparisons are cheaper than
-/// eight.
-bool mayHoldColonOfOpening(const char *text)
+/// Where \a text may have the colon of an opening: a colon with a slash as the second byte after it. That
+/// pair is rare in notes, and even among things that nearly are links.
+Bytes::mask_type colonsOfOpenings(const char *text)
 {
-    unsigned char found = 0;
-    for (std::size_t i = 0; i < blockSize; ++i)
-        found |= (text[i] == ':') & (text[i + 2] == '/');
-    return found != 0;
+    return Bytes(text, simd::element_aligned) == ':' &&
+           Bytes(text + slashAfterColon, simd::element_aligned) == '/';
 }
 
-/// The position at or after \a from of the next colon that is worth a closer look, or npos.
-std::size_t findColon(std::string_view text, std::size_t from)
+bool anyColonInStride(const char *text)
 {
-    while (text.size() - from >= blockSize + 2 && !mayHoldColonOfOpening(text.data() + from))
-        from += blockSize;
-    return text.find(':', from);
+    constexpr std::size_t size = Bytes::size();
+    return any_of((colonsOfOpenings(text) || colonsOfOpenings(text + size)) ||
+                  (colonsOfOpenings(text + 2 * size) || colonsOfOpenings(text + 3 * size)));
+}
+
+/// Whether colons can be looked for in the \a length bytes of \a text from \a at on.
+bool hasRoom(std::string_view text, std::size_t at, std::size_t length)
+{
+    return text.size() - at >= length + slashAfterColon;
+}
+
+/// The position of the opening that begins at or after \a from and whose colon is the first among the bytes
+/// from \a at on, or npos.
+std::size_t openingWithColonIn(std::string_view text, std::size_t at, std::size_t from)
+{
+    for (auto colons = colonsOfOpenings(text.data() + at); any_of(colons);) {
+        const auto first = find_first_set(colons);
+        const std::size_t colon = at + std::size_t(first);
+        if (colon >= from + colonInOpening && text.substr(colon - colonInOpening).starts_with(opening))
+            return colon - colonInOpening;
+        colons[first] = false;
+    }
+    return std::string_view::npos;
 }
 
 /// The position of the first opening that lies in \a text at or after \a from, or npos.
 std::size_t findOpening(std::string_view text, std::size_t from)
 {
-    std::size_t colon = from;
-    while ((colon = findColon(text, colon)) != std::string_view::npos) {
-        const std::size_t begin = colon - colonInOpening;
-        if (colon >= from + colonInOpening && text.substr(begin).starts_with(opening))
+    std::size_t at = from;
+    while (true) {
+        while (hasRoom(text, at, stride) && !anyColonInStride(text.data() + at))
+            at += stride;
+        if (!hasRoom(text, at, Bytes::size()))
+            break;
+        if (const std::size_t begin = openingWithColonIn(text, at, from); begin != std::string_view::npos)
             return begin;
-        ++colon;
+        at += Bytes::size();
     }
-    return std::string_view::npos;
+    // What is too short for a comparison of many bytes, with the beginning of an opening whose colon is in
+    // it.
+    return text.find(opening, at - std::min(colonInOpening, at - from));
 }
 
 enum class Byte : unsigned char { inLink, endsLink, mayBeginWhiteSpace };
