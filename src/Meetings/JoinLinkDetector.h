@@ -10,8 +10,8 @@
 /// length of the texts, whatever these hold.
 namespace mivora {
 
-/// The join link of an event's URL, location and notes. The first text that has any https link decides; within
-/// it a link of a known service wins over a plain one.
+/// The join link of an event's URL, location and notes. The first text that has any https link decides;
+/// within it a link of a known service wins over a plain one.
 std::optional<JoinLink> detect(std::optional<std::string_view> url, std::optional<std::string_view> location,
                                std::optional<std::string_view> notes);
 

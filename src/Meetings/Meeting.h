@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace mivora {
 
@@ -36,8 +37,8 @@ struct EventSnapshot
 /// One occurrence of a calendar event as the user sees it.
 struct Meeting
 {
-    /// Identifies one exact occurrence: the event's identifier, "@" and the start in whole seconds since 1970.
-    /// Occurrences of a repeating event differ in it, and a moved event gets a new one.
+    /// Identifies one exact occurrence: the event's identifier, "@" and the start in whole seconds since
+    /// 1970. Occurrences of a repeating event differ in it, and a moved event gets a new one.
     std::string id;
     /// Never empty: "Untitled" stands for a missing title.
     std::string title;

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace mivora {
@@ -12,15 +12,15 @@ namespace mivora {
 class Url
 {
 public:
-    /// Parses \a text strictly. Nothing when it is not an RFC 3986 URI, when its port is no number up to 65,535,
-    /// or when it has an authority with an empty host.
+    /// Parses \a text strictly. Nothing when it is not an RFC 3986 URI, when its port is no number up to
+    /// 65,535, or when it has an authority with an empty host.
     static std::optional<Url> parse(std::string_view text);
 
     /// The whole text, as it was given.
     const std::string &text() const { return m_text; }
 
     /// The scheme as written, without the colon.
-    std::string_view scheme() const;
+    std::string_view scheme() const { return part(m_scheme); }
 
     /// The host as written, or nothing when there is no authority.
     std::optional<std::string_view> host() const;
@@ -38,9 +38,27 @@ public:
     friend bool operator==(const Url &, const Url &) = default;
 
 private:
-    explicit Url(std::string text) : m_text(std::move(text)) {}
+    /// Where a part lies in the text.
+    struct Range
+    {
+        std::size_t begin = 0;
+        std::size_t length = 0;
+
+        friend bool operator==(const Range &, const Range &) = default;
+    };
+
+    explicit Url(std::string_view text) : m_text(text) {}
+
+    std::string_view part(Range range) const
+    {
+        return std::string_view(m_text).substr(range.begin, range.length);
+    }
 
     std::string m_text;
+    Range m_scheme;
+    std::optional<Range> m_host;
+    Range m_path;
+    Range m_query;
 };
 
 } // namespace mivora

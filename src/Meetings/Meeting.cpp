@@ -1,0 +1,71 @@
+#include "Meetings/Meeting.h"
+
+#include "Meetings/JoinLinkDetector.h"
+#include "Meetings/WhiteSpace.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace mivora {
+
+namespace {
+
+/// The seconds since 1970 without their fraction. A start beyond 64 bits is a broken calendar store, and
+/// every answer to it would be a wrong identity.
+std::int64_t wholeSeconds(Timestamp start)
+{
+    const double seconds = secondsSinceEpoch(start);
+    // 2^63 is a double, the largest 64-bit integer is not. Not a number fails both comparisons.
+    constexpr double limit = 0x1p63;
+    if (!(seconds >= -limit && seconds < limit)) {
+        std::fprintf(stderr, "mivora: an event starts at %g seconds since 1970, which is no date\n", seconds);
+        std::abort();
+    }
+    return std::int64_t(seconds);
+}
+
+std::string meetingID(const EventSnapshot &snapshot)
+{
+    return snapshot.eventIdentifier.value_or("") + '@' + std::to_string(wholeSeconds(snapshot.start));
+}
+
+std::string meetingTitle(const EventSnapshot &snapshot)
+{
+    const std::string_view title = snapshot.title ? trimmed(*snapshot.title) : std::string_view();
+    return std::string(title.empty() ? "Untitled" : title);
+}
+
+} // namespace
+
+std::string_view participationName(Participation participation)
+{
+    switch (participation) {
+    case Participation::accepted:
+        return "accepted";
+    case Participation::tentative:
+        return "tentative";
+    case Participation::declined:
+        return "declined";
+    case Participation::unknown:
+        break;
+    }
+    return "unknown";
+}
+
+Meeting Meeting::fromSnapshot(const EventSnapshot &snapshot)
+{
+    return {
+        .id = meetingID(snapshot),
+        .title = meetingTitle(snapshot),
+        .start = snapshot.start,
+        .end = snapshot.end,
+        .calendarID = snapshot.calendarID,
+        .calendarColor = snapshot.calendarColor,
+        .isAllDay = snapshot.isAllDay,
+        .participation = snapshot.participation,
+        .attendeeCount = snapshot.attendeeCount,
+        .joinLink = detect(snapshot.url, snapshot.location, snapshot.notes),
+    };
+}
+
+} // namespace mivora

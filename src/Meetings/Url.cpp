@@ -1,0 +1,92 @@
+#include "Meetings/Url.h"
+
+#include <boost/url/decode_view.hpp>
+#include <boost/url/parse.hpp>
+#include <boost/url/parse_query.hpp>
+#include <boost/url/url_view.hpp>
+
+#include <algorithm>
+
+namespace mivora {
+
+namespace {
+
+/// Boost.URL 1.81 ends an authority at the first character that it can't hold and takes what follows for the
+/// path: "host:x", "[::1]x" and "a@b@c" pass. RFC 3986 has only "/" or nothing there (section 3.3).
+bool pathFitsAuthority(const boost::urls::url_view &url)
+{
+    const std::string_view path = url.encoded_path();
+    return path.empty() || path.front() == '/';
+}
+
+/// Whether \a port, which holds digits alone, is empty or a number of 16 bits. Boost.URL lets it overflow.
+bool isPort(std::string_view port)
+{
+    constexpr std::string_view highest = "65535";
+    port.remove_prefix(std::min(port.find_first_not_of('0'), port.size()));
+    return port.size() < highest.size() || (port.size() == highest.size() && port <= highest);
+}
+
+bool isValidAuthority(const boost::urls::url_view &url)
+{
+    return !url.encoded_host().empty() && isPort(url.port()) && pathFitsAuthority(url);
+}
+
+} // namespace
+
+std::optional<Url> Url::parse(std::string_view text)
+{
+    const auto parsed = boost::urls::parse_uri(text);
+    if (!parsed || (parsed->has_authority() && !isValidAuthority(*parsed)))
+        return std::nullopt;
+    const auto rangeOf = [text](std::string_view part) {
+        return part.empty() ? Range() : Range{std::size_t(part.data() - text.data()), part.size()};
+    };
+    Url url(text);
+    url.m_scheme = rangeOf(parsed->scheme());
+    if (parsed->has_authority())
+        url.m_host = rangeOf(parsed->encoded_host());
+    url.m_path = rangeOf(parsed->encoded_path());
+    url.m_query = rangeOf(parsed->encoded_query());
+    return url;
+}
+
+std::optional<std::string_view> Url::host() const
+{
+    return m_host ? std::optional(part(*m_host)) : std::nullopt;
+}
+
+std::string Url::path() const
+{
+    return boost::urls::pct_string_view(part(m_path)).decode();
+}
+
+std::vector<std::string> Url::pathComponents() const
+{
+    std::vector<std::string> components;
+    std::string_view rest = part(m_path);
+    if (rest.starts_with('/'))
+        components.emplace_back("/");
+    while (!rest.empty()) {
+        const std::string_view component = rest.substr(0, rest.find('/'));
+        if (!component.empty())
+            components.push_back(boost::urls::pct_string_view(component).decode());
+        rest.remove_prefix(std::min(component.size() + 1, rest.size()));
+    }
+    return components;
+}
+
+std::optional<std::string> Url::queryValue(std::string_view name) const
+{
+    const auto items = boost::urls::parse_query(part(m_query));
+    if (!items)
+        return std::nullopt;
+    for (const auto &item : *items) {
+        // Comparing decoded text, as a name may be percent-encoded as well.
+        if (*item.key == name)
+            return item.has_value ? std::optional(item.value.decode()) : std::nullopt;
+    }
+    return std::nullopt;
+}
+
+} // namespace mivora
