@@ -16,6 +16,7 @@ const QList<Setting> &allSettings()
         {settingsKey::disabledCalendarIDs, SettingType::stringList, QJsonArray()},
         {settingsKey::browserServices, SettingType::stringList, QJsonArray()},
         {settingsKey::hasCompletedOnboarding, SettingType::boolean, registered::hasCompletedOnboarding},
+        {settingsKey::addresses, SettingType::stringList, QJsonArray()},
     };
     return settings;
 }

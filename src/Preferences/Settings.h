@@ -19,6 +19,8 @@ inline constexpr QLatin1String joinHotKey("joinHotKey");
 inline constexpr QLatin1String disabledCalendarIDs("disabledCalendarIDs");
 inline constexpr QLatin1String browserServices("browserServices");
 inline constexpr QLatin1String hasCompletedOnboarding("hasCompletedOnboarding");
+/// The user's own e-mail addresses, for calendars that do not say whose they are.
+inline constexpr QLatin1String addresses("addresses");
 } // namespace settingsKey
 
 namespace registered {

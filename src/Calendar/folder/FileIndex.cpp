@@ -23,12 +23,14 @@ void updateFiles(FileCollection &collection, const CollectionPlan &plan, std::ve
                  EventChanges &changes)
 {
     const std::unordered_set<std::string_view> listed(plan.files.begin(), plan.files.end());
-    std::erase_if(collection.files, [&](auto &file) {
-        if (listed.contains(file.first))
-            return false;
-        moveAll(file.second.occurrences, changes.removed);
-        return true;
-    });
+    for (auto file = collection.files.begin(); file != collection.files.end();) {
+        if (listed.contains(file->first)) {
+            ++file;
+            continue;
+        }
+        moveAll(file->second.occurrences, changes.removed);
+        file = collection.files.erase(file);
+    }
     for (std::size_t i = 0; i < plan.files.size(); ++i) {
         const auto [file, isNew] = collection.files.try_emplace(plan.files[i]);
         FileEntry &entry = file->second;

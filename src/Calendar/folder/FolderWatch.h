@@ -7,6 +7,8 @@
 #include <unordered_map>
 #include <vector>
 
+struct inotify_event;
+
 namespace mivora {
 
 /// Something happened in a watched folder.
@@ -56,7 +58,7 @@ public:
 
 private:
     void reportMissing();
-    void collect(const struct inotify_event &event, Changes &changes);
+    void collect(const ::inotify_event &event, Changes &changes);
 
     FileDescriptor m_inotify;
     std::unordered_map<int, std::string> m_paths;

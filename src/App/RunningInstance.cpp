@@ -1,0 +1,82 @@
+#include "App/RunningInstance.h"
+
+#include "App/ApplicationService.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusServiceWatcher>
+#include <QJsonDocument>
+
+namespace mivora {
+
+namespace {
+
+constexpr int patienceMilliseconds = 5'000;
+
+QDBusMessage call(const char *interface, const QString &method, const QVariantList &arguments)
+{
+    auto message = QDBusMessage::createMethodCall(QLatin1String(applicationBusName), QLatin1String(applicationObjectPath),
+                                                  QLatin1String(interface), method);
+    message.setArguments(arguments);
+    // A command for the running program must not start one.
+    message.setAutoStartService(false);
+    return QDBusConnection::sessionBus().call(message, QDBus::Block, patienceMilliseconds);
+}
+
+} // namespace
+
+RunningInstance::RunningInstance(QObject *parent) : QObject(parent) {}
+
+bool RunningInstance::isThere() const
+{
+    const auto bus = QDBusConnection::sessionBus();
+    return bus.isConnected() && bus.interface()->isServiceRegistered(QLatin1String(applicationBusName));
+}
+
+std::optional<QJsonObject> RunningInstance::agenda() const
+{
+    if (!isThere())
+        return std::nullopt;
+    const QDBusMessage reply = call(agendaInterface, QStringLiteral("Agenda"), {});
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
+        return std::nullopt;
+    return QJsonDocument::fromJson(reply.arguments().first().toString().toUtf8()).object();
+}
+
+std::optional<QString> RunningInstance::perform(const QString &action, const QString &argument) const
+{
+    QVariantList parameters;
+    if (!argument.isEmpty())
+        parameters.append(argument);
+    const QDBusMessage reply =
+        call(applicationInterface, QStringLiteral("ActivateAction"), {action, parameters, QVariantMap()});
+    if (reply.type() == QDBusMessage::ReplyMessage)
+        return std::nullopt;
+    return reply.errorMessage();
+}
+
+bool RunningInstance::activate() const
+{
+    return call(applicationInterface, QStringLiteral("Activate"), {QVariantMap()}).type() ==
+           QDBusMessage::ReplyMessage;
+}
+
+void RunningInstance::follow()
+{
+    auto bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected())
+        return;
+    bus.connect(QLatin1String(applicationBusName), QLatin1String(applicationObjectPath), QLatin1String(agendaInterface),
+                QStringLiteral("AgendaChanged"), this, SLOT(receiveAgenda(QString)));
+    auto *watcher = new QDBusServiceWatcher(QLatin1String(applicationBusName), bus,
+                                            QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &RunningInstance::came);
+    connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, &RunningInstance::went);
+}
+
+void RunningInstance::receiveAgenda(const QString &agenda)
+{
+    Q_EMIT agendaChanged(QJsonDocument::fromJson(agenda.toUtf8()).object());
+}
+
+} // namespace mivora

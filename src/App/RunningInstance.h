@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QObject>
+#include <QString>
+#include <optional>
+
+namespace mivora {
+
+/// The Mivora that runs already, seen over the session bus. Calls wait for the answer, a few seconds at most: this
+/// is for commands, which have nothing else to do.
+class RunningInstance final : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit RunningInstance(QObject *parent = nullptr);
+
+    /// Whether there is one now.
+    bool isThere() const;
+
+    /// Its agenda; nothing when there is none or it does not answer.
+    std::optional<QJsonObject> agenda() const;
+
+    /// Has it do \a action with an optional argument. Nothing when it was done, else why not, in one line.
+    std::optional<QString> perform(const QString &action, const QString &argument) const;
+
+    /// Brings up its settings, as a second start does. False when it does not answer.
+    bool activate() const;
+
+    /// From now on announces changes of its agenda, and its coming and going.
+    void follow();
+
+Q_SIGNALS:
+    void agendaChanged(const QJsonObject &agenda);
+    void came();
+    void went();
+
+private Q_SLOTS:
+    void receiveAgenda(const QString &agenda);
+};
+
+} // namespace mivora

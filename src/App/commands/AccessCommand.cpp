@@ -1,0 +1,41 @@
+#include "App/commands/AccessCommand.h"
+
+#include "App/CalendarSession.h"
+#include "App/Output.h"
+
+namespace mivora {
+
+namespace {
+
+int printStatus()
+{
+    CalendarSession session({});
+    session.load();
+    print(session.agenda().value(QLatin1String("authorization")).toString().toUtf8() + '\n');
+    return exitDone;
+}
+
+int report(bool written)
+{
+    if (written)
+        return exitDone;
+    complain(AccessMemory::defaultPath().toStdString() + " can't be written; check the folder's permissions");
+    return exitCouldNot;
+}
+
+} // namespace
+
+int runAccess(const AccessRequest &request)
+{
+    switch (request.action) {
+    case AccessRequest::Action::status:
+        return printStatus();
+    case AccessRequest::Action::allow:
+        return report(AccessMemory().allow());
+    case AccessRequest::Action::reset:
+        return report(AccessMemory().reset());
+    }
+    return exitBadArguments;
+}
+
+} // namespace mivora

@@ -1,0 +1,97 @@
+#include "App/commands/AgendaCommand.h"
+
+#include "App/AgendaTable.h"
+#include "App/CalendarSession.h"
+#include "App/Output.h"
+#include "App/RunningInstance.h"
+#include "App/commands/AgendaFollower.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QJsonDocument>
+
+namespace mivora {
+
+namespace {
+
+/// Why the named folders can't be read; nothing when they can.
+std::optional<std::string> problemOf(const std::vector<std::string> &folders)
+{
+    for (const std::string &folder : folders) {
+        const QFileInfo info(QString::fromStdString(folder));
+        if (!info.exists())
+            return "--calendars: there is no folder \"" + folder + "\"; name one that holds iCalendar files";
+        if (!info.isDir())
+            return "--calendars: \"" + folder + "\" is no folder; name the folder that holds it";
+        if (!info.isReadable() || !info.isExecutable())
+            return "--calendars: \"" + folder + "\" can't be read; check its permissions";
+    }
+    return std::nullopt;
+}
+
+std::string oneLine(const QJsonObject &agenda)
+{
+    return (QJsonDocument(agenda).toJson(QJsonDocument::Compact) + '\n').toStdString();
+}
+
+/// What a status bar shows: the title alone, or an empty line for none.
+std::string titleLine(const QJsonObject &agenda)
+{
+    const auto item = agenda.value(QLatin1String("statusItem")).toObject();
+    return singleLine(item.value(QLatin1String("title")).toString().trimmed().toStdString()) + '\n';
+}
+
+int show(const QJsonObject &agenda, const AgendaRequest &request)
+{
+    const QString authorization = agenda.value(QLatin1String("authorization")).toString();
+    if (request.json)
+        print(QJsonDocument(agenda).toJson(QJsonDocument::Indented));
+    if (authorization == QLatin1String("notDetermined")) {
+        complain("no access to your calendars yet; `mivora access allow` gives it");
+        return exitCouldNot;
+    }
+    if (authorization == QLatin1String("denied")) {
+        complain("no calendars can be read; put a folder of iCalendar files at ~/.calendars, or name one with "
+                 "--calendars DIR or $MIVORA_CALENDARS");
+        return exitCouldNot;
+    }
+    if (!request.json)
+        print(agendaTable(agenda, QTimeZone::systemTimeZone(), TableStyle::forStandardOutput()));
+    return exitDone;
+}
+
+int follow(const AgendaRequest &request, const SessionOptions &options, AgendaFollower::RunningProgram running)
+{
+    AgendaFollower follower(options, running, [json = request.json](const QJsonObject &agenda) {
+        print(json ? oneLine(agenda) : titleLine(agenda));
+    });
+    follower.start();
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+int runAgenda(const AgendaRequest &request)
+{
+    if (const auto problem = problemOf(request.calendars)) {
+        complain(*problem);
+        return exitCouldNot;
+    }
+    const bool isOwnDay = !request.at && request.calendars.empty();
+    SessionOptions options{.folders = request.calendars, .at = request.at};
+    if (request.follow) {
+        options.time = SessionOptions::Time::passes;
+        return follow(request, options,
+                      isOwnDay ? AgendaFollower::RunningProgram::preferred : AgendaFollower::RunningProgram::ignored);
+    }
+    if (isOwnDay) {
+        if (const auto agenda = RunningInstance().agenda())
+            return show(*agenda, request);
+    }
+    CalendarSession session(options);
+    if (!session.load())
+        complain("the calendars took too long to load; what is shown is not all");
+    return show(session.agenda(), request);
+}
+
+} // namespace mivora

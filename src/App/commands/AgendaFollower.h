@@ -1,0 +1,41 @@
+#pragma once
+
+#include "App/CalendarSession.h"
+#include "App/RunningInstance.h"
+
+#include <QObject>
+#include <QTimer>
+#include <functional>
+
+namespace mivora {
+
+/// Prints the agenda whenever it changes: that of the running program while there is one, else its own.
+class AgendaFollower final : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Printer = std::function<void(const QJsonObject &agenda)>;
+    enum class RunningProgram { preferred, ignored };
+
+    AgendaFollower(SessionOptions options, RunningProgram running, Printer printer);
+
+    /// Prints the agenda as it is, and goes on from the event loop.
+    void start();
+
+private:
+    void followSession();
+    void followInstance();
+    void refreshSession();
+    void show(const QJsonObject &agenda);
+
+    SessionOptions m_options;
+    Printer m_printer;
+    QJsonObject m_shown;
+    RunningInstance m_instance;
+    RunningProgram m_running;
+    std::unique_ptr<CalendarSession> m_session;
+    QTimer m_timer;
+};
+
+} // namespace mivora

@@ -1,0 +1,22 @@
+#include "App/commands/RemoteCommand.h"
+
+#include "App/Output.h"
+#include "App/RunningInstance.h"
+
+namespace mivora {
+
+int runRemote(const RemoteRequest &request)
+{
+    const RunningInstance instance;
+    if (!instance.isThere()) {
+        complain("Mivora is not running; start it with `mivora`");
+        return exitCouldNot;
+    }
+    const auto failure =
+        instance.perform(QString::fromStdString(request.action), QString::fromStdString(request.page));
+    if (failure)
+        complain(failure->toStdString());
+    return failure ? exitCouldNot : exitDone;
+}
+
+} // namespace mivora

@@ -1,0 +1,66 @@
+#include "App/CommandLine.h"
+#include "App/Output.h"
+#include "App/RunApplication.h"
+#include "App/commands/AccessCommand.h"
+#include "App/commands/AgendaCommand.h"
+#include "App/commands/DefaultsCommand.h"
+#include "App/commands/DetectCommand.h"
+#include "App/commands/RemoteCommand.h"
+#include "Platform/linux/LinuxPlatform.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+using namespace mivora;
+
+/// One overload for each request; commands get an event loop without a display.
+struct Runner
+{
+    int &argc;
+    char **argv;
+
+    int operator()(const StartRequest &) const { return runApplication(argc, argv); }
+
+    int operator()(const FinishedRequest &request) const
+    {
+        if (request.exitStatus == exitDone)
+            print(request.text);
+        else
+            std::fputs(request.text.c_str(), stderr);
+        return request.exitStatus;
+    }
+
+    int operator()(const DetectRequest &request) const { return runDetect(request); }
+
+    int operator()(const AgendaRequest &request) const
+    {
+        const QCoreApplication application(argc, argv);
+        return runAgenda(request);
+    }
+
+    int operator()(const DefaultsRequest &request) const
+    {
+        const QCoreApplication application(argc, argv);
+        return runDefaults(request, *makeLinuxDefaultsStore());
+    }
+
+    int operator()(const AccessRequest &request) const
+    {
+        const QCoreApplication application(argc, argv);
+        return runAccess(request);
+    }
+
+    int operator()(const RemoteRequest &request) const
+    {
+        const QCoreApplication application(argc, argv);
+        return runRemote(request);
+    }
+};
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    return std::visit(Runner{argc, argv}, parseCommandLine(argc, argv));
+}

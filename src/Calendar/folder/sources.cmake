@@ -1,0 +1,24 @@
+target_sources(
+    Calendar
+    PRIVATE folder/CalendarRoots.cpp
+            folder/CalendarRoots.h
+            folder/ChangeBatch.cpp
+            folder/ChangeBatch.h
+            folder/CollectionLayout.cpp
+            folder/CollectionLayout.h
+            folder/FileIndex.cpp
+            folder/FileIndex.h
+            folder/FileLoading.cpp
+            folder/FileLoading.h
+            folder/FileReading.cpp
+            folder/FileReading.h
+            folder/FolderLoader.cpp
+            folder/FolderLoader.h
+            folder/FolderStore.cpp
+            folder/FolderStore.h
+            folder/FolderTree.cpp
+            folder/FolderTree.h
+            folder/FolderWatch.cpp
+            folder/FolderWatch.h
+            folder/OccurrenceList.cpp
+            folder/OccurrenceList.h)
