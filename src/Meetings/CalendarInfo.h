@@ -10,11 +10,11 @@ namespace mivora {
 /// One of the user's calendars, as the settings list it.
 struct CalendarInfo
 {
-    std::string id;
-    std::string title;
+    std::string id{};
+    std::string title{};
     /// The account that holds the calendar; empty when there is none.
-    std::string accountTitle;
-    std::optional<Color> color;
+    std::string accountTitle{};
+    std::optional<Color> color{};
 
     friend bool operator==(const CalendarInfo &, const CalendarInfo &) = default;
 };

@@ -14,7 +14,7 @@ struct JoinLink
     /// The https link as found, redirects unwrapped.
     Url webURL;
     /// The link that opens the service's own app; only Zoom, Teams and FaceTime have one.
-    std::optional<Url> nativeURL;
+    std::optional<Url> nativeURL{};
 
     friend bool operator==(const JoinLink &, const JoinLink &) = default;
 };

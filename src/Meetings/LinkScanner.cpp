@@ -70,8 +70,7 @@ std::size_t findOpening(std::string_view text, std::size_t from)
             return begin;
         at += Bytes::size();
     }
-    // What is too short for a comparison of many bytes, with the beginning of an opening whose colon is in
-    // it.
+    // The rest is too short for many bytes at a time; an opening with its colon there may begin before it.
     return text.find(opening, at - std::min(colonInOpening, at - from));
 }
 

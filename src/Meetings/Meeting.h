@@ -20,18 +20,18 @@ std::string_view participationName(Participation participation);
 /// A copy of one occurrence of a calendar event, independent of the store it came from.
 struct EventSnapshot
 {
-    std::optional<std::string> eventIdentifier;
-    std::optional<std::string> title;
+    std::optional<std::string> eventIdentifier{};
+    std::optional<std::string> title{};
     Timestamp start{};
     Timestamp end{};
-    std::string calendarID;
-    std::optional<Color> calendarColor;
+    std::string calendarID{};
+    std::optional<Color> calendarColor{};
     bool isAllDay = false;
     Participation participation = Participation::unknown;
     std::int64_t attendeeCount = 0;
-    std::optional<std::string> url;
-    std::optional<std::string> location;
-    std::optional<std::string> notes;
+    std::optional<std::string> url{};
+    std::optional<std::string> location{};
+    std::optional<std::string> notes{};
 };
 
 /// One occurrence of a calendar event as the user sees it.
@@ -39,17 +39,17 @@ struct Meeting
 {
     /// Identifies one exact occurrence: the event's identifier, "@" and the start in whole seconds since
     /// 1970. Occurrences of a repeating event differ in it, and a moved event gets a new one.
-    std::string id;
+    std::string id{};
     /// Never empty: "Untitled" stands for a missing title.
-    std::string title;
+    std::string title{};
     Timestamp start{};
     Timestamp end{};
-    std::string calendarID;
-    std::optional<Color> calendarColor;
+    std::string calendarID{};
+    std::optional<Color> calendarColor{};
     bool isAllDay = false;
     Participation participation = Participation::unknown;
     std::int64_t attendeeCount = 0;
-    std::optional<JoinLink> joinLink;
+    std::optional<JoinLink> joinLink{};
 
     friend bool operator==(const Meeting &, const Meeting &) = default;
 

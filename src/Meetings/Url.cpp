@@ -1,8 +1,7 @@
 #include "Meetings/Url.h"
 
-#include <boost/url/decode_view.hpp>
 #include <boost/url/parse.hpp>
-#include <boost/url/parse_query.hpp>
+#include <boost/url/pct_string_view.hpp>
 #include <boost/url/url_view.hpp>
 
 #include <algorithm>
@@ -32,6 +31,20 @@ bool isValidAuthority(const boost::urls::url_view &url)
     return !url.encoded_host().empty() && isPort(url.port()) && pathFitsAuthority(url);
 }
 
+/// The text that the percent-encoded \a part of a valid URL stands for. A "+" stays as it is.
+std::string decoded(std::string_view part)
+{
+    return boost::urls::pct_string_view(part).decode();
+}
+
+/// Removes what \a rest begins with, up to the first \a delimiter and this too, and returns it without this.
+std::string_view takeUntil(char delimiter, std::string_view &rest)
+{
+    const std::string_view taken = rest.substr(0, rest.find(delimiter));
+    rest.remove_prefix(std::min(taken.size() + 1, rest.size()));
+    return taken;
+}
+
 } // namespace
 
 std::optional<Url> Url::parse(std::string_view text)
@@ -58,7 +71,7 @@ std::optional<std::string_view> Url::host() const
 
 std::string Url::path() const
 {
-    return boost::urls::pct_string_view(part(m_path)).decode();
+    return decoded(part(m_path));
 }
 
 std::vector<std::string> Url::pathComponents() const
@@ -68,23 +81,22 @@ std::vector<std::string> Url::pathComponents() const
     if (rest.starts_with('/'))
         components.emplace_back("/");
     while (!rest.empty()) {
-        const std::string_view component = rest.substr(0, rest.find('/'));
+        const std::string_view component = takeUntil('/', rest);
         if (!component.empty())
-            components.push_back(boost::urls::pct_string_view(component).decode());
-        rest.remove_prefix(std::min(component.size() + 1, rest.size()));
+            components.push_back(decoded(component));
     }
     return components;
 }
 
 std::optional<std::string> Url::queryValue(std::string_view name) const
 {
-    const auto items = boost::urls::parse_query(part(m_query));
-    if (!items)
-        return std::nullopt;
-    for (const auto &item : *items) {
-        // Comparing decoded text, as a name may be percent-encoded as well.
-        if (*item.key == name)
-            return item.has_value ? std::optional(item.value.decode()) : std::nullopt;
+    // Not Boost.URL's parse_query, which in 1.81 reads beyond the end of the last value.
+    std::string_view items = part(m_query);
+    while (!items.empty()) {
+        std::string_view item = takeUntil('&', items);
+        const bool hasValue = item.find('=') != std::string_view::npos;
+        if (decoded(takeUntil('=', item)) == name)
+            return hasValue ? std::optional(decoded(item)) : std::nullopt;
     }
     return std::nullopt;
 }

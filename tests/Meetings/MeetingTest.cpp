@@ -1,0 +1,84 @@
+#include "Meetings/Meeting.h"
+
+#include <gmock/gmock.h>
+
+#include <limits>
+
+namespace mivora {
+
+namespace {
+
+Meeting meetingAt(double seconds, std::optional<std::string> identifier = "ABC")
+{
+    return Meeting::fromSnapshot(
+        {.eventIdentifier = std::move(identifier), .start = timestampFromSeconds(seconds)});
+}
+
+TEST(MeetingTest, namesOneOccurrence)
+{
+    EXPECT_EQ(meetingAt(1'700'000'000.9).id, "ABC@1700000000");
+    EXPECT_EQ(meetingAt(-1.9).id, "ABC@-1");
+    EXPECT_EQ(meetingAt(-0.5).id, "ABC@0");
+    EXPECT_EQ(meetingAt(0, std::nullopt).id, "@0");
+    EXPECT_EQ(meetingAt(-0x1p63).id, "ABC@-9223372036854775808");
+}
+
+TEST(MeetingDeathTest, refusesAStartThatIsNoDate)
+{
+    testing::GTEST_FLAG(death_test_style) = "threadsafe";
+    using Limits = std::numeric_limits<double>;
+    for (const double start :
+         {Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(), 0x1p63, -0x1.1p63})
+        EXPECT_DEATH(meetingAt(start), "no date") << start;
+}
+
+TEST(MeetingTest, trimsItsTitle)
+{
+    const struct
+    {
+        std::optional<std::string> stored;
+        const char *shown;
+    } rows[] = {
+        {std::nullopt, "Untitled"},
+        {"", "Untitled"},
+        {" \t\r\n\u00a0\u2028\u3000\u0085", "Untitled"},
+        {" Stand-up\n", "Stand-up"},
+        {"\u2003Design  review\v\f", "Design  review"},
+        {"\u200bStand-up\u200b", "\u200bStand-up\u200b"},
+        {"\xa0Stand-up\xe2\x80", "\xa0Stand-up\xe2\x80"},
+    };
+
+    for (const auto &row : rows)
+        EXPECT_EQ(Meeting::fromSnapshot({.title = row.stored}).title, row.shown);
+}
+
+TEST(MeetingTest, looksForItsLinkInUrlLocationAndNotes)
+{
+    EXPECT_EQ(Meeting::fromSnapshot({.url = "https://a.b", .notes = "https://c.d"}).joinLink->webURL.text(),
+              "https://a.b");
+    EXPECT_EQ(
+        Meeting::fromSnapshot({.location = "https://c.d", .notes = "https://e.f"}).joinLink->webURL.text(),
+        "https://c.d");
+    EXPECT_EQ(Meeting::fromSnapshot({.notes = "none"}).joinLink, std::nullopt);
+}
+
+TEST(MeetingTest, differsWhenOnlyTheAppLinkDoes)
+{
+    const Meeting meeting = Meeting::fromSnapshot({.url = "https://zoom.us/j/1"});
+    Meeting other = meeting;
+    EXPECT_EQ(meeting, other);
+    other.joinLink->nativeURL.reset();
+    EXPECT_NE(meeting, other);
+}
+
+TEST(ServiceTest, isStoredUnderItsRawValueOnly)
+{
+    for (const Service service : allServices)
+        EXPECT_EQ(serviceFromRawValue(rawValue(service)), service);
+    for (const char *raw : {"Zoom", "", "zoom ", "skype", "Link"})
+        EXPECT_EQ(serviceFromRawValue(raw), std::nullopt) << raw;
+}
+
+} // namespace
+
+} // namespace mivora
