@@ -20,6 +20,10 @@ if(MIVORA_CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${MIVORA_CCACHE})
 endif()
 
+# What a sanitizer build and a fuzz build need to build.
+add_custom_target(unit_tests)
+add_custom_target(fuzzers)
+
 # Settings that every target of ours is compiled and linked with.
 add_library(MivoraOptions INTERFACE)
 target_compile_options(MivoraOptions INTERFACE -Wall -Wextra)
@@ -91,6 +95,9 @@ function(mivora_test name)
     if(NOT arg_LABELS)
         set(arg_LABELS unit)
     endif()
+    if("unit" IN_LIST arg_LABELS)
+        add_dependencies(unit_tests ${name})
+    endif()
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} LABELS "${arg_LABELS}")
 endfunction()
@@ -107,6 +114,7 @@ function(mivora_fuzz name)
     target_link_libraries(${name} PRIVATE ${arg_DEPENDS} ${arg_LIBRARIES} MivoraOptions)
     target_compile_options(${name} PRIVATE -fsanitize=fuzzer)
     target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+    add_dependencies(fuzzers ${name})
     set(found ${CMAKE_BINARY_DIR}/corpus/${name})
     file(MAKE_DIRECTORY ${found})
     add_test(NAME ${name} COMMAND ${name} -max_total_time=10 -timeout=10 -rss_limit_mb=2048 ${found}

@@ -5,17 +5,19 @@
 #include "Preferences/PanelCorner.h"
 
 #include <QObject>
-#include <QString>
+#include <array>
 #include <optional>
 #include <set>
+#include <string>
+#include <vector>
 
 namespace mivora {
 
 class DefaultsStore;
 class LoginItem;
 
-/// The user's settings. Every setter writes through to the store at once and announces a real change; a change
-/// made by another process is read in and announced the same way. Main thread only.
+/// The user's settings. Every setter writes through to the store at once and announces a real change; a
+/// change made by another process is read in and announced the same way. Main thread only.
 class Preferences : public QObject
 {
     Q_OBJECT
@@ -26,45 +28,56 @@ public:
     static constexpr std::array leadMinuteChoices{0, 1, 2, 5};
 
     /// Reads all settings from \a store. \a loginItem is only asked and changed for the standard store.
+    /// Both must outlive the preferences.
     Preferences(DefaultsStore &store, LoginItem &loginItem, QObject *parent = nullptr);
 
     /// Whether the next meeting's title stands beside the countdown.
     bool showTitle() const { return m_showTitle; }
+
     void setShowTitle(bool show);
 
     /// The greatest number of characters of that title: 8 to 60 when read; stored as given.
     int titleWidth() const { return m_titleWidth; }
+
     void setTitleWidth(int characters);
 
     /// How many minutes before the start the panel is shown: 0, 1, 2 or 5.
     int leadMinutes() const { return m_leadMinutes; }
+
     void setLeadMinutes(int minutes);
 
     PanelCorner panelCorner() const { return m_panelCorner; }
+
     void setPanelCorner(PanelCorner corner);
 
     /// Whether meetings without a link get a panel too.
     bool remindWithoutLink() const { return m_remindWithoutLink; }
+
     void setRemindWithoutLink(bool remind);
 
     /// The global shortcut that joins the next meeting, if there is one.
     const std::optional<kelo::HotKeyCombo> &joinHotKey() const { return m_joinHotKey; }
+
     /// Announces joinHotKeyWasSet() even when \a combo is what was set before.
     void setJoinHotKey(const std::optional<kelo::HotKeyCombo> &combo);
 
     /// The calendars whose events are ignored.
     const std::set<std::string> &disabledCalendarIDs() const { return m_disabledCalendarIDs; }
+
     void setDisabledCalendarIDs(const std::set<std::string> &ids);
 
     /// The services whose links open in the browser even where their app is installed.
     const std::set<Service> &browserServices() const { return m_browserServices; }
+
     void setBrowserServices(const std::set<Service> &services);
 
     bool hasCompletedOnboarding() const { return m_hasCompletedOnboarding; }
+
     void setHasCompletedOnboarding(bool completed);
 
     /// Mirrors the desktop's login item; not stored. Keeps the new value even when the change failed.
     bool launchAtLogin() const { return m_launchAtLogin; }
+
     void setLaunchAtLogin(bool launch);
 
 Q_SIGNALS:
@@ -82,6 +95,11 @@ Q_SIGNALS:
     void joinHotKeyWasSet();
 
 private:
+    using Changed = void (Preferences::*)();
+
+    void readStore();
+    template<typename T> void assign(T &member, const T &value, Changed changed);
+
     DefaultsStore &m_store;
     LoginItem &m_loginItem;
     bool m_showTitle = true;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Meetings/Meeting.h"
+#include "Scheduling/Decisions.h"
 
 #include <QObject>
 #include <QTimeZone>
@@ -19,9 +20,9 @@ class Preferences;
 
 /// The central state: today's meetings that still matter, the next one, and the one whose panel is due.
 ///
-/// Everything is computed anew by refresh(). What the user decided about a meeting (snoozed, dismissed, joined)
-/// lives in memory only and is forgotten when the meeting leaves today's list. Main thread only.
-class Scheduler : public QObject
+/// Everything is computed anew by refresh(). What the user decided about a meeting (snoozed, dismissed,
+/// joined) lives in memory only and is forgotten when the meeting leaves today's list. Main thread only.
+class Scheduler final : public QObject
 {
     Q_OBJECT
 
@@ -32,7 +33,9 @@ public:
     /// Fetches nothing until the first refresh(). The three must outlive the scheduler.
     Scheduler(EventSource &source, const Preferences &prefs, const Clock &clock, QObject *parent = nullptr);
 
-    /// Recomputes all state from the calendars and settings, then calls the callbacks.
+    /// Recomputes all state from the calendars and settings, then calls the callbacks. Called by one of
+    /// these, or by a slot of the signals below, it is a mistake (an assertion) and runs later, from the
+    /// event loop.
     void refresh();
 
     /// Hides the panel of the meeting for a minute from now, replacing an earlier snooze.
@@ -46,21 +49,29 @@ public:
 
     /// Today's meetings that have not ended, sorted by start, then title.
     const std::vector<Meeting> &todaysMeetings() const { return m_todaysMeetings; }
+
     /// Tomorrow's meetings; filled from 18:00 on when nothing is left today.
     const std::vector<Meeting> &tomorrowsMeetings() const { return m_tomorrowsMeetings; }
+
     /// The next meeting; a running one stays next until it ends.
     const std::optional<Meeting> &next() const { return m_next; }
+
     /// The meeting whose panel is to be shown now.
     const std::optional<Meeting> &panelRequest() const { return m_panelRequest; }
 
-    const std::map<std::string, Timestamp> &snoozedUntil() const { return m_snoozedUntil; }
-    const std::set<std::string> &dismissed() const { return m_dismissed; }
-    const std::set<std::string> &joined() const { return m_joined; }
+    const std::map<std::string, Timestamp> &snoozedUntil() const { return m_decisions.snoozedUntil; }
 
-    /// The zone whose days are meant; the system's when not set. Takes effect at the next refresh.
+    const std::set<std::string> &dismissed() const { return m_decisions.dismissed; }
+
+    const std::set<std::string> &joined() const { return m_decisions.joined; }
+
+    /// The zone whose days are meant: the system's current one unless another is set.
+    QTimeZone timeZone() const;
+
+    /// Takes effect at the next refresh.
     void setTimeZone(const QTimeZone &zone) { m_zone = zone; }
 
-    /// Called when another meeting, or none, is to have the panel. Must not call refresh().
+    /// Called when another meeting, told by its id, or none is to have the panel. Must not call refresh().
     std::function<void(const std::optional<Meeting> &)> onPanelChange;
     /// Called at the end of every refresh. Must not call refresh().
     std::function<void()> onRefresh;
@@ -72,6 +83,17 @@ Q_SIGNALS:
     void panelRequestChanged();
 
 private:
+    using CalendarSelection = std::optional<std::set<std::string>>;
+
+    /// The calendars to read; nothing when all are.
+    CalendarSelection selectedCalendars() const;
+    /// The relevant meetings of [start, end); none without access.
+    std::vector<Meeting> fetch(Timestamp start, Timestamp end, const CalendarSelection &selection,
+                               Timestamp now) const;
+    void updateMeetings(Timestamp now);
+    void forgetDecisions();
+    void updatePanelRequest(Timestamp now);
+
     EventSource &m_source;
     const Preferences &m_prefs;
     const Clock &m_clock;
@@ -80,9 +102,8 @@ private:
     std::vector<Meeting> m_tomorrowsMeetings;
     std::optional<Meeting> m_next;
     std::optional<Meeting> m_panelRequest;
-    std::map<std::string, Timestamp> m_snoozedUntil;
-    std::set<std::string> m_dismissed;
-    std::set<std::string> m_joined;
+    Decisions m_decisions;
+    bool m_isRefreshing = false;
 };
 
 } // namespace mivora

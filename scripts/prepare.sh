@@ -1,0 +1,57 @@
+# Sourced by run and test: installs what is missing, configures and builds.
+
+# Prints the packages of the given lists that are not installed.
+missing_packages() {
+    local wanted
+    wanted=$(grep -hv '^#' "$@" | sort -u)
+    # shellcheck disable=SC2086
+    comm -23 <(printf '%s\n' $wanted) \
+        <(dpkg-query -W -f '${db:Status-Abbrev} ${Package}\n' $wanted 2>/dev/null | sed -n 's/^ii  *//p' | sort -u)
+}
+
+# Installs the packages of the given lists; returns at once when they are all there.
+install_packages() {
+    local missing as_root=()
+    if ! command -v dpkg-query >/dev/null; then
+        echo "This is no Debian system: install the equivalents of $* yourself, if they are missing." >&2
+        return 0
+    fi
+    missing=$(missing_packages "$@")
+    [ -z "$missing" ] && return 0
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            echo "Mivora needs these packages, and installing them needs root. As root, run:" >&2
+            echo "  apt-get install --no-install-recommends" $missing >&2
+            return 1
+        fi
+        as_root=(sudo)
+    fi
+    echo "Installing what is missing:" $missing >&2
+    "${as_root[@]}" apt-get update -q >&2 || return 1
+    # shellcheck disable=SC2086
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -qy --no-install-recommends $missing >&2 || {
+        echo "apt-get could not install the packages above; its own message says why." >&2
+        return 1
+    }
+}
+
+# build PRESET [TARGET…]: configures when needed and builds, quietly unless something is wrong.
+build() {
+    local preset=$1
+    shift
+    if [ ! -f "build/$preset/build.ninja" ]; then
+        echo "Configuring ($preset)…" >&2
+        cmake --preset "$preset" >"/tmp/mivora-configure.$$" 2>&1 || {
+            cat "/tmp/mivora-configure.$$" >&2
+            rm -f "/tmp/mivora-configure.$$"
+            return 1
+        }
+        rm -f "/tmp/mivora-configure.$$"
+    fi
+    echo "Building ($preset)…" >&2
+    if [ $# -gt 0 ]; then
+        cmake --build --preset "$preset" --target "$@" >&2
+    else
+        cmake --build --preset "$preset" >&2
+    fi
+}

@@ -1,0 +1,166 @@
+#include "App/AgendaJson.h"
+
+#include "App/Rfc3339.h"
+#include "JoinPanel/PanelText.h"
+#include "Preferences/Preferences.h"
+#include "Scheduling/Scheduler.h"
+#include "StatusBar/ShortTime.h"
+
+#include <QJsonArray>
+#include <QLocale>
+
+namespace mivora {
+
+namespace {
+
+QJsonValue textOrNull(const std::optional<QString> &text)
+{
+    return text ? QJsonValue(*text) : QJsonValue(QJsonValue::Null);
+}
+
+QString qString(std::string_view text)
+{
+    return QString::fromUtf8(text.data(), qsizetype(text.size()));
+}
+
+QJsonValue urlOrNull(const std::optional<Url> &url)
+{
+    return url ? QJsonValue(qString(url->text())) : QJsonValue(QJsonValue::Null);
+}
+
+QJsonValue idOrNull(const std::optional<Meeting> &meeting)
+{
+    return meeting ? QJsonValue(qString(meeting->id)) : QJsonValue(QJsonValue::Null);
+}
+
+QString authorizationName(CalendarAuthorization authorization)
+{
+    switch (authorization) {
+    case CalendarAuthorization::granted:
+        return QStringLiteral("granted");
+    case CalendarAuthorization::denied:
+        return QStringLiteral("denied");
+    case CalendarAuthorization::notDetermined:
+        break;
+    }
+    return QStringLiteral("notDetermined");
+}
+
+QJsonObject meetingJson(const Meeting &meeting, const AgendaContext &context)
+{
+    QJsonObject json{
+        {QStringLiteral("id"), qString(meeting.id)},
+        {QStringLiteral("title"), qString(meeting.title)},
+        {QStringLiteral("start"), rfc3339(meeting.start, context.zone)},
+        {QStringLiteral("end"), rfc3339(meeting.end, context.zone)},
+        {QStringLiteral("calendarID"), qString(meeting.calendarID)},
+        {QStringLiteral("calendarColor"), meeting.calendarColor ? QJsonValue(qString(meeting.calendarColor->hex()))
+                                                                : QJsonValue(QJsonValue::Null)},
+        {QStringLiteral("isAllDay"), meeting.isAllDay},
+        {QStringLiteral("participation"), qString(participationName(meeting.participation))},
+        {QStringLiteral("attendeeCount"), qint64(meeting.attendeeCount)},
+        {QStringLiteral("joinLink"), QJsonValue::Null},
+        {QStringLiteral("linkToOpen"), QJsonValue::Null},
+    };
+    if (meeting.joinLink) {
+        json[QStringLiteral("joinLink")] = joinLinkJson(*meeting.joinLink);
+        json[QStringLiteral("linkToOpen")] =
+            qString(linkToOpen(*meeting.joinLink, context.prefs.browserServices(), context.installed).text());
+    }
+    return json;
+}
+
+QJsonArray meetingsJson(const std::vector<Meeting> &meetings, const AgendaContext &context)
+{
+    QJsonArray json;
+    for (const Meeting &meeting : meetings)
+        json.append(meetingJson(meeting, context));
+    return json;
+}
+
+QJsonObject statusItemJson(const AgendaContext &context)
+{
+    const StatusItemState state =
+        statusItemState(context.scheduler.next(), {context.prefs.showTitle(), context.prefs.titleWidth()},
+                        context.source.authorization(), context.now);
+    return {{QStringLiteral("title"), state.title},
+            {QStringLiteral("urgent"), state.urgent},
+            {QStringLiteral("icon"), state.icon},
+            {QStringLiteral("toolTip"), textOrNull(state.toolTip)}};
+}
+
+QJsonArray menuJson(const AgendaContext &context)
+{
+    QJsonArray json;
+    for (const MenuEntry &entry : menuEntries(context)) {
+        if (entry.separator)
+            json.append(QJsonObject{{QStringLiteral("separator"), true}});
+        else
+            json.append(QJsonObject{{QStringLiteral("title"), entry.title},
+                                    {QStringLiteral("enabled"), entry.enabled},
+                                    {QStringLiteral("keyEquivalent"), entry.keyEquivalent}});
+    }
+    return json;
+}
+
+QJsonValue panelJson(const AgendaContext &context)
+{
+    if (!context.scheduler.panelRequest())
+        return QJsonValue::Null;
+    const PanelText text = panelText(context.scheduler.panelRequest(), context.now);
+    return QJsonObject{{QStringLiteral("title"), text.title},
+                       {QStringLiteral("timeText"), text.timeText},
+                       {QStringLiteral("hasStarted"), text.hasStarted},
+                       {QStringLiteral("serviceName"), textOrNull(text.serviceName)}};
+}
+
+} // namespace
+
+QJsonObject joinLinkJson(const JoinLink &link)
+{
+    return {{QStringLiteral("service"), qString(rawValue(link.service))},
+            {QStringLiteral("webURL"), qString(link.webURL.text())},
+            {QStringLiteral("nativeURL"), urlOrNull(link.nativeURL)}};
+}
+
+std::vector<MenuEntry> menuEntries(const AgendaContext &context)
+{
+    const auto calendars = context.source.calendars();
+    return statusMenu({.authorization = context.source.authorization(),
+                       .today = context.scheduler.todaysMeetings(),
+                       .tomorrow = context.scheduler.tomorrowsMeetings(),
+                       .now = context.now,
+                       .calendars = calendars,
+                       .disabledCalendarIDs = context.prefs.disabledCalendarIDs(),
+                       .joinHotKey = context.joinHotKey,
+                       .canCheckForUpdates = context.canCheckForUpdates,
+                       .formatTime = [zone = context.zone](Timestamp time) {
+                           return shortTime(time, zone, QLocale::system());
+                       }});
+}
+
+QJsonObject agendaJson(const AgendaContext &context)
+{
+    return {
+        {QStringLiteral("now"), rfc3339(context.now, context.zone)},
+        {QStringLiteral("authorization"), authorizationName(context.source.authorization())},
+        {QStringLiteral("today"), meetingsJson(context.scheduler.todaysMeetings(), context)},
+        {QStringLiteral("tomorrow"), meetingsJson(context.scheduler.tomorrowsMeetings(), context)},
+        {QStringLiteral("next"), idOrNull(context.scheduler.next())},
+        {QStringLiteral("panelRequest"), idOrNull(context.scheduler.panelRequest())},
+        {QStringLiteral("statusItem"), statusItemJson(context)},
+        {QStringLiteral("menu"), menuJson(context)},
+        {QStringLiteral("panel"), panelJson(context)},
+    };
+}
+
+bool showsChange(const QJsonObject &before, const QJsonObject &after)
+{
+    QJsonObject left = before;
+    QJsonObject right = after;
+    left.remove(QStringLiteral("now"));
+    right.remove(QStringLiteral("now"));
+    return left != right;
+}
+
+} // namespace mivora

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "Calendar/EventSource.h"
+#include "Meetings/LinkToOpen.h"
+#include "StatusBar/StatusMenu.h"
+#include "StatusBar/StatusText.h"
+
+#include <QJsonObject>
+#include <QTimeZone>
+
+namespace mivora {
+
+class Preferences;
+class Scheduler;
+
+/// What the agenda is made from. Everything must outlive it.
+struct AgendaContext
+{
+    const Scheduler &scheduler;
+    const EventSource &source;
+    const Preferences &prefs;
+    const InstalledApps &installed;
+    Timestamp now{};
+    QTimeZone zone;
+    /// The global shortcut that joins the next meeting, as it is shown; nothing when there is none.
+    std::optional<QString> joinHotKey;
+    bool canCheckForUpdates = false;
+};
+
+/// {"service", "webURL", "nativeURL"}
+QJsonObject joinLinkJson(const JoinLink &link);
+
+/// The menu that the status item shows in \a context.
+std::vector<MenuEntry> menuEntries(const AgendaContext &context);
+
+/// The public JSON form of the program's state; docs/agenda-json.md describes it.
+QJsonObject agendaJson(const AgendaContext &context);
+
+/// Whether two agendas differ in more than the time that they were made at.
+bool showsChange(const QJsonObject &before, const QJsonObject &after);
+
+} // namespace mivora

@@ -1,0 +1,228 @@
+#include "App/AgendaTable.h"
+
+#include "App/Output.h"
+#include "App/Rfc3339.h"
+#include "StatusBar/ShortTime.h"
+
+#include <QCoreApplication>
+#include <QJsonArray>
+#include <QLocale>
+#include <QTextBoundaryFinder>
+#include <algorithm>
+#include <cstdlib>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+namespace mivora {
+
+namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("Agenda", text);
+}
+
+/// One meeting, ready to be laid out.
+struct Row
+{
+    QString id;
+    QString time;
+    QString title;
+    QString note;
+    QString colour;
+};
+
+/// Builds the lines; knows nothing of what they mean.
+class TableWriter
+{
+public:
+    explicit TableWriter(const TableStyle &style) : m_style(style) {}
+
+    void heading(const QString &text) { m_text += styled(QStringLiteral("1"), text) + QLatin1Char('\n'); }
+    void line(const QString &text) { m_text += text + QLatin1Char('\n'); }
+    void rows(const QList<Row> &rows, const QString &nextID);
+
+    std::string text() const { return m_text.toStdString(); }
+
+private:
+    QString styled(const QString &code, const QString &text) const;
+    QString swatch(const QString &hex) const;
+
+    TableStyle m_style;
+    QString m_text;
+};
+
+/// Terminals draw East Asian and emoji characters two columns wide (Unicode Standard Annex 11, roughly).
+int columns(const QString &text)
+{
+    int width = 0;
+    for (const char32_t c : text.toUcs4()) {
+        const auto category = QChar::category(c);
+        if (category == QChar::Mark_NonSpacing || category == QChar::Mark_Enclosing || category == QChar::Other_Format)
+            continue;
+        const bool wide = (c >= 0x1100 && c <= 0x115F) || (c >= 0x2E80 && c <= 0xA4CF) ||
+                          (c >= 0xAC00 && c <= 0xD7A3) || (c >= 0xF900 && c <= 0xFAFF) ||
+                          (c >= 0xFE30 && c <= 0xFE6F) || (c >= 0xFF00 && c <= 0xFF60) ||
+                          (c >= 0x1F300 && c <= 0x1FAFF) || (c >= 0x20000 && c <= 0x3FFFD);
+        width += wide ? 2 : 1;
+    }
+    return width;
+}
+
+QString shortened(const QString &text, int width)
+{
+    if (width <= 0 || columns(text) <= width)
+        return text;
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+    qsizetype end = 0;
+    for (qsizetype next = finder.toNextBoundary(); next > 0; next = finder.toNextBoundary()) {
+        if (columns(text.left(next)) > width - 1)
+            break;
+        end = next;
+    }
+    return text.left(end).trimmed() + QStringLiteral("…");
+}
+
+QString padded(const QString &text, int width)
+{
+    return text + QString(std::max(0, width - columns(text)), QLatin1Char(' '));
+}
+
+int widest(const QList<Row> &rows, QString Row::*column)
+{
+    int width = 0;
+    for (const Row &row : rows)
+        width = std::max(width, columns(row.*column));
+    return width;
+}
+
+void TableWriter::rows(const QList<Row> &rows, const QString &nextID)
+{
+    const int timeWidth = widest(rows, &Row::time);
+    const int noteWidth = widest(rows, &Row::note);
+    const int limit = m_style.width > 0 ? std::max(10, m_style.width - timeWidth - noteWidth - 8) : 60;
+    const int titleWidth = std::min(limit, widest(rows, &Row::title));
+    for (const Row &row : rows) {
+        const bool isNext = !nextID.isEmpty() && row.id == nextID;
+        const QString title = padded(shortened(row.title, titleWidth), row.note.isEmpty() ? 0 : titleWidth);
+        QString text = (isNext ? QStringLiteral("→ ") : QStringLiteral("  ")) + padded(row.time, timeWidth) +
+                       QStringLiteral("  ") + swatch(row.colour) + styled(isNext ? QStringLiteral("1") : QString(), title);
+        if (!row.note.isEmpty())
+            text += QStringLiteral("  ") + styled(QStringLiteral("2"), row.note);
+        line(text);
+    }
+}
+
+QString TableWriter::styled(const QString &code, const QString &text) const
+{
+    if (!m_style.colours || code.isEmpty())
+        return text;
+    return QStringLiteral("\033[%1m%2\033[0m").arg(code, text);
+}
+
+QString TableWriter::swatch(const QString &hex) const
+{
+    if (!m_style.colours)
+        return {};
+    const auto colour = Color::fromHex(hex.toStdString());
+    if (!colour)
+        return QStringLiteral("  ");
+    return styled(QStringLiteral("38;2;%1;%2;%3").arg(colour->red).arg(colour->green).arg(colour->blue),
+                  QStringLiteral("▍")) +
+           QLatin1Char(' ');
+}
+
+QString cleaned(const QString &text)
+{
+    return QString::fromStdString(singleLine(text.toStdString()));
+}
+
+QString clock(const QJsonValue &time, const QTimeZone &zone)
+{
+    const auto instant = timestampFromRfc3339(time.toString().toStdString());
+    return instant ? shortTime(*instant, zone, QLocale::system()) : QString();
+}
+
+Row rowOf(const QJsonObject &meeting, const QTimeZone &zone)
+{
+    Row row;
+    row.id = meeting.value(QLatin1String("id")).toString();
+    row.time = clock(meeting.value(QLatin1String("start")), zone) + QStringLiteral(" – ") +
+               clock(meeting.value(QLatin1String("end")), zone);
+    row.title = cleaned(meeting.value(QLatin1String("title")).toString());
+    row.colour = meeting.value(QLatin1String("calendarColor")).toString();
+    const auto link = meeting.value(QLatin1String("joinLink")).toObject();
+    if (const auto service = serviceFromRawValue(link.value(QLatin1String("service")).toString().toStdString()))
+        row.note = QString::fromUtf8(displayName(*service).data(), qsizetype(displayName(*service).size()));
+    return row;
+}
+
+QList<Row> rowsOf(const QJsonValue &meetings, const QTimeZone &zone)
+{
+    QList<Row> rows;
+    for (const QJsonValue &meeting : meetings.toArray())
+        rows.append(rowOf(meeting.toObject(), zone));
+    return rows;
+}
+
+QString dayOf(const QJsonObject &agenda, const QTimeZone &zone)
+{
+    const auto now = timestampFromRfc3339(agenda.value(QLatin1String("now")).toString().toStdString());
+    if (!now)
+        return {};
+    const auto date = QDateTime::fromSecsSinceEpoch(qint64(secondsSinceEpoch(*now)), zone).date();
+    return QLocale::system().toString(date, QLocale::LongFormat);
+}
+
+QString linkOfNext(const QJsonObject &agenda)
+{
+    for (const QJsonValue &meeting : agenda.value(QLatin1String("today")).toArray()) {
+        if (meeting[QLatin1String("id")] == agenda.value(QLatin1String("next")))
+            return meeting[QLatin1String("linkToOpen")].toString();
+    }
+    return {};
+}
+
+} // namespace
+
+TableStyle TableStyle::forStandardOutput()
+{
+    TableStyle style;
+    if (!isatty(STDOUT_FILENO))
+        return style;
+    const char *noColour = std::getenv("NO_COLOR");
+    const char *terminal = std::getenv("TERM");
+    style.colours = (!noColour || !*noColour) && terminal && std::string_view(terminal) != "dumb";
+    winsize size{};
+    if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0)
+        style.width = size.ws_col;
+    return style;
+}
+
+std::string agendaTable(const QJsonObject &agenda, const QTimeZone &zone, const TableStyle &style)
+{
+    TableWriter writer(style);
+    const QString nextID = agenda.value(QLatin1String("next")).toString();
+    const auto today = rowsOf(agenda.value(QLatin1String("today")), zone);
+    const auto tomorrow = rowsOf(agenda.value(QLatin1String("tomorrow")), zone);
+
+    writer.heading(dayOf(agenda, zone));
+    if (today.isEmpty())
+        writer.line(QStringLiteral("  ") + tr("No more meetings today"));
+    writer.rows(today, nextID);
+    if (!tomorrow.isEmpty()) {
+        writer.heading(tr("Tomorrow"));
+        writer.rows(tomorrow, {});
+    }
+    const QString title = agenda.value(QLatin1String("statusItem")).toObject().value(QLatin1String("title")).toString();
+    if (!title.isEmpty()) {
+        const QString link = linkOfNext(agenda);
+        writer.line(QString());
+        writer.line(tr("Next:") + QLatin1Char(' ') + cleaned(title).trimmed());
+        if (!link.isEmpty())
+            writer.line(tr("Join:") + QLatin1Char(' ') + link);
+    }
+    return writer.text();
+}
+
+} // namespace mivora

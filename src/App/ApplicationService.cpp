@@ -1,0 +1,99 @@
+#include "App/ApplicationService.h"
+
+#include "App/AgendaJson.h"
+
+#include <QDBusAbstractAdaptor>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QJsonDocument>
+
+namespace mivora {
+
+/// org.freedesktop.Application, as the Desktop Entry Specification describes it.
+class ApplicationAdaptor final : public QDBusAbstractAdaptor
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
+
+public:
+    explicit ApplicationAdaptor(ApplicationService *service) : QDBusAbstractAdaptor(service), m_service(service)
+    {
+    }
+
+public Q_SLOTS:
+    void Activate(const QVariantMap &) { m_service->m_actions.activate(); }
+
+    /// Mivora opens no documents: being asked to is being started again.
+    void Open(const QStringList &, const QVariantMap &) { m_service->m_actions.activate(); }
+
+    void ActivateAction(const QString &action, const QVariantList &parameters, const QVariantMap &,
+                        const QDBusMessage &call)
+    {
+        const QString argument = parameters.isEmpty() ? QString() : parameters.first().toString();
+        if (const auto failure = m_service->m_actions.perform(action, argument)) {
+            call.setDelayedReply(true);
+            m_service->m_bus.send(
+                call.createErrorReply(QStringLiteral("app.kelo.Mivora.Error.CouldNot"), *failure));
+        }
+    }
+
+private:
+    ApplicationService *m_service;
+};
+
+/// The agenda and its change signal, for the command line and status bars.
+class AgendaAdaptor final : public QDBusAbstractAdaptor
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "app.kelo.Mivora.Agenda")
+
+public:
+    explicit AgendaAdaptor(ApplicationService *service) : QDBusAbstractAdaptor(service), m_service(service) {}
+
+public Q_SLOTS:
+    QString Agenda() { return QString::fromUtf8(m_service->m_actions.agenda()); }
+
+Q_SIGNALS:
+    void AgendaChanged(const QString &agenda);
+
+private:
+    ApplicationService *m_service;
+};
+
+ApplicationService::ApplicationService(QDBusConnection bus, ApplicationActions actions, QObject *parent)
+    : QObject(parent), m_bus(std::move(bus)), m_actions(std::move(actions))
+{
+    new ApplicationAdaptor(this);
+    m_agenda = new AgendaAdaptor(this);
+    m_bus.registerObject(QLatin1String(applicationObjectPath), this, QDBusConnection::ExportAdaptors);
+}
+
+ApplicationService::~ApplicationService()
+{
+    m_bus.unregisterObject(QLatin1String(applicationObjectPath));
+    m_bus.unregisterService(QLatin1String(applicationBusName));
+}
+
+bool ApplicationService::claimName()
+{
+    if (!m_bus.isConnected())
+        return true;
+    const auto reply = m_bus.interface()->registerService(QLatin1String(applicationBusName));
+    return reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered;
+}
+
+void ApplicationService::announceAgenda()
+{
+    if (!m_bus.isConnected())
+        return;
+    const QByteArray agenda = m_actions.agenda();
+    const QJsonObject before = QJsonDocument::fromJson(m_announced).object();
+    if (!m_announced.isEmpty() && !showsChange(before, QJsonDocument::fromJson(agenda).object()))
+        return;
+    m_announced = agenda;
+    Q_EMIT m_agenda->AgendaChanged(QString::fromUtf8(agenda));
+}
+
+} // namespace mivora
+
+#include "ApplicationService.moc"

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QObject>
+#include <QVariantList>
+#include <QVariantMap>
+#include <functional>
+#include <optional>
+
+namespace mivora {
+
+/// Names on the session bus.
+inline constexpr const char *applicationBusName = "app.kelo.Mivora";
+inline constexpr const char *applicationObjectPath = "/app/kelo/Mivora";
+inline constexpr const char *applicationInterface = "org.freedesktop.Application";
+inline constexpr const char *agendaInterface = "app.kelo.Mivora.Agenda";
+
+/// What others can ask of the running program.
+struct ApplicationActions
+{
+    /// Runs the command \a action with its optional \a argument. Nothing when it was done, else one line that
+    /// says why not.
+    std::function<std::optional<QString>(const QString &action, const QString &argument)> perform;
+    /// The program was started again: bring its settings up.
+    std::function<void()> activate;
+    /// The agenda as `mivora agenda --json` prints it.
+    std::function<QByteArray()> agenda;
+};
+
+class AgendaAdaptor;
+
+/// The running program on the session bus: org.freedesktop.Application (Desktop Entry Specification, "D-Bus
+/// activation") and the agenda with its change signal.
+class ApplicationService final : public QObject
+{
+    Q_OBJECT
+
+public:
+    ApplicationService(QDBusConnection bus, ApplicationActions actions, QObject *parent = nullptr);
+    ~ApplicationService() override;
+
+    /// Takes the bus name. False when another Mivora has it; true also when there is no bus to be alone on.
+    bool claimName();
+
+    /// Tells listeners when the agenda is another one than at the last call; the time alone doesn't
+    /// count.
+    void announceAgenda();
+
+private:
+    friend class ApplicationAdaptor;
+    friend class AgendaAdaptor;
+
+    QDBusConnection m_bus;
+    ApplicationActions m_actions;
+    AgendaAdaptor *m_agenda = nullptr;
+    QByteArray m_announced;
+};
+
+} // namespace mivora

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "Meetings/Timestamp.h"
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+/// What the user asked for on the command line.
+namespace mivora {
+
+/// `mivora`: start, or bring the running one's settings up.
+struct StartRequest
+{
+};
+
+/// `mivora agenda`
+struct AgendaRequest
+{
+    bool json = false;
+    /// Print again whenever something changes, one line each.
+    bool follow = false;
+    /// The time to show; the clock's when absent.
+    std::optional<Timestamp> at;
+    /// Calendar folders to read in place of the user's own.
+    std::vector<std::string> calendars;
+};
+
+/// `mivora detect`
+struct DetectRequest
+{
+    bool json = false;
+    std::optional<std::string> url;
+    std::optional<std::string> location;
+    std::optional<std::string> notes;
+};
+
+/// `mivora join`, `snooze`, `dismiss`, `copy`, `quit` and `settings [PAGE]`: for the running program.
+struct RemoteRequest
+{
+    std::string action;
+    /// The settings page; empty for the one last shown.
+    std::string page;
+};
+
+/// `mivora defaults`
+struct DefaultsRequest
+{
+    enum class Action { list, read, write, remove };
+    Action action = Action::list;
+    std::string key;
+    std::string value;
+};
+
+/// `mivora access`
+struct AccessRequest
+{
+    enum class Action { status, allow, reset };
+    Action action = Action::status;
+};
+
+/// Nothing more to do than to print \a text (help, version) or to report it (bad arguments).
+struct FinishedRequest
+{
+    std::string text;
+    int exitStatus = 0;
+};
+
+using Request = std::variant<StartRequest, AgendaRequest, DetectRequest, RemoteRequest, DefaultsRequest, AccessRequest,
+                             FinishedRequest>;
+
+/// Reads the arguments. Bad ones give a FinishedRequest with one line that names the argument and what was
+/// expected, and exit status 2.
+Request parseCommandLine(int argc, const char *const *argv);
+
+/// Exit statuses of the program.
+inline constexpr int exitDone = 0;
+inline constexpr int exitCouldNot = 1;
+inline constexpr int exitBadArguments = 2;
+
+} // namespace mivora

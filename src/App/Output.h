@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QByteArray>
+#include <string>
+#include <string_view>
+
+namespace mivora {
+
+/// Writes \a text to standard output at once. A reader that is gone ends the program quietly.
+void print(std::string_view text);
+
+inline void print(const QByteArray &text)
+{
+    print(std::string_view(text.constData(), std::size_t(text.size())));
+}
+
+/// Writes "mivora: ", \a message and a line end to standard error.
+void complain(std::string_view message);
+
+/// \a text on one line: control characters, line ends among them, become blanks. For what comes out of calendars
+/// and ends in a terminal.
+std::string singleLine(std::string_view text);
+
+} // namespace mivora

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "Meetings/LinkToOpen.h"
+#include "Platform/Workspace.h"
+
+namespace mivora {
+
+/// Asks the desktop which meeting apps are installed, anew at every question.
+class WorkspaceInstalledApps final : public InstalledApps
+{
+public:
+    /// \a workspace must outlive this.
+    explicit WorkspaceInstalledApps(const Workspace &workspace) : m_workspace(workspace) {}
+
+    bool isInstalled(Service service) const override;
+
+private:
+    const Workspace &m_workspace;
+};
+
+} // namespace mivora

@@ -1,0 +1,202 @@
+#include "App/commands/DefaultsCommand.h"
+
+#include "App/Output.h"
+#include "Platform/DefaultsStore.h"
+#include "Preferences/Settings.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <algorithm>
+
+namespace mivora {
+
+namespace {
+
+QString qString(const std::string &text)
+{
+    return QString::fromStdString(text);
+}
+
+const Setting *settingNamed(const std::string &key)
+{
+    const auto &settings = allSettings();
+    const auto found = std::ranges::find_if(settings, [&](const Setting &s) { return s.key == qString(key); });
+    return found == settings.end() ? nullptr : &*found;
+}
+
+std::string allKeys()
+{
+    QStringList keys;
+    for (const Setting &setting : allSettings())
+        keys.append(setting.key);
+    return keys.join(QLatin1String(", ")).toStdString();
+}
+
+template<typename T> QJsonValue valueOr(const std::optional<T> &stored, const QJsonValue &fallback)
+{
+    return stored ? QJsonValue(*stored) : fallback;
+}
+
+/// The value as it is stored, or as it reads without one; undefined when there is neither.
+QJsonValue currentValue(const Setting &setting, const DefaultsStore &store)
+{
+    switch (setting.type) {
+    case SettingType::boolean:
+        return valueOr(store.boolean(setting.key), setting.registeredDefault);
+    case SettingType::integer:
+        return valueOr(store.integer(setting.key), setting.registeredDefault);
+    case SettingType::string:
+        return valueOr(store.string(setting.key), setting.registeredDefault);
+    case SettingType::stringList:
+        if (const auto list = store.stringList(setting.key))
+            return QJsonArray::fromStringList(*list);
+        return setting.registeredDefault;
+    case SettingType::data:
+        if (const auto data = store.data(setting.key))
+            return QString::fromUtf8(*data);
+        return setting.registeredDefault;
+    }
+    return setting.registeredDefault;
+}
+
+/// Texts stand for themselves; everything else is JSON.
+QByteArray printed(const QJsonValue &value)
+{
+    if (value.isString())
+        return value.toString().toUtf8();
+    if (value.isArray())
+        return QJsonDocument(value.toArray()).toJson(QJsonDocument::Compact);
+    return value.toVariant().toString().toUtf8();
+}
+
+int list(const DefaultsStore &store)
+{
+    for (const Setting &setting : allSettings()) {
+        const QJsonValue value = currentValue(setting, store);
+        if (!value.isUndefined())
+            print(QByteArray(setting.key.data(), setting.key.size()) + ' ' + printed(value) + '\n');
+    }
+    return exitDone;
+}
+
+int read(const std::string &key, const DefaultsStore &store)
+{
+    const Setting *setting = settingNamed(key);
+    if (!setting) {
+        complain("KEY: expected one of " + allKeys() + ", got \"" + key + '"');
+        return exitBadArguments;
+    }
+    const QJsonValue value = currentValue(*setting, store);
+    if (value.isUndefined()) {
+        complain(key + " is not set");
+        return exitCouldNot;
+    }
+    print(printed(value) + '\n');
+    return exitDone;
+}
+
+/// Stores \a text under the setting's key; false when it is no value of the setting's type.
+bool store(const Setting &setting, const QString &text, DefaultsStore &store)
+{
+    bool ok = true;
+    switch (setting.type) {
+    case SettingType::boolean:
+        ok = text == QLatin1String("true") || text == QLatin1String("false");
+        if (ok)
+            store.setBoolean(setting.key, text == QLatin1String("true"));
+        return ok;
+    case SettingType::integer: {
+        const qint64 number = text.toLongLong(&ok);
+        if (ok)
+            store.setInteger(setting.key, number);
+        return ok;
+    }
+    case SettingType::string:
+        store.setString(setting.key, text);
+        return true;
+    case SettingType::stringList: {
+        const QJsonDocument json = QJsonDocument::fromJson(text.toUtf8());
+        const QJsonArray values = json.array();
+        ok = json.isArray() && std::ranges::all_of(values, [](const QJsonValue &v) { return v.isString(); });
+        if (ok)
+            store.setStringList(setting.key, json.toVariant().toStringList());
+        return ok;
+    }
+    case SettingType::data:
+        store.setData(setting.key, text.toUtf8());
+        return true;
+    }
+    return false;
+}
+
+const char *expectedForm(SettingType type)
+{
+    switch (type) {
+    case SettingType::boolean:
+        return "true or false";
+    case SettingType::integer:
+        return "a whole number";
+    case SettingType::stringList:
+        return "a JSON array of strings";
+    case SettingType::string:
+    case SettingType::data:
+        break;
+    }
+    return "a text";
+}
+
+int write(const DefaultsRequest &request, DefaultsStore &defaults)
+{
+    const Setting *setting = settingNamed(request.key);
+    if (!setting) {
+        complain("KEY: expected one of " + allKeys() + ", got \"" + request.key + '"');
+        return exitBadArguments;
+    }
+    if (!store(*setting, qString(request.value), defaults)) {
+        complain("VALUE of " + request.key + ": expected " + expectedForm(setting->type) + ", got \"" +
+                 request.value + '"');
+        return exitBadArguments;
+    }
+    return exitDone;
+}
+
+int remove(const std::string &key, DefaultsStore &store)
+{
+    if (!settingNamed(key) && !store.keys().contains(qString(key))) {
+        complain("KEY: expected one of " + allKeys() + ", got \"" + key + '"');
+        return exitBadArguments;
+    }
+    store.remove(qString(key));
+    return exitDone;
+}
+
+int perform(const DefaultsRequest &request, DefaultsStore &store)
+{
+    switch (request.action) {
+    case DefaultsRequest::Action::list:
+        return list(store);
+    case DefaultsRequest::Action::read:
+        return read(request.key, store);
+    case DefaultsRequest::Action::write:
+        return write(request, store);
+    case DefaultsRequest::Action::remove:
+        return remove(request.key, store);
+    }
+    return exitBadArguments;
+}
+
+} // namespace
+
+int runDefaults(const DefaultsRequest &request, DefaultsStore &store)
+{
+    bool failed = false;
+    QObject context;
+    QObject::connect(&store, &DefaultsStore::writeFailed, &context, [&failed](const QString &reason) {
+        failed = true;
+        complain(reason.toStdString());
+    });
+    const int status = perform(request, store);
+    return failed ? exitCouldNot : status;
+}
+
+} // namespace mivora

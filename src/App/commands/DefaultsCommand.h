@@ -1,0 +1,12 @@
+#pragma once
+
+#include "App/CommandLine.h"
+
+namespace mivora {
+
+class DefaultsStore;
+
+/// `mivora defaults`: shows and changes the settings in \a store. Returns the exit status.
+int runDefaults(const DefaultsRequest &request, DefaultsStore &store);
+
+} // namespace mivora

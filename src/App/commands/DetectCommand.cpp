@@ -1,0 +1,40 @@
+#include "App/commands/DetectCommand.h"
+
+#include "App/AgendaJson.h"
+#include "App/Output.h"
+#include "Meetings/JoinLinkDetector.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace mivora {
+
+namespace {
+
+std::string plainText(const JoinLink &link)
+{
+    std::string text = std::string(displayName(link.service)) + '\n' + link.webURL.text() + '\n';
+    if (link.nativeURL)
+        text += link.nativeURL->text() + '\n';
+    return text;
+}
+
+} // namespace
+
+int runDetect(const DetectRequest &request)
+{
+    const auto link = detect(request.url, request.location, request.notes);
+    if (request.json) {
+        print(link ? QJsonDocument(joinLinkJson(*link)).toJson(QJsonDocument::Compact) + '\n'
+                   : QByteArrayLiteral("null\n"));
+        return exitDone;
+    }
+    if (!link) {
+        complain("no join link found: none of the texts holds an https link");
+        return exitCouldNot;
+    }
+    print(plainText(*link));
+    return exitDone;
+}
+
+} // namespace mivora

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "App/CommandLine.h"
+
+namespace mivora {
+
+/// `mivora detect`: prints the join link of the given texts. Returns the exit status.
+int runDetect(const DetectRequest &request);
+
+} // namespace mivora

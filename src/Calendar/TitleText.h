@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+#include <string_view>
+
+/// How an event's title is shown. Characters are what a reader takes for one: grapheme clusters (Unicode, UAX
+/// #29).
+namespace mivora {
+
+/// The most characters of a title that are handed to a menu, a panel or a bus; more would only slow these
+/// down.
+inline constexpr int maxTitleCharacters = 255;
+
+/// \a title as one line: control characters and line separators become blanks. What is longer than
+/// maxTitleCharacters, or holds absurdly long characters, is cut and ends in "…".
+QString titleText(std::string_view title);
+
+/// \a title in at most \a width characters: whole where it fits, else cut, trimmed of blanks and tabs, and
+/// ended by "…", which counts.
+QString shortenedTitle(const QString &title, int width);
+
+} // namespace mivora

@@ -1,0 +1,64 @@
+#include "Calendar/ical/CalendarHeader.h"
+
+#include "Calendar/ical/CivilTime.h"
+#include "Calendar/ical/ContentLine.h"
+
+#include <algorithm>
+
+namespace mivora {
+
+namespace {
+
+std::string addressIn(std::string_view value)
+{
+    static constexpr std::string_view scheme = "mailto:";
+    if (value.size() > scheme.size() && isName(value.substr(0, scheme.size()), scheme))
+        value.remove_prefix(scheme.size());
+    std::string address(value);
+    std::transform(address.begin(), address.end(), address.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? char(c | 0x20) : c; });
+    return address;
+}
+
+/// What the header says, the better known of two properties first.
+struct Header
+{
+    std::string name, appleName, color, appleColor, owner;
+};
+
+Header readProperties(std::string_view text)
+{
+    Header header;
+    const std::pair<std::string_view, std::string *> properties[] = {
+        {"X-WR-CALNAME", &header.appleName},
+        {"NAME", &header.name},
+        {"X-APPLE-CALENDAR-COLOR", &header.appleColor},
+        {"COLOR", &header.color},
+        {"X-WR-OWNER", &header.owner},
+    };
+    std::string buffer;
+    while (!text.empty()) {
+        const std::string_view line = takeLine(text);
+        for (const auto &[name, target] : properties)
+            if (target->empty() && hasName(line, name))
+                *target = unescapedText(trimmed(ContentLine::parse(unfolded(line, buffer)).value));
+    }
+    return header;
+}
+
+} // namespace
+
+void readHeader(std::string_view text, CalendarText &calendar)
+{
+    const Header header = readProperties(text);
+    const std::string &name = header.appleName.empty() ? header.name : header.appleName;
+    if (!name.empty())
+        calendar.name = name;
+    calendar.color = Color::fromHex(header.appleColor);
+    if (!calendar.color)
+        calendar.color = Color::fromHex(header.color);
+    if (!header.owner.empty())
+        calendar.owner = addressIn(header.owner);
+}
+
+} // namespace mivora

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Calendar/ical/CalendarOutline.h"
+
+namespace mivora {
+
+/// An interval, in seconds since 1970, outside of which an event has no occurrence; infinite where unknown.
+struct DateBounds
+{
+    double earliest = -std::numeric_limits<double>::infinity();
+    double latest = std::numeric_limits<double>::infinity();
+
+    bool mayTouch(const EventWindow &window) const
+    {
+        return earliest < secondsSinceEpoch(window.to) && latest >= secondsSinceEpoch(window.from);
+    }
+};
+
+/// Judges by the digits of its dates when \a event can take place, whatever zones these are in. Allocates
+/// nothing unless lines are folded; \a buffer is for those.
+DateBounds dateBounds(const EventOutline &event, std::string &buffer);
+
+} // namespace mivora

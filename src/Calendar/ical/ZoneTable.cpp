@@ -1,0 +1,97 @@
+#include "Calendar/ical/ZoneTable.h"
+
+#include "Calendar/ical/ContentLine.h"
+#include "Calendar/ical/ZoneDefinition.h"
+
+#include <algorithm>
+
+namespace mivora {
+
+namespace {
+
+/// IDs become file names further down: nothing but names is let through.
+bool looksLikeName(std::string_view id)
+{
+    return !id.empty() && id.size() < 64 && id.front() != '/' &&
+           std::all_of(id.begin(), id.end(), [](char c) {
+               return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') ||
+                      c == '/' || c == '_' || c == '-' || c == '+';
+           });
+}
+
+std::unique_ptr<Zone> namedZone(std::string_view id)
+{
+    if (!looksLikeName(id))
+        return nullptr;
+    const QTimeZone zone(QByteArray(id.data(), qsizetype(id.size())));
+    return zone.isValid() ? std::make_unique<SystemZone>(zone) : nullptr;
+}
+
+std::unique_ptr<Zone> windowsZone(std::string_view id)
+{
+    if (id.size() > 64)
+        return nullptr;
+    const QByteArray name = QTimeZone::windowsIdToDefaultIanaId(QByteArray(id.data(), qsizetype(id.size())));
+    return name.isEmpty() ? nullptr : std::make_unique<SystemZone>(QTimeZone(name));
+}
+
+/// Some programs write "/their.domain/version/Europe/Berlin" (RFC 5545, 3.2.19: a globally unique
+/// identifier).
+std::unique_ptr<Zone> prefixedZone(std::string_view id)
+{
+    while (id.size() < 256 && id.find('/') != id.npos) {
+        id.remove_prefix(id.find('/') + 1);
+        if (isName(id, "UTC"))
+            return namedZone("UTC");
+        if (auto zone = namedZone(id); zone && id.find('/') != id.npos)
+            return zone;
+    }
+    return nullptr;
+}
+
+std::unique_ptr<Zone> systemZone(std::string_view id)
+{
+    if (auto zone = namedZone(id))
+        return zone;
+    if (auto zone = windowsZone(id))
+        return zone;
+    return prefixedZone(id);
+}
+
+} // namespace
+
+ZoneTable::ZoneTable(const QTimeZone &own, const std::vector<std::string_view> &definitions,
+                     LocalTime horizon)
+    : m_own(own), m_definitions(definitions), m_horizon(horizon)
+{
+}
+
+const Zone *ZoneTable::find(std::string_view id)
+{
+    const auto known = m_zones.find(id);
+    if (known != m_zones.end())
+        return known->second.get();
+    return m_zones.emplace(id, make(id)).first->second.get();
+}
+
+std::unique_ptr<Zone> ZoneTable::make(std::string_view id)
+{
+    if (auto zone = systemZone(id))
+        return zone;
+    return defined(id);
+}
+
+std::unique_ptr<Zone> ZoneTable::defined(std::string_view id)
+{
+    if (m_byID.empty())
+        for (const std::string_view definition : m_definitions)
+            m_byID.emplace(zoneProperty(definition, "TZID"), definition);
+    const auto found = m_byID.find(id);
+    if (found == m_byID.end())
+        return nullptr;
+    if (auto zone = systemZone(zoneProperty(found->second, "X-LIC-LOCATION")))
+        return zone;
+    return definedZone(found->second, m_horizon, m_budget);
+}
+
+} // namespace mivora

@@ -1,0 +1,37 @@
+target_sources(
+    Calendar
+    PRIVATE ical/CalendarHeader.cpp
+            ical/CalendarHeader.h
+            ical/CalendarOutline.cpp
+            ical/CalendarOutline.h
+            ical/CalendarText.cpp
+            ical/CalendarText.h
+            ical/CivilTime.cpp
+            ical/CivilTime.h
+            ical/ContentLine.cpp
+            ical/ContentLine.h
+            ical/DateBounds.cpp
+            ical/DateBounds.h
+            ical/DayFilter.cpp
+            ical/DayFilter.h
+            ical/EventFields.cpp
+            ical/EventFields.h
+            ical/EventLength.cpp
+            ical/EventLength.h
+            ical/EventTimes.cpp
+            ical/EventTimes.h
+            ical/FieldText.cpp
+            ical/FieldText.h
+            ical/ProblemList.cpp
+            ical/ProblemList.h
+            ical/RecurrenceRule.cpp
+            ical/RecurrenceRule.h
+            ical/RuleExpansion.cpp
+            ical/Series.cpp
+            ical/Series.h
+            ical/Zone.cpp
+            ical/Zone.h
+            ical/ZoneDefinition.cpp
+            ical/ZoneDefinition.h
+            ical/ZoneTable.cpp
+            ical/ZoneTable.h)

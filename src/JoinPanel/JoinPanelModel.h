@@ -1,0 +1,77 @@
+#pragma once
+
+#include "JoinPanel/PanelText.h"
+
+#include <QObject>
+#include <functional>
+
+namespace mivora {
+
+/// The state of the Join panel that its view shows: a meeting, the time, and what is said about the two.
+///
+/// Every property announces a real change alone, so that a panel on which nothing changes is not drawn again.
+class JoinPanelModel final : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString title READ title NOTIFY titleChanged)
+    Q_PROPERTY(QString timeText READ timeText NOTIFY timeTextChanged)
+    Q_PROPERTY(bool hasStarted READ hasStarted NOTIFY hasStartedChanged)
+    Q_PROPERTY(bool hasLink READ hasLink NOTIFY serviceNameChanged)
+    Q_PROPERTY(QString serviceName READ serviceName NOTIFY serviceNameChanged)
+    Q_PROPERTY(QString accentColor READ accentColor NOTIFY accentColorChanged)
+
+public:
+    /// Has no meeting at first.
+    explicit JoinPanelModel(Timestamp now, QObject *parent = nullptr);
+
+    /// Calls the action if it is set.
+    Q_INVOKABLE void join() const;
+    Q_INVOKABLE void snooze() const;
+    Q_INVOKABLE void dismiss() const;
+
+    /// The meeting on show.
+    const std::optional<Meeting> &meeting() const { return m_meeting; }
+
+    void setMeeting(const std::optional<Meeting> &meeting);
+
+    /// The time against which the time line is written.
+    Timestamp now() const { return m_now; }
+
+    void setNow(Timestamp now);
+
+    QString title() const { return m_text.title; }
+
+    QString timeText() const { return m_text.timeText; }
+
+    bool hasStarted() const { return m_text.hasStarted; }
+
+    bool hasLink() const { return m_text.serviceName.has_value(); }
+
+    /// Empty without a link.
+    QString serviceName() const { return m_text.serviceName.value_or(QString()); }
+
+    /// "#rrggbb"; empty when the desktop's accent colour is meant.
+    QString accentColor() const;
+
+    std::function<void()> onJoin;
+    std::function<void()> onSnooze;
+    std::function<void()> onDismiss;
+
+Q_SIGNALS:
+    void meetingChanged();
+    void nowChanged();
+    void titleChanged();
+    void timeTextChanged();
+    void hasStartedChanged();
+    void serviceNameChanged();
+    void accentColorChanged();
+
+private:
+    void updateText();
+
+    std::optional<Meeting> m_meeting;
+    Timestamp m_now{};
+    PanelText m_text;
+};
+
+} // namespace mivora

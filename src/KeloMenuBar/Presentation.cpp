@@ -1,0 +1,80 @@
+#include "KeloMenuBar/Presentation.h"
+
+#include <QStringList>
+
+namespace kelo {
+
+namespace {
+
+struct KnownHost
+{
+    QLatin1String name;
+    Presentation presentation;
+};
+
+// By process name, cut to 15 bytes as in /proc.
+constexpr KnownHost processes[] = {
+    {QLatin1String("gnome-shell"), Presentation::Label},
+    {QLatin1String("ayatana-indicat"), Presentation::Label},
+    {QLatin1String("mate-panel"), Presentation::Label},
+    {QLatin1String("notification-ar"), Presentation::Label},
+    {QLatin1String("mate-indicator-"), Presentation::Label},
+    {QLatin1String("waybar"), Presentation::Wide},
+    {QLatin1String("xfce4-panel"), Presentation::Square},
+    {QLatin1String("kded5"), Presentation::Square},
+    {QLatin1String("kded6"), Presentation::Square},
+    {QLatin1String("plasmashell"), Presentation::Square},
+};
+
+// By one entry of $XDG_CURRENT_DESKTOP.
+constexpr KnownHost desktops[] = {
+    {QLatin1String("GNOME"), Presentation::Label},
+    {QLatin1String("Unity"), Presentation::Label},
+    {QLatin1String("MATE"), Presentation::Label},
+};
+
+constexpr KnownHost overrides[] = {
+    {QLatin1String("label"), Presentation::Label},
+    {QLatin1String("wide"), Presentation::Wide},
+    {QLatin1String("square"), Presentation::Square},
+};
+
+template<std::size_t size>
+std::optional<Presentation> find(const KnownHost (&table)[size], const QString &name)
+{
+    for (const KnownHost &host : table) {
+        if (name == host.name)
+            return host.presentation;
+    }
+    return std::nullopt;
+}
+
+std::optional<Presentation> presentationOfDesktop(const QString &desktop)
+{
+    for (const QString &name : desktop.split(u':')) {
+        if (const auto found = find(desktops, name))
+            return found;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+Presentation presentationFor(const StatusHost &host)
+{
+    if (const auto known = find(processes, host.process))
+        return *known;
+    // Ayatana's service may run beside another watcher; it decides only where the watcher is a stranger.
+    if (host.hasAyatanaIndicator)
+        return Presentation::Label;
+    if (host.process.isEmpty())
+        return presentationOfDesktop(host.desktop).value_or(Presentation::Square);
+    return Presentation::Square;
+}
+
+std::optional<Presentation> presentationOverride()
+{
+    return find(overrides, qEnvironmentVariable("MIVORA_TRAY"));
+}
+
+} // namespace kelo

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+namespace kelo {
+
+/// How a status item is shown, which depends on what its host can draw.
+enum class Presentation {
+    /// An icon by name and the title as a text of the host's.
+    Label,
+    /// Icon and title drawn into one wide picture.
+    Wide,
+    /// A square picture with the countdown in it.
+    Square,
+};
+
+/// What is known about the program that shows status items.
+struct StatusHost
+{
+    /// The name of the process that owns the watcher's bus name, as the kernel cuts it (15 bytes). Empty if
+    /// unknown, which it is in a sandbox.
+    QString process{};
+    /// The Ayatana indicator service is on the bus.
+    bool hasAyatanaIndicator = false;
+    /// $XDG_CURRENT_DESKTOP, the only hint within a sandbox.
+    QString desktop{};
+
+    friend bool operator==(const StatusHost &, const StatusHost &) = default;
+};
+
+/// The presentation that looks best in this host; a square for hosts that nothing is known of.
+Presentation presentationFor(const StatusHost &host);
+
+/// The user's own choice, $MIVORA_TRAY: label, wide or square. Nothing if unset or anything else.
+std::optional<Presentation> presentationOverride();
+
+} // namespace kelo

@@ -1,0 +1,141 @@
+#include "KeloMenuBar/StatusPicture.h"
+
+#include "KeloMenuBar/Symbols.h"
+
+#include <QFontMetricsF>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QPainterPath>
+#include <QSvgRenderer>
+#include <cmath>
+
+// Everything is drawn on a dark plate: on a dark panel it can hardly be seen, on a light one it is what the
+// light drawing stands out against. Lengths are in units of a picture 22 high.
+namespace kelo {
+
+namespace {
+
+constexpr qreal gridHeight = 22;
+constexpr qreal longestText = 260;
+constexpr qreal textIndent = 26;
+constexpr qreal textMargin = 7;
+// Widths come in steps, so that the neighbours of the picture don't move at each minute.
+constexpr qreal widthStep = 4;
+
+constexpr QColor plateColor(28, 28, 30);
+constexpr QColor ink(255, 255, 255);
+constexpr QColor orange(255, 159, 10);
+
+QFont textFont(qreal pixels, QFont::Weight weight)
+{
+    QFont font = QGuiApplication::font();
+    font.setPixelSize(qRound(pixels));
+    font.setWeight(weight);
+    return font;
+}
+
+QImage canvas(int width, int height)
+{
+    QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    return image;
+}
+
+void drawPlate(QPainter &painter, const QRectF &rect, qreal radius)
+{
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(plateColor);
+    painter.drawRoundedRect(rect, radius, radius);
+}
+
+// The symbol, a drawing in white, in the colour. It is drawn for whole pixels at the multiples of 22.
+void drawSymbol(QPainter &painter, const QString &symbol, const QColor &color, const QRect &pixels)
+{
+    QImage image = canvas(pixels.width(), pixels.height());
+    QPainter tinted(&image);
+    QSvgRenderer(symbolFiles(symbol).drawing).render(&tinted);
+    tinted.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    tinted.fillRect(image.rect(), color);
+    tinted.end();
+    painter.drawImage(pixels, image);
+}
+
+QImage drawIcon(const StatusPicture &picture, int height, const QColor &color)
+{
+    QImage image = canvas(height, height);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    drawPlate(painter, image.rect(), height * 5 / gridHeight);
+    drawSymbol(painter, picture.symbol, color, image.rect());
+    return image;
+}
+
+QImage drawWide(const StatusPicture &picture, int height, const QColor &color)
+{
+    const qreal unit = height / gridHeight;
+    const QFont font = textFont(13 * unit, QFont::Medium);
+    const QFontMetricsF metrics(font);
+    // In the middle: the countdown stands at the end.
+    const QString text = metrics.elidedText(picture.text, Qt::ElideMiddle, longestText * unit);
+    const qreal step = widthStep * unit;
+    const qreal textWidth = std::ceil(metrics.horizontalAdvance(text) / step) * step;
+    const QRectF textRect(textIndent * unit, 0, textWidth, height);
+
+    QImage image = canvas(qRound(textRect.right() + textMargin * unit), height);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    drawPlate(painter, image.rect(), 6 * unit);
+    drawSymbol(painter, picture.symbol, color, QRect(qRound(2 * unit), 0, height, height));
+    painter.setFont(font);
+    painter.setPen(color);
+    painter.drawText(textRect, int(Qt::AlignVCenter | Qt::AlignLeft) | Qt::TextSingleLine, text);
+    return image;
+}
+
+// The largest font in which the text fits the width, down to where it would not be legible any more.
+QFont fittingFont(const QString &text, qreal width, qreal unit)
+{
+    for (qreal size = 13; size > 7; size -= 1) {
+        const QFont font = textFont(size * unit, QFont::Bold);
+        if (QFontMetricsF(font).horizontalAdvance(text) <= width)
+            return font;
+    }
+    return textFont(7 * unit, QFont::Bold);
+}
+
+// A leaf of a calendar whose day is the countdown.
+QImage drawCountdown(const StatusPicture &picture, int height, const QColor &color)
+{
+    const qreal unit = height / gridHeight;
+    QImage image = canvas(height, height);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF leaf(0, 1 * unit, height, height - 1 * unit);
+    drawPlate(painter, leaf, 4 * unit);
+
+    QPainterPath outline;
+    outline.addRoundedRect(leaf, 4 * unit, 4 * unit);
+    QPainterPath head;
+    head.addRect(QRectF(0, 0, height, 6 * unit));
+    painter.fillPath(outline.intersected(head), color);
+    painter.fillRect(QRectF(5 * unit, 0, 2 * unit, 3 * unit), color);
+    painter.fillRect(QRectF(15 * unit, 0, 2 * unit, 3 * unit), color);
+
+    const QRectF room(0, 6 * unit, height, height - 6 * unit);
+    painter.setFont(fittingFont(picture.text, room.width() - 2 * unit, unit));
+    painter.setPen(color);
+    painter.drawText(room, int(Qt::AlignCenter) | Qt::TextSingleLine, picture.text);
+    return image;
+}
+
+} // namespace
+
+QImage StatusPicture::draw(int height) const
+{
+    const QColor &color = isUrgent ? orange : ink;
+    if (text.isEmpty())
+        return drawIcon(*this, height, color);
+    return shape == Shape::Wide ? drawWide(*this, height, color) : drawCountdown(*this, height, color);
+}
+
+} // namespace kelo

@@ -1,0 +1,51 @@
+#include "KeloMenuBar/backends/NotifierBackend.h"
+
+#include "KeloMenuBar/backends/DBusMenu.h"
+#include "KeloMenuBar/backends/NotifierItem.h"
+
+#include <utility>
+
+namespace kelo {
+
+NotifierBackend::NotifierBackend(const QDBusConnection &bus, const QString &id, std::function<Menu()> build,
+                                 std::function<void(QPoint)> openMenu)
+    : m_bus(bus), m_item(new NotifierItem(id, std::move(openMenu), &m_itemObject)), m_host(bus)
+{
+    new DBusMenu(bus, std::move(build), &m_menuObject);
+    m_bus.registerObject(QLatin1String(NotifierItem::objectPath), &m_itemObject);
+    m_bus.registerObject(QLatin1String(NotifierItem::menuPath), &m_menuObject);
+    connect(&m_host, &NotifierHost::appeared, this, &NotifierBackend::adopt);
+    connect(&m_host, &NotifierHost::absent, this, [this] {
+        m_hasHost = false;
+        Q_EMIT hostChanged(false);
+    });
+}
+
+NotifierBackend::~NotifierBackend()
+{
+    m_bus.unregisterObject(QLatin1String(NotifierItem::menuPath));
+    m_bus.unregisterObject(QLatin1String(NotifierItem::objectPath));
+}
+
+void NotifierBackend::show(const StatusItemState &state)
+{
+    m_state = state;
+    publish();
+}
+
+void NotifierBackend::adopt(const StatusHost &host)
+{
+    m_hasHost = true;
+    m_presentation = presentationOverride().value_or(presentationFor(host));
+    publish();
+    m_host.registerItem();
+    Q_EMIT hostChanged(true);
+}
+
+void NotifierBackend::publish()
+{
+    if (m_hasHost)
+        m_item->setProperties(notifierProperties(m_state, m_presentation));
+}
+
+} // namespace kelo

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "KeloMenuBar/Menu.h"
+#include "KeloMenuBar/StatusItemState.h"
+#include "KeloMenuBar/backends/NotifierHost.h"
+#include "KeloMenuBar/backends/StatusItemBackend.h"
+
+#include <QObject>
+#include <QPoint>
+#include <functional>
+
+namespace kelo {
+
+class NotifierItem;
+
+/// Shows the item in a StatusNotifier host, with its menu over com.canonical.dbusmenu.
+class NotifierBackend final : public QObject, public StatusItemBackend
+{
+    Q_OBJECT
+
+public:
+    /// One item per connection. @p build makes the menu anew; @p openMenu shows it in a window of our own.
+    NotifierBackend(const QDBusConnection &bus, const QString &id, std::function<Menu()> build,
+                    std::function<void(QPoint)> openMenu);
+    ~NotifierBackend() override;
+
+    void show(const StatusItemState &state) override;
+
+Q_SIGNALS:
+    /// Whether there is a host that shows the item. Said once it is known, and at each change.
+    void hostChanged(bool isThere);
+
+private:
+    void adopt(const StatusHost &host);
+    void publish();
+
+    QDBusConnection m_bus;
+    // What is exported: the interfaces are its adaptors.
+    QObject m_itemObject;
+    QObject m_menuObject;
+    NotifierItem *m_item = nullptr;
+    NotifierHost m_host;
+    StatusItemState m_state;
+    Presentation m_presentation = Presentation::Square;
+    // Nothing is drawn or looked up before there is somebody to show it to.
+    bool m_hasHost = false;
+};
+
+} // namespace kelo

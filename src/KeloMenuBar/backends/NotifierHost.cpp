@@ -1,0 +1,103 @@
+#include "KeloMenuBar/backends/NotifierHost.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QFile>
+
+namespace kelo {
+
+namespace {
+
+const QString &watcherName()
+{
+    static const QString name = QStringLiteral("org.kde.StatusNotifierWatcher");
+    return name;
+}
+
+QDBusMessage busCall(const QString &method, const QString &argument)
+{
+    auto call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
+                                               QStringLiteral("/org/freedesktop/DBus"),
+                                               QStringLiteral("org.freedesktop.DBus"), method);
+    call << argument;
+    return call;
+}
+
+// Calls the bus and hands over the answer, or the default value for an error.
+template<typename Value, typename Handler>
+void ask(const QDBusConnection &bus, const QDBusMessage &call, QObject *receiver, Handler handler)
+{
+    auto *pending = new QDBusPendingCallWatcher(bus.asyncCall(call), receiver);
+    QObject::connect(pending, &QDBusPendingCallWatcher::finished, receiver, [pending, handler] {
+        const QDBusPendingReply<Value> reply = *pending;
+        handler(reply.isError() ? Value() : reply.value());
+        pending->deleteLater();
+    });
+}
+
+// Empty if the process is not visible from here, as from within a sandbox.
+QString processName(uint pid)
+{
+    QFile file(QStringLiteral("/proc/%1/comm").arg(pid));
+    return pid != 0 && file.open(QIODevice::ReadOnly) ? QString::fromLocal8Bit(file.readAll()).trimmed()
+                                                      : QString();
+}
+
+} // namespace
+
+NotifierHost::NotifierHost(const QDBusConnection &bus, QObject *parent)
+    : QObject(parent), m_bus(bus), m_watcher(watcherName(), bus, QDBusServiceWatcher::WatchForOwnerChange)
+{
+    connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString &, const QString &, const QString &owner) { setOwner(owner); });
+    ask<QString>(m_bus, busCall(QStringLiteral("GetNameOwner"), watcherName()), this,
+                 [this](const QString &owner) { setOwner(owner); });
+}
+
+void NotifierHost::setOwner(const QString &owner)
+{
+    if (!owner.isEmpty() && owner == m_owner)
+        return;
+    m_owner = owner;
+    m_host = {.desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP")};
+    if (owner.isEmpty())
+        Q_EMIT absent();
+    else
+        askProcess();
+}
+
+void NotifierHost::askProcess()
+{
+    ask<uint>(m_bus, busCall(QStringLiteral("GetConnectionUnixProcessID"), m_owner), this,
+              [this, owner = m_owner](uint pid) {
+                  if (owner != m_owner)
+                      return;
+                  m_host.process = processName(pid);
+                  askIndicator();
+              });
+}
+
+void NotifierHost::askIndicator()
+{
+    ask<bool>(m_bus,
+              busCall(QStringLiteral("NameHasOwner"), QStringLiteral("org.ayatana.indicator.application")),
+              this, [this, owner = m_owner](bool isThere) {
+                  if (owner != m_owner)
+                      return;
+                  m_host.hasAyatanaIndicator = isThere;
+                  Q_EMIT appeared(m_host);
+              });
+}
+
+void NotifierHost::registerItem()
+{
+    auto call = QDBusMessage::createMethodCall(m_owner, QStringLiteral("/StatusNotifierWatcher"),
+                                               watcherName(), QStringLiteral("RegisterStatusNotifierItem"));
+    // The unique name: hosts take it as well as a name of the form org.kde.StatusNotifierItem-…, which a
+    // sandbox would not let us have.
+    call << m_bus.baseService();
+    m_bus.asyncCall(call);
+}
+
+} // namespace kelo

@@ -1,0 +1,74 @@
+#include "KeloMenuBar/backends/NotifierItem.h"
+
+#include <utility>
+
+namespace kelo {
+
+namespace {
+
+// The height of a panel's icons, and twice that for dense screens.
+constexpr int pictureHeights[] = {22, 44};
+
+} // namespace
+
+NotifierItem::NotifierItem(const QString &id, std::function<void(QPoint)> openMenu, QObject *exported)
+    : QDBusAbstractAdaptor(exported), m_id(id), m_openMenu(std::move(openMenu))
+{
+    registerNotifierTypes();
+}
+
+void NotifierItem::setProperties(const NotifierProperties &properties)
+{
+    const NotifierProperties before = std::exchange(m_properties, properties);
+    if (before.picture != m_properties.picture)
+        m_pixmaps.clear();
+    announceChanges(before);
+}
+
+void NotifierItem::announceChanges(const NotifierProperties &before)
+{
+    const NotifierProperties &now = m_properties;
+    if (now.title != before.title)
+        Q_EMIT NewTitle();
+    if (now.status != before.status)
+        Q_EMIT NewStatus(now.status);
+    if (now.iconThemePath != before.iconThemePath)
+        Q_EMIT NewIconThemePath(now.iconThemePath);
+    if (now.iconName != before.iconName || now.picture != before.picture ||
+        now.iconDescription != before.iconDescription)
+        Q_EMIT NewIcon();
+    if (now.label != before.label || now.labelGuide != before.labelGuide)
+        Q_EMIT XAyatanaNewLabel(now.label, now.labelGuide);
+    if (now.toolTip != before.toolTip)
+        Q_EMIT NewToolTip();
+}
+
+QList<NotifierPixmap> NotifierItem::iconPixmap()
+{
+    if (m_pixmaps.isEmpty() && m_properties.picture) {
+        for (int height : pictureHeights)
+            m_pixmaps << NotifierPixmap::fromImage(m_properties.picture->draw(height));
+    }
+    return m_pixmaps;
+}
+
+// Some hosts (MATE's) activate an item although it says that it is but a menu.
+void NotifierItem::Activate(int x, int y)
+{
+    m_openMenu({x, y});
+}
+
+void NotifierItem::ContextMenu(int x, int y)
+{
+    m_openMenu({x, y});
+}
+
+void NotifierItem::SecondaryActivate(int, int) {}
+
+void NotifierItem::XAyatanaSecondaryActivate(uint) {}
+
+void NotifierItem::Scroll(int, const QString &) {}
+
+void NotifierItem::ProvideXdgActivationToken(const QString &) {}
+
+} // namespace kelo

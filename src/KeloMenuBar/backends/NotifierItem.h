@@ -1,0 +1,111 @@
+#pragma once
+
+#include "KeloMenuBar/backends/NotifierProperties.h"
+#include "KeloMenuBar/backends/NotifierTypes.h"
+
+#include <QDBusAbstractAdaptor>
+#include <QDBusObjectPath>
+#include <QPoint>
+#include <functional>
+
+namespace kelo {
+
+/// org.kde.StatusNotifierItem on the object that is its parent, with the label that Ayatana's hosts show.
+class NotifierItem final : public QDBusAbstractAdaptor
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
+    Q_PROPERTY(QString Category READ category CONSTANT)
+    Q_PROPERTY(QString Id READ id CONSTANT)
+    Q_PROPERTY(QString Title READ title)
+    Q_PROPERTY(QString Status READ status)
+    Q_PROPERTY(int WindowId READ windowId CONSTANT)
+    Q_PROPERTY(QString IconThemePath READ iconThemePath)
+    Q_PROPERTY(QString IconName READ iconName)
+    Q_PROPERTY(QList<kelo::NotifierPixmap> IconPixmap READ iconPixmap)
+    Q_PROPERTY(QString IconAccessibleDesc READ iconDescription)
+    Q_PROPERTY(QString OverlayIconName READ none CONSTANT)
+    Q_PROPERTY(QList<kelo::NotifierPixmap> OverlayIconPixmap READ noPixmap CONSTANT)
+    Q_PROPERTY(QString AttentionIconName READ none CONSTANT)
+    Q_PROPERTY(QList<kelo::NotifierPixmap> AttentionIconPixmap READ noPixmap CONSTANT)
+    Q_PROPERTY(QString AttentionMovieName READ none CONSTANT)
+    Q_PROPERTY(kelo::NotifierToolTip ToolTip READ toolTip)
+    Q_PROPERTY(bool ItemIsMenu READ itemIsMenu CONSTANT)
+    Q_PROPERTY(QDBusObjectPath Menu READ menu CONSTANT)
+    Q_PROPERTY(QString XAyatanaLabel READ label)
+    Q_PROPERTY(QString XAyatanaLabelGuide READ labelGuide)
+    Q_PROPERTY(uint XAyatanaOrderingIndex READ orderingIndex CONSTANT)
+
+public:
+    static constexpr char objectPath[] = "/StatusNotifierItem";
+    static constexpr char menuPath[] = "/StatusNotifierItem/Menu";
+
+    /// @p id names the program. @p openMenu is for hosts that leave the menu to us.
+    NotifierItem(const QString &id, std::function<void(QPoint)> openMenu, QObject *exported);
+
+    /// Shows these properties from now on; announces those that are different from before.
+    void setProperties(const NotifierProperties &properties);
+
+    QString category() const { return QStringLiteral("ApplicationStatus"); }
+
+    QString id() const { return m_id; }
+
+    QString title() const { return m_properties.title; }
+
+    QString status() const { return m_properties.status; }
+
+    int windowId() const { return 0; }
+
+    QString iconThemePath() const { return m_properties.iconThemePath; }
+
+    QString iconName() const { return m_properties.iconName; }
+
+    /// Drawn when a host asks for it, and kept until it changes.
+    QList<NotifierPixmap> iconPixmap();
+
+    QString iconDescription() const { return m_properties.iconDescription; }
+
+    QString none() const { return {}; }
+
+    QList<NotifierPixmap> noPixmap() const { return {}; }
+
+    NotifierToolTip toolTip() const { return {.title = m_properties.toolTip}; }
+
+    bool itemIsMenu() const { return true; }
+
+    QDBusObjectPath menu() const { return QDBusObjectPath(QLatin1String(menuPath)); }
+
+    QString label() const { return m_properties.label; }
+
+    QString labelGuide() const { return m_properties.labelGuide; }
+
+    uint orderingIndex() const { return 0; }
+
+public Q_SLOTS:
+    void Activate(int x, int y);
+    void ContextMenu(int x, int y);
+    void SecondaryActivate(int x, int y);
+    void XAyatanaSecondaryActivate(uint timestamp);
+    void Scroll(int delta, const QString &orientation);
+    void ProvideXdgActivationToken(const QString &token);
+
+Q_SIGNALS:
+    void NewTitle();
+    void NewStatus(const QString &status);
+    void NewIcon();
+    void NewIconThemePath(const QString &path);
+    void NewAttentionIcon();
+    void NewOverlayIcon();
+    void NewToolTip();
+    void XAyatanaNewLabel(const QString &label, const QString &guide);
+
+private:
+    void announceChanges(const NotifierProperties &before);
+
+    QString m_id;
+    std::function<void(QPoint)> m_openMenu;
+    NotifierProperties m_properties;
+    QList<NotifierPixmap> m_pixmaps;
+};
+
+} // namespace kelo

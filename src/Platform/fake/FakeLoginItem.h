@@ -1,0 +1,36 @@
+#pragma once
+
+#include "Platform/LoginItem.h"
+
+#include <vector>
+
+namespace mivora {
+
+/// A login item that only remembers what was asked of it.
+class FakeLoginItem final : public LoginItem
+{
+public:
+    bool isEnabled() const override
+    {
+        ++asked;
+        return enabled;
+    }
+
+    std::optional<QString> setEnabled(bool wanted) override
+    {
+        requests.push_back(wanted);
+        if (!error)
+            enabled = wanted;
+        return error;
+    }
+
+    bool enabled = false;
+    /// What every change answers; the state then stays.
+    std::optional<QString> error;
+    /// Every setEnabled() so far.
+    std::vector<bool> requests;
+    /// How often the state was read.
+    mutable int asked = 0;
+};
+
+} // namespace mivora

@@ -1,0 +1,148 @@
+#include "Scheduling/Scheduler.h"
+
+#include "Calendar/EventSource.h"
+#include "Calendar/LocalDay.h"
+#include "Preferences/Preferences.h"
+#include "Scheduling/Clock.h"
+#include "Scheduling/MeetingChoice.h"
+
+#include <QScopedValueRollback>
+
+// A refresh computes everything anew from the calendars, the settings, the time and the user's decisions, and
+// announces only what is not as it was. Nothing is carried over from the refresh before, so that a wrong
+// clock, a changed zone or a missed notification is put right by the next one.
+
+namespace mivora {
+
+namespace {
+
+/// From this hour on, the user looks ahead to tomorrow.
+constexpr int eveningHour = 18;
+
+/// Whether \a value is not what \a property was until now.
+template<typename T> bool assign(T &property, T value)
+{
+    if (property == value)
+        return false;
+    property = std::move(value);
+    return true;
+}
+
+PanelRules panelRules(const Preferences &prefs)
+{
+    return {.lead = Seconds(double(prefs.leadMinutes()) * 60),
+            .remindWithoutLink = prefs.remindWithoutLink()};
+}
+
+} // namespace
+
+Scheduler::Scheduler(EventSource &source, const Preferences &prefs, const Clock &clock, QObject *parent)
+    : QObject(parent), m_source(source), m_prefs(prefs), m_clock(clock)
+{
+}
+
+void Scheduler::refresh()
+{
+    if (m_isRefreshing) {
+        Q_ASSERT_X(false, "Scheduler", "refresh() called by what a refresh calls");
+        QMetaObject::invokeMethod(this, &Scheduler::refresh, Qt::QueuedConnection);
+        return;
+    }
+    const QScopedValueRollback<bool> guard(m_isRefreshing, true);
+    const Timestamp now = m_clock.now();
+    updateMeetings(now);
+    forgetDecisions();
+    updatePanelRequest(now);
+    if (onRefresh)
+        onRefresh();
+}
+
+void Scheduler::snooze(const std::string &meetingID)
+{
+    m_decisions.snoozedUntil[meetingID] = m_clock.now() + snoozeLength;
+    refresh();
+}
+
+void Scheduler::dismiss(const std::string &meetingID)
+{
+    m_decisions.dismissed.insert(meetingID);
+    refresh();
+}
+
+void Scheduler::markJoined(const std::string &meetingID)
+{
+    m_decisions.joined.insert(meetingID);
+    refresh();
+}
+
+QTimeZone Scheduler::timeZone() const
+{
+    if (m_zone)
+        return *m_zone;
+    // A TZ variable that names no zone means UTC, as it does to the C library.
+    const QTimeZone zone = QTimeZone::systemTimeZone();
+    return zone.isValid() ? zone : QTimeZone::utc();
+}
+
+Scheduler::CalendarSelection Scheduler::selectedCalendars() const
+{
+    const std::set<std::string> &disabled = m_prefs.disabledCalendarIDs();
+    if (disabled.empty())
+        return std::nullopt;
+    std::set<std::string> selected;
+    for (const CalendarInfo &calendar : m_source.calendars()) {
+        if (!disabled.contains(calendar.id))
+            selected.insert(calendar.id);
+    }
+    return selected;
+}
+
+std::vector<Meeting> Scheduler::fetch(Timestamp start, Timestamp end, const CalendarSelection &selection,
+                                      Timestamp now) const
+{
+    if (m_source.authorization() != CalendarAuthorization::granted)
+        return {};
+    return relevantMeetings(m_source.meetings(start, end, selection), now);
+}
+
+void Scheduler::updateMeetings(Timestamp now)
+{
+    const QTimeZone zone = timeZone();
+    const Timestamp startOfTomorrow = startOfDay(now, zone, 1);
+    const CalendarSelection selection = selectedCalendars();
+
+    if (assign(m_todaysMeetings, fetch(now, startOfTomorrow, selection, now)))
+        Q_EMIT todaysMeetingsChanged();
+    if (assign(m_next, nextMeeting(m_todaysMeetings)))
+        Q_EMIT nextChanged();
+
+    std::vector<Meeting> tomorrow;
+    if (m_todaysMeetings.empty() && hourOfDay(now, zone) >= eveningHour)
+        tomorrow = fetch(startOfTomorrow, startOfDay(startOfTomorrow, zone, 1), selection, now);
+    if (assign(m_tomorrowsMeetings, std::move(tomorrow)))
+        Q_EMIT tomorrowsMeetingsChanged();
+}
+
+void Scheduler::forgetDecisions()
+{
+    // A meeting that leaves today's list and comes back later starts afresh.
+    std::set<std::string> todayIDs;
+    for (const Meeting &meeting : m_todaysMeetings)
+        todayIDs.insert(meeting.id);
+    m_decisions.keepOnly(todayIDs);
+}
+
+void Scheduler::updatePanelRequest(Timestamp now)
+{
+    const auto identity = [this] {
+        return m_panelRequest ? std::optional(m_panelRequest->id) : std::nullopt;
+    };
+    const std::optional<std::string> before = identity();
+    if (!assign(m_panelRequest, panelMeeting(m_todaysMeetings, m_decisions, panelRules(m_prefs), now)))
+        return;
+    Q_EMIT panelRequestChanged();
+    if (identity() != before && onPanelChange)
+        onPanelChange(m_panelRequest);
+}
+
+} // namespace mivora

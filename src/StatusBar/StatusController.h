@@ -1,0 +1,37 @@
+#pragma once
+
+#include "KeloMenuBar/StatusItem.h"
+#include "Meetings/CalendarInfo.h"
+#include "Meetings/Timestamp.h"
+
+#include <QObject>
+#include <functional>
+
+namespace mivora {
+
+class Preferences;
+class Scheduler;
+
+/// The application's status item: shows the scheduler's next meeting, and opens the menu. Main thread only.
+class StatusController final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// \a buildMenu fills the menu, which is empty, each time that it opens. Scheduler and preferences must
+    /// outlive the controller.
+    StatusController(const Scheduler &scheduler, const Preferences &prefs, const QDBusConnection &bus,
+                     std::function<void(kelo::Menu &)> buildMenu, QObject *parent = nullptr);
+
+    /// Sets title, icon and tool tip to what they are at \a now.
+    void update(Timestamp now, CalendarAuthorization authorization);
+
+    kelo::StatusItem &item() { return m_item; }
+
+private:
+    const Scheduler &m_scheduler;
+    const Preferences &m_prefs;
+    kelo::StatusItem m_item;
+};
+
+} // namespace mivora

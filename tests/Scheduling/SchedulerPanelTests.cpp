@@ -1,0 +1,212 @@
+#include "SchedulerTest.h"
+
+#include <QSignalSpy>
+
+namespace mivora {
+
+namespace {
+
+const Timestamp ten = at("2026-03-10T10:00:00Z");
+
+} // namespace
+
+class SchedulerPanel : public SchedulerTest
+{
+public:
+    const Meeting standup = withLink(makeMeeting("Standup", ten));
+    const Meeting running = withLink(makeMeeting("Running", ten - Seconds(3600), Seconds(3600)));
+};
+
+TEST_F(SchedulerPanel, passesFromTheRunningMeetingToTheUpcomingOneAndEnds)
+{
+    source.events = {running, standup};
+    refreshAt(ten - Seconds(2400));
+    EXPECT_EQ(titleOf(scheduler.next()), "Running");
+    EXPECT_EQ(takeCalls(), (Titles{"panel Running", "refresh"}));
+    refreshAt(ten - Seconds(30));
+    EXPECT_EQ(titleOf(scheduler.next()), "Running");
+    EXPECT_EQ(takeCalls(), (Titles{"panel Standup", "refresh"}));
+    refreshAt(ten);
+    EXPECT_EQ(titleOf(scheduler.next()), "Standup");
+    EXPECT_EQ(takeCalls(), Titles{"refresh"});
+    refreshAt(standup.end);
+    EXPECT_EQ(takeCalls(), (Titles{"panel none", "refresh"}));
+}
+
+TEST_F(SchedulerPanel, followsTheLeadTimeAndTheReminderSetting)
+{
+    source.events = {makeMeeting("In person", ten)};
+    prefs.setLeadMinutes(5);
+    refreshAt(ten - Seconds(300));
+    EXPECT_EQ(titleOf(scheduler.next()), "In person");
+    EXPECT_EQ(takeCalls(), Titles{"refresh"});
+    prefs.setRemindWithoutLink(true);
+    refreshAt(ten - Seconds(300.5));
+    EXPECT_EQ(takeCalls(), Titles{"refresh"});
+    refreshAt(ten - Seconds(300));
+    EXPECT_EQ(takeCalls(), (Titles{"panel In person", "refresh"}));
+    prefs.setLeadMinutes(0);
+    scheduler.refresh();
+    EXPECT_EQ(takeCalls(), (Titles{"panel none", "refresh"}));
+}
+
+TEST_F(SchedulerPanel, snoozeHidesItForSixtySecondsFromThePress)
+{
+    source.events = {standup};
+    refreshAt(ten);
+    clock.time = ten + Seconds(10);
+    scheduler.snooze(standup.id);
+    EXPECT_EQ(takeCalls(), (Titles{"panel Standup", "refresh", "panel none", "refresh"}));
+    refreshAt(ten + Seconds(69.999));
+    EXPECT_EQ(takeCalls(), Titles{"refresh"});
+    refreshAt(ten + Seconds(70));
+    EXPECT_EQ(takeCalls(), (Titles{"panel Standup", "refresh"}));
+
+    // Another snooze replaces the one before, earlier or later.
+    scheduler.snooze(standup.id);
+    clock.time = ten + Seconds(50);
+    scheduler.snooze(standup.id);
+    EXPECT_EQ(scheduler.snoozedUntil(), (std::map<std::string, Timestamp>{{standup.id, ten + Seconds(110)}}));
+}
+
+TEST_F(SchedulerPanel, snoozingOneMeetingShowsTheOtherThatIsDue)
+{
+    source.events = {running, standup};
+    refreshAt(ten - Seconds(30));
+    scheduler.snooze(standup.id);
+    EXPECT_EQ(takeCalls(), (Titles{"panel Standup", "refresh", "panel Running", "refresh"}));
+}
+
+TEST_F(SchedulerPanel, staysAwayOnceTheMeetingIsDismissedOrJoined)
+{
+    const auto decisions = {&Scheduler::dismiss, &Scheduler::markJoined};
+    for (const auto decide : decisions) {
+        source.events = {standup};
+        refreshAt(ten);
+        (scheduler.*decide)(standup.id);
+        EXPECT_EQ(takeCalls(), (Titles{"panel Standup", "refresh", "panel none", "refresh"}));
+        refreshAt(standup.end - Seconds(1));
+        EXPECT_EQ(takeCalls(), Titles{"refresh"});
+        EXPECT_EQ(titleOf(scheduler.next()), "Standup");
+
+        // When the meeting leaves the list the decision is forgotten.
+        source.events.clear();
+        scheduler.refresh();
+        takeCalls();
+    }
+}
+
+TEST_F(SchedulerPanel, decisionsAreForgottenWhenTheMeetingLeavesTheList)
+{
+    source.known = {{"work", "Work", "", {}}, {"home", "Home", "", {}}};
+
+    const struct
+    {
+        const char *name;
+        std::function<void()> leave;
+    } rows[] = {
+        {"deleted", [this] { source.events.clear(); }},
+        {"declined", [this] { source.events = {answered(standup, Participation::declined)}; }},
+        {"calendar switched off", [this] { prefs.setDisabledCalendarIDs({"work"}); }},
+        {"moved to tomorrow",
+         [this] { source.events = {withLink(makeMeeting("Standup", ten + Seconds(86400)))}; }},
+        {"access withdrawn", [this] { source.access = CalendarAuthorization::denied; }},
+    };
+
+    for (const auto &row : rows) {
+        source.events = {standup};
+        refreshAt(ten);
+        scheduler.snooze(standup.id);
+        scheduler.dismiss(standup.id);
+        scheduler.markJoined(standup.id);
+        row.leave();
+        scheduler.refresh();
+        EXPECT_TRUE(scheduler.snoozedUntil().empty() && scheduler.dismissed().empty() &&
+                    scheduler.joined().empty())
+            << row.name;
+        source.events = {standup};
+        source.access = CalendarAuthorization::granted;
+        prefs.setDisabledCalendarIDs({});
+        scheduler.refresh();
+        EXPECT_EQ(titleOf(scheduler.panelRequest()), "Standup") << row.name;
+    }
+}
+
+TEST_F(SchedulerPanel, aDecisionAboutAnUnknownMeetingIsForgottenAtOnce)
+{
+    source.events = {standup};
+    refreshAt(ten);
+    scheduler.dismiss("another");
+    EXPECT_TRUE(scheduler.dismissed().empty());
+    EXPECT_EQ(titleOf(scheduler.panelRequest()), "Standup");
+}
+
+TEST_F(SchedulerPanel, aChangedMeetingOfTheSameIdentityIsAnnouncedButDoesNotChangeThePanel)
+{
+    source.events = {standup};
+    refreshAt(ten);
+    takeCalls();
+    QSignalSpy request(&scheduler, &Scheduler::panelRequestChanged);
+    source.events.front().title = "Renamed";
+    source.events.front().end += Seconds(600);
+    scheduler.refresh();
+    EXPECT_EQ(takeCalls(), Titles{"refresh"});
+    EXPECT_EQ(request.count(), 1);
+    EXPECT_EQ(titleOf(scheduler.panelRequest()), "Renamed");
+}
+
+TEST_F(SchedulerPanel, propertiesAnnounceRealChangesOnly)
+{
+    QSignalSpy today(&scheduler, &Scheduler::todaysMeetingsChanged);
+    QSignalSpy tomorrow(&scheduler, &Scheduler::tomorrowsMeetingsChanged);
+    QSignalSpy next(&scheduler, &Scheduler::nextChanged);
+    QSignalSpy request(&scheduler, &Scheduler::panelRequestChanged);
+    const auto takeCounts = [&] {
+        const std::vector<qsizetype> counts{today.count(), tomorrow.count(), next.count(), request.count()};
+        for (QSignalSpy *spy : {&today, &tomorrow, &next, &request})
+            spy->clear();
+        return counts;
+    };
+    using Counts = std::vector<qsizetype>;
+
+    refreshAt("2026-03-10T08:00:00Z");
+    EXPECT_EQ(takeCounts(), (Counts{0, 0, 0, 0})) << "still nothing";
+    source.events = {running, standup};
+    refreshAt("2026-03-10T08:00:30Z");
+    EXPECT_EQ(takeCounts(), (Counts{1, 0, 1, 0})) << "meetings appear";
+    refreshAt("2026-03-10T08:01:00Z");
+    EXPECT_EQ(takeCounts(), (Counts{0, 0, 0, 0})) << "nothing changed";
+    source.events.back().attendeeCount = 3;
+    scheduler.refresh();
+    EXPECT_EQ(takeCounts(), (Counts{1, 0, 0, 0})) << "a detail of the second one changed";
+    refreshAt("2026-03-10T09:00:00Z");
+    EXPECT_EQ(takeCounts(), (Counts{0, 0, 0, 1})) << "due";
+    source.events.push_back(makeMeeting("Tomorrow", at("2026-03-11T09:00:00Z")));
+    refreshAt("2026-03-10T18:00:00Z");
+    EXPECT_EQ(takeCounts(), (Counts{1, 1, 1, 1})) << "evening";
+}
+
+// What a refresh calls must not call refresh(). Where that happens all the same it does no harm: what was
+// decided meanwhile counts, a moment later.
+TEST_F(SchedulerPanel, aDecisionInACallbackIsAMistakeThatDoesNoHarm)
+{
+    source.events = {standup};
+    int calls = 0;
+    scheduler.onPanelChange = [&](const auto &meeting) {
+        ++calls;
+        if (meeting)
+            scheduler.dismiss(meeting->id);
+    };
+#ifdef QT_NO_DEBUG
+    refreshAt(ten);
+    EXPECT_EQ(titleOf(scheduler.panelRequest()), "Standup");
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(scheduler.panelRequest());
+    EXPECT_EQ(calls, 2);
+#else
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_DEATH(refreshAt(ten), "called by what a refresh calls");
+#endif
+}
+
+} // namespace mivora
