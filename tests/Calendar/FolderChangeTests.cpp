@@ -1,0 +1,182 @@
+#include "Calendar/CalendarFolder.h"
+
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+namespace mivora {
+
+namespace {
+
+using Action = void (*)(const CalendarFolder &);
+using Titles = std::vector<std::string>;
+
+struct Step
+{
+    const char *what;
+    Action action;
+    Titles titles;
+};
+
+} // namespace
+
+TEST(FolderChanges, areSeenOneAfterTheOther)
+{
+    const CalendarFolder folder;
+    folder.write("root/work/a.ics", eventText("A"));
+    LoadedStore loaded({folder.path("root")});
+    ASSERT_EQ(loaded.titles(), Titles{"A"});
+    const std::vector<Step> steps{
+        {"created", [](const auto &f) { f.write("root/work/b.ics", eventText("B")); }, {"A", "B"}},
+        {"changed in place", [](const auto &f) { f.write("root/work/b.ics", eventText("B2")); }, {"A", "B2"}},
+        {"moved to another day",
+         [](const auto &f) { f.write("root/work/b.ics", eventText("B2", "20260720T090000Z")); },
+         {"A"}},
+        {"replaced by rename",
+         [](const auto &f) {
+             f.write("root/work/b.ics.tmp", eventText("B3"));
+             f.rename("root/work/b.ics.tmp", "root/work/b.ics");
+         },
+         {"A", "B3"}},
+        {"renamed", [](const auto &f) { f.rename("root/work/b.ics", "root/work/c.ics"); }, {"A", "B3"}},
+        {"hidden by rename", [](const auto &f) { f.rename("root/work/c.ics", "root/work/.c.ics"); }, {"A"}},
+        {"a link", [](const auto &f) { f.link(f.path("root/work/.c.ics"), "root/work/l.ics"); }, {"A", "B3"}},
+        {"link deleted", [](const auto &f) { f.remove("root/work/l.ics"); }, {"A"}},
+        {"a new folder", [](const auto &f) { f.write("root/home/h.ics", eventText("H")); }, {"A", "H"}},
+        {"another file in it",
+         [](const auto &f) { f.write("root/home/i.ics", eventText("I")); },
+         {"A", "H", "I"}},
+        {"folder renamed", [](const auto &f) { f.rename("root/home", "root/house"); }, {"A", "H", "I"}},
+        {"its file changed",
+         [](const auto &f) { f.write("root/house/h.ics", eventText("H2")); },
+         {"A", "H2", "I"}},
+        {"folder replaced",
+         [](const auto &f) {
+             f.write("new/n.ics", eventText("N"));
+             f.rename("root/house", "old");
+             f.rename("new", "root/house");
+         },
+         {"A", "N"}},
+        {"folder deleted", [](const auto &f) { f.remove("root/house"); }, {"A"}},
+        {"an account", [](const auto &f) { f.write("root/acme/team/t.ics", eventText("T")); }, {"A", "T"}},
+        {"a file in the root", [](const auto &f) { f.write("root/r.ics", eventText("R")); }, {"A", "R", "T"}},
+        {"it changes", [](const auto &f) { f.write("root/r.ics", eventText("R2")); }, {"A", "R2", "T"}},
+        {"it goes", [](const auto &f) { f.remove("root/r.ics"); }, {"A", "T"}},
+        {"the last file goes", [](const auto &f) { f.remove("root/work/a.ics"); }, {"T"}},
+        {"the root goes", [](const auto &f) { f.rename("root", "away"); }, {}},
+        {"the root comes back", [](const auto &f) { f.rename("away", "root"); }, {"T"}},
+        {"the root is replaced",
+         [](const auto &f) {
+             f.write("other/work/o.ics", eventText("O"));
+             f.rename("root", "away");
+             f.rename("other", "root");
+         },
+         {"O"}},
+    };
+    for (const Step &step : steps) {
+        step.action(folder);
+        EXPECT_TRUE(loaded.waitForTitles(step.titles))
+            << step.what << ": " << testing::PrintToString(loaded.titles());
+    }
+    EXPECT_EQ(loaded.store().calendars().size(), 1u);
+}
+
+TEST(FolderChanges, noticeARootThatAppearsLater)
+{
+    const CalendarFolder folder;
+    LoadedStore loaded({folder.path("not/yet/there")});
+    EXPECT_EQ(loaded.store().authorizationStatus(), AuthorizationStatus::denied);
+    folder.write("not/yet/there/work/a.ics", eventText("A"));
+    EXPECT_TRUE(loaded.waitForTitles({"A"}));
+    EXPECT_EQ(loaded.store().authorizationStatus(), AuthorizationStatus::fullAccess);
+}
+
+TEST(FolderChanges, takeOverWhatAFolderSaysAboutItself)
+{
+    const CalendarFolder folder;
+    folder.write("work/a.ics", eventText("A", "20260310T090000Z", "ATTENDEE:mailto:me@example.com\r\n"));
+    LoadedStore loaded({folder.path()});
+    folder.write("work/displayname", "Work");
+    folder.write("work/color", "#010203");
+    folder.write("work/owner", "me@example.com");
+    EXPECT_TRUE(waitFor([&] {
+        const std::vector<StoreCalendar> calendars = loaded.store().calendars();
+        return calendars.size() == 1 && calendars[0].title == "Work" && calendars[0].color == Color{1, 2, 3};
+    }));
+    EXPECT_TRUE(waitFor([&] {
+        const StoreEvents events =
+            loaded.store().events(at("2026-03-10T00:00:00Z"), at("2026-03-11T00:00:00Z"), std::nullopt);
+        return events.size() == 1 && events[0]->attendees.at(0).isCurrentUser;
+    }));
+}
+
+TEST(FolderChanges, leaveUntouchedEventsTheSameObjects)
+{
+    const CalendarFolder folder;
+    const std::string two = eventText("A") + eventText("B", "20260310T110000Z");
+    folder.write("work/a.ics", two);
+    LoadedStore loaded({folder.path()});
+    const auto events = [&] {
+        return loaded.store().events(at("2026-03-10T00:00:00Z"), at("2026-03-11T00:00:00Z"), std::nullopt);
+    };
+    const StoreEvents before = events();
+    folder.write("work/a.ics", eventText("A") + eventText("B2", "20260310T110000Z"));
+    ASSERT_TRUE(loaded.waitForTitles({"A", "B2"}));
+    EXPECT_EQ(events()[0], before[0]);
+    EXPECT_NE(events()[1], before[1]);
+}
+
+TEST(FolderChanges, areSilentWhenThereIsNothingNewToSee)
+{
+    const CalendarFolder folder;
+    folder.write("work/a.ics", eventText("A"));
+    LoadedStore loaded({folder.path()});
+    folder.write("work/a.ics", eventText("A"));
+    folder.write("work/over.ics", eventText("Over", "20200310T090000Z"));
+    folder.write("work/notes.txt", "x");
+    loaded.store().rescan();
+    waitAWhile(std::chrono::milliseconds(200));
+    EXPECT_EQ(loaded.changes(), 0);
+}
+
+TEST(FolderChanges, ofABurstAreAnnouncedOnce)
+{
+    const CalendarFolder folder;
+    folder.write("work/a.ics", eventText("A"));
+    LoadedStore loaded({folder.path()});
+    Titles titles{"A"};
+    for (int i = 100; i < 200; ++i) {
+        titles.push_back("B" + std::to_string(i));
+        folder.write("work/" + titles.back() + ".ics", eventText(titles.back()));
+    }
+    EXPECT_TRUE(loaded.waitForTitles(titles));
+    // A busy machine may hold up the writing of the files for longer than a burst lasts.
+    EXPECT_LE(loaded.changes(), 3);
+}
+
+TEST(FolderChanges, seeTheEndOfAFileThatIsWrittenSlowly)
+{
+    const CalendarFolder folder;
+    folder.write("work/a.ics", eventText("A"));
+    LoadedStore loaded({folder.path()});
+    const std::string text = eventText("Slow");
+    QFile file(QString::fromStdString(folder.path("work/slow.ics")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    file.write(text.data(), 60);
+    waitAWhile(std::chrono::milliseconds(50));
+    file.write(text.data() + 60, qint64(text.size()) - 60);
+    file.close();
+    EXPECT_TRUE(loaded.waitForTitles({"A", "Slow"}));
+}
+
+TEST(FolderChanges, endWithTheStoreWhileItLoads)
+{
+    const CalendarFolder folder;
+    for (int i = 0; i < 500; ++i)
+        folder.write("work/" + std::to_string(i) + ".ics", eventText("E" + std::to_string(i)));
+    for (int i = 0; i < 20; ++i) {
+        FolderStore store({{folder.path()}, windowAround(at("2026-03-10T08:00:00Z"), QTimeZone::utc()), {}});
+        waitAWhile(std::chrono::milliseconds(i % 4));
+    }
+}
+
+} // namespace mivora

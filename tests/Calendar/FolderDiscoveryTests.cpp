@@ -1,0 +1,186 @@
+#include "Calendar/CalendarFolder.h"
+#include "Calendar/folder/CalendarRoots.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+namespace mivora {
+
+namespace {
+
+/// A calendar in one line: "id|title|account|colour".
+std::string line(const StoreCalendar &calendar)
+{
+    return calendar.id + '|' + calendar.title + '|' + calendar.sourceTitle.value_or("-") + '|' +
+           (calendar.color ? calendar.color->hex() : "-");
+}
+
+struct Layout
+{
+    const char *what;
+    std::vector<std::pair<std::string, std::string>> files;
+    std::vector<std::string> calendars;
+};
+
+std::string named(const std::string &properties)
+{
+    return "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n" + properties + "END:VCALENDAR\r\n";
+}
+
+} // namespace
+
+TEST(FolderDiscovery, tellsCalendarsFromAccountsAndOtherFolders)
+{
+    const std::string event = eventText("Event");
+    const std::vector<Layout> layouts{
+        {"a folder of events", {{"work/a.ics", event}}, {"work|work|-|-"}},
+        {"its properties",
+         {{"work/a.ics", event}, {"work/displayname", " Work \n"}, {"work/color", "#ff8800\n"}},
+         {"work|Work|-|#ff8800"}},
+        {"an account",
+         {{"acme/work/a.ics", event}, {"acme/team/b.ics", event}, {"acme/displayname", "Acme Inc."}},
+         {"acme/team|team|Acme Inc.|-", "acme/work|work|Acme Inc.|-"}},
+        {"an account without a name", {{"acme/work/a.ics", event}}, {"acme/work|work|acme|-"}},
+        {"a calendar without events", {{"new/displayname", "New"}}, {"new|New|-|-"}},
+        {"a folder of neither", {{"notes/readme.txt", "x"}}, {}},
+        {"too deep", {{"a/b/c/d.ics", event}}, {}},
+        {"files in the root",
+         {{"holidays.ics", named("X-WR-CALNAME:Public holidays\r\nX-APPLE-CALENDAR-COLOR:#0A0B0CFF\r\n")},
+          {"plain.ics", event}},
+         {"holidays.ics|Public holidays|-|#0a0b0c", "plain.ics|plain|-|-"}},
+        {"hidden and temporary",
+         {{".git/a.ics", event}, {"work/.a.ics", event}, {"work/a.ics.tmp", event}, {"old~/a.ics", event}},
+         {}},
+    };
+    for (const Layout &layout : layouts) {
+        SCOPED_TRACE(layout.what);
+        const CalendarFolder folder;
+        for (const auto &[name, text] : layout.files)
+            folder.write(name, text);
+        LoadedStore loaded({folder.path()});
+        std::vector<std::string> lines;
+        for (const StoreCalendar &calendar : loaded.store().calendars())
+            lines.push_back(line(calendar));
+        EXPECT_EQ(lines, layout.calendars);
+    }
+}
+
+TEST(FolderDiscovery, keepsIdentifiersApartWhereRootsCollide)
+{
+    const CalendarFolder folder;
+    for (const char *name : {"one/work/a.ics", "two/work/b.ics", "deep/two/work/c.ics"})
+        folder.write(name, eventText(name));
+    LoadedStore loaded({folder.path("one"), folder.path("two"), folder.path("deep/two"), folder.path("one")});
+    std::vector<std::string> ids;
+    for (const StoreCalendar &calendar : loaded.store().calendars())
+        ids.push_back(calendar.id);
+    EXPECT_THAT(ids, testing::ElementsAre("work", "two:work", folder.path("deep/two") + ":work"));
+    const StoreEvents events =
+        loaded.store().events(at("2026-03-10T00:00:00Z"), at("2026-03-11T00:00:00Z"), {{"two:work"}});
+    ASSERT_EQ(events.size(), 1u);
+    EXPECT_EQ(events[0]->calendarID, "two:work");
+}
+
+TEST(FolderDiscovery, survivesLinksInCirclesAndFilesThatAreNone)
+{
+    const CalendarFolder folder;
+    folder.write("work/a.ics", eventText("Event"));
+    folder.makeFolder("work/folder.ics");
+    folder.link(folder.path(), "loop");
+    folder.link(folder.path("work"), "again");
+    folder.link(folder.path("work"), "work/up");
+    folder.link(folder.path("gone.ics"), "work/dangling.ics");
+    folder.link(folder.path("work/self.ics"), "work/self.ics");
+    folder.link("/dev/zero", "work/zero.ics");
+    ASSERT_EQ(::mkfifo(folder.path("work/pipe.ics").c_str(), 0600), 0);
+    LoadedStore loaded({folder.path()});
+    EXPECT_EQ(loaded.store().calendars().size(), 1u);
+    EXPECT_THAT(loaded.titles(), testing::ElementsAre("Event"));
+}
+
+TEST(FolderDiscovery, followsLinksToFoldersAndFiles)
+{
+    const CalendarFolder elsewhere;
+    elsewhere.write("shared/a.ics", eventText("Shared"));
+    const CalendarFolder folder;
+    folder.link(elsewhere.path("shared"), "team");
+    folder.makeFolder("own");
+    folder.link(elsewhere.path("shared/a.ics"), "own/b.ics");
+    LoadedStore loaded({folder.path()});
+    EXPECT_THAT(loaded.titles(), testing::ElementsAre("Shared", "Shared"));
+}
+
+TEST(FolderDiscovery, isDeniedWithoutAReadableRoot)
+{
+    const CalendarFolder folder;
+    for (const bool isThere : {false, true}) {
+        if (isThere)
+            folder.makeFolder("later");
+        LoadedStore loaded({folder.path("never"), folder.path("later")});
+        std::optional<bool> answer;
+        loaded.store().requestFullAccess([&](bool granted) { answer = granted; });
+        EXPECT_FALSE(answer);
+        EXPECT_TRUE(waitFor([&] { return answer.has_value(); }));
+        EXPECT_EQ(answer, isThere);
+        EXPECT_EQ(loaded.store().authorizationStatus(),
+                  isThere ? AuthorizationStatus::fullAccess : AuthorizationStatus::denied);
+    }
+}
+
+TEST(FolderDiscovery, knowsTheUserByTheMostCertainAddress)
+{
+    struct Case
+    {
+        const char *what;
+        std::string owner;
+        std::string displayName;
+        std::string calendarLines;
+        std::string expected;
+    };
+
+    const std::vector<Case> cases{
+        {"owner file first", "MAILTO:Owner@example.com", "name@example.com", "X-WR-OWNER:wr@example.com\r\n",
+         "owner@example.com"},
+        {"then X-WR-OWNER", "", "name@example.com", "X-WR-OWNER:wr@example.com\r\n", "wr@example.com"},
+        {"then a name that is an address", "", "name@example.com", "", "name@example.com"},
+        {"or the calendar's own name", "", "Work", "X-WR-CALNAME:cal@example.com\r\n", "cal@example.com"},
+        {"else the settings", "", "Work", "X-WR-CALNAME:Work\r\n", "me@example.com"},
+    };
+    std::string attendees;
+    for (const char *name : {"owner", "wr", "name", "cal", "me"})
+        attendees += std::string("ATTENDEE;PARTSTAT=ACCEPTED:mailto:") + name + "@example.com\r\n";
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.what);
+        const CalendarFolder folder;
+        std::string text = eventText("Event", "20260310T090000Z", attendees);
+        text.insert(text.find("BEGIN:VEVENT"), c.calendarLines);
+        folder.write("work/a.ics", text);
+        folder.write("work/displayname", c.displayName);
+        if (!c.owner.empty())
+            folder.write("work/owner", c.owner);
+        LoadedStore loaded({folder.path()}, {"me@example.com"});
+        const StoreEvents events =
+            loaded.store().events(at("2026-03-10T00:00:00Z"), at("2026-03-11T00:00:00Z"), std::nullopt);
+        ASSERT_EQ(events.size(), 1u);
+        std::vector<std::string> own;
+        for (const StoreAttendee &attendee : events[0]->attendees) {
+            if (attendee.isCurrentUser)
+                own.push_back(attendee.address);
+        }
+        EXPECT_THAT(own, testing::ElementsAre(c.expected));
+    }
+}
+
+TEST(CalendarRoots, takesTheArgumentThenTheEnvironmentThenTheUsualFolders)
+{
+    qputenv("MIVORA_CALENDARS", "/a/b/:/c/../d");
+    EXPECT_THAT(calendarRoots("/x/./y"), testing::ElementsAre("/x/y"));
+    EXPECT_THAT(calendarRoots(), testing::ElementsAre("/a/b", "/d"));
+    qunsetenv("MIVORA_CALENDARS");
+    const std::vector<std::string> usual = calendarRoots();
+    ASSERT_EQ(usual.size(), 2u);
+    EXPECT_EQ(usual[0], QDir::homePath().toStdString() + "/.calendars");
+    EXPECT_TRUE(usual[1].ends_with("/calendars"));
+}
+
+} // namespace mivora
