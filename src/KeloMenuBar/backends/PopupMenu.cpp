@@ -21,6 +21,8 @@ constexpr int itemHeight = 26;
 constexpr int separatorHeight = 9;
 constexpr int shortcutGap = 32;
 constexpr int widest = 480;
+// Widths are measured in whole pixels, and a text is not to be cut for the rest.
+constexpr int rounding = 4;
 
 // The panel that was clicked may hold the pointer until the button is released.
 constexpr int grabAttempts = 20;
@@ -77,7 +79,8 @@ QSize PopupMenu::layOut()
     for (const MenuItem &item : m_menu.items()) {
         const QString shortcut = shortcutText(item);
         const int extra = shortcut.isEmpty() ? 0 : shortcutGap + metrics.horizontalAdvance(shortcut);
-        width = std::max(width, metrics.horizontalAdvance(item.title) + extra + 2 * (edge + indent));
+        width =
+            std::max(width, metrics.horizontalAdvance(item.title) + rounding + extra + 2 * (edge + indent));
     }
     width = std::min(width, widest);
 

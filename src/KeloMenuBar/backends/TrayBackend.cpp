@@ -51,7 +51,8 @@ void TrayBackend::dock()
         m_manager.hasAlpha() ? TrayWindow::Background::Transparent : TrayWindow::Background::Cut, m_openMenu);
     m_window->create();
     show(StatusItemState(m_state));
-    m_manager.dock(static_cast<xcb_window_t>(m_window->winId()));
+    m_manager.dock(static_cast<xcb_window_t>(m_window->winId()),
+                   qRound(m_window->height() * m_window->devicePixelRatio()));
 }
 
 void TrayBackend::undock()

@@ -1,6 +1,7 @@
 #include "KeloMenuBar/backends/TrayManager.h"
 
 #include <QGuiApplication>
+#include <array>
 #include <cstdlib>
 #include <memory>
 #include <utility>
@@ -16,6 +17,17 @@ struct Free
 };
 
 template<typename Reply> using ReplyPtr = std::unique_ptr<Reply, Free>;
+
+// The X screen that $DISPLAY names; -1 if it names none.
+int screenNumber()
+{
+    char *host = nullptr;
+    int display = 0;
+    int screen = 0;
+    const bool isParsed = xcb_parse_display(nullptr, &host, &display, &screen) != 0;
+    std::free(host);
+    return isParsed ? screen : -1;
+}
 
 xcb_screen_t *screenOfDisplay(xcb_connection_t *connection, int number)
 {
@@ -36,6 +48,16 @@ quint8 depthOfVisual(const xcb_screen_t *screen, xcb_visualid_t visual)
     return 0;
 }
 
+// Trays give a window the room that it asks for here, and hide those that ask for none (ICCCM, 4.1.2.3).
+void setMinimumSize(xcb_connection_t *connection, xcb_window_t window, int size)
+{
+    constexpr quint32 hasMinimumSize = 1 << 4;
+    std::array<quint32, 18> hints{hasMinimumSize};
+    hints[5] = hints[6] = static_cast<quint32>(size);
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_NORMAL_HINTS,
+                        XCB_ATOM_WM_SIZE_HINTS, 32, hints.size(), hints.data());
+}
+
 } // namespace
 
 TrayManager::TrayManager()
@@ -46,8 +68,8 @@ TrayManager::TrayManager()
 
 void TrayManager::start()
 {
-    int number = 0;
-    if (!m_connection || !xcb_parse_display(nullptr, nullptr, nullptr, &number))
+    const int number = screenNumber();
+    if (!m_connection || number < 0)
         return;
     m_screen = screenOfDisplay(m_connection, number);
     m_selection = atom("_NET_SYSTEM_TRAY_S" + QByteArray::number(number));
@@ -102,10 +124,11 @@ bool TrayManager::hasAlpha() const
     return depthOfVisual(m_screen, *static_cast<xcb_visualid_t *>(xcb_get_property_value(reply.get()))) == 32;
 }
 
-void TrayManager::dock(xcb_window_t window) const
+void TrayManager::dock(xcb_window_t window, int iconSize) const
 {
     // Version 0 of XEmbed; mapped by the tray as soon as it is in.
     const quint32 info[] = {0, 1};
+    setMinimumSize(m_connection, window, iconSize);
     const xcb_atom_t infoAtom = atom("_XEMBED_INFO");
     xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, infoAtom, infoAtom, 32, 2, info);
 

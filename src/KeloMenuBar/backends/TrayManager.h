@@ -22,8 +22,8 @@ public:
     /// Whether the tray can show windows with an alpha channel.
     bool hasAlpha() const;
 
-    /// Asks the tray to take this window in. It says so by reparenting it.
-    void dock(xcb_window_t window) const;
+    /// Asks the tray to take this window in, with this size in pixels. It says so by reparenting it.
+    void dock(xcb_window_t window, int iconSize) const;
 
 Q_SIGNALS:
     /// There is a tray, or another one than before.

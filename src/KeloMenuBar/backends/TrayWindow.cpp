@@ -18,6 +18,7 @@ TrayWindow::TrayWindow(Background background, std::function<void(QPoint)> openMe
         format.setAlphaBufferSize(8);
         setFormat(format);
     }
+    setMinimumSize({22, 22});
     resize(22, 22);
 }
 
