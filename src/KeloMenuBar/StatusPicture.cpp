@@ -65,7 +65,8 @@ QImage drawIcon(const StatusPicture &picture, int height, const QColor &color)
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     drawPlate(painter, image.rect(), height * 5 / gridHeight);
-    drawSymbol(painter, picture.symbol, color, image.rect());
+    // One up, so that the badge stays clear of the round corner.
+    drawSymbol(painter, picture.symbol, color, image.rect().translated(0, -qRound(height / gridHeight)));
     return image;
 }
 
