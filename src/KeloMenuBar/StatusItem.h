@@ -5,6 +5,7 @@
 
 #include <QDBusConnection>
 #include <QObject>
+#include <QTimer>
 #include <functional>
 #include <memory>
 
@@ -13,6 +14,8 @@ class QPoint;
 namespace kelo {
 
 class NotifierBackend;
+class PopupMenu;
+class TrayBackend;
 
 /// An icon with a title and a menu in the status area of whatever desktop this is.
 ///
@@ -52,9 +55,14 @@ private:
     void flush();
     Menu buildMenu() const;
     void openMenu(QPoint position);
+    void setNotifierHost(bool isThere);
+    void sayIfNothingShowsIt();
 
     StatusItemState m_state;
     std::unique_ptr<NotifierBackend> m_notifier;
+    std::unique_ptr<TrayBackend> m_tray;
+    std::unique_ptr<PopupMenu> m_popup;
+    QTimer m_noHost;
     bool m_isFlushDue = false;
 };
 

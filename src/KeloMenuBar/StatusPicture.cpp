@@ -5,7 +5,6 @@
 #include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QPainter>
-#include <QPainterPath>
 #include <QSvgRenderer>
 #include <cmath>
 
@@ -66,7 +65,8 @@ QImage drawIcon(const StatusPicture &picture, int height, const QColor &color)
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     drawPlate(painter, image.rect(), height * 5 / gridHeight);
-    drawSymbol(painter, picture.symbol, color, image.rect());
+    // One up, so that the badge stays clear of the round corner.
+    drawSymbol(painter, picture.symbol, color, image.rect().translated(0, -qRound(height / gridHeight)));
     return image;
 }
 
@@ -110,18 +110,13 @@ QImage drawCountdown(const StatusPicture &picture, int height, const QColor &col
     QImage image = canvas(height, height);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF leaf(0, 1 * unit, height, height - 1 * unit);
-    drawPlate(painter, leaf, 4 * unit);
+    drawPlate(painter, image.rect(), 5 * unit);
+    painter.setBrush(color);
+    painter.drawRoundedRect(QRectF(3 * unit, 3 * unit, 16 * unit, 3 * unit), 1 * unit, 1 * unit);
+    painter.drawRect(QRectF(6 * unit, 2 * unit, 2 * unit, 2 * unit));
+    painter.drawRect(QRectF(14 * unit, 2 * unit, 2 * unit, 2 * unit));
 
-    QPainterPath outline;
-    outline.addRoundedRect(leaf, 4 * unit, 4 * unit);
-    QPainterPath head;
-    head.addRect(QRectF(0, 0, height, 6 * unit));
-    painter.fillPath(outline.intersected(head), color);
-    painter.fillRect(QRectF(5 * unit, 0, 2 * unit, 3 * unit), color);
-    painter.fillRect(QRectF(15 * unit, 0, 2 * unit, 3 * unit), color);
-
-    const QRectF room(0, 6 * unit, height, height - 6 * unit);
+    const QRectF room(0, 6 * unit, height, 15 * unit);
     painter.setFont(fittingFont(picture.text, room.width() - 2 * unit, unit));
     painter.setPen(color);
     painter.drawText(room, int(Qt::AlignCenter) | Qt::TextSingleLine, picture.text);

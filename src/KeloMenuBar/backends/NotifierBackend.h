@@ -26,6 +26,9 @@ public:
 
     void show(const StatusItemState &state) override;
 
+    /// Whether there is a host, as far as is known.
+    bool hasHost() const { return m_hasHost; }
+
 Q_SIGNALS:
     /// Whether there is a host that shows the item. Said once it is known, and at each change.
     void hostChanged(bool isThere);

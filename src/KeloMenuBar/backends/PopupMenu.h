@@ -1,0 +1,54 @@
+#pragma once
+
+#include "KeloMenuBar/Menu.h"
+
+#include <QRasterWindow>
+#include <vector>
+
+namespace kelo {
+
+/// The menu in a window of our own, on X11, for trays that draw no menus. Keyboard and mouse are its own
+/// while it is open; a click elsewhere or Escape closes it.
+class PopupMenu final : public QRasterWindow
+{
+    Q_OBJECT
+
+public:
+    PopupMenu();
+
+    /// Shows the menu beside this point of the screen, which is in device-independent pixels.
+    void open(Menu menu, QPoint position);
+
+    /// The index of the item that Return would choose; -1 for none.
+    int current() const { return m_current; }
+
+    /// Where an item is drawn within the window.
+    QRect itemRect(int index) const { return m_rects.at(static_cast<std::size_t>(index)); }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void exposeEvent(QExposeEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    QSize layOut();
+    void grab(int attemptsLeft);
+    void dismiss();
+    void choose(int index);
+    void setCurrent(int index);
+    void move(int step);
+    int itemAt(QPoint position) const;
+    bool canChoose(int index) const;
+    void drawItem(QPainter &painter, int index) const;
+
+    Menu m_menu;
+    std::vector<QRect> m_rects;
+    int m_current = -1;
+    // A release belongs to the press that opened the menu until the pointer has moved within it.
+    bool m_hasMoved = false;
+};
+
+} // namespace kelo
