@@ -11,6 +11,7 @@ namespace kelo {
 /// The virtual key codes that the program itself knows by name. Settings hold such codes for physical keys,
 /// whatever the layout types with them.
 enum VirtualKey : std::uint16_t {
+    virtualS = 1,
     virtualX = 7,
     virtualC = 8,
     virtualV = 9,

@@ -1,0 +1,78 @@
+#include "JoinPanel/JoinNotification.h"
+
+#include "JoinPanel/JoinPanelModel.h"
+
+#include <array>
+
+namespace mivora {
+
+namespace {
+
+struct Action
+{
+    const char *key;
+    void (JoinPanelModel::*perform)() const;
+};
+
+// "default" is a click on the notification itself.
+constexpr std::array actions{
+    Action{"default", &JoinPanelModel::join},
+    Action{"join", &JoinPanelModel::join},
+    Action{"snooze", &JoinPanelModel::snooze},
+    Action{"dismiss", &JoinPanelModel::dismiss},
+};
+
+} // namespace
+
+JoinNotification::JoinNotification(const JoinPanelModel &model, const QDBusConnection &bus)
+    : m_model(model), m_notification(bus)
+{
+    connect(&m_notification, &kelo::DesktopNotification::actionInvoked, this, &JoinNotification::act);
+    connect(&m_notification, &kelo::DesktopNotification::dismissed, this,
+            [this] { act(QStringLiteral("dismiss")); });
+    // Each change makes some desktops present the notification again: the minutes alone aren't worth that.
+    connect(&model, &JoinPanelModel::meetingChanged, this, &JoinNotification::update, Qt::QueuedConnection);
+    connect(&model, &JoinPanelModel::hasStartedChanged, this, &JoinNotification::update,
+            Qt::QueuedConnection);
+}
+
+void JoinNotification::show()
+{
+    m_isVisible = true;
+    update();
+}
+
+void JoinNotification::hide()
+{
+    if (!m_isVisible)
+        return;
+    m_isVisible = false;
+    m_notification.close();
+}
+
+void JoinNotification::update()
+{
+    if (!m_isVisible)
+        return;
+    kelo::NotificationContent content;
+    content.summary = m_model.title();
+    content.body = m_model.timeText();
+    if (m_model.hasLink()) {
+        content.body += QStringLiteral(" · ") + m_model.serviceName();
+        content.actions = {{QStringLiteral("default"), tr("Join")}, {QStringLiteral("join"), tr("Join")}};
+    }
+    content.actions << kelo::NotificationAction{QStringLiteral("snooze"), tr("Snooze 1 min")}
+                    << kelo::NotificationAction{QStringLiteral("dismiss"), tr("Dismiss")};
+    content.stays = true;
+    m_notification.show(content);
+}
+
+void JoinNotification::act(const QString &key)
+{
+    for (const Action &action : actions) {
+        if (key == QLatin1String(action.key))
+            return (m_model.*action.perform)();
+    }
+}
+
+} // namespace mivora

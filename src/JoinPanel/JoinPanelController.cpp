@@ -1,0 +1,115 @@
+#include "JoinPanel/JoinPanelController.h"
+
+#include "JoinPanel/CornerPlacement.h"
+#include "KeloHotkey/VirtualKeys.h"
+#include "KeloPanel/Screens.h"
+#include "KeloPanel/backends/PanelBackend.h"
+#include "Preferences/Preferences.h"
+
+#include <QPointer>
+#include <algorithm>
+#include <array>
+
+namespace mivora {
+
+namespace {
+
+constexpr QSize contentSize(380, 150);
+
+struct PanelKey
+{
+    std::uint16_t virtualKey;
+    void (JoinPanelModel::*action)() const;
+};
+
+// Physical keys, whatever the layout types with them and whatever modifiers are held.
+constexpr std::array panelKeys{
+    PanelKey{kelo::virtualS, &JoinPanelModel::snooze},
+    PanelKey{kelo::virtualReturn, &JoinPanelModel::join},
+    PanelKey{kelo::virtualKeypadEnter, &JoinPanelModel::join},
+    PanelKey{kelo::virtualEscape, &JoinPanelModel::dismiss},
+};
+
+} // namespace
+
+JoinPanelController::JoinPanelController(const Preferences &prefs, kelo::ViewLoader &views,
+                                         JoinPanelActions actions, Timestamp now, const QDBusConnection &bus)
+    : m_model(now),
+      m_controller(views,
+                   {.module = QStringLiteral("JoinPanelViews"),
+                    .component = QStringLiteral("JoinPanelView"),
+                    .properties = {{QStringLiteral("model"), QVariant::fromValue<QObject *>(&m_model)}},
+                    .size = contentSize,
+                    .cornerRadius = {},
+                    .title = tr("Mivora"),
+                    .takesInput = true}),
+      m_notification(m_model, bus), m_prefs(prefs)
+{
+    m_controller.hidesOnResignKey = false;
+    connectActions(actions);
+    m_controller.keyHandler = [panel = QPointer(this)](const kelo::KeyEvent &event) {
+        return panel && panel->handleKey(event);
+    };
+}
+
+void JoinPanelController::connectActions(const JoinPanelActions &actions)
+{
+    const auto withMeeting = [this](const std::function<void(const Meeting &)> &action) {
+        return [panel = QPointer(this), action] {
+            // A copy: the action may well change the panel's meeting.
+            if (const auto meeting = panel ? panel->m_model.meeting() : std::nullopt; meeting && action)
+                action(*meeting);
+        };
+    };
+    m_model.onJoin = withMeeting(actions.onJoin);
+    m_model.onSnooze = withMeeting(actions.onSnooze);
+    m_model.onDismiss = withMeeting(actions.onDismiss);
+}
+
+void JoinPanelController::show(const Meeting &meeting, Timestamp now)
+{
+    m_model.setMeeting(meeting);
+    m_model.setNow(now);
+    if (isVisible())
+        return;
+    const bool usesWindow = kelo::panelPlatform() != kelo::PanelPlatform::notification;
+    if (!usesWindow || !m_controller.orderFrontRegardless(origin()))
+        m_notification.show();
+}
+
+void JoinPanelController::refresh(const std::optional<Meeting> &panelRequest, Timestamp now)
+{
+    if (!isVisible())
+        return;
+    if (panelRequest)
+        m_model.setMeeting(panelRequest);
+    m_model.setNow(now);
+}
+
+void JoinPanelController::hide()
+{
+    m_controller.hide();
+    m_notification.hide();
+}
+
+bool JoinPanelController::handleKey(const kelo::KeyEvent &event) const
+{
+    const auto virtualKey = kelo::virtualKeyForScanCode(event.nativeScanCode);
+    const auto *key = std::find_if(panelKeys.begin(), panelKeys.end(), [&](const PanelKey &candidate) {
+        return candidate.virtualKey == virtualKey;
+    });
+    if (key == panelKeys.end())
+        return false;
+    (m_model.*key->action)();
+    return true;
+}
+
+std::optional<QPointF> JoinPanelController::origin()
+{
+    const auto screen = kelo::mainScreen();
+    if (!screen)
+        return {};
+    return cornerOrigin(m_prefs.panelCorner(), screen->visibleFrame, m_controller.panel().frameSize());
+}
+
+} // namespace mivora

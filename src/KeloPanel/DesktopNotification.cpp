@@ -1,0 +1,108 @@
+#include "KeloPanel/DesktopNotification.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <utility>
+
+namespace kelo {
+
+namespace {
+
+const QString service = QStringLiteral("org.freedesktop.Notifications");
+const QString path = QStringLiteral("/org/freedesktop/Notifications");
+
+constexpr uint closedByUser = 2;
+constexpr int never = 0;
+constexpr int asUsual = -1;
+
+QDBusMessage call(const QString &method)
+{
+    return QDBusMessage::createMethodCall(service, path, service, method);
+}
+
+QStringList flattened(const QList<NotificationAction> &actions)
+{
+    QStringList list;
+    for (const NotificationAction &action : actions)
+        list << action.key << action.label;
+    return list;
+}
+
+} // namespace
+
+DesktopNotification::DesktopNotification(const QDBusConnection &bus, QObject *parent)
+    : QObject(parent), m_bus(bus)
+{
+}
+
+void DesktopNotification::show(const NotificationContent &content)
+{
+    listen();
+    m_closesNext = false;
+    if (m_isSending)
+        m_next = content;
+    else
+        send(content);
+}
+
+void DesktopNotification::close()
+{
+    m_next.reset();
+    m_closesNext = m_isSending;
+    if (m_id == 0)
+        return;
+    m_bus.asyncCall(call(QStringLiteral("CloseNotification")) << std::exchange(m_id, 0));
+}
+
+void DesktopNotification::listen()
+{
+    if (std::exchange(m_listens, true))
+        return;
+    m_bus.connect(service, path, service, QStringLiteral("ActionInvoked"), this,
+                  SLOT(receiveAction(uint, QString)));
+    m_bus.connect(service, path, service, QStringLiteral("NotificationClosed"), this,
+                  SLOT(receiveClosed(uint, uint)));
+}
+
+void DesktopNotification::send(const NotificationContent &content)
+{
+    m_isSending = true;
+    // The body may be read as markup; texts of ours are plain.
+    const QVariantMap hints{{QStringLiteral("desktop-entry"), QStringLiteral("app.kelo.Mivora")}};
+    const QDBusMessage request = call(QStringLiteral("Notify"))
+                                 << QStringLiteral("Mivora") << m_id << QStringLiteral("app.kelo.Mivora")
+                                 << content.summary << content.body.toHtmlEscaped()
+                                 << flattened(content.actions) << hints << (content.stays ? never : asUsual);
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(request), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, &DesktopNotification::finishShowing);
+}
+
+void DesktopNotification::finishShowing(QDBusPendingCallWatcher *watcher)
+{
+    watcher->deleteLater();
+    const QDBusPendingReply<uint> reply = *watcher;
+    m_isSending = false;
+    m_id = reply.isValid() ? reply.value() : 0;
+    if (std::exchange(m_closesNext, false))
+        close();
+    else if (const auto next = std::exchange(m_next, std::nullopt))
+        send(*next);
+}
+
+void DesktopNotification::receiveAction(uint id, const QString &key)
+{
+    if (id != 0 && id == m_id)
+        Q_EMIT actionInvoked(key);
+}
+
+void DesktopNotification::receiveClosed(uint id, uint reason)
+{
+    if (id == 0 || id != m_id)
+        return;
+    m_id = 0;
+    if (reason == closedByUser)
+        Q_EMIT dismissed();
+}
+
+} // namespace kelo

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <optional>
+
+class QDBusPendingCallWatcher;
+
+namespace kelo {
+
+/// A button of a notification; the key "default" stands for a click on the notification itself.
+struct NotificationAction
+{
+    QString key;
+    QString label;
+};
+
+struct NotificationContent
+{
+    /// Plain text.
+    QString summary;
+    QString body;
+    QList<NotificationAction> actions;
+    /// Whether it stays until it is closed; else the desktop takes it away after some seconds.
+    bool stays = false;
+};
+
+/// One notification of the desktop (org.freedesktop.Notifications). Nothing waits for the desktop's answers,
+/// and nothing happens where there is no such service.
+class DesktopNotification final : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit DesktopNotification(const QDBusConnection &bus, QObject *parent = nullptr);
+
+    /// Replaces what this notification showed before.
+    void show(const NotificationContent &content);
+    void close();
+
+Q_SIGNALS:
+    /// The user pressed the action with this key.
+    void actionInvoked(const QString &key);
+    /// The user closed the notification without an action.
+    void dismissed();
+
+private Q_SLOTS:
+    void receiveAction(uint id, const QString &key);
+    void receiveClosed(uint id, uint reason);
+
+private:
+    void listen();
+    void finishShowing(QDBusPendingCallWatcher *call);
+    void send(const NotificationContent &content);
+
+    QDBusConnection m_bus;
+    /// Given by the desktop; 0 when nothing is shown.
+    uint m_id = 0;
+    bool m_isSending = false;
+    /// What was asked for while the desktop hadn't answered yet.
+    std::optional<NotificationContent> m_next;
+    bool m_closesNext = false;
+    bool m_listens = false;
+};
+
+} // namespace kelo

@@ -1,0 +1,128 @@
+#include "KeloPanel/FloatingPanel.h"
+
+#include "KeloPanel/backends/PanelBackend.h"
+#include "KeloTheme/Compositing.h"
+#include "KeloTheme/ViewLoader.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+
+namespace kelo {
+
+FloatingPanel::FloatingPanel(ViewLoader &views, PanelContent content)
+    : m_views(views), m_content(std::move(content)), m_backend(PanelBackend::create())
+{
+}
+
+FloatingPanel::~FloatingPanel()
+{
+    orderOut();
+}
+
+bool FloatingPanel::isVisible() const
+{
+    return m_window && m_window->isVisible();
+}
+
+bool FloatingPanel::isKey() const
+{
+    return m_window && m_window->isActive();
+}
+
+bool FloatingPanel::isComposing() const
+{
+    const QObject *focus = m_window ? m_window->focusObject() : nullptr;
+    return focus && focus->property("inputMethodComposing").toBool();
+}
+
+QSize FloatingPanel::frameSize()
+{
+    measure();
+    return m_surface.frame().windowSize;
+}
+
+void FloatingPanel::setOrigin(const QPointF &origin)
+{
+    m_origin = origin.toPoint();
+    if (isVisible())
+        m_window->setPosition(m_origin);
+}
+
+bool FloatingPanel::makeKeyAndOrderFront()
+{
+    return orderFront(Keyboard::take);
+}
+
+bool FloatingPanel::orderFrontRegardless()
+{
+    return orderFront(Keyboard::keep);
+}
+
+void FloatingPanel::orderOut()
+{
+    if (!isVisible())
+        return;
+    m_origin = m_window->position();
+    m_backend->orderOut(*m_window);
+}
+
+void FloatingPanel::releaseView()
+{
+    if (isVisible() || !m_window)
+        return;
+    m_window.reset();
+    m_views.releaseUnused();
+}
+
+bool FloatingPanel::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress || !keyHandler)
+        return QObject::eventFilter(watched, event);
+    const auto *key = static_cast<const QKeyEvent *>(event);
+    return keyHandler({key->nativeScanCode(), key->modifiers(), key->isAutoRepeat()});
+}
+
+bool FloatingPanel::orderFront(Keyboard keyboard)
+{
+    measure();
+    if (!prepareWindow())
+        return false;
+    if (!isVisible())
+        m_backend->orderFront(*m_window, m_origin, m_surface.frame());
+    if (keyboard == Keyboard::take)
+        m_backend->takeKeyboard(*m_window);
+    return true;
+}
+
+bool FloatingPanel::prepareWindow()
+{
+    if (m_window)
+        return true;
+    m_window.reset(m_views.createWindow({.module = m_content.module,
+                                         .component = m_content.component,
+                                         .properties = m_content.properties,
+                                         .size = m_surface.frame().windowSize,
+                                         .kind = ViewKind::floating,
+                                         .title = m_content.title,
+                                         .surface = &m_surface}));
+    if (!m_window)
+        return false;
+    m_surface.setWindow(m_window.get());
+    m_window->setFlag(Qt::WindowTransparentForInput, !m_content.takesInput);
+    m_window->installEventFilter(this);
+    connect(m_window.get(), &QWindow::activeChanged, this, [this] {
+        if (!isKey() && onResignKey)
+            onResignKey();
+    });
+    m_backend->dress(*m_window);
+    return true;
+}
+
+// The desktop may have begun or ceased to composite since the last showing; a visible panel stays as it is.
+void FloatingPanel::measure()
+{
+    if (!isVisible())
+        m_surface.setFrame(GlassSurface::floating(m_content.size, m_content.cornerRadius), desktopBlurs());
+}
+
+} // namespace kelo

@@ -1,0 +1,35 @@
+#include "KeloPanel/PanelSurface.h"
+
+#include <QCursor>
+
+namespace kelo {
+
+double PanelSurface::opacity() const
+{
+    if (!isLiquid())
+        return 1;
+    return m_isBlurred ? 0.75 : 0.96;
+}
+
+void PanelSurface::setFrame(const FloatingFrame &frame, bool isBlurred)
+{
+    if (frame == m_frame && isBlurred == m_isBlurred)
+        return;
+    m_frame = frame;
+    m_isBlurred = isBlurred;
+    Q_EMIT changed();
+}
+
+void PanelSurface::beginDrag()
+{
+    if (m_window)
+        m_grip = QCursor::pos() - m_window->position();
+}
+
+void PanelSurface::drag()
+{
+    if (m_window)
+        m_window->setPosition(QCursor::pos() - m_grip);
+}
+
+} // namespace kelo

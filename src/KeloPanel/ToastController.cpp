@@ -1,0 +1,80 @@
+#include "KeloPanel/ToastController.h"
+
+#include "KeloPanel/Screens.h"
+#include "KeloPanel/backends/PanelBackend.h"
+
+#include <QCursor>
+#include <QFontMetricsF>
+#include <QGuiApplication>
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+namespace kelo {
+
+namespace {
+
+constexpr int fontPixels = 13;
+constexpr int padding = 18;
+constexpr int height = 44;
+constexpr int widest = 520;
+constexpr double cornerRadius = 22;
+// The distance from the lower edge of the screen, as a part of its height.
+constexpr double elevation = 0.1;
+// A message of seven words is read in about two seconds; not everybody looks at once.
+constexpr std::chrono::milliseconds displayTime{4000};
+
+QSize sizeFor(const QString &text)
+{
+    QFont font = QGuiApplication::font();
+    font.setPixelSize(fontPixels);
+    font.setWeight(QFont::Medium);
+    const double width = std::ceil(QFontMetricsF(font).horizontalAdvance(text)) + 2 * padding + 2;
+    return {int(std::min<double>(width, widest)), height};
+}
+
+} // namespace
+
+ToastController::ToastController(ViewLoader &views, const QDBusConnection &bus)
+    : m_controller(views, {.module = QStringLiteral("KeloPanelViews"),
+                           .component = QStringLiteral("ToastView"),
+                           .properties = {{QStringLiteral("toast"), QVariant::fromValue<QObject *>(this)}},
+                           .size = QSize(widest, height),
+                           .cornerRadius = cornerRadius,
+                           .title = QStringLiteral("Mivora"),
+                           .takesInput = false}),
+      m_notification(bus)
+{
+    m_controller.hidesOnResignKey = false;
+    m_hideTimer.setSingleShot(true);
+    connect(&m_hideTimer, &QTimer::timeout, &m_controller, &FloatingPanelController::hide);
+}
+
+void ToastController::show(const QString &text)
+{
+    m_controller.hide();
+    m_text = text;
+    Q_EMIT textChanged();
+    if (panelPlatform() == PanelPlatform::notification || !showPanel())
+        m_notification.show({.summary = text, .body = {}, .actions = {}, .stays = false});
+}
+
+bool ToastController::showPanel()
+{
+    m_controller.panel().setContentSize(sizeFor(m_text));
+    const auto screens = currentScreens();
+    const auto main = mainScreen();
+    std::optional<QPointF> origin;
+    if (const auto *screen = screenContaining(screens, main ? &*main : nullptr, QCursor::pos())) {
+        const QRectF visible = screen->visibleFrame;
+        const QSize frame = m_controller.panel().frameSize();
+        origin = QPointF(visible.center().x() - frame.width() * 0.5,
+                         visible.bottom() - visible.height() * elevation - frame.height());
+    }
+    if (!m_controller.orderFrontRegardless(origin))
+        return false;
+    m_hideTimer.start(displayTime);
+    return true;
+}
+
+} // namespace kelo

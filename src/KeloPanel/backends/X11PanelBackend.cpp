@@ -1,0 +1,158 @@
+#include "KeloPanel/backends/X11PanelBackend.h"
+
+#include <QBitmap>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QScreen>
+#include <QWindow>
+
+namespace kelo {
+
+namespace {
+
+constexpr std::uint32_t allDesktops = 0xffffffff;
+
+xcb_window_t idOf(const QWindow &window)
+{
+    return xcb_window_t(window.winId());
+}
+
+// XWayland names its outputs so until version 23, which can also be asked for an extension.
+bool runsUnderWayland()
+{
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    return qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+           (screen && screen->name().startsWith(QLatin1String("XWAYLAND")));
+}
+
+// The mask's corners, and everything between them.
+QRegion stretched(const StretchableImage &mask, const QSize &size)
+{
+    const int inset = mask.capInset;
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    for (const bool right : {false, true}) {
+        for (const bool bottom : {false, true}) {
+            const QPoint target(right ? size.width() - inset : 0, bottom ? size.height() - inset : 0);
+            const QPoint source(right ? inset + 1 : 0, bottom ? inset + 1 : 0);
+            painter.drawImage(target, mask.image, QRect(source, QSize(inset, inset)));
+        }
+    }
+    painter.end();
+    return QBitmap::fromImage(image.createAlphaMask(Qt::ThresholdDither));
+}
+
+} // namespace
+
+X11PanelBackend::X11PanelBackend() : m_isXWayland(runsUnderWayland()) {}
+
+void X11PanelBackend::dress(QWindow &window)
+{
+    window.setFlags(window.flags() | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
+                    Qt::BypassWindowManagerHint);
+    window.create();
+    const xcb_window_t id = idOf(window);
+    // Managers leave the window alone; task bars, pagers and screen recorders read these all the same.
+    m_x11.setAtoms(id, "_NET_WM_STATE",
+                   {"_NET_WM_STATE_ABOVE", "_NET_WM_STATE_STICKY", "_NET_WM_STATE_SKIP_TASKBAR",
+                    "_NET_WM_STATE_SKIP_PAGER"});
+    m_x11.setCardinals(id, "_NET_WM_DESKTOP", {allDesktops});
+    setType(window, WindowType::notification);
+    window.installEventFilter(this);
+}
+
+void X11PanelBackend::orderFront(QWindow &window, const QPoint &origin, const FloatingFrame &frame)
+{
+    shape(window, frame);
+    setType(window, WindowType::notification);
+    window.setGeometry(QRect(origin, frame.windowSize));
+    window.show();
+    window.raise();
+}
+
+void X11PanelBackend::takeKeyboard(QWindow &window)
+{
+    const xcb_window_t focus = m_x11.inputFocus();
+    if (focus == idOf(window))
+        return;
+    m_previousFocus = focus;
+    m_x11.setInputFocus(idOf(window));
+    if (m_isXWayland) {
+        const auto cookie = xcb_grab_keyboard(m_x11.get(), true, idOf(window), XCB_CURRENT_TIME,
+                                              XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        xcb_discard_reply(m_x11.get(), cookie.sequence);
+        m_hasGrab = true;
+    }
+    m_x11.flush();
+}
+
+void X11PanelBackend::orderOut(QWindow &window)
+{
+    returnKeyboard(window);
+    window.hide();
+}
+
+bool X11PanelBackend::eventFilter(QObject *watched, QEvent *event)
+{
+    auto &window = static_cast<QWindow &>(*watched);
+    if (event->type() == QEvent::MouseButtonPress)
+        takeKeyboard(window);
+    else if (event->type() == QEvent::Enter && m_isXWayland)
+        setType(window, WindowType::normal);
+    else if (event->type() == QEvent::Leave && m_isXWayland)
+        pointerLeft(window);
+    return QObject::eventFilter(watched, event);
+}
+
+void X11PanelBackend::setType(const QWindow &window, WindowType type)
+{
+    m_x11.setAtoms(
+        idOf(window), "_NET_WM_WINDOW_TYPE",
+        {type == WindowType::normal ? "_NET_WM_WINDOW_TYPE_NORMAL" : "_NET_WM_WINDOW_TYPE_NOTIFICATION"});
+    m_x11.flush();
+}
+
+// Without a compositor the window itself has the rounded shape. With one, what is behind the surface may be
+// blurred; the region is in pixels of the device.
+void X11PanelBackend::shape(QWindow &window, const FloatingFrame &frame)
+{
+    const QRegion rounded =
+        stretched(GlassSurface::roundedMask(int(frame.cornerRadius)), frame.contentRect.size());
+    window.setMask(frame.shadowByWindow ? rounded : QRegion());
+    std::vector<std::uint32_t> region;
+    if (!frame.shadowByWindow) {
+        for (const QRect &rect : rounded.translated(frame.contentRect.topLeft())) {
+            for (const int length : {rect.x(), rect.y(), rect.width(), rect.height()})
+                region.push_back(std::uint32_t(length * window.devicePixelRatio()));
+        }
+    }
+    m_x11.setCardinals(idOf(window), "_KDE_NET_WM_BLUR_BEHIND_REGION", region);
+}
+
+// The compositor still counts the window as the one with the keyboard; only unmapping makes it look again.
+void X11PanelBackend::pointerLeft(QWindow &window)
+{
+    setType(window, WindowType::notification);
+    if (!m_hasGrab || QGuiApplication::mouseButtons() != Qt::NoButton)
+        return;
+    returnKeyboard(window);
+    xcb_unmap_window(m_x11.get(), idOf(window));
+    xcb_map_window(m_x11.get(), idOf(window));
+    m_x11.flush();
+}
+
+void X11PanelBackend::returnKeyboard(const QWindow &window)
+{
+    if (m_hasGrab)
+        xcb_ungrab_keyboard(m_x11.get(), XCB_CURRENT_TIME);
+    m_hasGrab = false;
+    if (m_previousFocus != XCB_WINDOW_NONE && m_x11.inputFocus() == idOf(window))
+        m_x11.setInputFocus(m_previousFocus);
+    m_previousFocus = XCB_WINDOW_NONE;
+    m_x11.flush();
+}
+
+} // namespace kelo

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "KeloPanel/backends/PanelBackend.h"
+#include "KeloPanel/backends/X11Connection.h"
+
+#include <QObject>
+
+namespace kelo {
+
+/// A window that no window manager places, decorates or activates (override-redirect). It takes the keyboard
+/// by itself when it is clicked, and gives it back.
+///
+/// Under XWayland the compositor decides about the keyboard, by the type of the window: notifications never
+/// get it. So the window is an ordinary one while the pointer is on it, and a notification all other time.
+class X11PanelBackend final : public QObject, public PanelBackend
+{
+    Q_OBJECT
+
+public:
+    X11PanelBackend();
+
+    void dress(QWindow &window) override;
+    void orderFront(QWindow &window, const QPoint &origin, const FloatingFrame &frame) override;
+    void takeKeyboard(QWindow &window) override;
+    void orderOut(QWindow &window) override;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    enum class WindowType { notification, normal };
+
+    void setType(const QWindow &window, WindowType type);
+    void shape(QWindow &window, const FloatingFrame &frame);
+    void pointerLeft(QWindow &window);
+    void returnKeyboard(const QWindow &window);
+
+    X11Connection m_x11;
+    bool m_isXWayland = false;
+    bool m_hasGrab = false;
+    xcb_window_t m_previousFocus = XCB_WINDOW_NONE;
+};
+
+} // namespace kelo

@@ -1,0 +1,12 @@
+#include "KeloPanel/backends/X11WorkArea.h"
+
+#include <QScreen>
+
+namespace kelo {
+
+QRect workArea(const QScreen &screen)
+{
+    return screen.availableGeometry();
+}
+
+} // namespace kelo

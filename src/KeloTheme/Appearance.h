@@ -1,0 +1,51 @@
+#pragma once
+
+#include "KeloTheme/SystemColors.h"
+
+#include <QDBusConnection>
+#include <QObject>
+
+namespace kelo {
+
+class PortalSettings;
+
+/// How the desktop wants its programs to look, live: light or dark, the accent colour, the size of text.
+///
+/// The scheme is the portal's; where it has no preference, that of the platform's palette.
+/// MIVORA_APPEARANCE=light|dark overrules both. Views see it as the QML singleton `Appearance`.
+class Appearance final : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool dark READ isDark NOTIFY changed)
+    Q_PROPERTY(kelo::SystemColors colors READ colors NOTIFY changed)
+    Q_PROPERTY(double textScale READ textScale NOTIFY changed)
+
+public:
+    explicit Appearance(const QDBusConnection &bus = QDBusConnection::sessionBus(),
+                        QObject *parent = nullptr);
+
+    bool isDark() const { return m_scheme == ColorScheme::dark; }
+
+    const SystemColors &colors() const { return m_colors; }
+
+    /// The factor for font sizes that the user has set for legibility, from 0.8 to 1.25: what views have room
+    /// for.
+    double textScale() const { return m_textScale; }
+
+Q_SIGNALS:
+    void changed();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void update();
+    ColorScheme scheme() const;
+
+    PortalSettings *m_portal = nullptr;
+    ColorScheme m_scheme = ColorScheme::light;
+    SystemColors m_colors;
+    double m_textScale = 1;
+};
+
+} // namespace kelo

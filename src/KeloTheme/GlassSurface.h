@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QImage>
+#include <QMarginsF>
+#include <QRect>
+#include <QSize>
+#include <QString>
+#include <optional>
+
+class QWindow;
+
+namespace kelo {
+
+/// A floating panel's window around its content. Lengths are in logical pixels.
+struct FloatingFrame
+{
+    QSize windowSize;
+    /// Where the surface with the content lies in the window.
+    QRect contentRect;
+    double cornerRadius = 0;
+    /// Whether the window system is left to draw a shadow; else the surface draws its own around contentRect.
+    bool shadowByWindow = false;
+
+    friend bool operator==(const FloatingFrame &, const FloatingFrame &) = default;
+};
+
+/// An image that fills any rectangle: its corners keep their size, the rest is stretched.
+struct StretchableImage
+{
+    QImage image;
+    /// The size of the corners, in pixels of the image; the same on all sides.
+    int capInset = 0;
+};
+
+/// Measures and pictures of the translucent surface under panels. Where the desktop can't blend windows, the
+/// surface is opaque, its corners are smaller and it has no shadow of its own.
+class GlassSurface
+{
+public:
+    GlassSurface() = delete;
+
+    /// Room around a panel for its drawn shadow, in logical pixels.
+    static constexpr int floatingShadowMargin = 28;
+
+    /// Whether surfaces are translucent, with a drawn shadow: where the desktop composites.
+    static bool isLiquid();
+
+    /// 22 where surfaces are translucent, else 14.
+    static double panelCornerRadius();
+
+    /// An opaque rounded rectangle as small as it can be stretched from: (2r + 1) x (2r + 1) pixels.
+    static StretchableImage roundedMask(int radius);
+
+    /// The frame of a panel with content of \a size; without \a cornerRadius it is panelCornerRadius().
+    static FloatingFrame floating(const QSize &size, std::optional<double> cornerRadius = {});
+
+    /// The shadow around a panel with corners of \a radius logical pixels, for \a pixelRatio: soft, a little
+    /// lower than the panel, and cut out where the panel is, so that it doesn't tint the translucent surface.
+    static StretchableImage shadow(double radius, double pixelRatio);
+
+    /// Dresses an ordinary window for content of \a size that is not to be resized.
+    static void configure(QWindow &window, const QSize &size, const QString &title);
+
+    /// The picture that views call \a id: "shadow/RADIUS/RATIO". Null when there is none of that name.
+    static QImage image(const QString &id);
+};
+
+} // namespace kelo

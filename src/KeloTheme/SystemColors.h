@@ -1,0 +1,80 @@
+#pragma once
+
+#include <QColor>
+#include <QObject>
+
+namespace kelo {
+
+enum class ColorScheme { light, dark };
+
+/// The colours of the desktop by the role that they play, for one colour scheme.
+struct SystemColors
+{
+    Q_GADGET
+    Q_PROPERTY(QColor label MEMBER label)
+    Q_PROPERTY(QColor secondaryLabel MEMBER secondaryLabel)
+    Q_PROPERTY(QColor tertiaryLabel MEMBER tertiaryLabel)
+    Q_PROPERTY(QColor separator MEMBER separator)
+    Q_PROPERTY(QColor windowBackground MEMBER windowBackground)
+    Q_PROPERTY(QColor sidebarBackground MEMBER sidebarBackground)
+    Q_PROPERTY(QColor groupBackground MEMBER groupBackground)
+    Q_PROPERTY(QColor control MEMBER control)
+    Q_PROPERTY(QColor controlHovered MEMBER controlHovered)
+    Q_PROPERTY(QColor controlPressed MEMBER controlPressed)
+    Q_PROPERTY(QColor controlBorder MEMBER controlBorder)
+    Q_PROPERTY(QColor accent MEMBER accent)
+    Q_PROPERTY(QColor accentHovered MEMBER accentHovered)
+    Q_PROPERTY(QColor accentPressed MEMBER accentPressed)
+    Q_PROPERTY(QColor accentLabel MEMBER accentLabel)
+    Q_PROPERTY(QColor focusRing MEMBER focusRing)
+    Q_PROPERTY(QColor orange MEMBER orange)
+    Q_PROPERTY(QColor red MEMBER red)
+    Q_PROPERTY(QColor green MEMBER green)
+    Q_PROPERTY(QColor panel MEMBER panel)
+    Q_PROPERTY(QColor panelBorder MEMBER panelBorder)
+    Q_PROPERTY(QColor panelHighlight MEMBER panelHighlight)
+    Q_PROPERTY(QColor cardFill MEMBER cardFill)
+    Q_PROPERTY(QColor cardBorder MEMBER cardBorder)
+
+public:
+    /// Text, in three steps of importance.
+    QColor label;
+    QColor secondaryLabel;
+    QColor tertiaryLabel;
+    QColor separator;
+    QColor windowBackground;
+    QColor sidebarBackground;
+    /// The sheet behind a group of settings.
+    QColor groupBackground;
+    /// The face of a button.
+    QColor control;
+    QColor controlHovered;
+    QColor controlPressed;
+    QColor controlBorder;
+    /// The user's own colour, for what is chosen or to be pressed, and the text on it.
+    QColor accent;
+    QColor accentHovered;
+    QColor accentPressed;
+    QColor accentLabel;
+    QColor focusRing;
+    QColor orange;
+    QColor red;
+    QColor green;
+    /// The floating panel, opaque; its translucent form has the same hue.
+    QColor panel;
+    QColor panelBorder;
+    /// The light that falls on the panel's inner edge.
+    QColor panelHighlight;
+    QColor cardFill;
+    QColor cardBorder;
+
+    friend bool operator==(const SystemColors &, const SystemColors &) = default;
+
+    /// The colours of \a scheme; \a accent may be invalid, which gives the default blue.
+    static SystemColors of(ColorScheme scheme, const QColor &accent = {});
+};
+
+/// The contrast of two opaque colours by WCAG 2.1, from 1 to 21.
+double contrast(const QColor &one, const QColor &other);
+
+} // namespace kelo

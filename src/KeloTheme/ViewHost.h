@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QImage>
+#include <QSize>
+#include <QString>
+#include <QVariantMap>
+#include <QtPlugin>
+#include <functional>
+
+class QObject;
+class QWindow;
+
+namespace kelo {
+
+enum class ViewKind {
+    /// A borderless translucent panel; the property `surface` tells its measures.
+    floating,
+    /// A window with the desktop's frame.
+    ordinary,
+};
+
+/// A window whose content is QML.
+struct ViewSpec
+{
+    /// The QML module, such as "JoinPanelViews".
+    QString module;
+    /// The component in it, such as "JoinPanelView".
+    QString component;
+    /// Set before the component is completed. Models are QObject pointers; views know their properties by
+    /// name.
+    QVariantMap properties;
+    /// Of the window, in logical pixels.
+    QSize size;
+    ViewKind kind = ViewKind::ordinary;
+    QString title;
+    /// For floating windows: an object with the properties that FloatingSurface.qml names.
+    QObject *surface = nullptr;
+};
+
+/// What views need of the program: the look of the desktop and pictures that are computed.
+struct ViewContext
+{
+    /// Seen by QML as the singleton `Appearance`; outlives every view.
+    QObject *appearance = nullptr;
+    /// The picture for "image://kelo/ID", or a null image.
+    std::function<QImage(const QString &id)> image;
+};
+
+/// Makes windows out of QML. Implemented by the plug-in mivora-views, so that the program itself need not
+/// link Qt Quick; ViewLoader finds it.
+class ViewHost
+{
+public:
+    virtual ~ViewHost() = default;
+
+    /// Called once, before all else.
+    virtual void start(const ViewContext &context) = 0;
+
+    /// A hidden window that belongs to the caller; null, with a line in the log, when the view can't be made.
+    virtual QWindow *createWindow(const ViewSpec &spec) = 0;
+
+    /// Gives back the memory of the QML engine when no window is left.
+    virtual void releaseUnused() = 0;
+};
+
+} // namespace kelo
+
+Q_DECLARE_INTERFACE(kelo::ViewHost, "app.kelo.ViewHost/1")

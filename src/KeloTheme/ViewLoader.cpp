@@ -1,0 +1,55 @@
+#include "KeloTheme/ViewLoader.h"
+
+#include "KeloTheme/Appearance.h"
+#include "KeloTheme/GlassSurface.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QLoggingCategory>
+
+namespace kelo {
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "kelo.theme")
+
+QString pluginFile()
+{
+    const QString wanted = qEnvironmentVariable("MIVORA_VIEWS");
+    if (!wanted.isEmpty())
+        return wanted;
+    const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/../lib/");
+    const QString installed = beside + QStringLiteral("mivora/mivora-views.so");
+    return QFileInfo::exists(installed) ? installed : beside + QStringLiteral("mivora-views.so");
+}
+
+} // namespace
+
+ViewLoader::ViewLoader(Appearance &appearance) : m_appearance(appearance) {}
+
+bool ViewLoader::load()
+{
+    if (m_host || m_hasFailed)
+        return m_host;
+    m_plugin.setFileName(pluginFile());
+    m_host = qobject_cast<ViewHost *>(m_plugin.instance());
+    m_hasFailed = !m_host;
+    if (m_hasFailed)
+        qCCritical(log).noquote() << "The views can't be loaded:" << m_plugin.errorString();
+    else
+        m_host->start({&m_appearance, &GlassSurface::image});
+    return m_host;
+}
+
+QWindow *ViewLoader::createWindow(const ViewSpec &spec)
+{
+    return load() ? m_host->createWindow(spec) : nullptr;
+}
+
+void ViewLoader::releaseUnused()
+{
+    if (m_host)
+        m_host->releaseUnused();
+}
+
+} // namespace kelo

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "KeloTheme/ViewHost.h"
+
+#include <QPluginLoader>
+
+namespace kelo {
+
+class Appearance;
+
+/// Loads the views' plug-in on first need. Looked for in $MIVORA_VIEWS (a file), then in lib/mivora and lib
+/// beside the program's bin folder. Without it the program goes on; windows are then absent.
+class ViewLoader final
+{
+public:
+    /// \a appearance outlives the loader and all windows.
+    explicit ViewLoader(Appearance &appearance);
+
+    /// A hidden window that belongs to the caller; null, with a line in the log, when it can't be made.
+    QWindow *createWindow(const ViewSpec &spec);
+
+    /// To be called after a window was deleted that is not needed soon: frees the engine with the last one.
+    void releaseUnused();
+
+    bool isLoaded() const { return m_host; }
+
+private:
+    bool load();
+
+    Appearance &m_appearance;
+    QPluginLoader m_plugin;
+    ViewHost *m_host = nullptr;
+    bool m_hasFailed = false;
+};
+
+} // namespace kelo

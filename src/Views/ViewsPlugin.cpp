@@ -1,0 +1,53 @@
+#include "Views/ViewsPlugin.h"
+
+#include "Views/ContextImages.h"
+#include "Views/SymbolImages.h"
+#include "Views/ViewWindow.h"
+
+#include <QJSEngine>
+#include <algorithm>
+#include <malloc.h>
+
+namespace kelo {
+
+void ViewsPlugin::start(const ViewContext &context)
+{
+    m_context = context;
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    QJSEngine::setObjectOwnership(context.appearance, QJSEngine::CppOwnership);
+    qmlRegisterSingletonType<QObject>(
+        "KeloAppearance", 1, 0, "Appearance",
+        [appearance = context.appearance](QQmlEngine *, QJSEngine *) { return appearance; });
+}
+
+QQmlEngine &ViewsPlugin::engine()
+{
+    if (!m_engine) {
+        m_engine = std::make_unique<QQmlEngine>();
+        m_engine->addImportPath(QStringLiteral("qrc:/"));
+        m_engine->addImageProvider(QStringLiteral("kelo"), new ContextImages(m_context.image));
+        m_engine->addImageProvider(QStringLiteral("symbol"), new SymbolImages);
+    }
+    return *m_engine;
+}
+
+QWindow *ViewsPlugin::createWindow(const ViewSpec &spec)
+{
+    std::erase_if(m_windows, [](const auto &window) { return window.isNull(); });
+    m_windows.emplace_back(makeViewWindow(engine(), spec).release());
+    return m_windows.back();
+}
+
+void ViewsPlugin::releaseUnused()
+{
+    const bool isUsed =
+        std::any_of(m_windows.begin(), m_windows.end(), [](const auto &window) { return window; });
+    if (isUsed)
+        return;
+    m_windows.clear();
+    m_engine.reset();
+    // The engine's memory is scattered over the heap: without this the system doesn't get it back.
+    malloc_trim(0);
+}
+
+} // namespace kelo

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "KeloTheme/ViewHost.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QQmlEngine>
+#include <QQuickWindow>
+#include <memory>
+#include <vector>
+
+namespace kelo {
+
+/// The plug-in's object: one QML engine for all windows, drawn by the software scene graph.
+class ViewsPlugin final : public QObject, public ViewHost
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "app.kelo.ViewHost/1")
+    Q_INTERFACES(kelo::ViewHost)
+
+public:
+    void start(const ViewContext &context) override;
+    QWindow *createWindow(const ViewSpec &spec) override;
+    void releaseUnused() override;
+
+private:
+    QQmlEngine &engine();
+
+    ViewContext m_context;
+    std::unique_ptr<QQmlEngine> m_engine;
+    std::vector<QPointer<QQuickWindow>> m_windows;
+};
+
+} // namespace kelo
