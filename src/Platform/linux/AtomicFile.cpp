@@ -1,0 +1,57 @@
+#include "Platform/linux/AtomicFile.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace mivora {
+
+namespace {
+
+/// QSaveFile syncs the file; the new name of it is only on disk when its folder is synced too.
+void syncFolder(const QString &folder)
+{
+    const int file = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (file < 0)
+        return;
+    ::fsync(file);
+    ::close(file);
+}
+
+} // namespace
+
+std::optional<QString> replaceFile(const QString &path, const QByteArray &content)
+{
+    const QString folder = QFileInfo(path).absolutePath();
+    if (!QDir().mkpath(folder))
+        return folder % QLatin1String(": cannot be created");
+    // Unbuffered and synced by hand: QSaveFile::commit() overlooks what goes wrong when it empties its
+    // buffer, and would put half a file in place on a full disk.
+    QSaveFile file(path);
+    const bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+                         file.write(content) == content.size() && ::fsync(file.handle()) == 0;
+    if (!written || !file.commit())
+        return path % QLatin1String(": ") % file.errorString();
+    syncFolder(QFileInfo(QFileInfo(path).canonicalFilePath()).absolutePath());
+    return std::nullopt;
+}
+
+std::variant<QByteArray, ReadError> readFile(const QString &path)
+{
+    const QFileInfo info(path);
+    if (!info.exists())
+        return QByteArray();
+    if (!info.isFile())
+        return ReadError{path % QLatin1String(": is no regular file")};
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return ReadError{path % QLatin1String(": ") % file.errorString()};
+    QByteArray content = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return ReadError{path % QLatin1String(": ") % file.errorString()};
+    return content;
+}
+
+} // namespace mivora

@@ -1,0 +1,42 @@
+#include "Platform/linux/ClipboardPasteboard.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QProcess>
+#include <QStandardPaths>
+
+namespace mivora {
+
+void ClipboardPasteboard::setText(const QString &text)
+{
+    const bool isWayland = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    const QString wlCopy = isWayland ? QStandardPaths::findExecutable(QStringLiteral("wl-copy")) : QString();
+    if (wlCopy.isEmpty())
+        QGuiApplication::clipboard()->setText(text);
+    else
+        copyWith(wlCopy, text);
+}
+
+void ClipboardPasteboard::copyWith(const QString &wlCopy, const QString &text)
+{
+    auto *process = new QProcess(this);
+    // A part of wl-copy stays behind to serve the text; it must not hold pipes of ours open.
+    process->setStandardOutputFile(QProcess::nullDevice());
+    process->setStandardErrorFile(QProcess::nullDevice());
+    connect(process, &QProcess::finished, this, [process, text](int code, QProcess::ExitStatus status) {
+        if (code != 0 || status != QProcess::NormalExit)
+            QGuiApplication::clipboard()->setText(text);
+        process->deleteLater();
+    });
+    connect(process, &QProcess::errorOccurred, this, [process, text](QProcess::ProcessError error) {
+        if (error != QProcess::FailedToStart)
+            return;
+        QGuiApplication::clipboard()->setText(text);
+        process->deleteLater();
+    });
+    process->start(wlCopy, {QStringLiteral("--type"), QStringLiteral("text/plain;charset=utf-8")});
+    process->write(text.toUtf8());
+    process->closeWriteChannel();
+}
+
+} // namespace mivora

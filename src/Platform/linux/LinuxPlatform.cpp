@@ -1,0 +1,23 @@
+#include "Platform/linux/LinuxPlatform.h"
+
+#include "Platform/linux/ClipboardPasteboard.h"
+#include "Platform/linux/GioWorkspace.h"
+#include "Platform/linux/IniDefaultsStore.h"
+#include "Platform/linux/LinuxSystemEvents.h"
+#include "Platform/linux/XdgLoginItem.h"
+
+namespace mivora {
+
+std::unique_ptr<DefaultsStore> makeLinuxDefaultsStore()
+{
+    return std::make_unique<IniDefaultsStore>(IniDefaultsStore::standardPath());
+}
+
+LinuxPlatform makeLinuxPlatform(const QDBusConnection &systemBus)
+{
+    return {makeLinuxDefaultsStore(), std::make_unique<XdgLoginItem>(XdgLoginItem::Places::ofThisProcess()),
+            std::make_unique<GioWorkspace>(), std::make_unique<ClipboardPasteboard>(),
+            std::make_unique<LinuxSystemEvents>(LinuxSystemEvents::Sources::ofTheSystem(systemBus))};
+}
+
+} // namespace mivora
