@@ -148,7 +148,7 @@ TEST_F(IniDefaultsStoreTest, fullDiskIsReportedOnceAndTheValueCatchesUp)
     EXPECT_EQ(store.integer(width), 40);
 
     store.setString(QStringLiteral("s"), QStringLiteral("x"));
-    EXPECT_EQ(content(), "[General]\ntitleWidth=40\nshowTitle=false\ns=x\n");
+    EXPECT_EQ(content(), "[General]\ntitleWidth=40\ns=x\nshowTitle=false\n");
     const FullDisk full;
     store.remove(width);
     EXPECT_EQ(failed.count(), 2);

@@ -28,7 +28,7 @@ auto set(const char *key, const char *value)
     return [=](IniDocument &document) { document.setValue(QString::fromUtf8(key), value); };
 }
 
-auto remove(const char *key)
+auto removed(const char *key)
 {
     return [=](IniDocument &document) { document.remove(QString::fromUtf8(key)); };
 }
@@ -54,8 +54,8 @@ INSTANTIATE_TEST_SUITE_P(Texts, IniDocumentEdit, testing::Values(
     Edit{"no newline at the end", "[General]\nb=2", set("a", "1"), "[General]\nb=2\na=1\n"},
     Edit{"in place", "[General]\r\n a = 0 \r\nb=2\r\n", set("a", "1"), "[General]\r\na=1\nb=2\r\n"},
     Edit{"the later of two", "[General]\na=0\na=5\n", set("a", "1"), "[General]\na=0\na=1\n"},
-    Edit{"both of two removed", "[general]\na=0\n; note\na=5\nb=2\n", remove("a"), "[general]\n; note\nb=2\n"},
-    Edit{"nothing to remove", "[Window]\na=0\n", remove("a"), "[Window]\na=0\n"},
+    Edit{"both of two removed", "[general]\na=0\n; note\na=5\nb=2\n", removed("a"), "[general]\n; note\nb=2\n"},
+    Edit{"nothing to remove", "[Window]\na=0\n", removed("a"), "[Window]\na=0\n"},
     Edit{"lines without meaning", "\xff\x01\n=x\nno value\n[General]\n;a=0\n#a=0\n", set("a", "1"),
          "\xff\x01\n=x\nno value\n[General]\na=1\n;a=0\n#a=0\n"},
     Edit{"byte order mark", "\xef\xbb\xbf[General]\na=0\n", set("a", "1"), "\xef\xbb\xbf[General]\na=1\n"},

@@ -10,40 +10,66 @@ using namespace mivora;
 
 namespace {
 
-/// One value in a file that QSettings reads or writes.
-class SettingsFile
+/// Keys in the order of the numbers.
+QString keyOf(qsizetype number)
 {
-public:
-    QVariant readByQSettings(const QByteArray &value) const
+    return QStringLiteral("key%1").arg(number, 5, 10, QLatin1Char('0'));
+}
+
+/// What QSettings makes of values as they stand in a file.
+QVariantList readByQSettings(const QByteArrayList &values)
+{
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("read.conf")));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("[General]\n");
+    for (qsizetype number = 0; number < values.size(); ++number)
+        file.write(keyOf(number).toLatin1() + '=' + values.at(number) + '\n');
+    file.close();
+    const QSettings settings(file.fileName(), QSettings::IniFormat);
+    QVariantList result;
+    for (qsizetype number = 0; number < values.size(); ++number)
+        result.append(settings.value(keyOf(number)));
+    return result;
+}
+
+/// The values as QSettings writes them into a file.
+QByteArrayList writtenByQSettings(const QVariantList &values)
+{
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("written.conf")));
     {
-        QFile file(path());
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("[General]\nkey=" + value + "\nlast=kept\n");
-        file.close();
-        QSettings settings(path(), QSettings::IniFormat);
-        EXPECT_EQ(settings.value(QStringLiteral("last")), QStringLiteral("kept")) << value.constData();
-        return settings.value(QStringLiteral("key"));
+        QSettings settings(file.fileName(), QSettings::IniFormat);
+        for (qsizetype number = 0; number < values.size(); ++number)
+            settings.setValue(keyOf(number), values.at(number));
     }
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    QByteArrayList lines = file.readAll().split('\n').mid(1, values.size());
+    for (QByteArray &line : lines)
+        line.remove(0, line.indexOf('=') + 1);
+    return lines;
+}
 
-    QByteArray writtenByQSettings(const QVariant &value) const
-    {
-        QFile::remove(path());
-        QSettings(path(), QSettings::IniFormat).setValue(QStringLiteral("key"), value);
-        QFile file(path());
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        const QByteArray start = "[General]\nkey=";
-        const QByteArray content = file.readAll();
-        EXPECT_TRUE(content.startsWith(start)) << content.constData();
-        return content.mid(start.size()).trimmed();
+/// Both must read what the other wrote.
+template<typename T, typename Encode, typename Decode>
+void expectSameToQSettings(const QList<T> &values, Encode encode, Decode decode)
+{
+    QByteArrayList ours;
+    QVariantList variants;
+    for (const T &value : values) {
+        ours.append(encode(value));
+        variants.append(QVariant::fromValue(value));
     }
-
-private:
-    QString path() const { return m_folder.filePath(QStringLiteral("%1.conf").arg(m_number++)); }
-
-    QTemporaryDir m_folder;
-    // QSettings remembers files by their names, so that each gets its own.
-    mutable int m_number = 0;
-};
+    const QByteArrayList theirs = writtenByQSettings(variants);
+    const QVariantList readByThem = readByQSettings(ours);
+    ASSERT_EQ(theirs.size(), values.size());
+    for (qsizetype at = 0; at < values.size(); ++at) {
+        EXPECT_FALSE(ours.at(at).contains('\n'));
+        EXPECT_EQ(decode(ours.at(at)), values.at(at)) << ours.at(at).constData();
+        EXPECT_EQ(readByThem.at(at).value<T>(), values.at(at)) << ours.at(at).constData();
+        EXPECT_EQ(decode(theirs.at(at)), values.at(at)) << theirs.at(at).constData();
+    }
+}
 
 const QList<QStringList> &trickyLists()
 {
@@ -63,14 +89,6 @@ const QList<QStringList> &trickyLists()
         {QStringLiteral("true"), QStringLiteral("12")},
     };
     return lists;
-}
-
-QStringList allOf(const QList<QStringList> &lists)
-{
-    QStringList all;
-    for (const QStringList &list : lists)
-        all += list;
-    return all;
 }
 
 QString randomText(std::mt19937 &random)
@@ -115,45 +133,28 @@ constexpr auto none = std::nullopt;
 
 TEST(IniValue, listsAreTheSameToQSettings)
 {
-    const SettingsFile file;
     QList<QStringList> lists = trickyLists();
     std::mt19937 random(20240229);
-    for (int count = 0; count < 300; ++count)
+    for (int count = 0; count < 2000; ++count)
         lists.append(QStringList{randomText(random), randomText(random), randomText(random)});
-    for (const QStringList &expected : lists) {
-        const QByteArray ours = ini::encodeStringList(expected);
-        EXPECT_FALSE(ours.contains('\n'));
-        EXPECT_EQ(ini::decodeStringList(ours), expected) << ours.constData();
-        EXPECT_EQ(file.readByQSettings(ours).toStringList(), expected) << ours.constData();
-        const QByteArray theirs = file.writtenByQSettings(expected);
-        EXPECT_EQ(ini::decodeStringList(theirs), expected) << theirs.constData();
-    }
+    expectSameToQSettings(lists, ini::encodeStringList, ini::decodeStringList);
 }
 
 TEST(IniValue, stringsAreTheSameToQSettings)
 {
-    const SettingsFile file;
-    for (const QString &expected : allOf(trickyLists())) {
-        const QByteArray ours = ini::encodeString(expected);
-        EXPECT_EQ(ini::decodeString(ours), expected) << ours.constData();
-        EXPECT_EQ(file.readByQSettings(ours).toString(), expected) << ours.constData();
-        EXPECT_EQ(ini::decodeString(file.writtenByQSettings(expected)), expected);
-    }
+    QList<QString> strings;
+    for (const QStringList &list : trickyLists())
+        strings += list;
+    expectSameToQSettings(strings, ini::encodeString, ini::decodeString);
 }
 
 TEST(IniValue, dataIsTheSameToQSettings)
 {
-    const SettingsFile file;
     QByteArray everyByte;
     for (int byte = 0; byte < 256; ++byte)
         everyByte += char(byte);
-    for (const QByteArray &expected :
-         {QByteArray(), QByteArray(R"({"keyCode":9,"modifiers":768})"), everyByte}) {
-        const QByteArray ours = ini::encodeData(expected);
-        EXPECT_EQ(ini::decodeData(ours), expected);
-        EXPECT_EQ(file.readByQSettings(ours).toByteArray(), expected);
-        EXPECT_EQ(ini::decodeData(file.writtenByQSettings(expected)), expected);
-    }
+    expectSameToQSettings(QList<QByteArray>{"", R"({"keyCode":9,"modifiers":768})", everyByte},
+                          ini::encodeData, ini::decodeData);
 }
 
 TEST_P(HandWrittenValue, isReadByItsTypeOnly)

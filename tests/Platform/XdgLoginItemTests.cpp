@@ -1,0 +1,138 @@
+#include "Platform/linux/XdgLoginItem.h"
+
+#include "Platform/linux/DesktopEntry.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+#include <gmock/gmock.h>
+
+#undef signals
+#include <gio/gdesktopappinfo.h>
+
+using namespace mivora;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+class XdgLoginItemTest : public testing::Test
+{
+protected:
+    void write(const QString &folder, const QByteArray &lines) const
+    {
+        QDir().mkpath(folder + QStringLiteral("/autostart"));
+        QFile file(folder + QStringLiteral("/autostart/app.kelo.Mivora.desktop"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(lines);
+    }
+
+    std::string userEntry() const
+    {
+        QFile file(m_user + QStringLiteral("/autostart/app.kelo.Mivora.desktop"));
+        return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
+    }
+
+    QTemporaryDir m_root;
+    const QString m_user = m_root.filePath(QStringLiteral("user"));
+    const QString m_system = m_root.filePath(QStringLiteral("system"));
+    const QString m_program = QStringLiteral("/opt/mivora/bin/mivora");
+    XdgLoginItem m_item{{m_user, {m_root.filePath(QStringLiteral("none")), m_system}, m_program}};
+};
+
+const QByteArray plain = "[Desktop Entry]\nType=Application\nName=Mivora\nExec=mivora\n";
+
+} // namespace
+
+TEST_F(XdgLoginItemTest, entriesAreOnUnlessTheySayOtherwise)
+{
+    struct Row
+    {
+        QByteArray user;
+        QByteArray system;
+        bool enabled;
+    };
+
+    const Row rows[] = {
+        {{}, {}, false},
+        {plain, {}, true},
+        {{}, plain, true},
+        {plain + "Hidden=true\n", {}, false},
+        {plain + "Hidden=true\n", plain, false},
+        {plain, plain + "Hidden=true\n", true},
+        {plain + "X-GNOME-Autostart-enabled=false\n", {}, false},
+        {plain + "Hidden=false\nX-GNOME-Autostart-enabled=true\n", {}, true},
+        {"no desktop file", {}, false},
+        {"[Other]\nHidden=false\n", {}, false},
+    };
+    for (const Row &row : rows) {
+        QDir(m_user).removeRecursively();
+        QDir(m_system).removeRecursively();
+        if (!row.user.isNull())
+            write(m_user, row.user);
+        if (!row.system.isNull())
+            write(m_system, row.system);
+        EXPECT_EQ(m_item.isEnabled(), row.enabled)
+            << row.user.constData() << "over " << row.system.constData();
+        for (const bool wanted : {true, false, true}) {
+            EXPECT_EQ(m_item.setEnabled(wanted), std::nullopt);
+            EXPECT_EQ(m_item.isEnabled(), wanted) << row.user.constData();
+        }
+        EXPECT_THAT(userEntry(), HasSubstr("Exec=/opt/mivora/bin/mivora\n"));
+    }
+}
+
+TEST_F(XdgLoginItemTest, whatTheUserPutIntoTheEntryIsKept)
+{
+    write(m_user, "# mine\n" + plain + "X-GNOME-Autostart-Delay=20\nName[de]=Mivora!\n\n[Extra]\na=b\n");
+    m_item.setEnabled(false);
+    m_item.setEnabled(true);
+    for (const char *line :
+         {"# mine\n", "X-GNOME-Autostart-Delay=20\n", "Name[de]=Mivora!\n", "[Extra]\na=b\n"})
+        EXPECT_THAT(userEntry(), HasSubstr(line));
+    EXPECT_THAT(userEntry(), Not(HasSubstr("Hidden")));
+}
+
+TEST_F(XdgLoginItemTest, switchingOffWhatIsOffLeavesNoTrace)
+{
+    EXPECT_EQ(m_item.setEnabled(false), std::nullopt);
+    EXPECT_FALSE(QDir(m_user).exists());
+}
+
+TEST_F(XdgLoginItemTest, failureIsDescribed)
+{
+    QFile(m_user).open(QIODevice::WriteOnly);
+    const auto error = m_item.setEnabled(true);
+    ASSERT_TRUE(error);
+    EXPECT_THAT(error->toStdString(), HasSubstr("user/autostart"));
+}
+
+/// GIO stands for the session managers, most of which start entries with it.
+TEST_F(XdgLoginItemTest, anyProgramPathIsStartedAsItIs)
+{
+    const QString started = m_root.filePath(QStringLiteral("started"));
+    for (const char *name : {"plain", "with blank", "a\"b", "a'b", "a\\b", "$HOME", "`id`", "a&b;c", "été",
+                             "a=b#c", "tab\tnew\nline"}) {
+        const QString program = m_root.filePath(QString::fromUtf8(name));
+        QFile file(program);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("#!/bin/sh\ntouch '" + QFile::encodeName(started) + "'\n");
+        file.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        file.close();
+        XdgLoginItem({m_user, {}, program}).setEnabled(true);
+
+        const QByteArray entry =
+            QFile::encodeName(m_user + QStringLiteral("/autostart/app.kelo.Mivora.desktop"));
+        GDesktopAppInfo *info = g_desktop_app_info_new_from_filename(entry.constData());
+        ASSERT_TRUE(info) << userEntry();
+        EXPECT_TRUE(g_app_info_launch(G_APP_INFO(info), nullptr, nullptr, nullptr)) << userEntry();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return QFile::remove(started); })) << userEntry();
+        g_object_unref(info);
+    }
+}
+
+TEST_F(XdgLoginItemTest, percentSignIsNoFieldCode)
+{
+    EXPECT_EQ(execLine(QStringLiteral("/opt/100%/mivora")), QStringLiteral("\"/opt/100%%/mivora\""));
+}

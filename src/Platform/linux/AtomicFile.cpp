@@ -27,8 +27,12 @@ std::optional<QString> replaceFile(const QString &path, const QByteArray &conten
     const QString folder = QFileInfo(path).absolutePath();
     if (!QDir().mkpath(folder))
         return folder % QLatin1String(": cannot be created");
+    // Unbuffered and synced by hand: QSaveFile::commit() overlooks what goes wrong when it empties its
+    // buffer, and would put half a file in place on a full disk.
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
+    const bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+                         file.write(content) == content.size() && ::fsync(file.handle()) == 0;
+    if (!written || !file.commit())
         return path % QLatin1String(": ") % file.errorString();
     syncFolder(QFileInfo(QFileInfo(path).canonicalFilePath()).absolutePath());
     return std::nullopt;

@@ -7,6 +7,16 @@
 
 namespace mivora {
 
+ClipboardPasteboard::~ClipboardPasteboard()
+{
+    constexpr int patience = 500;
+    const auto running = findChildren<QProcess *>();
+    for (QProcess *process : running) {
+        process->disconnect(this);
+        process->waitForFinished(patience);
+    }
+}
+
 void ClipboardPasteboard::setText(const QString &text)
 {
     const bool isWayland = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");

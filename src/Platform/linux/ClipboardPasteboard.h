@@ -13,6 +13,9 @@ class ClipboardPasteboard final : public QObject, public Pasteboard
     Q_OBJECT
 
 public:
+    /// Lets a wl-copy that was just started take its text over.
+    ~ClipboardPasteboard() override;
+
     /// Returns at once; wl-copy works on beside the program.
     void setText(const QString &text) override;
 

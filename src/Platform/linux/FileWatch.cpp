@@ -44,9 +44,9 @@ FileWatch::FileWatch(const QString &path, QObject *parent) : QObject(parent), m_
 QStringList FileWatch::pathsToWatch() const
 {
     QStringList paths{nearestFolder(m_path)};
-    const QString target = QFileInfo(m_path).canonicalFilePath();
-    if (!target.isEmpty())
-        paths << target << QFileInfo(target).absolutePath();
+    const QFileInfo target(QFileInfo(m_path).canonicalFilePath());
+    if (target.isReadable())
+        paths << target.filePath() << target.absolutePath();
     paths.removeDuplicates();
     return paths;
 }

@@ -19,7 +19,8 @@ constexpr std::array escapes{Escape{'a', '\a'}, Escape{'b', '\b'}, Escape{'f', '
                              Escape{'v', '\v'}, Escape{'"', '"'},  Escape{'\\', '\\'}};
 
 constexpr QLatin1String dataStart("@ByteArray(");
-constexpr QLatin1String dataEnd(")");
+constexpr QLatin1String stringStart("@String(");
+constexpr QLatin1String typedEnd(")");
 constexpr QLatin1String emptyList("@Invalid()");
 
 const Escape *escapeOf(QChar character)
@@ -77,10 +78,13 @@ QString protectedText(const QString &text)
     return text.startsWith(QLatin1Char('@')) ? QLatin1Char('@') % text : text;
 }
 
+/// QSettings writes texts with a NUL as "@String(…)".
 std::optional<QString> unprotectedText(const QString &item)
 {
     if (!item.startsWith(QLatin1Char('@')))
         return item;
+    if (item.startsWith(stringStart) && item.endsWith(typedEnd))
+        return item.mid(stringStart.size()).chopped(typedEnd.size());
     return item.startsWith(QLatin1String("@@")) ? std::optional(item.mid(1)) : std::nullopt;
 }
 
@@ -204,7 +208,7 @@ QByteArray encodeStringList(const QStringList &value)
 
 QByteArray encodeData(const QByteArray &value)
 {
-    const QString text = dataStart % QString::fromLatin1(value) % dataEnd;
+    const QString text = dataStart % QString::fromLatin1(value) % typedEnd;
     const QString body = escaped(text, 0x7f);
     return (QLatin1Char('"') % body % QLatin1Char('"')).toUtf8();
 }
@@ -235,9 +239,9 @@ std::optional<QStringList> decodeStringList(const QByteArray &text)
 std::optional<QByteArray> decodeData(const QByteArray &text)
 {
     const QString whole = singleItem(text).value_or(QString());
-    if (!whole.startsWith(dataStart) || !whole.endsWith(dataEnd))
+    if (!whole.startsWith(dataStart) || !whole.endsWith(typedEnd))
         return std::nullopt;
-    return whole.mid(dataStart.size(), whole.size() - dataStart.size() - dataEnd.size()).toLatin1();
+    return whole.mid(dataStart.size(), whole.size() - dataStart.size() - typedEnd.size()).toLatin1();
 }
 
 std::optional<bool> decodeBoolean(const QByteArray &text)
