@@ -2,12 +2,18 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
+#include <Qt>
 #include <cstdint>
 #include <optional>
 
 namespace kelo {
 
 /// Bits of HotKeyCombo::modifiers.
+///
+/// On this desktop the command key is the one labelled Super, Meta or with a logo, and option is Alt. Control
+/// stays Ctrl: a shortcut keeps the keys that the user pressed for it. (Menus are another matter, their
+/// command key is Ctrl here.)
 enum HotKeyModifier : std::uint32_t {
     commandKey = 0x100,
     shiftKey = 0x200,
@@ -25,11 +31,27 @@ struct HotKeyCombo
 
     friend bool operator==(const HotKeyCombo &, const HotKeyCombo &) = default;
 
+    /// ⇧⌘V
+    static const HotKeyCombo defaultCombo;
+
+    /// The modifiers of a key event as HotKeyModifier bits; others than the four are dropped.
+    static std::uint32_t carbonFlags(Qt::KeyboardModifiers modifiers);
+
+    /// What the key caps of the combination show, in their order: "⌃", "⌥", "⇧", "⌘", then the key's name on
+    /// the user's layout. A key code above 65,535 stops the program.
+    QStringList keyCaps() const;
+
+    /// The key caps in one word: "⇧⌘V".
+    QString displayString() const;
+
     /// {"keyCode":9,"modifiers":768}
     QByteArray toJson() const;
 
-    /// The combination stored as JSON by toJson(). Nothing unless both keys are there as unsigned 32-bit integers.
+    /// The combination stored as JSON by toJson(). Nothing unless both keys are there as unsigned 32-bit
+    /// integers.
     static std::optional<HotKeyCombo> fromJson(const QByteArray &json);
 };
+
+inline constexpr HotKeyCombo HotKeyCombo::defaultCombo{};
 
 } // namespace kelo

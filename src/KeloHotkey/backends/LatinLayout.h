@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QString>
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+struct xcb_connection_t;
+struct xkb_keymap;
+
+namespace kelo {
+
+/// The one layout of an XKB keymap that names keys: the active one when it types all of a–z, else the first
+/// that does, else the US layout.
+class LatinLayout final
+{
+public:
+    /// That of the X server's core keyboard.
+    static LatinLayout fromDisplay(xcb_connection_t *connection);
+
+    /// That of XKB layout names ("fr", "ru,us"). Without names those of XKB_DEFAULT_LAYOUT, else "us".
+    static LatinLayout fromNames(const QByteArray &names = {}, std::uint32_t active = 0);
+
+    /// What the key types without modifiers. Nothing for keys that type nothing visible.
+    std::optional<QString> character(std::uint32_t virtualKey) const;
+
+    /// The XKB name of what the key types without modifiers. Empty for a key that has none.
+    QString symbolName(std::uint32_t virtualKey) const;
+
+private:
+    struct Release
+    {
+        void operator()(xkb_keymap *keymap) const;
+    };
+
+    using Keymap = std::unique_ptr<xkb_keymap, Release>;
+
+    LatinLayout(Keymap keymap, std::uint32_t active);
+
+    static Keymap keymapFromNames(const QByteArray &names);
+    std::uint32_t symbol(std::uint32_t virtualKey) const;
+
+    Keymap m_keymap;
+    std::uint32_t m_index = 0;
+};
+
+} // namespace kelo

@@ -1,0 +1,62 @@
+#include "KeloHotkey/backends/PortalRequest.h"
+
+#include <QDBusArgument>
+#include <QDBusObjectPath>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QUuid>
+
+namespace kelo {
+
+QDBusMessage PortalPeer::call(const QString &path, const QString &interface, const QString &method) const
+{
+    return QDBusMessage::createMethodCall(name, path, interface, method);
+}
+
+PortalRequest::PortalRequest(const PortalPeer &peer, QObject *parent)
+    : QObject(parent), m_peer(peer), m_token(newToken())
+{
+}
+
+QString PortalRequest::newToken()
+{
+    return QStringLiteral("kelo_") + QUuid::createUuid().toString(QUuid::Id128);
+}
+
+void PortalRequest::send(const QDBusMessage &call)
+{
+    // The portal may answer before the call returns, so the place of its answer is worked out beforehand.
+    QString sender = m_peer.bus.baseService().mid(1);
+    sender.replace(QLatin1Char('.'), QLatin1Char('_'));
+    listenAt(QStringLiteral("/org/freedesktop/portal/desktop/request/%1/%2").arg(sender, m_token));
+    auto *watcher = new QDBusPendingCallWatcher(m_peer.bus.asyncCall(call), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        const QDBusPendingReply<QDBusObjectPath> reply = *watcher;
+        if (reply.isError()) {
+            Q_EMIT failed();
+            deleteLater();
+        } else if (reply.value().path() != m_path) {
+            // Portals before 0.9 put the request elsewhere.
+            listenAt(reply.value().path());
+        }
+    });
+}
+
+void PortalRequest::listenAt(const QString &path)
+{
+    m_path = path;
+    m_peer.bus.connect(m_peer.name, path, QStringLiteral("org.freedesktop.portal.Request"),
+                       QStringLiteral("Response"), this, SLOT(onResponse(QDBusMessage)));
+}
+
+void PortalRequest::onResponse(const QDBusMessage &message)
+{
+    const QVariantList arguments = message.arguments();
+    if (arguments.size() == 2 && arguments[0].toUInt() == 0)
+        Q_EMIT succeeded(qdbus_cast<QVariantMap>(arguments[1]));
+    else
+        Q_EMIT failed();
+    deleteLater();
+}
+
+} // namespace kelo

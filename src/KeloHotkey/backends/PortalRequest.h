@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QObject>
+#include <QVariantMap>
+
+namespace kelo {
+
+/// A desktop portal as its clients see it: the bus and the unique name of the portal on it.
+struct PortalPeer
+{
+    QDBusConnection bus;
+    QString name;
+
+    /// A call of an object of the portal.
+    QDBusMessage call(const QString &path, const QString &interface, const QString &method) const;
+};
+
+/// One call of a portal method that is answered by a Response signal (org.freedesktop.portal.Request).
+/// Deletes itself when it is over.
+class PortalRequest final : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit PortalRequest(const PortalPeer &peer, QObject *parent);
+
+    /// For the option "handle_token" of the call.
+    const QString &token() const { return m_token; }
+
+    /// Makes the call.
+    void send(const QDBusMessage &call);
+
+    /// A token that no one else uses.
+    static QString newToken();
+
+Q_SIGNALS:
+    /// The portal, or the user, said yes.
+    void succeeded(const QVariantMap &results);
+    /// Somebody said no, or the call failed.
+    void failed();
+
+private Q_SLOTS:
+    void onResponse(const QDBusMessage &message);
+
+private:
+    void listenAt(const QString &path);
+
+    PortalPeer m_peer;
+    QString m_token;
+    QString m_path;
+};
+
+} // namespace kelo

@@ -1,0 +1,176 @@
+#include "KeloHotkey/backends/X11GrabService.h"
+
+#include "KeloHotkey/VirtualKeys.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+#include <cstdlib>
+
+namespace kelo {
+
+X11GrabService::X11GrabService(xcb_connection_t *connection)
+    : m_connection(connection), m_root(xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root),
+      m_modifiers(X11Modifiers::current(connection))
+{
+    m_keymapTimer.setSingleShot(true);
+    connect(&m_keyboard, &X11Keyboard::keymapChanged, &m_keymapTimer, qOverload<>(&QTimer::start));
+    connect(&m_keymapTimer, &QTimer::timeout, this, &X11GrabService::adoptModifiers);
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
+
+X11GrabService::~X11GrabService()
+{
+    // The display may be gone with the application.
+    if (X11Keyboard::connection() == m_connection)
+        ungrabAll();
+}
+
+bool X11GrabService::registerHotKey(const HotKeyCombo &combo, std::uint32_t id)
+{
+    const auto wanted = key(combo);
+    // The server lets a client grab the same key twice, and a stray key code too.
+    if (!wanted || isRegistered(combo) || !grab(*wanted))
+        return false;
+    m_registered.emplace(id, combo);
+    if (m_isSuspended)
+        ungrab(*wanted);
+    return true;
+}
+
+void X11GrabService::unregisterHotKey(std::uint32_t id)
+{
+    const auto found = m_registered.find(id);
+    if (found == m_registered.end())
+        return;
+    ungrab(*key(found->second));
+    m_registered.erase(found);
+}
+
+void X11GrabService::suspend()
+{
+    ungrabAll();
+    m_isSuspended = true;
+}
+
+void X11GrabService::resume()
+{
+    if (!m_isSuspended)
+        return;
+    m_isSuspended = false;
+    grabAll();
+}
+
+std::optional<X11GrabService::Key> X11GrabService::key(const HotKeyCombo &combo) const
+{
+    const auto code = xKeyCode(combo.keyCode);
+    if (!code)
+        return std::nullopt;
+    return Key{*code, m_modifiers.mask(combo.modifiers)};
+}
+
+bool X11GrabService::isRegistered(const HotKeyCombo &combo) const
+{
+    return std::ranges::any_of(m_registered,
+                               [&](const auto &registered) { return key(registered.second) == key(combo); });
+}
+
+// A grab is for an exact state, so there is one for each state of the locks.
+std::vector<std::uint16_t> X11GrabService::masks(const Key &key) const
+{
+    std::vector<std::uint16_t> masks{key.mask, static_cast<std::uint16_t>(key.mask | XCB_MOD_MASK_LOCK)};
+    if (m_modifiers.numLock) {
+        for (const std::size_t index : {0, 1})
+            masks.push_back(masks[index] | m_modifiers.numLock);
+    }
+    return masks;
+}
+
+bool X11GrabService::grab(const Key &key)
+{
+    std::vector<xcb_void_cookie_t> requests;
+    for (const std::uint16_t mask : masks(key))
+        requests.push_back(xcb_grab_key_checked(m_connection, false, m_root, mask, key.code,
+                                                XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+    bool isGrabbed = true;
+    for (const xcb_void_cookie_t request : requests) {
+        if (xcb_generic_error_t *error = xcb_request_check(m_connection, request)) {
+            isGrabbed = false;
+            std::free(error);
+        }
+    }
+    if (!isGrabbed)
+        ungrab(key);
+    return isGrabbed;
+}
+
+void X11GrabService::ungrab(const Key &key)
+{
+    for (const std::uint16_t mask : masks(key))
+        xcb_ungrab_key(m_connection, key.code, m_root, mask);
+    xcb_flush(m_connection);
+    m_held = 0;
+}
+
+void X11GrabService::grabAll()
+{
+    for (const auto &[id, combo] : m_registered)
+        grab(*key(combo));
+}
+
+void X11GrabService::ungrabAll()
+{
+    for (const auto &[id, combo] : m_registered)
+        ungrab(*key(combo));
+}
+
+// Physical keys keep their codes in every keymap, but the modifiers may have moved.
+void X11GrabService::adoptModifiers()
+{
+    const X11Modifiers modifiers = X11Modifiers::current(m_connection);
+    if (modifiers == m_modifiers)
+        return;
+    ungrabAll();
+    m_modifiers = modifiers;
+    if (!m_isSuspended)
+        grabAll();
+}
+
+bool X11GrabService::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
+{
+    if (m_registered.empty() || eventType != "xcb_generic_event_t")
+        return false;
+    const auto *event = static_cast<const xcb_generic_event_t *>(message);
+    const int type = event->response_type & 0x7f;
+    if (type == XCB_KEY_PRESS)
+        return keyPressed(*static_cast<const xcb_key_press_event_t *>(message));
+    if (type == XCB_KEY_RELEASE)
+        keyReleased(*static_cast<const xcb_key_release_event_t *>(message));
+    return false;
+}
+
+bool X11GrabService::keyPressed(const xcb_key_press_event_t &event)
+{
+    const Key pressedKey{event.detail, static_cast<std::uint16_t>(event.state & m_modifiers.relevant())};
+    const auto found = std::ranges::find_if(
+        m_registered, [&](const auto &registered) { return key(registered.second) == pressedKey; });
+    if (m_isSuspended || event.event != m_root || found == m_registered.end())
+        return false;
+    // A held key repeats as presses, or as a release and a press at the same time.
+    const bool isRepeat =
+        m_held == event.detail || (m_released == event.detail && m_releaseTime == event.time);
+    m_held = event.detail;
+    if (!isRepeat)
+        Q_EMIT pressed(found->first);
+    return true;
+}
+
+void X11GrabService::keyReleased(const xcb_key_release_event_t &event)
+{
+    if (event.detail != m_held)
+        return;
+    m_held = 0;
+    m_released = event.detail;
+    m_releaseTime = event.time;
+}
+
+} // namespace kelo

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "KeloHotkey/HotKeyService.h"
+#include "KeloHotkey/backends/X11Keyboard.h"
+#include "KeloHotkey/backends/X11Modifiers.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QTimer>
+#include <map>
+#include <vector>
+#include <xcb/xcb.h>
+
+namespace kelo {
+
+/// Shortcuts as passive key grabs on the root window of an X server.
+class X11GrabService final : public HotKeyService, public QAbstractNativeEventFilter
+{
+    Q_OBJECT
+
+public:
+    /// `connection` is the application's own, so that its events pass the application's event filters.
+    explicit X11GrabService(xcb_connection_t *connection);
+    ~X11GrabService() override;
+
+    bool canRegister() const override { return true; }
+
+    bool registerHotKey(const HotKeyCombo &combo, std::uint32_t id) override;
+    void unregisterHotKey(std::uint32_t id) override;
+    void suspend() override;
+    void resume() override;
+
+    bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
+
+private:
+    /// A grab of one key as the server and its events name it, with no lock modifiers in the mask.
+    struct Key
+    {
+        xcb_keycode_t code = 0;
+        std::uint16_t mask = 0;
+
+        friend auto operator<=>(const Key &, const Key &) = default;
+    };
+
+    std::optional<Key> key(const HotKeyCombo &combo) const;
+    bool isRegistered(const HotKeyCombo &combo) const;
+    std::vector<std::uint16_t> masks(const Key &key) const;
+    bool grab(const Key &key);
+    void ungrab(const Key &key);
+    void grabAll();
+    void ungrabAll();
+    void adoptModifiers();
+    bool keyPressed(const xcb_key_press_event_t &event);
+    void keyReleased(const xcb_key_release_event_t &event);
+
+    xcb_connection_t *m_connection = nullptr;
+    xcb_window_t m_root = 0;
+    X11Keyboard m_keyboard;
+    X11Modifiers m_modifiers;
+    /// Collects the burst of events that a change of the keymap is.
+    QTimer m_keymapTimer;
+    std::map<std::uint32_t, HotKeyCombo> m_registered;
+    bool m_isSuspended = false;
+    /// The grabbed key that is down, and when the last one went up: both tell repeats from presses.
+    xcb_keycode_t m_held = 0;
+    xcb_keycode_t m_released = 0;
+    xcb_timestamp_t m_releaseTime = 0;
+};
+
+} // namespace kelo
