@@ -2,6 +2,8 @@
 
 #include "App/Output.h"
 #include "App/Rfc3339.h"
+#include "Meetings/Color.h"
+#include "Meetings/Service.h"
 #include "StatusBar/ShortTime.h"
 
 #include <QCoreApplication>

@@ -36,7 +36,9 @@ PanelCorner readPanelCorner(const DefaultsStore &store)
 std::optional<kelo::HotKeyCombo> readJoinHotKey(const DefaultsStore &store)
 {
     const auto stored = store.data(settingsKey::joinHotKey);
-    return stored ? kelo::HotKeyCombo::fromJson(*stored) : std::nullopt;
+    const auto combo = stored ? kelo::HotKeyCombo::fromJson(*stored) : std::nullopt;
+    // Virtual key codes have 16 bits; more can only come from a file edited by hand, and names no key.
+    return combo && combo->keyCode <= 0xFFFF ? combo : std::nullopt;
 }
 
 } // namespace

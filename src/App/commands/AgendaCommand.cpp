@@ -31,7 +31,7 @@ std::optional<std::string> problemOf(const std::vector<std::string> &folders)
 
 std::string oneLine(const QJsonObject &agenda)
 {
-    return (QJsonDocument(agenda).toJson(QJsonDocument::Compact) + '\n').toStdString();
+    return QJsonDocument(agenda).toJson(QJsonDocument::Compact).toStdString() + '\n';
 }
 
 /// What a status bar shows: the title alone, or an empty line for none.
