@@ -145,7 +145,8 @@ void OneChangedFile(benchmark::State &state)
 
 } // namespace
 
-#define MIVORA_SIZES Unit(benchmark::kMillisecond)->UseRealTime()->RangeMultiplier(10)
+#define MIVORA_SIZES                                                                                         \
+    Unit(benchmark::kMillisecond)->MeasureProcessCPUTime()->UseRealTime()->RangeMultiplier(10)
 
 BENCHMARK_CAPTURE(MerelyRead, files, samples::folderOfFiles)->MIVORA_SIZES->Range(100, 100000);
 BENCHMARK_CAPTURE(LoadStore, files, samples::folderOfFiles)->MIVORA_SIZES->Range(100, 100000);

@@ -26,7 +26,7 @@ std::string number(const char *format, int value)
 
 std::string dayOf(int n)
 {
-    if (n % 40 == 0)
+    if (n % 40 == 0 && n < 10000)
         return "202603" + number("%02d", 9 + n / 40 % 5);
     return number("%d", 2016 + n % 10) + number("%02d", 1 + n / 10 % 12) + number("%02d", 1 + n / 120 % 28);
 }
