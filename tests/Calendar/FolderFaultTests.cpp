@@ -2,7 +2,7 @@
 
 #include <QMutex>
 #include <gmock/gmock.h>
-#include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace mivora {

@@ -1,0 +1,4 @@
+mivora_bench(
+    CalendarLoading
+    DEPENDS Calendar
+    SOURCES CalendarLoading.cpp CalendarSamples.cpp CalendarSamples.h)
