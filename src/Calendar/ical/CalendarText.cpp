@@ -15,7 +15,7 @@ namespace {
 
 using namespace std::chrono;
 
-constexpr std::int64_t workPerText = 20'000'000;
+constexpr std::int64_t workPerText = 5'000'000;
 /// What copying the fields of recurring events may cost, in bytes.
 constexpr std::int64_t bytesPerText = 100'000'000;
 

@@ -98,6 +98,9 @@ ContentLine ContentLine::parse(std::string_view line)
     const std::size_t nameEnd = std::min(line.find_first_of(":;"), line.size());
     ContentLine parts{line.substr(0, nameEnd), {}, {}};
     std::size_t colon = nameEnd + findUnquoted(line.substr(nameEnd), ":");
+    // Outlook writes TZID=tzone://Microsoft/Utc without quotes.
+    while (colon != nameEnd && line.substr(std::min(colon + 1, line.size())).starts_with("//"))
+        colon += 1 + findUnquoted(line.substr(colon + 1), ":");
     if (colon == line.size())
         // A quote that nobody closed: better the first colon than no value at all.
         colon = std::min(line.find(':', nameEnd), line.size());

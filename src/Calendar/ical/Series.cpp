@@ -14,6 +14,8 @@ namespace {
 
 constexpr std::int64_t workPerRule = 500'000;
 constexpr std::int64_t leastWorkPerRule = 2'000;
+/// Finding the offset of a zone costs as much as testing so many days.
+constexpr std::int64_t workPerTime = 20;
 constexpr std::size_t mostTimesPerSeries = 10'000;
 
 /// Whether \a left is a later version than \a right of the same component (RFC 5546, 2.1.5).
@@ -268,6 +270,7 @@ private:
             return isAfterUntil(rule, time) || instances.size() >= most;
         };
         const Expansion result = expandRule(rule, start, wantedSpan(), budget, isPast, [&](LocalTime time) {
+            budget.spend(workPerTime);
             addInstance(instances, time, std::nullopt);
         });
         m_context.budget.spend(given - budget.left);

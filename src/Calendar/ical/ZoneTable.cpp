@@ -3,6 +3,7 @@
 #include "Calendar/ical/ContentLine.h"
 #include "Calendar/ical/ZoneDefinition.h"
 
+#include <QFileInfo>
 #include <algorithm>
 
 namespace mivora {
@@ -19,11 +20,23 @@ bool looksLikeName(std::string_view id)
            });
 }
 
+/// Whether the zone database has \a name, where Qt looks for it.
+bool hasFile(const QByteArray &name)
+{
+    return QFileInfo(QStringLiteral("/usr/share/zoneinfo/") + QString::fromLatin1(name)).isFile() ||
+           QFileInfo(QStringLiteral("/usr/lib/zoneinfo/") + QString::fromLatin1(name)).isFile();
+}
+
 std::unique_ptr<Zone> namedZone(std::string_view id)
 {
     if (!looksLikeName(id))
         return nullptr;
-    const QTimeZone zone(QByteArray(id.data(), qsizetype(id.size())));
+    const QByteArray name(id.data(), qsizetype(id.size()));
+    // Qt's list of zones has no links such as "US/Eastern", and its constructor takes any word for a POSIX
+    // rule.
+    if (!QTimeZone::isTimeZoneIdAvailable(name) && !hasFile(name))
+        return nullptr;
+    const QTimeZone zone(name);
     return zone.isValid() ? std::make_unique<SystemZone>(zone) : nullptr;
 }
 

@@ -1,0 +1,36 @@
+#include "Calendar/ical/CalendarText.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+bool isCutShort(const mivora::CalendarText &text)
+{
+    for (const mivora::TextProblem &problem : text.problems)
+        if (problem.message.find("too often") != std::string::npos)
+            return true;
+    return text.problems.size() >= 50;
+}
+
+} // namespace
+
+/// Both readers agree on any text, and neither crashes or takes long.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    using namespace mivora;
+    const std::string_view text(reinterpret_cast<const char *>(data), size);
+    const EventWindow window{timestampFromSeconds(1'717'970'400), timestampFromSeconds(1'718'143'200),
+                             QTimeZone("Europe/Berlin")};
+    const CalendarText quick = readCalendarText(text, window);
+    const CalendarText full = readCalendarTextInFull(text, window);
+    if (!isCutShort(full) && quick.occurrences != full.occurrences)
+        std::abort();
+    if (quick.earliest != full.earliest || quick.latest != full.latest || quick.name != full.name)
+        std::abort();
+    for (const StoreEvent &event : quick.occurrences)
+        if (event.start > event.end || event.start >= window.to ||
+            secondsSinceEpoch(event.end) > quick.latest)
+            std::abort();
+    return 0;
+}

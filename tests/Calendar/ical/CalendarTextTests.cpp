@@ -1,0 +1,217 @@
+#include "Calendar/ical/ReadText.h"
+
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace mivora {
+
+namespace {
+
+EventWindow june()
+{
+    return windowOf("2024-06-10T00:00:00", "2024-06-12T00:00:00");
+}
+
+constexpr const char *at = "DTSTART:20240610T070000Z\n";
+
+StoreEvent onlyEvent(const std::string &lines)
+{
+    const CalendarText text = readCalendarText(calendarOf(eventOf(at + lines)), june());
+    EXPECT_EQ(text.occurrences.size(), 1u) << lines;
+    return text.occurrences.empty() ? StoreEvent() : text.occurrences.front();
+}
+
+} // namespace
+
+TEST(CalendarText, fieldsAreReadWithoutTheirEscapes)
+{
+    const StoreEvent event =
+        onlyEvent("LOCATION:Room 1\\, left\nDESCRIPTION:a\\nb\\;\\\\c \n folded f\n \xC3\xBC\n"
+                  "URL:https://x.test/?a=1;b,c\nX-ALT-DESC:not this");
+    EXPECT_EQ(event.eventIdentifier, "a");
+    EXPECT_EQ(event.title, "A");
+    EXPECT_EQ(event.location, "Room 1, left");
+    EXPECT_EQ(event.notes, "a\nb;\\c folded f\xC3\xBC");
+    EXPECT_EQ(event.url, "https://x.test/?a=1;b,c");
+    EXPECT_EQ(event.calendarID, std::nullopt);
+    const StoreEvent bare = onlyEvent("");
+    EXPECT_EQ(bare.location, std::nullopt);
+    EXPECT_EQ(bare.notes, std::nullopt);
+    EXPECT_EQ(bare.url, std::nullopt);
+}
+
+TEST(CalendarText, aFoldMaySplitACharacter)
+{
+    EXPECT_EQ(onlyEvent("LOCATION:f\xC3\r\n \xBCr\r\n").location, "f\xC3\xBCr");
+    EXPECT_EQ(onlyEvent(std::string("LOCATION:a\0b", 12)).location, "ab");
+    EXPECT_EQ(onlyEvent("LOCATION:" + std::string(1'000'000, 'x')).location->size(), 1'000'000u);
+}
+
+TEST(CalendarText, theUrlIsTheConferenceLinkWhereThereIsNone)
+{
+    const std::string conference = "CONFERENCE;VALUE=URI;FEATURE=AUDIO,VIDEO:https://a.test/1\n";
+    const std::pair<std::string, std::optional<std::string>> cases[] = {
+        {conference, "https://a.test/1"},
+        {"URL:https://u.test\n" + conference, "https://u.test"},
+        {"CONFERENCE;VALUE=URI:https://a.test/2\n" + conference, "https://a.test/2"},
+        {"CONFERENCE;VALUE=URI;FEATURE=PHONE:https://a.test/3\n" + conference, "https://a.test/1"},
+        {"CONFERENCE;VALUE=URI;FEATURE=screen:https://a.test/4\n" + conference, "https://a.test/4"},
+        {"CONFERENCE;VALUE=URI;FEATURE=AUDIO:tel:+1-412-555-0123\n" + conference, "https://a.test/1"},
+        {"X-GOOGLE-CONFERENCE:https://g.test/a\nX-MICROSOFT-SKYPETEAMSMEETINGURL:https://m.test\n",
+         "https://g.test/a"},
+        {"X-GOOGLE-CONFERENCE:https://g.test/a\n" + conference, "https://a.test/1"},
+        {"X-MICROSOFT-SKYPETEAMSMEETINGURL:https://m.test/l/a?c=%7b%22T%22%3a1%7d\n",
+         "https://m.test/l/a?c=%7b%22T%22%3a1%7d"},
+        {"X-MICROSOFT-ONLINEMEETINGCONFLINK:conf:sip:a@b.test\n", std::nullopt},
+        {"X-MICROSOFT-ONLINEMEETINGCONFLINK:https://m.test/o\n", "https://m.test/o"},
+    };
+    for (const auto &[lines, url] : cases)
+        EXPECT_EQ(onlyEvent(lines).url, url) << lines;
+}
+
+TEST(CalendarText, notesAreTheFormattedOnesWhereThereAreNoOthers)
+{
+    EXPECT_EQ(
+        onlyEvent("X-ALT-DESC;FMTTYPE=text/html:<a href=\"https://x.test/?a=1&amp;b=2\">\\nJoin\\, now</a>")
+            .notes,
+        "<a href=\"https://x.test/?a=1&b=2\">\nJoin, now</a>");
+}
+
+TEST(CalendarText, attendeesKeepTheirOrder)
+{
+    const StoreEvent event =
+        onlyEvent("ATTENDEE;CN=\"X: Y\";PARTSTAT=DECLINED:MAILTO:Me@X.test\n"
+                  "ATTENDEE;EMAIL=You@x.test;PARTSTAT=TENTATIVE:urn:uuid:1\n"
+                  "ATTENDEE:mailto:a@x.test\nATTENDEE;PARTSTAT=ACCEPTED:/principals/1\n");
+    const std::vector<StoreAttendee> expected{{"me@x.test", ParticipantStatus::declined, false},
+                                              {"you@x.test", ParticipantStatus::tentative, false},
+                                              {"a@x.test", ParticipantStatus::pending, false},
+                                              {"", ParticipantStatus::accepted, false}};
+    EXPECT_EQ(event.attendees, expected);
+}
+
+TEST(CalendarText, theHeaderDescribesTheCalendar)
+{
+    const CalendarText text =
+        readCalendarText("\xEF\xBB\xBF"
+                         "BEGIN:VCALENDAR\r\nX-WR-CALNAME:Work\\, mine\r\nNAME:Other\r\n"
+                         "X-APPLE-CALENDAR-COLOR:#FF8000FF\r\nX-WR-OWNER:mailto:Me@X.test\r\n"
+                         "BEGIN:VEVENT\r\nX-WR-OWNER:no\r\nEND:VEVENT\r\nEND:VCALENDAR\r\n",
+                         june());
+    EXPECT_EQ(text.name, "Work, mine");
+    EXPECT_EQ(text.color, (Color{255, 128, 0}));
+    EXPECT_EQ(text.owner, "me@x.test");
+    const CalendarText bare = readCalendarText(calendarOf(eventOf(at)), june());
+    EXPECT_EQ(bare.name, std::nullopt);
+    EXPECT_EQ(bare.color, std::nullopt);
+    EXPECT_EQ(bare.owner, std::nullopt);
+}
+
+TEST(CalendarText, whatIsBrokenCostsItselfAlone)
+{
+    struct Case
+    {
+        std::string text;
+        std::size_t occurrences;
+        std::vector<std::int64_t> lines;
+    };
+
+    const std::string good = eventOf("DTSTART:20240610T070000Z");
+    const Case cases[] = {
+        {"", 0, {1}},
+        {"<html>\n<body>404</body>\n", 0, {1}},
+        {std::string(1'000'000, '\0'), 0, {1}},
+        {calendarOf(good), 1, {}},
+        {calendarOf(good) + calendarOf(good), 1, {}},
+        {"BEGIN:VCALENDAR\n" + good, 1, {6}},
+        {"BEGIN:VCALENDAR\n" + good + "BEGIN:VEVENT\nDTSTART:2024", 1, {7}},
+        {calendarOf("BEGIN:VEVENT\nDTSTART:20240610T070000Z\n" + good), 1, {4}},
+        {calendarOf(good + "BEGIN:VEVENT\nDTSTART:20240610T070000Z"), 1, {9}},
+        {calendarOf(good + "BEGIN:VEVENT\nDTSTART:June\nEND:VEVENT"), 1, {10, 10}},
+        {calendarOf(good + "BEGIN:VEVENT\nEND:VEVENT"), 1, {10}},
+        {calendarOf("garbage\n\n:\n;;;:::\n" + good), 1, {}},
+        {calendarOf("BEGIN:VTODO\nDTSTART:20240610T070000Z\nEND:VTODO\nBEGIN:VFREEBUSY\n" + good), 1, {}},
+        {calendarOf("BEGIN:VEVENT\nDTSTART:20240610T070000Z\nBEGIN:VALARM\nDTSTART:x\nDURATION:P9D\nEND:"
+                    "VALARM\nEND:VEVENT"),
+         1,
+         {}},
+    };
+    for (const Case &one : cases) {
+        const CalendarText read = readCalendarText(one.text, june());
+        std::vector<std::int64_t> lines;
+        for (const TextProblem &problem : read.problems)
+            lines.push_back(problem.line);
+        EXPECT_EQ(read.occurrences.size(), one.occurrences) << one.text;
+        EXPECT_EQ(lines, one.lines) << one.text;
+    }
+}
+
+TEST(CalendarText, theBoundsHoldEveryOccurrence)
+{
+    const auto boundsOf = [](const std::string &lines) {
+        const CalendarText text = readCalendarText(calendarOf(eventOf(lines)), june());
+        return std::pair(text.earliest, text.latest);
+    };
+    const CalendarText none = readCalendarText(calendarOf(""), june());
+    EXPECT_GT(none.earliest, none.latest);
+    const auto single = boundsOf("DTSTART:20200101T000000Z\nDURATION:PT1H");
+    EXPECT_LE(single.first, 1577836800.0);
+    EXPECT_GE(single.second, 1577836800.0 + 3600);
+    EXPECT_LT(single.second - single.first, 3 * 86'400.0);
+    EXPECT_LT(boundsOf("DTSTART:20200101T000000Z\nRRULE:FREQ=WEEKLY;BYDAY=MO,WE;COUNT=10").second,
+              1609459200.0);
+    EXPECT_LT(boundsOf("DTSTART:20200101T000000Z\nRRULE:FREQ=DAILY;UNTIL=20200201").second, 1609459200.0);
+    EXPECT_TRUE(std::isinf(boundsOf("DTSTART:20200101T000000Z\nRRULE:FREQ=DAILY").second));
+}
+
+TEST(CalendarText, hostileTextTakesLittleTime)
+{
+    std::string nested;
+    for (int i = 0; i < 200'000; ++i)
+        nested += "BEGIN:X\n";
+    std::string dates = "RDATE:20240610T080000Z";
+    for (int i = 0; i < 50'000; ++i)
+        dates += ",20240610T080000Z";
+    std::string rules;
+    for (int i = 0; i < 3'000; ++i)
+        rules += "BEGIN:VEVENT\nUID:" + std::to_string(i) + "\n" + at + "RRULE:FREQ=SECONDLY\nEND:VEVENT\n";
+    const std::string texts[] = {
+        eventOf(at + std::string("RRULE:FREQ=SECONDLY")),
+        eventOf("DTSTART:19700101T000000Z\nRRULE:FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30"),
+        eventOf("DTSTART:19700101T000000Z\nRRULE:FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30;COUNT=3"),
+        eventOf("DTSTART:19700101T000000Z\nRRULE:FREQ=MINUTELY;BYSETPOS=9;COUNT=2000000000"),
+        eventOf("DTSTART:19700101T000000Z\nRRULE:FREQ=YEARLY;BYSETPOS=300;BYDAY=MO;COUNT=2"),
+        eventOf(
+            "DTSTART:00000101T000000Z\nRRULE:FREQ=YEARLY;INTERVAL=99999999999999999;COUNT=99999999999999"),
+        eventOf("DTSTART:19700101T000000Z\nRRULE:FREQ=DAILY;BYMONTHDAY=" + std::string(1'000'000, '1')),
+        eventOf("DTSTART:19700101T000000Z\nDURATION:P99999W\nRRULE:FREQ=SECONDLY"),
+        eventOf(at + nested),
+        nested,
+        eventOf(at + dates),
+        rules,
+    };
+    for (const std::string &text : texts) {
+        const auto begin = std::chrono::steady_clock::now();
+        readCalendarText(calendarOf(text), june());
+        const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
+        EXPECT_LT(taken.count(), 5.0) << text.substr(0, 200);
+    }
+}
+
+TEST(CalendarText, threadsReadAtTheSameTime)
+{
+    const std::string text =
+        calendarOf(eventOf("DTSTART;TZID=Europe/Helsinki:20240101T100000\nRRULE:FREQ=DAILY\n"
+                           "ATTENDEE;PARTSTAT=ACCEPTED:mailto:a@x.test"));
+    const auto expected = readCalendarText(text, june()).occurrences;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i)
+        threads.emplace_back([&] {
+            for (int round = 0; round < 50; ++round)
+                EXPECT_EQ(readCalendarText(text, june()).occurrences, expected);
+        });
+    for (std::thread &thread : threads)
+        thread.join();
+}
+
+} // namespace mivora
