@@ -108,10 +108,17 @@ void TrayManager::find()
     }
     if (std::exchange(m_owner, owner) == owner)
         return;
-    if (owner == XCB_WINDOW_NONE)
-        Q_EMIT gone();
-    else
+    // An owner that has gone says so itself, before anybody can find another one.
+    if (owner != XCB_WINDOW_NONE)
         Q_EMIT appeared();
+}
+
+void TrayManager::forget()
+{
+    // First of all: the next tray's window may have the same number.
+    m_owner = XCB_WINDOW_NONE;
+    Q_EMIT gone();
+    find();
 }
 
 bool TrayManager::hasAlpha() const
@@ -158,7 +165,7 @@ bool TrayManager::nativeEventFilter(const QByteArray &, void *message, qintptr *
     }
     case XCB_DESTROY_NOTIFY:
         if (static_cast<const xcb_destroy_notify_event_t *>(message)->window == m_owner)
-            find();
+            forget();
         break;
     case XCB_REPARENT_NOTIFY: {
         const auto *reparent = static_cast<const xcb_reparent_notify_event_t *>(message);

@@ -37,6 +37,7 @@ private:
     xcb_atom_t atom(const QByteArray &name) const;
     xcb_window_t selectionOwner() const;
     void find();
+    void forget();
 
     xcb_connection_t *m_connection = nullptr;
     xcb_screen_t *m_screen = nullptr;

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "KeloMenuBar/backends/DBusMenuTypes.h"
+#include "KeloMenuBar/backends/NotifierTypes.h"
+#include "support/PrivateBus.h"
+
+#include <QDBusMessage>
+#include <QEventLoop>
+#include <QObject>
+#include <QStringList>
+#include <QTimer>
+#include <functional>
+
+/// Runs the event loop until the condition holds; false when it still doesn't after five seconds.
+bool waitFor(const std::function<bool()> &condition);
+
+/// A program that shows status items: speaks to them over the bus as panels do, one message after the other.
+class FakeHost final : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
+
+public:
+    /// Takes the watcher's name on a connection of its own; the name is given up at the end.
+    explicit FakeHost(support::PrivateBus &bus);
+    ~FakeHost() override;
+
+    /// What was registered with this host.
+    QStringList registered;
+    /// The names of the signals that the item has sent, in their order.
+    QStringList signalNames;
+
+    /// A property of the item, as a panel reads it.
+    QVariant property(const char *name);
+
+    /// Calls the item's menu.
+    QDBusMessage menu(const char *method, const QVariantList &arguments);
+
+    /// Opens the menu as panels do: AboutToShow, then GetLayout.
+    kelo::DBusMenuLayout open();
+    kelo::DBusMenuLayout layout();
+    void click(int id);
+
+public Q_SLOTS:
+    void RegisterStatusNotifierItem(const QString &service);
+
+private Q_SLOTS:
+    void record(const QDBusMessage &message);
+
+private:
+    QDBusMessage call(const char *path, const char *interface, const char *method,
+                      const QVariantList &arguments);
+
+    QDBusConnection m_bus;
+};

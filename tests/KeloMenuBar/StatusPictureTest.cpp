@@ -1,0 +1,124 @@
+#include "KeloMenuBar/StatusPicture.h"
+
+#include <QColor>
+#include <cmath>
+#include <gtest/gtest.h>
+
+using namespace kelo;
+
+namespace {
+
+using Shape = StatusPicture::Shape;
+
+StatusPicture picture(Shape shape, const QString &text, bool isUrgent = false)
+{
+    return {
+        .shape = shape, .symbol = QStringLiteral("calendar.badge.clock"), .text = text, .isUrgent = isUrgent};
+}
+
+QImage onPanel(const QImage &image, const QColor &panel)
+{
+    QImage result(image.size(), QImage::Format_RGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor over = image.pixelColor(x, y);
+            const float alpha = over.alphaF();
+            result.setPixelColor(x, y,
+                                 QColor::fromRgbF(over.redF() * alpha + panel.redF() * (1 - alpha),
+                                                  over.greenF() * alpha + panel.greenF() * (1 - alpha),
+                                                  over.blueF() * alpha + panel.blueF() * (1 - alpha)));
+        }
+    }
+    return result;
+}
+
+double linear(float channel)
+{
+    return channel <= 0.04045F ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+}
+
+double luminance(const QColor &color)
+{
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+// The share of neighbouring pixels between which there is the contrast that WCAG asks of text, 4.5:1.
+double edgeShare(const QImage &image)
+{
+    int edges = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 1; x < image.width(); ++x) {
+            const double a = luminance(image.pixelColor(x - 1, y)) + 0.05;
+            const double b = luminance(image.pixelColor(x, y)) + 0.05;
+            edges += std::max(a, b) / std::min(a, b) >= 4.5;
+        }
+    }
+    return static_cast<double>(edges) / (image.width() * image.height());
+}
+
+} // namespace
+
+TEST(StatusPicture, canBeReadOnLightAndOnDarkPanels)
+{
+    const StatusPicture pictures[] = {
+        picture(Shape::Square, {}),
+        picture(Shape::Square, QStringLiteral("2m")),
+        picture(Shape::Square, QStringLiteral("now"), true),
+        picture(Shape::Wide, QStringLiteral("Design review · 2m")),
+        picture(Shape::Wide, QStringLiteral("デザインレビュー · 1h 5m")),
+        picture(Shape::Wide, QStringLiteral("مراجعة التصميم · now"), true),
+    };
+    for (const StatusPicture &each : pictures) {
+        for (int height : {22, 44}) {
+            const QImage image = each.draw(height);
+            EXPECT_EQ(image.height(), height);
+            for (const char *panel : {"#ffffff", "#f2f2f2", "#808080", "#3c3c3c", "#000000"}) {
+                // The inside of the picture, so that its own edge doesn't count.
+                const QImage inside = onPanel(image, QColor(QLatin1String(panel)))
+                                          .copy(QRect(2, 2, image.width() - 4, image.height() - 4));
+                EXPECT_GT(edgeShare(inside), 0.02)
+                    << each.text.toStdString() << " at " << height << " on " << panel;
+            }
+        }
+    }
+}
+
+TEST(StatusPicture, isSquareOrAsWideAsItsText)
+{
+    EXPECT_EQ(picture(Shape::Square, QStringLiteral("1h 59m")).draw(22).size(), QSize(22, 22));
+    EXPECT_EQ(picture(Shape::Wide, {}).draw(44).size(), QSize(44, 44));
+
+    const int small = picture(Shape::Wide, QStringLiteral("Design review · 2m")).draw(22).width();
+    const int large = picture(Shape::Wide, QStringLiteral("Design review · 2m")).draw(44).width();
+    EXPECT_GT(small, 80);
+    EXPECT_NEAR(large, 2 * small, 0.1 * large);
+
+    const int longest = picture(Shape::Wide, QString(5000, u'W')).draw(22).width();
+    EXPECT_LT(longest, 320);
+}
+
+TEST(StatusPicture, keepsTheCountdownOfALongTitle)
+{
+    // Same beginning, same length: only the end can make the difference.
+    const QString title = QString(200, u'a');
+    EXPECT_NE(picture(Shape::Wide, title + QStringLiteral(" · 1m")).draw(22),
+              picture(Shape::Wide, title + QStringLiteral(" · 2m")).draw(22));
+}
+
+TEST(StatusPicture, isOrangeWhenItIsUrgent)
+{
+    const auto orangePixels = [](const QImage &image) {
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor color = image.pixelColor(x, y);
+                count += color.red() > 200 && color.blue() < 100;
+            }
+        }
+        return count;
+    };
+    for (const Shape shape : {Shape::Square, Shape::Wide}) {
+        EXPECT_EQ(orangePixels(picture(shape, QStringLiteral("now")).draw(22)), 0);
+        EXPECT_GT(orangePixels(picture(shape, QStringLiteral("now"), true).draw(22)), 20);
+    }
+}
