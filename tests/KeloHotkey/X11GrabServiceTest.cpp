@@ -69,11 +69,11 @@ public:
     {
         resize(200, 100);
         show();
-        QTest::qWaitFor([this] { return isExposed(); });
+        EXPECT_TRUE(QTest::qWaitFor([this] { return isExposed(); }));
         xcb_set_input_focus(X11Keyboard::connection(), XCB_INPUT_FOCUS_PARENT,
                             static_cast<xcb_window_t>(winId()), XCB_CURRENT_TIME);
         xcb_flush(X11Keyboard::connection());
-        QTest::qWaitFor([this] { return isActive(); });
+        EXPECT_TRUE(QTest::qWaitFor([this] { return isActive(); }));
     }
 
     std::vector<HotKeyJudgement> judgements;
