@@ -1,5 +1,6 @@
 #include "KeloHotkey/backends/PortalRequest.h"
 
+#include <QDBusArgument>
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -45,13 +46,14 @@ void PortalRequest::listenAt(const QString &path)
 {
     m_path = path;
     m_peer.bus.connect(m_peer.name, path, QStringLiteral("org.freedesktop.portal.Request"),
-                       QStringLiteral("Response"), this, SLOT(onResponse(uint, QVariantMap)));
+                       QStringLiteral("Response"), this, SLOT(onResponse(QDBusMessage)));
 }
 
-void PortalRequest::onResponse(uint response, const QVariantMap &results)
+void PortalRequest::onResponse(const QDBusMessage &message)
 {
-    if (response == 0)
-        Q_EMIT succeeded(results);
+    const QVariantList arguments = message.arguments();
+    if (arguments.size() == 2 && arguments[0].toUInt() == 0)
+        Q_EMIT succeeded(qdbus_cast<QVariantMap>(arguments[1]));
     else
         Q_EMIT failed();
     deleteLater();

@@ -42,7 +42,7 @@ Q_SIGNALS:
     void failed();
 
 private Q_SLOTS:
-    void onResponse(uint response, const QVariantMap &results);
+    void onResponse(const QDBusMessage &message);
 
 private:
     void listenAt(const QString &path);

@@ -4,6 +4,7 @@
 #include "KeloHotkey/backends/NoService.h"
 #include "KeloHotkey/backends/PortalShortcut.h"
 
+#include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <algorithm>
@@ -63,7 +64,7 @@ void PortalService::setPeer(std::optional<PortalPeer> peer)
     m_peer = std::move(peer);
     if (m_peer) {
         m_bus.connect(name, portalPath, shortcutsInterface, QStringLiteral("Activated"), this,
-                      SLOT(onActivated(QDBusObjectPath, QString, qulonglong, QVariantMap)));
+                      SLOT(onActivated(QDBusMessage)));
         // Sessions end with the portal that they were in.
         for (const auto &[id, shortcut] : m_shortcuts)
             shortcut->bind(*m_peer);
@@ -99,11 +100,12 @@ void PortalService::unregisterHotKey(std::uint32_t id)
     m_shortcuts.erase(found);
 }
 
-void PortalService::onActivated(const QDBusObjectPath &session, const QString &, qulonglong,
-                                const QVariantMap &)
+// Takes the message as it is: Qt refuses to connect slots with D-Bus types that nothing has used before.
+void PortalService::onActivated(const QDBusMessage &message)
 {
+    const QString session = message.arguments().value(0).value<QDBusObjectPath>().path();
     const auto found = std::ranges::find_if(
-        m_shortcuts, [&](const auto &registered) { return registered.second->session() == session.path(); });
+        m_shortcuts, [&](const auto &registered) { return registered.second->session() == session; });
     if (found != m_shortcuts.end() && !m_isSuspended)
         Q_EMIT pressed(found->first);
 }

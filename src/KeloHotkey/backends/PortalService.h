@@ -3,7 +3,6 @@
 #include "KeloHotkey/HotKeyServices.h"
 #include "KeloHotkey/backends/PortalRequest.h"
 
-#include <QDBusObjectPath>
 #include <QDBusServiceWatcher>
 #include <map>
 #include <optional>
@@ -36,8 +35,7 @@ public:
     void resume() override { m_isSuspended = false; }
 
 private Q_SLOTS:
-    void onActivated(const QDBusObjectPath &session, const QString &shortcut, qulonglong time,
-                     const QVariantMap &options);
+    void onActivated(const QDBusMessage &message);
 
 private:
     void probe();

@@ -8,14 +8,14 @@
 
 namespace kelo {
 
+namespace {
+
 /// An element of the list of shortcuts that BindShortcuts takes, a(sa{sv}).
 struct PortalShortcutEntry
 {
     QString name;
     QVariantMap properties;
 };
-
-namespace {
 
 const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString shortcutsInterface = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
@@ -33,6 +33,23 @@ QString sessionPath(const QVariant &handle)
 QString shortcutName(const HotKeyPurpose &purpose, const HotKeyCombo &combo)
 {
     return QStringLiteral("%1-%2-%3").arg(purpose.name).arg(combo.keyCode).arg(combo.modifiers);
+}
+
+QDBusArgument &operator<<(QDBusArgument &argument, const PortalShortcutEntry &entry)
+{
+    argument.beginStructure();
+    argument << entry.name << entry.properties;
+    argument.endStructure();
+    return argument;
+}
+
+// The type can only be registered with both directions.
+const QDBusArgument &operator>>(const QDBusArgument &argument, PortalShortcutEntry &entry)
+{
+    argument.beginStructure();
+    argument >> entry.name >> entry.properties;
+    argument.endStructure();
+    return argument;
 }
 
 } // namespace
