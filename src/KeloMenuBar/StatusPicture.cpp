@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QPainter>
 #include <QSvgRenderer>
+#include <algorithm>
 #include <cmath>
 
 // Everything is drawn on a dark plate: on a dark panel it can hardly be seen, on a light one it is what the
@@ -92,15 +93,17 @@ QImage drawWide(const StatusPicture &picture, int height, const QColor &color)
     return image;
 }
 
-// The largest font in which the text fits the width, down to where it would not be legible any more.
+// The largest font in which the text fits the width, down to where it would not be legible any more. Loading
+// a font is what takes the time here, so the size is computed from one measurement, not tried.
 QFont fittingFont(const QString &text, qreal width, qreal unit)
 {
-    for (qreal size = 13; size > 7; size -= 1) {
-        const QFont font = textFont(size * unit, QFont::Bold);
-        if (QFontMetricsF(font).horizontalAdvance(text) <= width)
-            return font;
-    }
-    return textFont(7 * unit, QFont::Bold);
+    constexpr qreal largest = 13;
+    constexpr qreal smallest = 7;
+    const QFont font = textFont(largest * unit, QFont::Bold);
+    const qreal advance = QFontMetricsF(font).horizontalAdvance(text);
+    if (advance <= width)
+        return font;
+    return textFont(std::max(smallest, std::floor(largest * width / advance)) * unit, QFont::Bold);
 }
 
 // A leaf of a calendar whose day is the countdown.
