@@ -56,6 +56,7 @@ Item {
             }
 
             Row {
+                width: parent.width
                 spacing: 6
 
                 InfoText {
@@ -74,6 +75,7 @@ Item {
             }
 
             Row {
+                width: parent.width
                 spacing: 8
 
                 KeloProminentButton {

@@ -10,7 +10,7 @@ Item {
     property real fontSize: 13
     property int fontWeight: Font.Medium
     // Fills the width of its text unless a width is given.
-    property real horizontalPadding: 12
+    property real horizontalPadding: 14
 
     required property color face
     required property color faceHovered
@@ -24,7 +24,7 @@ Item {
     signal clicked
 
     implicitWidth: Math.ceil(row.width) + 2 * horizontalPadding
-    implicitHeight: Math.round(fontSize * Appearance.textScale * 2.35)
+    implicitHeight: Math.round(fontSize * Appearance.textScale * 2.6)
     activeFocusOnTab: true
     opacity: enabled ? 1 : 0.4
 
@@ -60,7 +60,7 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             name: root.symbol
             color: root.labelColor
-            size: Math.round(root.fontSize * Appearance.textScale * 1.25)
+            size: Math.round(root.fontSize * Appearance.textScale * 1.3)
         }
         Text {
             anchors.verticalCenter: parent.verticalCenter

@@ -68,10 +68,7 @@ Item {
         focus: true
     }
 
-    onContentChanged: place()
-    Component.onCompleted: place()
-
-    function place() {
+    Component.onCompleted: {
         content.parent = holder
         content.anchors.fill = holder
     }

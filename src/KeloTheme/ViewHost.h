@@ -53,7 +53,7 @@ class ViewHost
 public:
     virtual ~ViewHost() = default;
 
-    /// Called once, before all else.
+    /// Called before all else; again only when no window is left.
     virtual void start(const ViewContext &context) = 0;
 
     /// A hidden window that belongs to the caller; null, with a line in the log, when the view can't be made.

@@ -27,6 +27,11 @@ QString pluginFile()
 
 ViewLoader::ViewLoader(Appearance &appearance) : m_appearance(appearance) {}
 
+ViewLoader::~ViewLoader()
+{
+    releaseUnused();
+}
+
 bool ViewLoader::load()
 {
     if (m_host || m_hasFailed)

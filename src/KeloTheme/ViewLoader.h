@@ -15,6 +15,9 @@ class ViewLoader final
 public:
     /// \a appearance outlives the loader and all windows.
     explicit ViewLoader(Appearance &appearance);
+    /// To be called before the application object ends, when all windows are deleted.
+    ~ViewLoader();
+    Q_DISABLE_COPY_MOVE(ViewLoader)
 
     /// A hidden window that belongs to the caller; null, with a line in the log, when it can't be made.
     QWindow *createWindow(const ViewSpec &spec);

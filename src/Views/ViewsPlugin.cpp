@@ -10,14 +10,18 @@
 
 namespace kelo {
 
+ViewsPlugin::ViewsPlugin()
+{
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    qmlRegisterSingletonType<QObject>("KeloAppearance", 1, 0, "Appearance",
+                                      [this](QQmlEngine *, QJSEngine *) { return m_context.appearance; });
+}
+
 void ViewsPlugin::start(const ViewContext &context)
 {
+    m_engine.reset();
     m_context = context;
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     QJSEngine::setObjectOwnership(context.appearance, QJSEngine::CppOwnership);
-    qmlRegisterSingletonType<QObject>(
-        "KeloAppearance", 1, 0, "Appearance",
-        [appearance = context.appearance](QQmlEngine *, QJSEngine *) { return appearance; });
 }
 
 QQmlEngine &ViewsPlugin::engine()

@@ -19,6 +19,8 @@ class ViewsPlugin final : public QObject, public ViewHost
     Q_INTERFACES(kelo::ViewHost)
 
 public:
+    ViewsPlugin();
+
     void start(const ViewContext &context) override;
     QWindow *createWindow(const ViewSpec &spec) override;
     void releaseUnused() override;

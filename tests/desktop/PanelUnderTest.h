@@ -1,0 +1,39 @@
+#pragma once
+
+#include "JoinPanel/JoinPanelController.h"
+#include "KeloTheme/Appearance.h"
+#include "KeloTheme/ViewLoader.h"
+#include "Platform/fake/FakeLoginItem.h"
+#include "Platform/fake/MemoryDefaultsStore.h"
+#include "Preferences/Preferences.h"
+
+#include <string>
+#include <vector>
+
+namespace mivora {
+
+/// The Join panel with all that it needs, and a record of what was done with it: "join TITLE" and so on.
+struct PanelUnderTest
+{
+    MemoryDefaultsStore store;
+    FakeLoginItem loginItem;
+    Preferences prefs{store, loginItem};
+    kelo::Appearance appearance;
+    kelo::ViewLoader views{appearance};
+    std::vector<std::string> actions;
+    JoinPanelController panel{
+        prefs,
+        views,
+        {.onJoin = record("join "), .onSnooze = record("snooze "), .onDismiss = record("dismiss ")},
+        Timestamp{}};
+
+    QWindow *window() { return panel.controller().panel().window(); }
+
+private:
+    std::function<void(const Meeting &)> record(const std::string &verb)
+    {
+        return [this, verb](const Meeting &meeting) { actions.push_back(verb + meeting.title); };
+    }
+};
+
+} // namespace mivora
