@@ -54,8 +54,9 @@ QJsonObject meetingJson(const Meeting &meeting, const AgendaContext &context)
         {QStringLiteral("start"), rfc3339(meeting.start, context.zone)},
         {QStringLiteral("end"), rfc3339(meeting.end, context.zone)},
         {QStringLiteral("calendarID"), qString(meeting.calendarID)},
-        {QStringLiteral("calendarColor"), meeting.calendarColor ? QJsonValue(qString(meeting.calendarColor->hex()))
-                                                                : QJsonValue(QJsonValue::Null)},
+        {QStringLiteral("calendarColor"), meeting.calendarColor
+                                              ? QJsonValue(qString(meeting.calendarColor->hex()))
+                                              : QJsonValue(QJsonValue::Null)},
         {QStringLiteral("isAllDay"), meeting.isAllDay},
         {QStringLiteral("participation"), qString(participationName(meeting.participation))},
         {QStringLiteral("attendeeCount"), qint64(meeting.attendeeCount)},

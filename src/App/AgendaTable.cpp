@@ -41,7 +41,9 @@ public:
     explicit TableWriter(const TableStyle &style) : m_style(style) {}
 
     void heading(const QString &text) { m_text += styled(QStringLiteral("1"), text) + QLatin1Char('\n'); }
+
     void line(const QString &text) { m_text += text + QLatin1Char('\n'); }
+
     void rows(const QList<Row> &rows, const QString &nextID);
 
     std::string text() const { return m_text.toStdString(); }
@@ -60,7 +62,8 @@ int columns(const QString &text)
     int width = 0;
     for (const char32_t c : text.toUcs4()) {
         const auto category = QChar::category(c);
-        if (category == QChar::Mark_NonSpacing || category == QChar::Mark_Enclosing || category == QChar::Other_Format)
+        if (category == QChar::Mark_NonSpacing || category == QChar::Mark_Enclosing ||
+            category == QChar::Other_Format)
             continue;
         const bool wide = (c >= 0x1100 && c <= 0x115F) || (c >= 0x2E80 && c <= 0xA4CF) ||
                           (c >= 0xAC00 && c <= 0xD7A3) || (c >= 0xF900 && c <= 0xFAFF) ||
@@ -108,7 +111,8 @@ void TableWriter::rows(const QList<Row> &rows, const QString &nextID)
         const bool isNext = !nextID.isEmpty() && row.id == nextID;
         const QString title = padded(shortened(row.title, titleWidth), row.note.isEmpty() ? 0 : titleWidth);
         QString text = (isNext ? QStringLiteral("→ ") : QStringLiteral("  ")) + padded(row.time, timeWidth) +
-                       QStringLiteral("  ") + swatch(row.colour) + styled(isNext ? QStringLiteral("1") : QString(), title);
+                       QStringLiteral("  ") + swatch(row.colour) +
+                       styled(isNext ? QStringLiteral("1") : QString(), title);
         if (!row.note.isEmpty())
             text += QStringLiteral("  ") + styled(QStringLiteral("2"), row.note);
         line(text);
@@ -154,7 +158,8 @@ Row rowOf(const QJsonObject &meeting, const QTimeZone &zone)
     row.title = cleaned(meeting.value(QLatin1String("title")).toString());
     row.colour = meeting.value(QLatin1String("calendarColor")).toString();
     const auto link = meeting.value(QLatin1String("joinLink")).toObject();
-    if (const auto service = serviceFromRawValue(link.value(QLatin1String("service")).toString().toStdString()))
+    if (const auto service =
+            serviceFromRawValue(link.value(QLatin1String("service")).toString().toStdString()))
         row.note = QString::fromUtf8(displayName(*service).data(), qsizetype(displayName(*service).size()));
     return row;
 }
@@ -216,7 +221,8 @@ std::string agendaTable(const QJsonObject &agenda, const QTimeZone &zone, const 
         writer.heading(tr("Tomorrow"));
         writer.rows(tomorrow, {});
     }
-    const QString title = agenda.value(QLatin1String("statusItem")).toObject().value(QLatin1String("title")).toString();
+    const QString title =
+        agenda.value(QLatin1String("statusItem")).toObject().value(QLatin1String("title")).toString();
     if (!title.isEmpty()) {
         const QString link = linkOfNext(agenda);
         writer.line(QString());

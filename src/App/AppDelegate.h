@@ -3,10 +3,16 @@
 #include "App/MeetingCommands.h"
 #include "App/WorkspaceInstalledApps.h"
 #include "Calendar/EventKitSource.h"
+#include "JoinPanel/JoinPanelController.h"
+#include "KeloMenuBar/MainMenu.h"
+#include "KeloPanel/ToastController.h"
+#include "KeloTheme/Appearance.h"
+#include "KeloTheme/ViewLoader.h"
 #include "Preferences/Preferences.h"
 #include "Scheduling/Clock.h"
 #include "Scheduling/Scheduler.h"
 #include "StatusBar/StatusController.h"
+#include "StatusBar/StatusMenu.h"
 
 #include <QDBusConnection>
 #include <QObject>
@@ -15,20 +21,18 @@
 
 namespace kelo {
 class HotKeyService;
-class ToastController;
-class Updater;
-class ViewHost;
-} // namespace kelo
+}
 
 namespace mivora {
 
 class ApplicationService;
+class ConflictAlert;
 class HotKeyRegistration;
-class JoinPanelController;
 class SystemEvents;
+struct AgendaContext;
 
-/// What the application is made of that depends on the operating system, or on the test. References must outlive
-/// the delegate.
+/// What the application is made of that depends on the operating system, or on the test. References must
+/// outlive the delegate.
 struct AppParts
 {
     Workspace &workspace;
@@ -43,8 +47,8 @@ struct AppParts
     std::unique_ptr<EventStore> store;
 };
 
-/// Owns every long-lived object of the running application and connects them; decides nothing itself. Main thread
-/// only.
+/// Owns every long-lived object of the running application and connects them; decides nothing itself. Main
+/// thread only.
 class AppDelegate final : public QObject
 {
     Q_OBJECT
@@ -55,29 +59,55 @@ public:
     explicit AppDelegate(AppParts parts, QObject *parent = nullptr);
     ~AppDelegate() override;
 
-    /// Builds everything, in order, and starts: the status item, the shortcut, the timer and the first refresh.
+    /// Builds everything, in order, and starts: status item, shortcut, first refresh, timer.
     void launch();
 
     Preferences &prefs() { return m_prefs; }
+
     Scheduler &scheduler() { return *m_scheduler; }
-    StatusController &status() { return *m_status; }
+
+    JoinPanelController &panel() { return *m_panel; }
+
+    /// The program was started once more while it runs.
+    void reopen();
+
+    /// Has the command line's verb \a action done. Nothing when it was done, else why not, in one line.
+    std::optional<QString> perform(const QString &action, const QString &argument);
+
+    /// The agenda in its public JSON form.
+    QByteArray agenda() const;
+
+Q_SIGNALS:
+    /// After every refresh.
+    void refreshed();
 
 private:
-    void buildMenu(kelo::Menu &menu);
-    void panelRequestChanged(const std::optional<Meeting> &meeting);
-    void refreshed();
+    void makePanel();
+    void makeStatus();
     void installObservers();
+    void buildMenu(kelo::Menu &menu);
+    void performMenuCommand(MenuCommand command);
+    void panelRequestChanged(const std::optional<Meeting> &meeting);
+    void showRefreshed();
+    void timeZoneChanged();
+    std::optional<QString> performOnPanel(void (Scheduler::*decision)(const std::string &));
+    AgendaContext agendaContext() const;
 
     AppParts m_parts;
     Preferences m_prefs;
     EventKitSource m_source;
     WorkspaceInstalledApps m_installed;
+    kelo::Appearance m_appearance;
+    kelo::ViewLoader m_views;
+    kelo::ToastController m_toast;
+    kelo::MainMenu m_mainMenu;
     std::unique_ptr<Scheduler> m_scheduler;
     std::unique_ptr<MeetingCommands> m_commands;
+    std::unique_ptr<JoinPanelController> m_panel;
     std::unique_ptr<StatusController> m_status;
     QTimer m_tick;
     std::unique_ptr<HotKeyRegistration> m_hotKey;
-    std::unique_ptr<ApplicationService> m_service;
+    std::unique_ptr<ConflictAlert> m_alert;
 };
 
 } // namespace mivora

@@ -16,11 +16,13 @@ class ApplicationAdaptor final : public QDBusAbstractAdaptor
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
-    explicit ApplicationAdaptor(ApplicationService *service) : QDBusAbstractAdaptor(service), m_service(service)
+    explicit ApplicationAdaptor(ApplicationService *service)
+        : QDBusAbstractAdaptor(service), m_service(service)
     {
     }
 
 public Q_SLOTS:
+
     void Activate(const QVariantMap &) { m_service->m_actions.activate(); }
 
     /// Mivora opens no documents: being asked to is being started again.
@@ -51,6 +53,7 @@ public:
     explicit AgendaAdaptor(ApplicationService *service) : QDBusAbstractAdaptor(service), m_service(service) {}
 
 public Q_SLOTS:
+
     QString Agenda() { return QString::fromUtf8(m_service->m_actions.agenda()); }
 
 Q_SIGNALS:
@@ -74,11 +77,11 @@ ApplicationService::~ApplicationService()
     m_bus.unregisterService(QLatin1String(applicationBusName));
 }
 
-bool ApplicationService::claimName()
+bool claimApplicationName(const QDBusConnection &bus)
 {
-    if (!m_bus.isConnected())
+    if (!bus.isConnected())
         return true;
-    const auto reply = m_bus.interface()->registerService(QLatin1String(applicationBusName));
+    const auto reply = bus.interface()->registerService(QLatin1String(applicationBusName));
     return reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered;
 }
 

@@ -15,6 +15,10 @@ inline constexpr const char *applicationObjectPath = "/app/kelo/Mivora";
 inline constexpr const char *applicationInterface = "org.freedesktop.Application";
 inline constexpr const char *agendaInterface = "app.kelo.Mivora.Agenda";
 
+/// Takes the program's name on \a bus. False when another Mivora has it; true also when there is no bus to be
+/// alone on.
+bool claimApplicationName(const QDBusConnection &bus);
+
 /// What others can ask of the running program.
 struct ApplicationActions
 {
@@ -38,9 +42,6 @@ class ApplicationService final : public QObject
 public:
     ApplicationService(QDBusConnection bus, ApplicationActions actions, QObject *parent = nullptr);
     ~ApplicationService() override;
-
-    /// Takes the bus name. False when another Mivora has it; true also when there is no bus to be alone on.
-    bool claimName();
 
     /// Tells listeners when the agenda is another one than at the last call; the time alone doesn't
     /// count.

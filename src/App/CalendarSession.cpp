@@ -52,8 +52,8 @@ CalendarSession::CalendarSession(const SessionOptions &options)
       m_loginItem(std::make_unique<XdgLoginItem>(XdgLoginItem::Places::ofThisProcess())),
       m_workspace(std::make_unique<GioWorkspace>()), m_installed(*m_workspace),
       m_prefs(std::make_unique<Preferences>(*m_defaults, *m_loginItem)),
-      m_access(AccessMemory::defaultPath(),
-               options.folders.empty() ? AccessMemory::Permission::remembered : AccessMemory::Permission::given)
+      m_access(AccessMemory::defaultPath(), options.folders.empty() ? AccessMemory::Permission::remembered
+                                                                    : AccessMemory::Permission::given)
 {
     const StoreOptions stores{.folders = options.folders, .now = m_clock->now(), .zone = m_zone};
     m_source = std::make_unique<EventKitSource>(makeCalendarStore(stores, *m_defaults, m_access));
@@ -77,8 +77,7 @@ QJsonObject CalendarSession::agenda() const
                        .installed = m_installed,
                        .now = m_clock->now(),
                        .zone = m_zone,
-                       .joinHotKey = combo ? std::optional(combo->displayString()) : std::nullopt,
-                       .canCheckForUpdates = true});
+                       .joinHotKey = combo ? std::optional(combo->displayString()) : std::nullopt});
 }
 
 } // namespace mivora

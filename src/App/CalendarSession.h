@@ -41,9 +41,13 @@ public:
     QJsonObject agenda() const;
 
     Preferences &prefs() { return *m_prefs; }
+
     EventKitSource &source() { return *m_source; }
+
     Scheduler &scheduler() { return *m_scheduler; }
+
     const Clock &clock() const { return *m_clock; }
+
     const QTimeZone &zone() const { return m_zone; }
 
 private:

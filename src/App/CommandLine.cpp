@@ -41,7 +41,9 @@ void addAgenda(CLI::App &app, AgendaRequest &request)
             },
             "Show the agenda of this time (RFC 3339)")
         ->type_name("TIME");
-    agenda->add_option("--calendars", request.calendars, "Read this folder of iCalendar files instead of your own")
+    agenda
+        ->add_option("--calendars", request.calendars,
+                     "Read this folder of iCalendar files instead of your own")
         ->type_name("DIR")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
@@ -52,7 +54,9 @@ void addDetect(CLI::App &app, DetectRequest &request)
     auto *detect = app.add_subcommand("detect", "Print the join link of an event's texts");
     detect->add_flag("--json", request.json, "Print a JSON object, or null");
     detect->add_option("--url", request.url, "The event's URL")->type_name("TEXT")->expected(1);
-    detect->add_option("--location", request.location, "The event's location")->type_name("TEXT")->expected(1);
+    detect->add_option("--location", request.location, "The event's location")
+        ->type_name("TEXT")
+        ->expected(1);
     detect->add_option("--notes", request.notes, "The event's notes")->type_name("TEXT")->expected(1);
 }
 
@@ -71,7 +75,8 @@ void addRemoteCommands(CLI::App &app, RemoteRequest &settings)
 
 void addDefaults(CLI::App &app, DefaultsRequest &request)
 {
-    auto *defaults = app.add_subcommand("defaults", "Read and write the settings store; lists are JSON arrays");
+    auto *defaults =
+        app.add_subcommand("defaults", "Read and write the settings store; lists are JSON arrays");
     defaults->require_subcommand(1);
     const auto action = [&](const char *name, const char *text, DefaultsRequest::Action value) {
         auto *command = defaults->add_subcommand(name, text);
@@ -89,7 +94,8 @@ void addDefaults(CLI::App &app, DefaultsRequest &request)
 
 void addAccess(CLI::App &app, AccessRequest &request)
 {
-    auto *access = app.add_subcommand("access", "Show, give or take back the permission to read your calendars");
+    auto *access =
+        app.add_subcommand("access", "Show, give or take back the permission to read your calendars");
     access->require_subcommand(0, 1);
     const auto action = [&](const char *name, const char *text, AccessRequest::Action value) {
         access->add_subcommand(name, text)->callback([&request, value] { request.action = value; });
@@ -145,7 +151,8 @@ Request parseCommandLine(int argc, const char *const *argv)
     } catch (const CLI::CallForVersion &version) {
         return FinishedRequest{std::string(version.what()) + '\n', exitDone};
     } catch (const CLI::ParseError &error) {
-        return FinishedRequest{"mivora: " + firstLine(error.what()) + " (mivora --help lists the arguments)\n",
+        return FinishedRequest{"mivora: " + firstLine(error.what()) +
+                                   " (mivora --help lists the arguments)\n",
                                exitBadArguments};
     }
     return chosenRequest(app, requests);

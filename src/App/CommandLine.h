@@ -67,8 +67,8 @@ struct FinishedRequest
     int exitStatus = 0;
 };
 
-using Request = std::variant<StartRequest, AgendaRequest, DetectRequest, RemoteRequest, DefaultsRequest, AccessRequest,
-                             FinishedRequest>;
+using Request = std::variant<StartRequest, AgendaRequest, DetectRequest, RemoteRequest, DefaultsRequest,
+                             AccessRequest, FinishedRequest>;
 
 /// Reads the arguments. Bad ones give a FinishedRequest with one line that names the argument and what was
 /// expected, and exit status 2.

@@ -21,8 +21,8 @@ public:
     HotKeyRegistration(kelo::HotKeyService &service, Preferences &prefs, std::function<void()> action,
                        QObject *parent = nullptr);
 
-    /// Brings the registration in line. A combination that is taken is cleared from the settings and announced
-    /// by conflict(). Where the desktop can register nothing, the setting stays as it is.
+    /// Brings the registration in line. A combination that is taken is cleared from the settings and
+    /// announced by conflict(). Where the desktop can register nothing, the setting stays as it is.
     void registerHotKey();
 
     /// The registered combination, if there is one.

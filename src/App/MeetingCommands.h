@@ -23,8 +23,8 @@ public:
     MeetingCommands(Scheduler &scheduler, const Preferences &prefs, const InstalledApps &installed,
                     Workspace &workspace, Pasteboard &pasteboard, QObject *parent = nullptr);
 
-    /// Opens the meeting's link and remembers that it was joined, also when opening fails then. Does nothing for
-    /// a meeting without a link.
+    /// Opens the meeting's link and remembers that it was joined, also when opening fails then. Does nothing
+    /// for a meeting without a link.
     void join(const Meeting &meeting);
 
     /// Joins joinableMeeting(); returns whether there was one.

@@ -29,8 +29,8 @@ private:
     Timestamp m_earliest;
 };
 
-/// Minutes are rounded up, so what is left changes when a whole number of them is no longer left; a meeting that
-/// runs is spoken of in whole minutes as well.
+/// Minutes are rounded up, so what is left changes when a whole number of them is no longer left; a meeting
+/// that runs is spoken of in whole minutes as well.
 Timestamp nextMinuteOf(const Meeting &meeting, Timestamp now)
 {
     const double left = (meeting.start - now).count();
@@ -43,7 +43,8 @@ Timestamp nextMinuteOf(const Meeting &meeting, Timestamp now)
 
 } // namespace
 
-Timestamp nextChangeAfter(Timestamp now, const Scheduler &scheduler, const Preferences &prefs, const QTimeZone &zone)
+Timestamp nextChangeAfter(Timestamp now, const Scheduler &scheduler, const Preferences &prefs,
+                          const QTimeZone &zone)
 {
     const Timestamp today = startOfDay(now, zone);
     Earliest earliest(now, startOfDay(now, zone, 1));

@@ -23,9 +23,10 @@ std::string singleLine(std::string_view text)
     QString line = QString::fromUtf8(text.data(), qsizetype(text.size()));
     for (QChar &c : line) {
         // Bidirectional overrides could make a title rearrange the rest of the line.
-        const bool reordersTheLine = (c >= QChar(0x202A) && c <= QChar(0x202E)) || (c >= QChar(0x2066) && c <= QChar(0x2069));
-        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator ||
-            reordersTheLine)
+        const bool reordersTheLine =
+            (c >= QChar(0x202A) && c <= QChar(0x202E)) || (c >= QChar(0x2066) && c <= QChar(0x2069));
+        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+            c == QChar::ParagraphSeparator || reordersTheLine)
             c = QLatin1Char(' ');
     }
     return line.toStdString();

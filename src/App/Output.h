@@ -17,8 +17,8 @@ inline void print(const QByteArray &text)
 /// Writes "mivora: ", \a message and a line end to standard error.
 void complain(std::string_view message);
 
-/// \a text on one line: control characters, line ends among them, become blanks. For what comes out of calendars
-/// and ends in a terminal.
+/// \a text on one line: control characters, line ends among them, become blanks. For what comes out of
+/// calendars and ends in a terminal.
 std::string singleLine(std::string_view text);
 
 } // namespace mivora

@@ -53,8 +53,9 @@ QString rfc3339(Timestamp time, const QTimeZone &zone)
     const auto milliseconds = qint64(std::floor(secondsSinceEpoch(time) * 1000));
     const QDateTime local = QDateTime::fromMSecsSinceEpoch(milliseconds, zone);
     const int offset = local.offsetFromUtc();
-    const QString seconds = local.toString(local.time().msec() == 0 ? QStringLiteral("yyyy-MM-ddTHH:mm:ss")
-                                                                    : QStringLiteral("yyyy-MM-ddTHH:mm:ss.zzz"));
+    const QString seconds =
+        local.toString(local.time().msec() == 0 ? QStringLiteral("yyyy-MM-ddTHH:mm:ss")
+                                                : QStringLiteral("yyyy-MM-ddTHH:mm:ss.zzz"));
     return seconds + QStringLiteral("%1%2:%3")
                          .arg(offset < 0 ? QLatin1Char('-') : QLatin1Char('+'))
                          .arg(std::abs(offset) / 3600, 2, 10, QLatin1Char('0'))

@@ -1,13 +1,98 @@
 #include "App/RunApplication.h"
 
+#include "App/AppDelegate.h"
+#include "App/ApplicationService.h"
+#include "App/CalendarStores.h"
+#include "App/CommandLine.h"
 #include "App/Output.h"
+#include "App/RunningInstance.h"
+#include "KeloHotkey/HotKeyServices.h"
+#include "Platform/linux/LinuxPlatform.h"
+
+#include <QGuiApplication>
+#include <QThread>
 
 namespace mivora {
 
-int runApplication(int &, char **)
+namespace {
+
+int openSettingsOfRunningOne()
 {
-    complain("there is no tray yet");
-    return 1;
+    // One that is just starting has its name before it can answer.
+    for (int attempt = 0; attempt < 30; ++attempt) {
+        if (RunningInstance().activate())
+            return exitDone;
+        QThread::msleep(100);
+    }
+    complain("Mivora runs already but does not answer; end it with `pkill -x mivora` and start it again");
+    return exitCouldNot;
+}
+
+ApplicationActions actionsOf(AppDelegate &delegate)
+{
+    return {.perform = [&delegate](const QString &action,
+                                   const QString &argument) { return delegate.perform(action, argument); },
+            .activate = [&delegate] { delegate.reopen(); },
+            .agenda = [&delegate] { return delegate.agenda(); }};
+}
+
+/// X11 wherever it is to be had, in Wayland sessions as well: only there can a program place its windows.
+/// False when there is no display at all.
+bool chooseWindowSystem()
+{
+    if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        return true;
+    const bool hasX11 = !qEnvironmentVariableIsEmpty("DISPLAY");
+    if (!hasX11 && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        return false;
+    qputenv("QT_QPA_PLATFORM", hasX11 ? "xcb" : "wayland");
+    return true;
+}
+
+int run()
+{
+    const LinuxPlatform platform = makeLinuxPlatform();
+    const SystemClock clock;
+    const auto hotKeys = kelo::makeHotKeyService(
+        {.name = QStringLiteral("join-next-meeting"),
+         .description = QGuiApplication::translate("Application", "Join the next meeting"),
+         .command = QStringLiteral("mivora join")});
+    AccessMemory access;
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    auto store = makeCalendarStore({.folders = {}, .now = clock.now(), .zone = QTimeZone::systemTimeZone()},
+                                   *platform.defaults, access);
+    AppDelegate delegate({.workspace = *platform.workspace,
+                          .pasteboard = *platform.pasteboard,
+                          .loginItem = *platform.loginItem,
+                          .defaults = *platform.defaults,
+                          .systemEvents = *platform.systemEvents,
+                          .hotKeys = *hotKeys,
+                          .clock = clock,
+                          .bus = bus,
+                          .store = std::move(store)});
+    ApplicationService service(bus, actionsOf(delegate));
+    delegate.launch();
+    QObject::connect(&delegate, &AppDelegate::refreshed, &service, &ApplicationService::announceAgenda);
+    return QGuiApplication::exec();
+}
+
+} // namespace
+
+int runApplication(int &argc, char **argv)
+{
+    if (!chooseWindowSystem()) {
+        complain("there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set");
+        return exitCouldNot;
+    }
+    QGuiApplication::setApplicationName(QStringLiteral("mivora"));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Mivora"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("app.kelo.Mivora"));
+    // The name first: a second start ends before it has made anything.
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    if (!claimApplicationName(QDBusConnection::sessionBus()))
+        return openSettingsOfRunningOne();
+    return run();
 }
 
 } // namespace mivora

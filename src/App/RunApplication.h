@@ -2,8 +2,8 @@
 
 namespace mivora {
 
-/// Starts the application in the tray and runs it until it quits; where one runs already, brings up its settings
-/// instead. Returns the exit status.
+/// Starts the application in the tray and runs it until it quits; where one runs already, brings up its
+/// settings instead. Returns the exit status.
 int runApplication(int &argc, char **argv);
 
 } // namespace mivora

@@ -15,7 +15,8 @@ constexpr int patienceMilliseconds = 5'000;
 
 QDBusMessage call(const char *interface, const QString &method, const QVariantList &arguments)
 {
-    auto message = QDBusMessage::createMethodCall(QLatin1String(applicationBusName), QLatin1String(applicationObjectPath),
+    auto message = QDBusMessage::createMethodCall(QLatin1String(applicationBusName),
+                                                  QLatin1String(applicationObjectPath),
                                                   QLatin1String(interface), method);
     message.setArguments(arguments);
     // A command for the running program must not start one.
@@ -66,8 +67,9 @@ void RunningInstance::follow()
     auto bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
-    bus.connect(QLatin1String(applicationBusName), QLatin1String(applicationObjectPath), QLatin1String(agendaInterface),
-                QStringLiteral("AgendaChanged"), this, SLOT(receiveAgenda(QString)));
+    bus.connect(QLatin1String(applicationBusName), QLatin1String(applicationObjectPath),
+                QLatin1String(agendaInterface), QStringLiteral("AgendaChanged"), this,
+                SLOT(receiveAgenda(QString)));
     auto *watcher = new QDBusServiceWatcher(QLatin1String(applicationBusName), bus,
                                             QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &RunningInstance::came);

@@ -7,8 +7,8 @@
 
 namespace mivora {
 
-/// The Mivora that runs already, seen over the session bus. Calls wait for the answer, a few seconds at most: this
-/// is for commands, which have nothing else to do.
+/// The Mivora that runs already, seen over the session bus. Calls wait for the answer, a few seconds at most:
+/// this is for commands, which have nothing else to do.
 class RunningInstance final : public QObject
 {
     Q_OBJECT

@@ -79,7 +79,8 @@ void Preferences::readStore()
            &Preferences::disabledCalendarIDsChanged);
     update(m_browserServices, servicesFromStoredForm(list(settingsKey::browserServices)),
            &Preferences::browserServicesChanged);
-    update(m_hasCompletedOnboarding, flag(settingsKey::hasCompletedOnboarding, registered::hasCompletedOnboarding),
+    update(m_hasCompletedOnboarding,
+           flag(settingsKey::hasCompletedOnboarding, registered::hasCompletedOnboarding),
            &Preferences::hasCompletedOnboardingChanged);
 
     for (const Changed changed : changes)

@@ -51,8 +51,9 @@ int show(const QJsonObject &agenda, const AgendaRequest &request)
         return exitCouldNot;
     }
     if (authorization == QLatin1String("denied")) {
-        complain("no calendars can be read; put a folder of iCalendar files at ~/.calendars, or name one with "
-                 "--calendars DIR or $MIVORA_CALENDARS");
+        complain(
+            "no calendars can be read; put a folder of iCalendar files at ~/.calendars, or name one with "
+            "--calendars DIR or $MIVORA_CALENDARS");
         return exitCouldNot;
     }
     if (!request.json)
@@ -60,7 +61,8 @@ int show(const QJsonObject &agenda, const AgendaRequest &request)
     return exitDone;
 }
 
-int follow(const AgendaRequest &request, const SessionOptions &options, AgendaFollower::RunningProgram running)
+int follow(const AgendaRequest &request, const SessionOptions &options,
+           AgendaFollower::RunningProgram running)
 {
     AgendaFollower follower(options, running, [json = request.json](const QJsonObject &agenda) {
         print(json ? oneLine(agenda) : titleLine(agenda));
@@ -82,7 +84,8 @@ int runAgenda(const AgendaRequest &request)
     if (request.follow) {
         options.time = SessionOptions::Time::passes;
         return follow(request, options,
-                      isOwnDay ? AgendaFollower::RunningProgram::preferred : AgendaFollower::RunningProgram::ignored);
+                      isOwnDay ? AgendaFollower::RunningProgram::preferred
+                               : AgendaFollower::RunningProgram::ignored);
     }
     if (isOwnDay) {
         if (const auto agenda = RunningInstance().agenda())

@@ -67,7 +67,8 @@ void AgendaFollower::refreshSession()
     m_session->scheduler().refresh();
     show(m_session->agenda());
     const Timestamp now = m_session->clock().now();
-    const Timestamp next = nextChangeAfter(now, m_session->scheduler(), m_session->prefs(), m_session->zone());
+    const Timestamp next =
+        nextChangeAfter(now, m_session->scheduler(), m_session->prefs(), m_session->zone());
     const double seconds = std::min((next - now).count(), longestWaitSeconds);
     m_timer.start(std::max(1, int(std::ceil(seconds * 1000))));
 }

@@ -20,7 +20,8 @@ QString qString(const std::string &text)
 const Setting *settingNamed(const std::string &key)
 {
     const auto &settings = allSettings();
-    const auto found = std::ranges::find_if(settings, [&](const Setting &s) { return s.key == qString(key); });
+    const auto found =
+        std::ranges::find_if(settings, [&](const Setting &s) { return s.key == qString(key); });
     return found == settings.end() ? nullptr : &*found;
 }
 

@@ -1,5 +1,7 @@
 #include "Platform/linux/SystemSettingsLinks.h"
 
+#include "Platform/SystemLinks.h"
+
 #include <QProcess>
 #include <array>
 
@@ -7,10 +9,8 @@ namespace mivora {
 
 namespace {
 
-constexpr QLatin1String
-    calendarPrivacy("x-apple.systempreferences:com.apple.preference.security?Privacy_Calendars");
-constexpr QLatin1String
-    internetAccounts("x-apple.systempreferences:com.apple.Internet-Accounts-Settings.extension");
+constexpr QLatin1String calendarPrivacy(calendarPrivacyLink);
+constexpr QLatin1String internetAccounts(internetAccountsLink);
 
 struct Panel
 {

@@ -1,0 +1,195 @@
+#include "App/AppDelegate.h"
+
+#include "App/AgendaJson.h"
+#include "App/ConflictAlert.h"
+#include "App/HotKeyRegistration.h"
+#include "App/StatusMenuBuilder.h"
+#include "KeloHotkey/HotKeyService.h"
+#include "Platform/SystemEvents.h"
+#include "Platform/SystemLinks.h"
+
+#include <QCoreApplication>
+#include <QJsonDocument>
+
+namespace mivora {
+
+namespace {
+
+const QString applicationName = QStringLiteral("Mivora");
+
+} // namespace
+
+AppDelegate::AppDelegate(AppParts parts, QObject *parent)
+    : QObject(parent), m_parts(std::move(parts)), m_prefs(m_parts.defaults, m_parts.loginItem),
+      m_source(std::move(m_parts.store)), m_installed(m_parts.workspace), m_appearance(m_parts.bus),
+      m_views(m_appearance), m_toast(m_views, m_parts.bus)
+{
+}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::launch()
+{
+    m_mainMenu = kelo::MainMenu::build(applicationName);
+    m_scheduler = std::make_unique<Scheduler>(m_source, m_prefs, m_parts.clock);
+    m_source.setOnChange([this] { m_scheduler->refresh(); });
+    m_scheduler->onPanelChange = [this](const auto &meeting) { panelRequestChanged(meeting); };
+    m_commands = std::make_unique<MeetingCommands>(*m_scheduler, m_prefs, m_installed, m_parts.workspace,
+                                                   m_parts.pasteboard);
+    connect(m_commands.get(), &MeetingCommands::linkCopied, &m_toast, &kelo::ToastController::show);
+    makePanel();
+    makeStatus();
+    m_scheduler->onRefresh = [this] { showRefreshed(); };
+    installObservers();
+    m_hotKey->registerHotKey();
+    m_scheduler->refresh();
+    connect(&m_tick, &QTimer::timeout, m_scheduler.get(), &Scheduler::refresh);
+    m_tick.start(tickMilliseconds);
+}
+
+void AppDelegate::makePanel()
+{
+    const JoinPanelActions actions{
+        .onJoin = [this](const Meeting &meeting) { m_commands->join(meeting); },
+        .onSnooze = [this](const Meeting &meeting) { m_scheduler->snooze(meeting.id); },
+        .onDismiss = [this](const Meeting &meeting) { m_scheduler->dismiss(meeting.id); },
+    };
+    m_panel =
+        std::make_unique<JoinPanelController>(m_prefs, m_views, actions, m_parts.clock.now(), m_parts.bus);
+}
+
+void AppDelegate::makeStatus()
+{
+    m_status = std::make_unique<StatusController>(*m_scheduler, m_prefs, m_parts.bus,
+                                                  [this](kelo::Menu &menu) { buildMenu(menu); });
+    m_hotKey =
+        std::make_unique<HotKeyRegistration>(m_parts.hotKeys, m_prefs, [this] { m_commands->joinNext(); });
+    m_alert = std::make_unique<ConflictAlert>(m_views, m_parts.bus);
+    connect(m_hotKey.get(), &HotKeyRegistration::conflict, m_alert.get(), &ConflictAlert::show);
+}
+
+void AppDelegate::installObservers()
+{
+    const auto refreshOn = [this](auto signal) {
+        connect(&m_parts.systemEvents, signal, m_scheduler.get(), &Scheduler::refresh);
+    };
+    refreshOn(&SystemEvents::didWake);
+    refreshOn(&SystemEvents::dayChanged);
+    refreshOn(&SystemEvents::clockChanged);
+    connect(&m_parts.systemEvents, &SystemEvents::timeZoneChanged, this, &AppDelegate::timeZoneChanged);
+    // Another process changed a setting that the status item or the panel shows the effect of.
+    for (const auto signal :
+         {&Preferences::showTitleChanged, &Preferences::titleWidthChanged, &Preferences::leadMinutesChanged,
+          &Preferences::remindWithoutLinkChanged, &Preferences::disabledCalendarIDsChanged})
+        connect(&m_prefs, signal, m_scheduler.get(), &Scheduler::refresh, Qt::QueuedConnection);
+}
+
+void AppDelegate::timeZoneChanged()
+{
+    m_source.store().setTimeZone(QTimeZone::systemTimeZone());
+    m_scheduler->refresh();
+}
+
+void AppDelegate::panelRequestChanged(const std::optional<Meeting> &meeting)
+{
+    if (meeting)
+        m_panel->show(*meeting, m_parts.clock.now());
+    else
+        m_panel->hide();
+}
+
+void AppDelegate::showRefreshed()
+{
+    const Timestamp now = m_parts.clock.now();
+    m_status->update(now, m_source.authorization());
+    if (m_panel->isVisible())
+        m_panel->refresh(m_scheduler->panelRequest(), now);
+    Q_EMIT refreshed();
+}
+
+void AppDelegate::buildMenu(kelo::Menu &menu)
+{
+    fillMenu(menu, menuEntries(agendaContext()),
+             {.joinMeeting = [this](const Meeting &meeting) { m_commands->join(meeting); },
+              .perform = [this](MenuCommand command) { performMenuCommand(command); }});
+}
+
+void AppDelegate::performMenuCommand(MenuCommand command)
+{
+    switch (command) {
+    case MenuCommand::none:
+    case MenuCommand::joinMeeting:
+    case MenuCommand::checkForUpdates:
+        break;
+    case MenuCommand::allowCalendarAccess:
+        m_source.requestAccess([this](bool) { m_scheduler->refresh(); });
+        break;
+    case MenuCommand::openCalendarPrivacy:
+        m_parts.workspace.open(QLatin1String(calendarPrivacyLink), [](bool) {});
+        break;
+    case MenuCommand::openCalendarSettings:
+        break;
+    case MenuCommand::openSettings:
+        break;
+    case MenuCommand::joinNextMeeting:
+        m_commands->joinNext();
+        break;
+    case MenuCommand::openMakerPage:
+        m_parts.workspace.open(QStringLiteral(MIVORA_MAKER_PAGE), [](bool) {});
+        break;
+    case MenuCommand::quit:
+        QCoreApplication::quit();
+        break;
+    }
+}
+
+void AppDelegate::reopen() {}
+
+std::optional<QString> AppDelegate::perform(const QString &action, const QString &argument)
+{
+    Q_UNUSED(argument)
+    if (action == QLatin1String("join"))
+        return m_commands->joinNext() ? std::nullopt : std::optional(tr("there is no meeting to join now"));
+    if (action == QLatin1String("copy"))
+        return m_commands->copyNext() ? std::nullopt
+                                      : std::optional(tr("there is no meeting with a link now"));
+    if (action == QLatin1String("snooze"))
+        return performOnPanel(&Scheduler::snooze);
+    if (action == QLatin1String("dismiss"))
+        return performOnPanel(&Scheduler::dismiss);
+    if (action == QLatin1String("quit")) {
+        // After the answer is on its way.
+        QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+        return std::nullopt;
+    }
+    return tr("Mivora knows no action \"%1\"").arg(action);
+}
+
+std::optional<QString> AppDelegate::performOnPanel(void (Scheduler::*decision)(const std::string &))
+{
+    if (!m_scheduler->panelRequest())
+        return tr("no meeting has its panel shown now");
+    // A copy: the refresh replaces the request.
+    const std::string id = m_scheduler->panelRequest()->id;
+    (m_scheduler.get()->*decision)(id);
+    return std::nullopt;
+}
+
+QByteArray AppDelegate::agenda() const
+{
+    return QJsonDocument(agendaJson(agendaContext())).toJson(QJsonDocument::Compact);
+}
+
+AgendaContext AppDelegate::agendaContext() const
+{
+    const auto &combo = m_hotKey->registeredCombo();
+    return {.scheduler = *m_scheduler,
+            .source = m_source,
+            .prefs = m_prefs,
+            .installed = m_installed,
+            .now = m_parts.clock.now(),
+            .zone = m_scheduler->timeZone(),
+            .joinHotKey = combo ? std::optional(combo->displayString()) : std::nullopt};
+}
+
+} // namespace mivora
