@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdlib>
 #include <libical/ical.h>
+#include <memory>
 
 namespace mivora {
 
@@ -119,10 +121,12 @@ std::optional<RecurrenceRule> RecurrenceRule::parse(std::string_view text)
     if (text.size() > longestRule || text.find('\0') != text.npos)
         return std::nullopt;
     icalrecurrencetype read = icalrecurrencetype_from_string(std::string(text).c_str());
+    // Ours to free, also when the rule is wrong.
+    const std::unique_ptr<char, decltype(&std::free)> rscale(read.rscale, &std::free);
     if (read.freq == ICAL_NO_RECURRENCE)
         return std::nullopt;
     const std::string_view scale = rulePart(text, "RSCALE");
-    if (read.rscale && (!isName(scale, "GREGORIAN") || read.skip != ICAL_SKIP_OMIT))
+    if (rscale && (!isName(scale, "GREGORIAN") || read.skip != ICAL_SKIP_OMIT))
         return std::nullopt;
     RecurrenceRule rule;
     rule.frequency = Frequency(read.freq);
