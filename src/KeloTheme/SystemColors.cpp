@@ -43,7 +43,7 @@ SystemColors light()
     colors.controlHovered = black(0.1);
     colors.controlPressed = black(0.16);
     colors.controlBorder = black(0.04);
-    colors.orange = QColor(0xbf5200);
+    colors.orange = QColor(0xb84d00);
     colors.red = QColor(0xd7263d);
     colors.green = QColor(0x1f8f45);
     colors.panel = QColor(0xf8f8fa);
