@@ -3,6 +3,7 @@
 #include "desktop/PanelUnderTest.h"
 #include "support/MeetingFactory.h"
 
+#include <QAccessible>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QSignalSpy>
@@ -10,6 +11,9 @@
 #include <cstdlib>
 #include <gmock/gmock.h>
 #include <optional>
+#include <private/qguiapplication_p.h>
+#include <qpa/qplatformaccessibility.h>
+#include <qpa/qplatformintegration.h>
 
 // The Join panel under a window manager with a task bar, used by somebody who types into a terminal.
 namespace mivora {
@@ -205,6 +209,23 @@ TEST_F(JoinPanelOnDesktop, changesInPlace)
     test.panel.show(lunch, now);
     EXPECT_TRUE(waitFor([&] { return picture() != before; }));
     EXPECT_EQ(frameOnScreen(*test.window()), frame);
+}
+
+TEST_F(JoinPanelOnDesktop, isAnnouncedToScreenReaders)
+{
+    static std::vector<std::string> announced;
+    announced.clear();
+    // As it is once a screen reader has asked for it.
+    QPlatformAccessibility *platform = QGuiApplicationPrivate::platformIntegration()->accessibility();
+    platform->setActive(true);
+    const auto before = QAccessible::installUpdateHandler([](QAccessibleEvent *event) {
+        if (event->type() == QAccessible::Alert)
+            announced.push_back(event->accessibleInterface()->text(QAccessible::Name).toStdString());
+    });
+    showPanel();
+    QAccessible::installUpdateHandler(before);
+    platform->setActive(false);
+    EXPECT_THAT(announced, ElementsAre("Design review, Starts in 1m"));
 }
 
 TEST_F(JoinPanelOnDesktop, isNotDrawnWhileNothingChanges)
