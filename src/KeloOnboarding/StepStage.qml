@@ -49,7 +49,7 @@ FocusScope {
             required property var modelData
             readonly property real offset: index - root.position
             // The spring runs a little past its end; that is not yet the next step.
-            readonly property bool isSeen: Math.abs(offset) < 0.98
+            readonly property bool isSeen: index === root.model.index || Math.abs(offset) < 0.98
 
             x: offset * root.distance
             width: root.width

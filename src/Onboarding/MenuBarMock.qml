@@ -72,6 +72,7 @@ Item {
             spacing: 10
 
             Row {
+                anchors.left: parent.left
                 spacing: 11
 
                 Rectangle {
@@ -105,6 +106,7 @@ Item {
                 }
             }
             Row {
+                anchors.left: parent.left
                 spacing: 8
 
                 KeloProminentButton {
