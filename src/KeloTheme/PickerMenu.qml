@@ -55,7 +55,7 @@ FocusScope {
 
         readonly property real rowHeight: Math.round(13 * Appearance.textScale * 2.1)
 
-        width: Math.max(root.picker.width, rows.implicitWidth + 10)
+        width: Math.max(root.picker.width, rows.widest + 10)
         height: rows.implicitHeight + 10
         radius: 9
         color: Appearance.colors.panel
@@ -66,6 +66,8 @@ FocusScope {
 
         Column {
             id: rows
+
+            property real widest: 0
 
             x: 5
             y: 5
@@ -80,6 +82,7 @@ FocusScope {
                     text: modelData
                     width: sheet.width - 10
                     height: sheet.rowHeight
+                    onImplicitWidthChanged: rows.widest = Math.max(rows.widest, implicitWidth)
                     isChosen: index === root.picker.currentIndex
                     isHighlighted: index === root.highlighted
                     onEntered: root.highlighted = index

@@ -10,7 +10,7 @@ Item {
     readonly property real part: view.visibleArea.heightRatio
 
     anchors { right: parent.right; top: parent.top; bottom: parent.bottom; margins: 3 }
-    width: 8
+    width: 6
     visible: part < 1
 
     Rectangle {

@@ -24,7 +24,8 @@ Item {
     Accessible.role: Accessible.SpinBox
     Accessible.name: name
     Accessible.description: valueText
-    Accessible.focusable: true
+    Accessible.focusable: enabled
+    Accessible.readOnly: !enabled
     Accessible.onIncreaseAction: step(1)
     Accessible.onDecreaseAction: step(-1)
 

@@ -5,8 +5,10 @@ FormRow {
     id: root
 
     property alias checked: toggle.checked
-
-    readonly property bool isFocused: toggle.activeFocus
+    // In lists, whose rows come and go, the list itself moves the keyboard on.
+    property alias isTabStop: toggle.activeFocusOnTab
+    // A function in place of Shift+Tab.
+    property var goBack: null
 
     signal toggled(bool checked)
 
@@ -15,6 +17,7 @@ FormRow {
     }
 
     TapHandler {
+        parent: root
         gesturePolicy: TapHandler.ReleaseWithinBounds
         onTapped: toggle.toggle()
     }
@@ -24,6 +27,11 @@ FormRow {
 
         name: root.title
         description: root.footnote
+        Keys.onBacktabPressed: event => {
+            event.accepted = root.goBack !== null
+            if (event.accepted)
+                root.goBack()
+        }
         onToggled: checked => root.toggled(checked)
     }
 }

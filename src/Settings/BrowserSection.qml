@@ -6,7 +6,8 @@ FormGroup {
     id: root
 
     required property QtObject model
-    readonly property bool isFirstFocused: first.isFocused
+    // A function in place of Shift+Tab in the first row.
+    property alias goBack: first.goBack
 
     function focusFirst() {
         first.focusControl()

@@ -29,11 +29,7 @@ Column {
         id: browser
 
         model: root.model
-        Keys.onBacktabPressed: event => {
-            event.accepted = isFirstFocused
-            if (isFirstFocused)
-                root.wentBack()
-        }
+        goBack: () => root.wentBack()
     }
 
     // Not for the list around it, whose rows they would change.

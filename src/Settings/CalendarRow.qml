@@ -18,6 +18,10 @@ Item {
 
     onActiveFocusChanged: if (activeFocus) row.focusControl()
 
+    // A row that waits for reuse is not drawn, but a screen reader would still read it.
+    ListView.onPooled: visible = false
+    ListView.onReused: visible = true
+
     implicitHeight: row.y + row.implicitHeight + (isLast ? 20 : 0)
 
     FormHeader {
@@ -45,6 +49,7 @@ Item {
 
         y: root.isFirst ? header.height : 0
         width: root.width
+        isTabStop: false
         hasSeparator: !root.isFirst
         title: root.title
         checked: root.isOn

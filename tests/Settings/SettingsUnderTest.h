@@ -29,10 +29,17 @@ struct Views final
     Q_DISABLE_COPY_MOVE(Views)
 };
 
-/// The settings window with all that it needs, in memory.
+/// The settings window with all that it needs. Settings are kept in memory unless a store is given.
 struct SettingsUnderTest
 {
-    MemoryDefaultsStore store{MemoryDefaultsStore::Kind::standard};
+    SettingsUnderTest() = default;
+
+    explicit SettingsUnderTest(DefaultsStore &given) : store(given) {}
+
+    QWindow &window() { return *controller.window(); }
+
+    MemoryDefaultsStore memory{MemoryDefaultsStore::Kind::standard};
+    DefaultsStore &store = memory;
     FakeLoginItem loginItem;
     Preferences prefs{store, loginItem};
     FakeEventSource source;
