@@ -14,7 +14,7 @@ namespace mivora {
 namespace {
 
 constexpr QSize contentSize(720, 540);
-constexpr std::chrono::minutes keptUnused{5};
+constexpr std::chrono::minutes keptUnused{1};
 
 // All that a window has but the ways to resize it.
 constexpr Qt::WindowFlags windowFlags = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
@@ -31,7 +31,7 @@ SettingsWindowController::SettingsWindowController(Preferences &prefs, const Eve
 {
     m_unused.setSingleShot(true);
     m_unused.setInterval(keptUnused);
-    connect(&m_unused, &QTimer::timeout, this, &SettingsWindowController::letGo);
+    connect(&m_unused, &QTimer::timeout, this, &SettingsWindowController::release);
 }
 
 SettingsWindowController::~SettingsWindowController() = default;
@@ -98,7 +98,7 @@ void SettingsWindowController::place()
     m_window->setPosition(m_position.value_or(screen.center() - QRect(QPoint(), contentSize).center()));
 }
 
-void SettingsWindowController::letGo()
+void SettingsWindowController::release()
 {
     if (!m_window || m_window->isVisible())
         return;

@@ -38,6 +38,9 @@ public:
     /// To be called when the source's calendars or its permission changed.
     void calendarsChanged();
 
+    /// Gives the memory of a closed window back; done anyway when it has been closed for a minute.
+    void release();
+
     SettingsRouter &router() { return m_router; }
 
     /// Null until the first show().
@@ -49,7 +52,6 @@ protected:
 private:
     bool build();
     void place();
-    void letGo();
 
     kelo::ViewLoader &m_views;
     SettingsRouter m_router;

@@ -76,6 +76,15 @@ TEST(SettingsWindow, isOneWindowThatKeepsPageAndPlace)
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(window->position(), QPoint(11, 22));
     EXPECT_EQ(window->title(), QStringLiteral("Calendars"));
+
+    test.controller.release();
+    EXPECT_EQ(test.controller.window(), window) << "it is in use";
+    window->close();
+    test.controller.release();
+    EXPECT_FALSE(test.controller.window());
+    test.controller.show();
+    EXPECT_EQ(test.window().position(), QPoint(11, 22));
+    EXPECT_EQ(test.window().title(), QStringLiteral("Calendars"));
 }
 
 TEST(SettingsWindow, changesPagesFromTheSidebar)
