@@ -78,6 +78,8 @@ void UpdateWindow::hide()
         return;
     QWindow *window = m_window;
     m_window.clear();
+    // One that was closed before is not in use any more.
+    delete m_closing;
     m_closing = window;
     window->disconnect(this);
     window->hide();
