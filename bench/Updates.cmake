@@ -1,0 +1,1 @@
+mivora_bench(Updates DEPENDS KeloSparkleEngine LIBRARIES PkgConfig::sodium SOURCES Updates.cpp)

@@ -1,0 +1,1 @@
+#include "KeloSparkle/engine/UpdatesPlugin.h"

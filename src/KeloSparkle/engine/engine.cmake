@@ -1,0 +1,31 @@
+# What needs the network and libsodium is in a plug-in, loaded with the first check.
+pkg_check_modules(sodium REQUIRED IMPORTED_TARGET GLOBAL libsodium)
+
+mivora_module(
+    KeloSparkleEngine LAYER 3
+    FOLDER ${CMAKE_CURRENT_SOURCE_DIR}
+    DEPENDS KeloSparkle
+    LIBRARIES Qt6::Gui Qt6::Network
+    PRIVATE_LIBRARIES PkgConfig::sodium
+    SOURCES engine/Appcast.cpp
+            engine/Appcast.h
+            engine/DebianPackage.cpp
+            engine/DebianPackage.h
+            engine/HttpsFetch.cpp
+            engine/HttpsFetch.h
+            engine/NetworkUpdateEngine.cpp
+            engine/NetworkUpdateEngine.h
+            engine/NotesText.cpp
+            engine/NotesText.h
+            engine/PackageDownload.cpp
+            engine/PackageDownload.h
+            engine/Signature.cpp
+            engine/Signature.h
+            engine/UpdateChoice.cpp
+            engine/UpdateChoice.h
+            engine/Version.cpp
+            engine/Version.h)
+
+add_library(mivora-updates MODULE engine/UpdatesPlugin.cpp engine/UpdatesPlugin.h)
+set_target_properties(mivora-updates PROPERTIES PREFIX "")
+target_link_libraries(mivora-updates PRIVATE KeloSparkleEngine MivoraOptions)

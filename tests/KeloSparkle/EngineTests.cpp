@@ -1,0 +1,322 @@
+#include "HttpsServer.h"
+#include "KeloSparkle/engine/NetworkUpdateEngine.h"
+#include "Publisher.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QTcpServer>
+#include <gtest/gtest.h>
+
+namespace kelo {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+const QString feedPath = QStringLiteral("/appcast.xml");
+const QString packagePath = QStringLiteral("/mivora_1.1_amd64.pkg");
+
+/// An engine with little patience, a server, and what is published on it: version 1.1.
+class EngineTests : public testing::Test
+{
+protected:
+    static void SetUpTestSuite() { s_publisher = std::make_unique<Publisher>(); }
+
+    static void TearDownTestSuite() { s_publisher.reset(); }
+
+    void SetUp() override
+    {
+        s_publisher->trust();
+        package = QByteArray(300'000, 'p') + "end";
+        publish(
+            s_publisher->feed({.package = package, .url = server.address(packagePath), .notes = "Faster"}));
+        feed = {.address = server.address(feedPath),
+                .publicKey = s_publisher->publicKey(),
+                .runningVersion = QStringLiteral("1.0")};
+    }
+
+    void publish(const QByteArray &appcast)
+    {
+        server.answers[feedPath] = {.body = appcast};
+        server.answers[packagePath] = {.body = package};
+    }
+
+    template<typename Outcome> static std::optional<Outcome> waitFor(const std::optional<Outcome> &outcome)
+    {
+        QElapsedTimer timer;
+        for (timer.start(); !outcome && timer.elapsed() < 15'000;)
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+        return outcome;
+    }
+
+    CheckOutcome check()
+    {
+        std::optional<CheckOutcome> outcome;
+        engine.check(feed, [&](const CheckOutcome &result) { outcome = result; });
+        return waitFor(outcome).value_or(CheckOutcome());
+    }
+
+    DownloadOutcome download(const Update &update)
+    {
+        std::optional<DownloadOutcome> outcome;
+        received = 0;
+        engine.download(
+            update, feed, folderPath(), [&](qint64 bytes) { received = bytes; },
+            [&](const DownloadOutcome &result) { outcome = result; });
+        return waitFor(outcome).value_or(DownloadOutcome());
+    }
+
+    DownloadOutcome checkAndDownload()
+    {
+        const CheckOutcome outcome = check();
+        const auto *update = std::get_if<Update>(&outcome);
+        return update ? download(*update) : DownloadOutcome(QStringLiteral("no update"));
+    }
+
+    template<typename Outcome> static int faultOf(const Outcome &outcome)
+    {
+        const auto *failure = std::get_if<UpdateFailure>(&outcome);
+        return failure ? int(failure->fault) : -1;
+    }
+
+    QString folderPath() const { return folder.filePath(QStringLiteral("updates")); }
+
+    QStringList kept() const { return QDir(folderPath()).entryList(QDir::Files | QDir::Hidden); }
+
+    static std::unique_ptr<Publisher> s_publisher;
+
+    HttpsServer server{s_publisher->server()};
+    QTemporaryDir folder;
+    QByteArray package;
+    UpdateFeed feed;
+    qint64 received = 0;
+    NetworkUpdateEngine engine{
+        {.feed = {.bytes = 50'000, .silence = milliseconds(1500), .total = milliseconds(3000)},
+         .package = {.silence = milliseconds(1500), .total = milliseconds(3000)}}};
+};
+
+std::unique_ptr<Publisher> EngineTests::s_publisher;
+
+} // namespace
+
+TEST_F(EngineTests, leadsFromTheFeedToAVerifiedFile)
+{
+    const CheckOutcome outcome = check();
+    const auto *update = std::get_if<Update>(&outcome);
+    ASSERT_TRUE(update) << faultOf(outcome);
+    EXPECT_EQ(update->version, QStringLiteral("1.1"));
+    EXPECT_EQ(update->notes, QStringLiteral("Faster"));
+    EXPECT_EQ(update->length, package.size());
+
+    const DownloadOutcome result = download(*update);
+    ASSERT_TRUE(std::get_if<QString>(&result)) << faultOf(result);
+    EXPECT_EQ(received, package.size());
+    EXPECT_EQ(kept(), QStringList(QStringLiteral("mivora_1.1_amd64.pkg")));
+    QFile file(std::get<QString>(result));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), package);
+}
+
+TEST_F(EngineTests, aPackageThatIsNotTheSignedOneIsRefusedAndNotKept)
+{
+    const QByteArray appcast = server.answers[feedPath].body;
+    const QByteArray otherSignature = s_publisher->sign(package, QStringLiteral("foreign"));
+    QByteArray changed = package;
+    changed[1000] = 'q';
+
+    const struct
+    {
+        const char *name;
+        QByteArray appcast;
+        Answer answer;
+        UpdateFault expected;
+    } rows[] = {
+        {"one byte changed", appcast, {.body = changed}, UpdateFault::wrongSignature},
+        {"foreign key",
+         QByteArray(appcast).replace(s_publisher->sign(package), otherSignature),
+         {.body = package},
+         UpdateFault::wrongSignature},
+        {"signature of another file",
+         QByteArray(appcast).replace(s_publisher->sign(package), s_publisher->sign("x")),
+         {.body = package},
+         UpdateFault::wrongSignature},
+        {"shorter", appcast, {.body = package.chopped(1)}, UpdateFault::wrongLength},
+        {"empty", appcast, {}, UpdateFault::wrongLength},
+        {"longer", appcast, {.body = package + "x"}, UpdateFault::wrongLength},
+        {"longer, of unknown length",
+         appcast,
+         {.body = package + "x", .hidesLength = true},
+         UpdateFault::wrongLength},
+        {"shorter, of unknown length",
+         appcast,
+         {.body = package, .cutAfter = 1000, .hidesLength = true},
+         UpdateFault::wrongLength},
+        {"broken connection", appcast, {.body = package, .cutAfter = 1000}, UpdateFault::unreachable},
+        {"gone", appcast, {.status = 404, .body = package}, UpdateFault::refusedByServer},
+        {"a part only", appcast, {.status = 206, .body = package}, UpdateFault::refusedByServer},
+        {"silent", appcast, {.isSilent = true}, UpdateFault::timedOut},
+        {"redirect to http",
+         appcast,
+         {.status = 302, .location = "http://localhost:1/m"},
+         UpdateFault::insecure},
+    };
+
+    for (const auto &row : rows) {
+        publish(row.appcast);
+        server.answers[packagePath] = row.answer;
+        EXPECT_EQ(faultOf(checkAndDownload()), int(row.expected)) << row.name;
+        EXPECT_EQ(kept(), QStringList()) << row.name;
+    }
+}
+
+TEST_F(EngineTests, aFeedThatCantBeTrustedIsRefused)
+{
+    const QByteArray here = server.address(QStringLiteral("/loop")).toEncoded();
+
+    const struct
+    {
+        const char *name;
+        Answer answer;
+        UpdateFault expected;
+    } rows[] = {
+        {"no feed", {.status = 404}, UpdateFault::refusedByServer},
+        {"error", {.status = 500}, UpdateFault::refusedByServer},
+        {"html", {.body = "<html/>"}, UpdateFault::malformedFeed},
+        {"too large", {.body = QByteArray(60'000, ' ')}, UpdateFault::feedTooLarge},
+        {"too large, of unknown length",
+         {.body = QByteArray(60'000, ' '), .hidesLength = true},
+         UpdateFault::feedTooLarge},
+        {"silent", {.isSilent = true}, UpdateFault::timedOut},
+        {"redirect to http",
+         {.status = 301, .location = "http://localhost:1/appcast.xml"},
+         UpdateFault::insecure},
+        {"redirect to a file", {.status = 301, .location = "file:///etc/passwd"}, UpdateFault::insecure},
+        {"redirects for ever", {.status = 302, .location = here}, UpdateFault::refusedByServer},
+    };
+
+    server.answers[QStringLiteral("/loop")] = {.status = 302, .location = here};
+    for (const auto &row : rows) {
+        server.answers[feedPath] = row.answer;
+        EXPECT_EQ(faultOf(check()), int(row.expected)) << row.name;
+    }
+}
+
+TEST_F(EngineTests, redirectsWithinHttpsAreFollowed)
+{
+    server.answers[QStringLiteral("/moved.xml")] = server.answers[feedPath];
+    server.answers[feedPath] = {.status = 301, .location = "/moved.xml"};
+    EXPECT_TRUE(std::holds_alternative<Update>(check()));
+}
+
+TEST_F(EngineTests, serversThatProveNothingAreNotAsked)
+{
+    Publisher().trust();
+    EXPECT_EQ(faultOf(check()), int(UpdateFault::untrustedServer));
+    s_publisher->trust();
+    // The certificate is that of "localhost".
+    feed.address.setHost(QStringLiteral("127.0.0.1"));
+    EXPECT_EQ(faultOf(check()), int(UpdateFault::untrustedServer));
+    EXPECT_EQ(server.requests, QStringList());
+}
+
+TEST_F(EngineTests, nothingIsSentWithoutAKeyOrWithoutHttps)
+{
+    const UpdateFeed good = feed;
+    feed.publicKey = QStringLiteral("not a key");
+    EXPECT_EQ(faultOf(check()), int(UpdateFault::unusableKey));
+    feed = good;
+    feed.address.setScheme(QStringLiteral("http"));
+    EXPECT_EQ(faultOf(check()), int(UpdateFault::insecure));
+    EXPECT_EQ(server.requests, QStringList());
+
+    QTcpServer closed;
+    ASSERT_TRUE(closed.listen(QHostAddress::LocalHost));
+    feed = good;
+    feed.address.setPort(closed.serverPort());
+    closed.close();
+    EXPECT_EQ(faultOf(check()), int(UpdateFault::unreachable));
+}
+
+TEST_F(EngineTests, olderVersionsAreNeverOffered)
+{
+    feed.runningVersion = QStringLiteral("1.2");
+    const CheckOutcome outcome = check();
+    ASSERT_TRUE(std::holds_alternative<NoUpdate>(outcome)) << faultOf(outcome);
+    EXPECT_EQ(std::get<NoUpdate>(outcome).newest, QStringLiteral("1.1"));
+}
+
+TEST_F(EngineTests, aGenuineOldPackageUnderANewNameIsRefused)
+{
+    const QString root = folder.filePath(QStringLiteral("deb"));
+    ASSERT_TRUE(QDir().mkpath(root + QStringLiteral("/DEBIAN")));
+    const auto build = [&](const QByteArray &version) {
+        QFile control(root + QStringLiteral("/DEBIAN/control"));
+        EXPECT_TRUE(control.open(QIODevice::WriteOnly));
+        control.write("Package: mivora\nVersion: " + version +
+                      "\nArchitecture: all\nMaintainer: K <k@kelo.example>\nDescription: d\n");
+        control.close();
+        const QString path = folder.filePath(QStringLiteral("m.deb"));
+        QProcess::execute(QStringLiteral("dpkg-deb"), {QStringLiteral("-b"), root, path});
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    };
+
+    const struct
+    {
+        const char *version;
+        bool isRefused;
+    } rows[] = {{"0.9-1", true}, {"1.0-1", true}, {"1:1.0-3", true}, {"1.1-1", false}, {"1:1.1", false}};
+
+    for (const auto &row : rows) {
+        package = build(row.version);
+        publish(s_publisher->feed(
+            {.version = QStringLiteral("9.9"), .package = package, .url = server.address(packagePath)}));
+        const int expected = row.isRefused ? int(UpdateFault::olderVersion) : -1;
+        EXPECT_EQ(faultOf(checkAndDownload()), expected) << row.version;
+        EXPECT_EQ(kept().isEmpty(), row.isRefused) << row.version;
+    }
+}
+
+TEST_F(EngineTests, aCancelledDownloadSaysNothingAndKeepsNothing)
+{
+    const CheckOutcome outcome = check();
+    server.answers[packagePath] = {.isSilent = true};
+    bool isDone = false;
+    engine.download(
+        std::get<Update>(outcome), feed, folderPath(), [](qint64) {}, [&](const auto &) { isDone = true; });
+    QElapsedTimer timer;
+    for (timer.start(); timer.elapsed() < 200;)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    engine.cancel();
+    EXPECT_EQ(kept(), QStringList());
+    for (timer.start(); timer.elapsed() < 200;)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    EXPECT_FALSE(isDone);
+}
+
+TEST_F(EngineTests, packagesHaveHarmlessNames)
+{
+    const struct
+    {
+        const char *url;
+        const char *expected;
+    } rows[] = {
+        {"https://k.example/a/mivora_1.1_amd64.deb?x=1", "mivora_1.1_amd64.deb"},
+        {"https://k.example/", "update-1.1"},
+        {"https://k.example/.bashrc", "update-1.1"},
+        {"https://k.example/a%2F..%2Fb", "b"},
+        {"https://k.example/..", "update-1.1"},
+        {"https://k.example/a b", "update-1.1"},
+    };
+
+    for (const auto &row : rows) {
+        const Update update{.version = QStringLiteral("1.1"), .url = QUrl(QString::fromLatin1(row.url))};
+        EXPECT_EQ(packageFileName(update).toStdString(), row.expected) << row.url;
+    }
+    EXPECT_EQ(packageFileName({.version = QStringLiteral("1/../2")}).toStdString(), "update-1_.._2");
+}
+
+} // namespace kelo

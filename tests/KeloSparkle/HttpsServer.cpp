@@ -1,0 +1,55 @@
+#include "HttpsServer.h"
+
+#include <QSslConfiguration>
+#include <QTcpSocket>
+#include <QUrl>
+#include <stdexcept>
+
+namespace kelo {
+
+HttpsServer::HttpsServer(const QSslConfiguration &configuration)
+{
+    setSslConfiguration(configuration);
+    connect(this, &QTcpServer::pendingConnectionAvailable, this, [this] {
+        while (QTcpSocket *socket = nextPendingConnection())
+            serve(socket);
+    });
+    if (!listen(QHostAddress::LocalHost))
+        throw std::runtime_error("no port to listen on");
+}
+
+QUrl HttpsServer::address(const QString &path) const
+{
+    return QUrl(QStringLiteral("https://localhost:%1%2").arg(serverPort()).arg(path));
+}
+
+void HttpsServer::serve(QTcpSocket *socket)
+{
+    socket->setParent(this);
+    connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+    const auto read = [this, socket, request = QByteArray()]() mutable {
+        request += socket->readAll();
+        if (request.endsWith("\r\n\r\n"))
+            answer(socket, std::exchange(request, {}));
+    };
+    connect(socket, &QTcpSocket::readyRead, socket, read);
+}
+
+void HttpsServer::answer(QTcpSocket *socket, const QByteArray &request)
+{
+    const QString path = QString::fromLatin1(request.split(' ').value(1));
+    requests << path;
+    const Answer answer = answers.value(path, Answer{.status = 404});
+    if (answer.isSilent)
+        return;
+    QByteArray head = "HTTP/1.1 " + QByteArray::number(answer.status) + " Answer\r\nConnection: close\r\n";
+    if (!answer.location.isEmpty())
+        head += "Location: " + answer.location + "\r\n";
+    if (!answer.hidesLength)
+        head += "Content-Length: " + QByteArray::number(answer.body.size()) + "\r\n";
+    socket->write(head + "\r\n" +
+                  answer.body.left(answer.cutAfter < 0 ? answer.body.size() : answer.cutAfter));
+    socket->disconnectFromHost();
+}
+
+} // namespace kelo

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QSslServer>
+#include <QStringList>
+
+namespace kelo {
+
+/// What the server says to one path.
+struct Answer
+{
+    int status = 200;
+    QByteArray body = {};
+    /// Of a redirect.
+    QByteArray location = {};
+    /// Says nothing at all, and keeps the connection.
+    bool isSilent = false;
+    /// Closes the connection after so many bytes of the body; -1 for never.
+    qint64 cutAfter = -1;
+    /// Without a Content-Length: the body ends where the connection does.
+    bool hidesLength = false;
+};
+
+/// A web server on the loopback address, with a real certificate. Runs in the event loop of the test.
+class HttpsServer final : public QSslServer
+{
+    Q_OBJECT
+
+public:
+    explicit HttpsServer(const QSslConfiguration &configuration);
+
+    /// The https address of \a path on this server.
+    QUrl address(const QString &path) const;
+
+    QHash<QString, Answer> answers;
+    /// The paths asked for so far.
+    QStringList requests;
+
+private:
+    void serve(QTcpSocket *socket);
+    void answer(QTcpSocket *socket, const QByteArray &request);
+};
+
+} // namespace kelo

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QSslConfiguration>
+#include <QString>
+#include <QTemporaryDir>
+#include <QUrl>
+
+namespace kelo {
+
+/// Everything on the side of those who publish updates: a certificate authority with one server certificate
+/// for "localhost", and keys, signatures and appcasts made with the tool that maintainers use.
+class Publisher final
+{
+public:
+    /// Throws std::runtime_error when openssl or the tool fails.
+    Publisher();
+
+    /// For a server that proves to be "localhost".
+    QSslConfiguration server() const;
+
+    /// Lets this process trust the authority, and only it.
+    void trust() const;
+
+    /// The public key of the pair \a name, which is made on first need.
+    QString publicKey(const QString &name = QStringLiteral("key")) const;
+
+    QByteArray sign(const QByteArray &content, const QString &keyName = QStringLiteral("key")) const;
+
+    struct Offer
+    {
+        QString version = QStringLiteral("1.1");
+        QByteArray package = {};
+        QUrl url = {};
+        QByteArray notes = {};
+    };
+
+    /// A feed with one item, as the tool prints it.
+    QByteArray feed(const Offer &offer) const;
+
+private:
+    QByteArray tool(const QStringList &arguments) const;
+    QString keyFile(const QString &name) const;
+    QString file(const QString &name, const QByteArray &content) const;
+    void makeCertificates() const;
+
+    QTemporaryDir m_folder;
+};
+
+} // namespace kelo
