@@ -4,6 +4,7 @@
 #include "App/ConflictAlert.h"
 #include "App/HotKeyRegistration.h"
 #include "App/StatusMenuBuilder.h"
+#include "Calendar/LocalDay.h"
 #include "KeloHotkey/HotKeyService.h"
 #include "Platform/SystemEvents.h"
 #include "Platform/SystemLinks.h"
@@ -86,7 +87,7 @@ void AppDelegate::installObservers()
 
 void AppDelegate::timeZoneChanged()
 {
-    m_source.store().setTimeZone(QTimeZone::systemTimeZone());
+    m_source.store().setTimeZone(userTimeZone());
     m_scheduler->refresh();
 }
 
