@@ -2,6 +2,7 @@
 
 #include "App/Output.h"
 #include "App/Rfc3339.h"
+#include "Calendar/TitleText.h"
 #include "Meetings/Color.h"
 #include "Meetings/Service.h"
 #include "StatusBar/ShortTime.h"
@@ -107,8 +108,11 @@ void TableWriter::rows(const QList<Row> &rows, const QString &nextID)
     const int noteWidth = widest(rows, &Row::note);
     const int limit = m_style.width > 0 ? std::max(10, m_style.width - timeWidth - noteWidth - 8) : 60;
     const int titleWidth = std::min(limit, widest(rows, &Row::title));
+    // The same meeting in two calendars has one id: one row is marked all the same.
+    const auto next =
+        std::ranges::find_if(rows, [&](const Row &row) { return !nextID.isEmpty() && row.id == nextID; });
     for (const Row &row : rows) {
-        const bool isNext = !nextID.isEmpty() && row.id == nextID;
+        const bool isNext = next != rows.end() && &row == &*next;
         const QString title = padded(shortened(row.title, titleWidth), row.note.isEmpty() ? 0 : titleWidth);
         QString text = (isNext ? QStringLiteral("→ ") : QStringLiteral("  ")) + padded(row.time, timeWidth) +
                        QStringLiteral("  ") + swatch(row.colour) +
@@ -155,7 +159,7 @@ Row rowOf(const QJsonObject &meeting, const QTimeZone &zone)
     row.id = meeting.value(QLatin1String("id")).toString();
     row.time = clock(meeting.value(QLatin1String("start")), zone) + QStringLiteral(" – ") +
                clock(meeting.value(QLatin1String("end")), zone);
-    row.title = cleaned(meeting.value(QLatin1String("title")).toString());
+    row.title = cleaned(titleText(meeting.value(QLatin1String("title")).toString().toStdString()));
     row.colour = meeting.value(QLatin1String("calendarColor")).toString();
     const auto link = meeting.value(QLatin1String("joinLink")).toObject();
     if (const auto service =

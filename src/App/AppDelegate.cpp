@@ -4,6 +4,7 @@
 #include "App/ConflictAlert.h"
 #include "App/HotKeyRegistration.h"
 #include "App/StatusMenuBuilder.h"
+#include "Calendar/LocalDay.h"
 #include "KeloHotkey/HotKeyService.h"
 #include "Onboarding/OnboardingFlow.h"
 #include "Platform/SystemEvents.h"
@@ -123,7 +124,7 @@ void AppDelegate::openSystemSettings(const QString &link)
 
 void AppDelegate::timeZoneChanged()
 {
-    m_source.store().setTimeZone(QTimeZone::systemTimeZone());
+    m_source.store().setTimeZone(userTimeZone());
     m_scheduler->refresh();
 }
 

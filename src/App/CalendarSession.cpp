@@ -3,6 +3,7 @@
 #include "App/AgendaJson.h"
 #include "App/CalendarStores.h"
 #include "Calendar/LoadWait.h"
+#include "Calendar/LocalDay.h"
 #include "Platform/linux/GioWorkspace.h"
 #include "Platform/linux/LinuxPlatform.h"
 #include "Platform/linux/XdgLoginItem.h"
@@ -48,7 +49,7 @@ std::unique_ptr<Clock> clockFor(const SessionOptions &options)
 } // namespace
 
 CalendarSession::CalendarSession(const SessionOptions &options)
-    : m_zone(QTimeZone::systemTimeZone()), m_clock(clockFor(options)), m_defaults(makeLinuxDefaultsStore()),
+    : m_zone(userTimeZone()), m_clock(clockFor(options)), m_defaults(makeLinuxDefaultsStore()),
       m_loginItem(std::make_unique<XdgLoginItem>(XdgLoginItem::Places::ofThisProcess())),
       m_workspace(std::make_unique<GioWorkspace>()), m_installed(*m_workspace),
       m_prefs(std::make_unique<Preferences>(*m_defaults, *m_loginItem)),

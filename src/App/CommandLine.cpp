@@ -1,5 +1,6 @@
 #include "App/CommandLine.h"
 
+#include "App/Output.h"
 #include "App/Rfc3339.h"
 
 #include <CLI/CLI.hpp>
@@ -105,9 +106,39 @@ void addAccess(CLI::App &app, AccessRequest &request)
     action("reset", "Forget the permission", AccessRequest::Action::reset);
 }
 
-std::string firstLine(const std::string &text)
+/// The command that was given last, down to the one that has the arguments in question.
+const CLI::App &innermost(const CLI::App &app)
 {
-    return text.substr(0, text.find('\n'));
+    const auto given = app.get_subcommands();
+    return given.empty() ? app : innermost(*given.back());
+}
+
+/// What may follow \a command, for a message: the commands below it, else its options.
+std::string expectedAfter(const CLI::App &command)
+{
+    std::string names;
+    const auto append = [&names](const std::string &name) { names += (names.empty() ? "" : ", ") + name; };
+    for (const CLI::App *below : command.get_subcommands({}))
+        append(below->get_name());
+    if (names.empty()) {
+        for (const CLI::Option *option : command.get_options())
+            append(option->get_name());
+    }
+    return names;
+}
+
+/// One line that names the argument and what was expected.
+std::string problem(const CLI::App &app, const CLI::ParseError &error)
+{
+    const CLI::App &command = innermost(app);
+    const auto extra = app.remaining(true);
+    if (dynamic_cast<const CLI::ExtrasError *>(&error) ||
+        (dynamic_cast<const CLI::RequiredError *>(&error) && !extra.empty()))
+        return '"' + (extra.empty() ? std::string() : extra.front()) + "\" was not expected; expected " +
+               expectedAfter(command);
+    if (dynamic_cast<const CLI::RequiredError *>(&error) && !command.get_subcommands({}).empty())
+        return command.get_name() + ": expected one of " + expectedAfter(command);
+    return error.what();
 }
 
 Request chosenRequest(const CLI::App &app, Requests &requests)
@@ -151,7 +182,7 @@ Request parseCommandLine(int argc, const char *const *argv)
     } catch (const CLI::CallForVersion &version) {
         return FinishedRequest{std::string(version.what()) + '\n', exitDone};
     } catch (const CLI::ParseError &error) {
-        return FinishedRequest{"mivora: " + firstLine(error.what()) +
+        return FinishedRequest{"mivora: " + singleLine(problem(app, error)) +
                                    " (mivora --help lists the arguments)\n",
                                exitBadArguments};
     }

@@ -6,6 +6,7 @@
 #include "App/CommandLine.h"
 #include "App/Output.h"
 #include "App/RunningInstance.h"
+#include "Calendar/LocalDay.h"
 #include "KeloHotkey/HotKeyServices.h"
 #include "Platform/linux/LinuxPlatform.h"
 
@@ -59,7 +60,7 @@ int run()
          .command = QStringLiteral("mivora join")});
     AccessMemory access;
     const QDBusConnection bus = QDBusConnection::sessionBus();
-    auto store = makeCalendarStore({.folders = {}, .now = clock.now(), .zone = QTimeZone::systemTimeZone()},
+    auto store = makeCalendarStore({.folders = {}, .now = clock.now(), .zone = userTimeZone()},
                                    *platform.defaults, access);
     AppDelegate delegate({.workspace = *platform.workspace,
                           .pasteboard = *platform.pasteboard,

@@ -4,6 +4,12 @@
 
 namespace mivora {
 
+QTimeZone userTimeZone()
+{
+    const QTimeZone zone = QTimeZone::systemTimeZone();
+    return zone.isValid() ? zone : QTimeZone::utc();
+}
+
 QDateTime localTime(Timestamp time, const QTimeZone &zone)
 {
     return QDateTime::fromSecsSinceEpoch(qint64(std::floor(secondsSinceEpoch(time))), zone);

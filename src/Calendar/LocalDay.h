@@ -9,6 +9,9 @@
 /// others.
 namespace mivora {
 
+/// The user's time zone. UTC when TZ names none, as it is to the C library.
+QTimeZone userTimeZone();
+
 /// The date and time, in whole seconds, that clocks in \a zone show at \a time.
 QDateTime localTime(Timestamp time, const QTimeZone &zone);
 

@@ -77,11 +77,7 @@ void Scheduler::markJoined(const std::string &meetingID)
 
 QTimeZone Scheduler::timeZone() const
 {
-    if (m_zone)
-        return *m_zone;
-    // A TZ variable that names no zone means UTC, as it does to the C library.
-    const QTimeZone zone = QTimeZone::systemTimeZone();
-    return zone.isValid() ? zone : QTimeZone::utc();
+    return m_zone ? *m_zone : userTimeZone();
 }
 
 Scheduler::CalendarSelection Scheduler::selectedCalendars() const

@@ -48,6 +48,7 @@ TEST(FolderDiscovery, tellsCalendarsFromAccountsAndOtherFolders)
          {{"holidays.ics", named("X-WR-CALNAME:Public holidays\r\nX-APPLE-CALENDAR-COLOR:#0A0B0CFF\r\n")},
           {"plain.ics", event}},
          {"holidays.ics|Public holidays|-|#0a0b0c", "plain.ics|plain|-|-"}},
+        {"a root with a colour", {{"plain.ics", event}, {"color", "#010203"}}, {"plain.ics|plain|-|#010203"}},
         {"hidden and temporary",
          {{".git/a.ics", event}, {"work/.a.ics", event}, {"work/a.ics.tmp", event}, {"old~/a.ics", event}},
          {}},
@@ -136,6 +137,7 @@ TEST(FolderDiscovery, knowsTheUserByTheMostCertainAddress)
         std::string displayName;
         std::string calendarLines;
         std::string expected;
+        std::string file = "work/a.ics";
     };
 
     const std::vector<Case> cases{
@@ -145,6 +147,8 @@ TEST(FolderDiscovery, knowsTheUserByTheMostCertainAddress)
         {"then a name that is an address", "", "name@example.com", "", "name@example.com"},
         {"or the calendar's own name", "", "Work", "X-WR-CALNAME:cal@example.com\r\n", "cal@example.com"},
         {"else the settings", "", "Work", "X-WR-CALNAME:Work\r\n", "me@example.com"},
+        {"a name of the file", "", "", "", "name@example.com", "name@example.com.ics"},
+        {"that of the account", "", "", "", "cal@example.com", "cal@example.com/work/a.ics"},
     };
     std::string attendees;
     for (const char *name : {"owner", "wr", "name", "cal", "me"})
@@ -154,8 +158,9 @@ TEST(FolderDiscovery, knowsTheUserByTheMostCertainAddress)
         const CalendarFolder folder;
         std::string text = eventText("Event", "20260310T090000Z", attendees);
         text.insert(text.find("BEGIN:VEVENT"), c.calendarLines);
-        folder.write("work/a.ics", text);
-        folder.write("work/displayname", c.displayName);
+        folder.write(c.file, text);
+        if (!c.displayName.empty())
+            folder.write("work/displayname", c.displayName);
         if (!c.owner.empty())
             folder.write("work/owner", c.owner);
         LoadedStore loaded({folder.path()}, {"me@example.com"});

@@ -5,6 +5,7 @@
 #include "App/Output.h"
 #include "App/RunningInstance.h"
 #include "App/commands/AgendaFollower.h"
+#include "Calendar/LocalDay.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -57,7 +58,7 @@ int show(const QJsonObject &agenda, const AgendaRequest &request)
         return exitCouldNot;
     }
     if (!request.json)
-        print(agendaTable(agenda, QTimeZone::systemTimeZone(), TableStyle::forStandardOutput()));
+        print(agendaTable(agenda, userTimeZone(), TableStyle::forStandardOutput()));
     return exitDone;
 }
 

@@ -66,6 +66,7 @@ void addJobs(FileCollection &collection, Condition isToRead, std::vector<FileJob
 bool updateCollection(FileCollection &collection, const CollectionPlan &plan)
 {
     const bool eventsDiffer = collection.calendarID != plan.calendarID || collection.title != plan.title ||
+                              collection.accountTitle != plan.accountTitle ||
                               collection.properties.owner != plan.properties.owner;
     collection.path = plan.path;
     collection.calendarID = plan.calendarID;
@@ -97,11 +98,6 @@ void keepOverlapping(FileEntry &entry, const EventWindow &window, StoreEvents &r
     entry.occurrences.erase(gone, entry.occurrences.end());
 }
 
-std::string withoutSuffix(const std::string &name)
-{
-    return name.substr(0, name.size() - 4);
-}
-
 std::string validUtf8(const std::string &text)
 {
     return QString::fromStdString(text).toStdString();
@@ -113,12 +109,17 @@ void appendFileCalendars(const FileCollection &root, std::vector<StoreCalendar> 
     for (const auto &[name, entry] : root.files)
         calendars.push_back({entry.calendar->id,
                              validUtf8(entry.calendar->name.value_or(withoutSuffix(name))), std::nullopt,
-                             entry.calendar->color});
+                             entry.calendar->color ? entry.calendar->color : root.properties.color});
     std::sort(calendars.begin() + std::ptrdiff_t(first), calendars.end(),
               [](const StoreCalendar &left, const StoreCalendar &right) { return left.id < right.id; });
 }
 
 } // namespace
+
+std::string withoutSuffix(const std::string &name)
+{
+    return name.substr(0, name.size() - 4);
+}
 
 void EventChanges::append(EventChanges other)
 {

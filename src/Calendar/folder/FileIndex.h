@@ -59,6 +59,9 @@ struct FileJob
     FileEntry *entry = nullptr;
 };
 
+/// The name of a calendar file without its ".ics".
+std::string withoutSuffix(const std::string &name);
+
 /// Occurrences that came and went.
 struct EventChanges
 {

@@ -22,15 +22,21 @@ constexpr std::int64_t largeFile = 16 << 20;
 class OwnAddresses
 {
 public:
-    OwnAddresses(const FileCollection &collection, const CalendarText &text, const LoadRequest &request)
+    OwnAddresses(const FileCollection &collection, const std::string &fileName, const CalendarText &text,
+                 const LoadRequest &request)
     {
         std::optional<std::string> owner = collection.properties.owner;
-        if (!owner)
-            owner = text.owner;
-        if (!owner && !collection.filesAreCalendars)
-            owner = addressFrom(collection.title);
-        if (!owner && text.name)
-            owner = addressFrom(*text.name);
+        const auto consider = [&owner](const std::optional<std::string> &name) {
+            if (!owner && name)
+                owner = addressFrom(*name);
+        };
+        consider(text.owner);
+        if (!collection.filesAreCalendars)
+            consider(collection.title);
+        consider(text.name);
+        if (collection.filesAreCalendars)
+            consider(withoutSuffix(fileName));
+        consider(collection.accountTitle);
         m_addresses = owner ? std::vector{*owner} : request.addresses;
     }
 
@@ -169,7 +175,7 @@ void LoadingTurn::takeOccurrences(const FileJob &job, CalendarText &text)
 {
     if (text.occurrences.empty())
         return drop(job);
-    const OwnAddresses own(*job.collection, text, m_request);
+    const OwnAddresses own(*job.collection, *job.name, text, m_request);
     StoreEvents events;
     events.reserve(text.occurrences.size());
     for (StoreEvent &occurrence : text.occurrences) {

@@ -3,6 +3,7 @@
 #include "Calendar/ical/CivilTime.h"
 #include "Calendar/ical/ContentLine.h"
 
+#include <QColor>
 #include <algorithm>
 
 namespace mivora {
@@ -18,6 +19,18 @@ std::string addressIn(std::string_view value)
     std::transform(address.begin(), address.end(), address.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? char(c | 0x20) : c; });
     return address;
+}
+
+/// COLOR holds a name of CSS 3 (RFC 7986, 5.9), though some programs write the hexadecimal form.
+std::optional<Color> colorFrom(const std::string &text)
+{
+    if (text.starts_with('#'))
+        return Color::fromHex(text);
+    const QString name = QString::fromStdString(text);
+    if (!QColor::isValidColor(name))
+        return std::nullopt;
+    const QColor named(name);
+    return Color{std::uint8_t(named.red()), std::uint8_t(named.green()), std::uint8_t(named.blue())};
 }
 
 /// What the header says, the better known of two properties first.
@@ -41,7 +54,7 @@ Header readProperties(std::string_view text)
         const std::string_view line = takeLine(text);
         for (const auto &[name, target] : properties)
             if (target->empty() && hasName(line, name))
-                *target = unescapedText(trimmed(ContentLine::parse(unfolded(line, buffer)).value));
+                *target = unescapedText(withoutBlanks(ContentLine::parse(unfolded(line, buffer)).value));
     }
     return header;
 }
@@ -56,7 +69,7 @@ void readHeader(std::string_view text, CalendarText &calendar)
         calendar.name = name;
     calendar.color = Color::fromHex(header.appleColor);
     if (!calendar.color)
-        calendar.color = Color::fromHex(header.color);
+        calendar.color = colorFrom(header.color);
     if (!header.owner.empty())
         calendar.owner = addressIn(header.owner);
 }

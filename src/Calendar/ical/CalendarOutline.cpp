@@ -167,7 +167,7 @@ private:
     std::string_view componentName(std::string_view line)
     {
         const std::string_view whole = unfolded(line, m_buffer);
-        return trimmed(whole.substr(std::min(whole.find(':'), whole.size() - 1) + 1));
+        return withoutBlanks(whole.substr(std::min(whole.find(':'), whole.size() - 1) + 1));
     }
 
     std::string_view body(std::string_view endLine) const

@@ -62,7 +62,7 @@ private:
 
     std::size_t uidHash(std::string_view line)
     {
-        const std::string_view uid = trimmed(ContentLine::parse(unfolded(line, m_buffer)).value);
+        const std::string_view uid = withoutBlanks(ContentLine::parse(unfolded(line, m_buffer)).value);
         return std::hash<std::string_view>()(uid) | 1;
     }
 

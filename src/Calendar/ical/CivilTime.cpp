@@ -74,7 +74,7 @@ bool addAmount(DurationValue &duration, long amount, char unit, bool inTime)
 
 } // namespace
 
-std::string_view trimmed(std::string_view text)
+std::string_view withoutBlanks(std::string_view text)
 {
     const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
     while (!text.empty() && isBlank(text.front()))
@@ -86,7 +86,7 @@ std::string_view trimmed(std::string_view text)
 
 std::optional<TimeValue> parseTime(std::string_view text)
 {
-    text = trimmed(text);
+    text = withoutBlanks(text);
     const bool isUtc = text.size() == 16 && (text[15] | 0x20) == 'z';
     if (text.size() != 8 && text.size() != 15 && !isUtc)
         return std::nullopt;
@@ -103,7 +103,7 @@ std::optional<TimeValue> parseTime(std::string_view text)
 
 std::optional<DurationValue> parseDuration(std::string_view text)
 {
-    text = trimmed(text);
+    text = withoutBlanks(text);
     const bool negative = text.starts_with('-');
     if (negative || text.starts_with('+'))
         text.remove_prefix(1);

@@ -38,7 +38,7 @@ std::optional<TimeValue> parseTime(std::string_view text);
 std::optional<DurationValue> parseDuration(std::string_view text);
 
 /// \a text without the blanks around it.
-std::string_view trimmed(std::string_view text);
+std::string_view withoutBlanks(std::string_view text);
 
 /// The same reading of the clock, taken as one in UTC.
 constexpr UtcTime asUtc(LocalTime local)

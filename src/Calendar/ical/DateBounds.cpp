@@ -52,7 +52,7 @@ double lengthOf(const EventOutline &event, const TimeValue &start, std::string &
 double number(std::string_view text, double fallback)
 {
     std::int64_t value = 0;
-    text = trimmed(text);
+    text = withoutBlanks(text);
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     return error == std::errc() && value > 0 ? double(value) : fallback;
 }
@@ -60,12 +60,12 @@ double number(std::string_view text, double fallback)
 /// From the first to the last occurrence, at most, of a rule whose every period has one; infinite for others.
 double countedSpan(std::string_view rule)
 {
-    const bool weekly = isName(trimmed(rulePart(rule, "FREQ")), "WEEKLY");
-    if (!weekly && !isName(trimmed(rulePart(rule, "FREQ")), "DAILY"))
+    const bool weekly = isName(withoutBlanks(rulePart(rule, "FREQ")), "WEEKLY");
+    if (!weekly && !isName(withoutBlanks(rulePart(rule, "FREQ")), "DAILY"))
         return infinity;
     for (std::string_view rest = rule; !rest.empty();) {
         const std::string_view one = rest.substr(0, rest.find(';'));
-        const std::string_view name = trimmed(one.substr(0, one.find('=')));
+        const std::string_view name = withoutBlanks(one.substr(0, one.find('=')));
         const bool isRestriction = name.size() > 2 && isName(name.substr(0, 2), "BY");
         if (isRestriction && !(weekly && isName(name, "BYDAY")))
             return infinity;

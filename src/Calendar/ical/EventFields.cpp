@@ -36,15 +36,35 @@ std::optional<std::string> textOf(icalproperty *property, const char *(*get)(con
     return text ? std::optional<std::string>(text) : std::nullopt;
 }
 
-std::optional<std::string> extension(icalcomponent *component, std::string_view name)
+/// The text of an extension's value, whose type a VALUE parameter may have changed.
+std::optional<std::string> textOfExtension(icalproperty *property)
 {
-    std::optional<std::string> found;
+    const icalvalue *value = icalproperty_get_value(property);
+    const char *text = nullptr;
+    switch (value ? icalvalue_isa(value) : ICAL_NO_VALUE) {
+    case ICAL_X_VALUE:
+        text = icalvalue_get_x(value);
+        break;
+    case ICAL_URI_VALUE:
+        text = icalvalue_get_uri(value);
+        break;
+    case ICAL_TEXT_VALUE:
+        text = icalvalue_get_text(value);
+        break;
+    default:
+        break;
+    }
+    return text ? std::optional<std::string>(text) : std::nullopt;
+}
+
+/// Calls \a visit with the text of each extension of this name.
+template<typename Visit> void forEachExtension(icalcomponent *component, std::string_view name, Visit visit)
+{
     forEachProperty(component, ICAL_X_PROPERTY, [&](icalproperty *property) {
         const char *own = icalproperty_get_x_name(property);
-        if (!found && own && isName(own, name))
-            found = textOf(property, icalproperty_get_x);
+        if (own && isName(own, name))
+            visit(textOfExtension(property));
     });
-    return found;
 }
 
 /// The names that matter in links; the rest of the markup stays as it is.
@@ -70,8 +90,12 @@ std::optional<std::string> notesOf(icalcomponent *component)
     if (auto text = textOf(icalcomponent_get_first_property(component, ICAL_DESCRIPTION_PROPERTY),
                            icalproperty_get_description))
         return text;
-    const auto html = extension(component, "X-ALT-DESC");
-    return html ? std::optional(withoutEntities(*html)) : std::nullopt;
+    std::optional<std::string> notes;
+    forEachExtension(component, "X-ALT-DESC", [&](const std::optional<std::string> &html) {
+        if (!notes && html)
+            notes = withoutEntities(*html);
+    });
+    return notes;
 }
 
 /// Whether one talks there: a chat or a phone number is no place to join by link.
@@ -99,7 +123,7 @@ std::optional<std::string> conferenceOf(icalcomponent *component)
     });
     for (const char *name :
          {"X-GOOGLE-CONFERENCE", "X-MICROSOFT-SKYPETEAMSMEETINGURL", "X-MICROSOFT-ONLINEMEETINGCONFLINK"})
-        take(extension(component, name));
+        forEachExtension(component, name, take);
     return found;
 }
 

@@ -168,22 +168,22 @@ private:
 
     void readStatus(const ContentLine &line)
     {
-        m_times.isCancelled = isName(trimmed(line.value), "CANCELLED");
+        m_times.isCancelled = isName(withoutBlanks(line.value), "CANCELLED");
     }
 
     void readSequence(const ContentLine &line)
     {
-        const std::string_view text = trimmed(line.value);
+        const std::string_view text = withoutBlanks(line.value);
         std::from_chars(text.data(), text.data() + text.size(), m_times.sequence);
     }
 
     void readUid(const ContentLine &line)
     {
         if (!std::exchange(m_sawUid, true))
-            m_times.uid = unescapedText(trimmed(line.value));
+            m_times.uid = unescapedText(withoutBlanks(line.value));
     }
 
-    void readStamp(const ContentLine &line) { m_times.stamp = trimmed(line.value); }
+    void readStamp(const ContentLine &line) { m_times.stamp = withoutBlanks(line.value); }
 
     ZoneTable &m_zones;
     ProblemList &m_problems;

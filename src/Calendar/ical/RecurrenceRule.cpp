@@ -91,8 +91,8 @@ bool fillNumber(std::optional<std::int64_t> &number, std::string_view text)
 bool fillLimits(RecurrenceRule &rule, std::string_view text)
 {
     std::optional<std::int64_t> interval;
-    if (!fillNumber(interval, trimmed(rulePart(text, "INTERVAL"))) ||
-        !fillNumber(rule.count, trimmed(rulePart(text, "COUNT"))))
+    if (!fillNumber(interval, withoutBlanks(rulePart(text, "INTERVAL"))) ||
+        !fillNumber(rule.count, withoutBlanks(rulePart(text, "COUNT"))))
         return false;
     rule.interval = interval.value_or(1);
     const std::string_view until = rulePart(text, "UNTIL");
@@ -108,7 +108,7 @@ std::string_view rulePart(std::string_view text, std::string_view name)
     while (!text.empty()) {
         const std::string_view one = text.substr(0, text.find(';'));
         const std::size_t equals = one.find('=');
-        if (equals != one.npos && isName(trimmed(one.substr(0, equals)), name))
+        if (equals != one.npos && isName(withoutBlanks(one.substr(0, equals)), name))
             found = one.substr(equals + 1);
         text.remove_prefix(std::min(one.size() + 1, text.size()));
     }
@@ -117,7 +117,7 @@ std::string_view rulePart(std::string_view text, std::string_view name)
 
 std::optional<RecurrenceRule> RecurrenceRule::parse(std::string_view text)
 {
-    text = trimmed(text);
+    text = withoutBlanks(text);
     if (text.size() > longestRule || text.find('\0') != text.npos)
         return std::nullopt;
     icalrecurrencetype read = icalrecurrencetype_from_string(std::string(text).c_str());

@@ -26,7 +26,7 @@ struct Observance
 /// Reads "+0130" or "-013015".
 std::optional<seconds> parseOffset(std::string_view text)
 {
-    text = trimmed(text);
+    text = withoutBlanks(text);
     if ((text.size() != 5 && text.size() != 7) || (text[0] != '+' && text[0] != '-'))
         return std::nullopt;
     int parts[3] = {};
@@ -110,7 +110,7 @@ std::string zoneProperty(std::string_view definition, std::string_view name)
     while (!definition.empty()) {
         const std::string_view line = takeLine(definition);
         if (hasName(line, name))
-            return std::string(trimmed(ContentLine::parse(unfolded(line, buffer)).value));
+            return std::string(withoutBlanks(ContentLine::parse(unfolded(line, buffer)).value));
         if (hasName(line, "BEGIN"))
             break;
     }

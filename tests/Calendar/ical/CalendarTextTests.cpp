@@ -63,6 +63,9 @@ TEST(CalendarText, theUrlIsTheConferenceLinkWhereThereIsNone)
         {"X-MICROSOFT-SKYPETEAMSMEETINGURL:https://m.test/l/a?c=%7b%22T%22%3a1%7d\n",
          "https://m.test/l/a?c=%7b%22T%22%3a1%7d"},
         {"X-MICROSOFT-ONLINEMEETINGCONFLINK:conf:sip:a@b.test\n", std::nullopt},
+        {"X-GOOGLE-CONFERENCE;VALUE=URI:https://g.test/b\n", "https://g.test/b"},
+        {"X-GOOGLE-CONFERENCE;VALUE=TEXT:https://g.test/b\\,c\n", "https://g.test/b,c"},
+        {"X-GOOGLE-CONFERENCE:tel:+1\nX-GOOGLE-CONFERENCE:https://g.test/d\n", "https://g.test/d"},
         {"X-MICROSOFT-ONLINEMEETINGCONFLINK:https://m.test/o\n", "https://m.test/o"},
     };
     for (const auto &[lines, url] : cases)
@@ -105,6 +108,28 @@ TEST(CalendarText, theHeaderDescribesTheCalendar)
     EXPECT_EQ(bare.name, std::nullopt);
     EXPECT_EQ(bare.color, std::nullopt);
     EXPECT_EQ(bare.owner, std::nullopt);
+}
+
+TEST(CalendarText, theColourIsANameOrANumber)
+{
+    const std::pair<const char *, std::optional<Color>> cases[] = {
+        {"COLOR:turquoise", Color{64, 224, 208}},
+        {"COLOR:DarkSlateGrey", Color{47, 79, 79}},
+        {"COLOR:#0a0b0c", Color{10, 11, 12}},
+        {"COLOR:no colour", std::nullopt},
+        {"COLOR:red\r\nX-APPLE-CALENDAR-COLOR:#0000FFFF", Color{0, 0, 255}},
+        {"COLOR:red\r\nX-APPLE-CALENDAR-COLOR:none", Color{255, 0, 0}},
+    };
+    for (const auto &[lines, color] : cases) {
+        const std::string text = std::string("BEGIN:VCALENDAR\r\n") + lines + "\r\nEND:VCALENDAR\r\n";
+        EXPECT_EQ(readCalendarText(text, june()).color, color) << lines;
+    }
+}
+
+TEST(CalendarText, aLongLineTakesTimeInProportion)
+{
+    // Quadratic time would be minutes here.
+    EXPECT_EQ(onlyEvent("DESCRIPTION:" + std::string(40'000'000, 'x') + "\nLOCATION:here").location, "here");
 }
 
 TEST(CalendarText, whatIsBrokenCostsItselfAlone)
