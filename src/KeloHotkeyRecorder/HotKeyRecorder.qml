@@ -61,11 +61,24 @@ Row {
             gesturePolicy: TapHandler.ReleaseWithinBounds
             onTapped: root.recorder.toggle()
         }
-        // On release: the press must be over when recording begins.
+        // On release: the press must be over when recording begins. The release of a recorded key comes here
+        // without its press and begins nothing.
+        property bool keyDown: false
+
+        function isTrigger(event) {
+            return event.key === Qt.Key_Space || event.key === Qt.Key_Return
+        }
+        onActiveFocusChanged: keyDown = false
+        Keys.onPressed: event => {
+            event.accepted = isTrigger(event)
+            keyDown = keyDown || event.accepted
+        }
         Keys.onReleased: event => {
-            event.accepted = event.key === Qt.Key_Space || event.key === Qt.Key_Return
-            if (event.accepted && !event.isAutoRepeat && !root.recorder.recording)
-                root.recorder.toggle()
+            event.accepted = isTrigger(event) && keyDown
+            if (!event.accepted || event.isAutoRepeat)
+                return
+            keyDown = false
+            root.recorder.toggle()
         }
     }
 
@@ -103,6 +116,10 @@ Row {
             gesturePolicy: TapHandler.ReleaseWithinBounds
             onTapped: root.recorder.reset()
         }
-        Keys.onSpacePressed: root.recorder.reset()
+        Keys.onSpacePressed: {
+            // The button goes away, and would take the keyboard's place on the page with it.
+            button.forceActiveFocus()
+            root.recorder.reset()
+        }
     }
 }

@@ -1,14 +1,12 @@
 #include "Settings/CalendarsPageModel.h"
 
 #include "Calendar/EventSource.h"
+#include "Platform/SystemLinks.h"
 #include "Preferences/Preferences.h"
 
 namespace mivora {
 
 namespace {
-
-constexpr QLatin1String
-    calendarPrivacy("x-apple.systempreferences:com.apple.preference.security?Privacy_Calendars");
 
 template<typename T> std::set<T> with(std::set<T> set, const T &value, bool isIn)
 {
@@ -55,7 +53,7 @@ void CalendarsPageModel::setCalendarOn(int row, bool isOn)
 void CalendarsPageModel::openSystemSettings() const
 {
     if (m_actions.openSystemSettings)
-        m_actions.openSystemSettings(calendarPrivacy);
+        m_actions.openSystemSettings(QLatin1String(calendarPrivacyLink));
 }
 
 bool CalendarsPageModel::isInBrowser(Service service) const

@@ -5,11 +5,13 @@
 
 #include <QFile>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QScreen>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QWindow>
 #include <gtest/gtest.h>
+#include <linux/input-event-codes.h>
 #include <optional>
 
 namespace mivora {
@@ -40,6 +42,14 @@ public:
 private:
     SettingsUnderTest &m_test;
 };
+
+// With Control, and with the code of the real key, which recording goes by.
+void sendSpace(QWindow &window, QEvent::Type type)
+{
+    constexpr quint32 scanCode = KEY_SPACE + 8;
+    QKeyEvent event(type, Qt::Key_Space, Qt::ControlModifier, scanCode, 0, 0);
+    QCoreApplication::sendEvent(&window, &event);
+}
 
 std::vector<CalendarInfo> manyCalendars()
 {
@@ -227,6 +237,32 @@ TEST(GeneralPage, recordsAShortcutAndKeepsItsKeysFromTheWindow)
     EXPECT_EQ(text(), QStringLiteral("⇧⌘J"));
     ASSERT_TRUE(view.click(QAccessible::PushButton, recorder));
     test.window().close();
+    EXPECT_FALSE(test.service.isSuspended());
+}
+
+TEST(GeneralPage, recordsWithTheKeyboardAlone)
+{
+    SettingsUnderTest test;
+    test.prefs.setJoinHotKey(kelo::HotKeyCombo{9, kelo::controlKey});
+    OpenSettings settings(test);
+    const AccessibleView view = settings.view();
+    const auto reach = [&](const QString &name) {
+        for (int i = 0; i < 20 && view.focused() != name; ++i)
+            view.type(Qt::Key_Tab);
+        return view.focused() == name;
+    };
+    ASSERT_TRUE(reach(QStringLiteral("Shortcut")));
+    view.type(Qt::Key_Space);
+    ASSERT_TRUE(test.service.isSuspended()) << "it records";
+    sendSpace(test.window(), QEvent::KeyPress);
+    sendSpace(test.window(), QEvent::KeyRelease);
+    EXPECT_EQ(test.prefs.joinHotKey(), (kelo::HotKeyCombo{49, kelo::controlKey}));
+    EXPECT_FALSE(test.service.isSuspended()) << "the release doesn't begin anew";
+
+    ASSERT_TRUE(reach(QStringLiteral("Reset to ⇧⌘J")));
+    view.type(Qt::Key_Space);
+    EXPECT_EQ(test.prefs.joinHotKey(), GeneralPageModel::defaultCombo);
+    EXPECT_EQ(view.focused(), QStringLiteral("Shortcut")) << "the button that had the keyboard is gone";
     EXPECT_FALSE(test.service.isSuspended());
 }
 
