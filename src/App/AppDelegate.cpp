@@ -3,6 +3,7 @@
 #include "App/AgendaJson.h"
 #include "App/ConflictAlert.h"
 #include "App/HotKeyRegistration.h"
+#include "App/MakeUpdater.h"
 #include "App/StatusMenuBuilder.h"
 #include "Calendar/LocalDay.h"
 #include "KeloHotkey/HotKeyService.h"
@@ -27,7 +28,8 @@ const QString applicationName = QStringLiteral("Mivora");
 AppDelegate::AppDelegate(AppParts parts, QObject *parent)
     : QObject(parent), m_parts(std::move(parts)), m_prefs(m_parts.defaults, m_parts.loginItem),
       m_source(std::move(m_parts.store)), m_installed(m_parts.workspace), m_appearance(m_parts.bus),
-      m_views(m_appearance), m_toast(m_views, m_parts.bus)
+      m_views(m_appearance), m_updater(makeUpdater(m_views, m_parts.workspace, m_parts.bus)),
+      m_toast(m_views, m_parts.bus)
 {
 }
 
@@ -157,7 +159,9 @@ void AppDelegate::performMenuCommand(MenuCommand command)
     switch (command) {
     case MenuCommand::none:
     case MenuCommand::joinMeeting:
+        break;
     case MenuCommand::checkForUpdates:
+        m_updater->checkForUpdates();
         break;
     case MenuCommand::allowCalendarAccess:
         m_onboarding->show(FirstRunStep::calendar);
@@ -241,7 +245,8 @@ AgendaContext AppDelegate::agendaContext() const
             .installed = m_installed,
             .now = m_parts.clock.now(),
             .zone = m_scheduler->timeZone(),
-            .joinHotKey = combo ? std::optional(combo->displayString()) : std::nullopt};
+            .joinHotKey = combo ? std::optional(combo->displayString()) : std::nullopt,
+            .canCheckForUpdates = m_updater->canCheckForUpdates()};
 }
 
 } // namespace mivora

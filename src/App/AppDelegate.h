@@ -22,7 +22,8 @@
 
 namespace kelo {
 class HotKeyService;
-}
+class Updater;
+} // namespace kelo
 
 namespace mivora {
 
@@ -107,6 +108,7 @@ private:
     WorkspaceInstalledApps m_installed;
     kelo::Appearance m_appearance;
     kelo::ViewLoader m_views;
+    std::unique_ptr<kelo::Updater> m_updater;
     kelo::ToastController m_toast;
     kelo::MainMenu m_mainMenu;
     std::unique_ptr<Scheduler> m_scheduler;

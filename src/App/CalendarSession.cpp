@@ -2,6 +2,7 @@
 
 #include "App/AgendaJson.h"
 #include "App/CalendarStores.h"
+#include "App/MakeUpdater.h"
 #include "Calendar/LoadWait.h"
 #include "Calendar/LocalDay.h"
 #include "Platform/linux/GioWorkspace.h"
@@ -78,7 +79,8 @@ QJsonObject CalendarSession::agenda() const
                        .installed = m_installed,
                        .now = m_clock->now(),
                        .zone = m_zone,
-                       .joinHotKey = combo ? std::optional(combo->displayString()) : std::nullopt});
+                       .joinHotKey = combo ? std::optional(combo->displayString()) : std::nullopt,
+                       .canCheckForUpdates = canCheckForUpdates()});
 }
 
 } // namespace mivora

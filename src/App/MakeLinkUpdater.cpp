@@ -12,4 +12,9 @@ std::unique_ptr<kelo::Updater> makeUpdater(kelo::ViewLoader &, Workspace &worksp
         [&workspace](const QString &url) { workspace.open(url, [](bool) {}); });
 }
 
+bool canCheckForUpdates()
+{
+    return false;
+}
+
 } // namespace mivora

@@ -15,4 +15,9 @@ std::unique_ptr<kelo::Updater> makeUpdater(kelo::ViewLoader &views, Workspace &,
         kelo::makeUpdaterHost(views, sessionBus, program));
 }
 
+bool canCheckForUpdates()
+{
+    return true;
+}
+
 } // namespace mivora

@@ -18,4 +18,7 @@ class Workspace;
 std::unique_ptr<kelo::Updater> makeUpdater(kelo::ViewLoader &views, Workspace &workspace,
                                            const QDBusConnection &sessionBus);
 
+/// Whether that updater can check inside the program, for commands, which make none.
+bool canCheckForUpdates();
+
 } // namespace mivora
