@@ -5,11 +5,15 @@
 #include "App/HotKeyRegistration.h"
 #include "App/StatusMenuBuilder.h"
 #include "KeloHotkey/HotKeyService.h"
+#include "Onboarding/OnboardingFlow.h"
 #include "Platform/SystemEvents.h"
 #include "Platform/SystemLinks.h"
+#include "Settings/SettingsWindowController.h"
+#include "StatusBar/ShortTime.h"
 
 #include <QCoreApplication>
 #include <QJsonDocument>
+#include <QLocale>
 
 namespace mivora {
 
@@ -32,19 +36,21 @@ void AppDelegate::launch()
 {
     m_mainMenu = kelo::MainMenu::build(applicationName);
     m_scheduler = std::make_unique<Scheduler>(m_source, m_prefs, m_parts.clock);
-    m_source.setOnChange([this] { m_scheduler->refresh(); });
+    m_source.setOnChange([this] { calendarsChanged(); });
     m_scheduler->onPanelChange = [this](const auto &meeting) { panelRequestChanged(meeting); };
     m_commands = std::make_unique<MeetingCommands>(*m_scheduler, m_prefs, m_installed, m_parts.workspace,
                                                    m_parts.pasteboard);
     connect(m_commands.get(), &MeetingCommands::linkCopied, &m_toast, &kelo::ToastController::show);
     makePanel();
     makeStatus();
+    makeOnboarding();
     m_scheduler->onRefresh = [this] { showRefreshed(); };
     installObservers();
     m_hotKey->registerHotKey();
     m_scheduler->refresh();
     connect(&m_tick, &QTimer::timeout, m_scheduler.get(), &Scheduler::refresh);
     m_tick.start(tickMilliseconds);
+    m_onboarding->showAtLaunch();
 }
 
 void AppDelegate::makePanel()
@@ -68,6 +74,13 @@ void AppDelegate::makeStatus()
     connect(m_hotKey.get(), &HotKeyRegistration::conflict, m_alert.get(), &ConflictAlert::show);
 }
 
+void AppDelegate::makeOnboarding()
+{
+    m_onboarding = std::make_unique<OnboardingFlow>(
+        m_views, m_prefs, m_source, *m_scheduler, [this](const QString &link) { openSystemSettings(link); },
+        [this](Timestamp time) { return shortTime(time, m_scheduler->timeZone(), QLocale::system()); });
+}
+
 void AppDelegate::installObservers()
 {
     const auto refreshOn = [this](auto signal) {
@@ -82,6 +95,30 @@ void AppDelegate::installObservers()
          {&Preferences::showTitleChanged, &Preferences::titleWidthChanged, &Preferences::leadMinutesChanged,
           &Preferences::remindWithoutLinkChanged, &Preferences::disabledCalendarIDsChanged})
         connect(&m_prefs, signal, m_scheduler.get(), &Scheduler::refresh, Qt::QueuedConnection);
+}
+
+void AppDelegate::calendarsChanged()
+{
+    m_scheduler->refresh();
+    if (m_settingsWindow)
+        m_settingsWindow->calendarsChanged();
+}
+
+bool AppDelegate::openSettings(std::optional<SettingsPage> page)
+{
+    if (!m_settingsWindow) {
+        const SettingsActions actions{
+            .refresh = [this] { m_scheduler->refresh(); },
+            .openSystemSettings = [this](const QString &link) { openSystemSettings(link); }};
+        m_settingsWindow =
+            std::make_unique<SettingsWindowController>(m_prefs, m_source, m_parts.hotKeys, m_views, actions);
+    }
+    return m_settingsWindow->show(page);
+}
+
+void AppDelegate::openSystemSettings(const QString &link)
+{
+    m_parts.workspace.open(link, [](bool) {});
 }
 
 void AppDelegate::timeZoneChanged()
@@ -122,14 +159,16 @@ void AppDelegate::performMenuCommand(MenuCommand command)
     case MenuCommand::checkForUpdates:
         break;
     case MenuCommand::allowCalendarAccess:
-        m_source.requestAccess([this](bool) { m_scheduler->refresh(); });
+        m_onboarding->show(FirstRunStep::calendar);
         break;
     case MenuCommand::openCalendarPrivacy:
-        m_parts.workspace.open(QLatin1String(calendarPrivacyLink), [](bool) {});
+        openSystemSettings(QLatin1String(calendarPrivacyLink));
         break;
     case MenuCommand::openCalendarSettings:
+        openSettings(SettingsPage::calendars);
         break;
     case MenuCommand::openSettings:
+        openSettings(std::nullopt);
         break;
     case MenuCommand::joinNextMeeting:
         m_commands->joinNext();
@@ -143,11 +182,13 @@ void AppDelegate::performMenuCommand(MenuCommand command)
     }
 }
 
-void AppDelegate::reopen() {}
+void AppDelegate::reopen()
+{
+    openSettings(std::nullopt);
+}
 
 std::optional<QString> AppDelegate::perform(const QString &action, const QString &argument)
 {
-    Q_UNUSED(argument)
     if (action == QLatin1String("join"))
         return m_commands->joinNext() ? std::nullopt : std::optional(tr("there is no meeting to join now"));
     if (action == QLatin1String("copy"))
@@ -157,12 +198,22 @@ std::optional<QString> AppDelegate::perform(const QString &action, const QString
         return performOnPanel(&Scheduler::snooze);
     if (action == QLatin1String("dismiss"))
         return performOnPanel(&Scheduler::dismiss);
+    if (action == QLatin1String("settings"))
+        return performSettings(argument);
     if (action == QLatin1String("quit")) {
         // After the answer is on its way.
         QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
         return std::nullopt;
     }
     return tr("Mivora knows no action \"%1\"").arg(action);
+}
+
+std::optional<QString> AppDelegate::performSettings(const QString &page)
+{
+    const auto chosen = settingsPageFromRawValue(page);
+    if (!page.isEmpty() && !chosen)
+        return tr("the settings have no page \"%1\"").arg(page);
+    return openSettings(chosen) ? std::nullopt : std::optional(tr("the settings can't be shown"));
 }
 
 std::optional<QString> AppDelegate::performOnPanel(void (Scheduler::*decision)(const std::string &))

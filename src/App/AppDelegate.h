@@ -11,6 +11,7 @@
 #include "Preferences/Preferences.h"
 #include "Scheduling/Clock.h"
 #include "Scheduling/Scheduler.h"
+#include "Settings/SettingsPage.h"
 #include "StatusBar/StatusController.h"
 #include "StatusBar/StatusMenu.h"
 
@@ -28,6 +29,8 @@ namespace mivora {
 class ApplicationService;
 class ConflictAlert;
 class HotKeyRegistration;
+class OnboardingFlow;
+class SettingsWindowController;
 class SystemEvents;
 struct AgendaContext;
 
@@ -68,7 +71,7 @@ public:
 
     JoinPanelController &panel() { return *m_panel; }
 
-    /// The program was started once more while it runs.
+    /// The program was started once more while it runs: brings up the settings, on the page last shown.
     void reopen();
 
     /// Has the command line's verb \a action done. Nothing when it was done, else why not, in one line.
@@ -84,12 +87,17 @@ Q_SIGNALS:
 private:
     void makePanel();
     void makeStatus();
+    void makeOnboarding();
     void installObservers();
+    void calendarsChanged();
+    bool openSettings(std::optional<SettingsPage> page);
+    void openSystemSettings(const QString &link);
     void buildMenu(kelo::Menu &menu);
     void performMenuCommand(MenuCommand command);
     void panelRequestChanged(const std::optional<Meeting> &meeting);
     void showRefreshed();
     void timeZoneChanged();
+    std::optional<QString> performSettings(const QString &page);
     std::optional<QString> performOnPanel(void (Scheduler::*decision)(const std::string &));
     AgendaContext agendaContext() const;
 
@@ -108,6 +116,8 @@ private:
     QTimer m_tick;
     std::unique_ptr<HotKeyRegistration> m_hotKey;
     std::unique_ptr<ConflictAlert> m_alert;
+    std::unique_ptr<SettingsWindowController> m_settingsWindow;
+    std::unique_ptr<OnboardingFlow> m_onboarding;
 };
 
 } // namespace mivora

@@ -85,7 +85,6 @@ int runApplication(int &argc, char **argv)
         return exitCouldNot;
     }
     QGuiApplication::setApplicationName(QStringLiteral("mivora"));
-    QGuiApplication::setApplicationDisplayName(QStringLiteral("Mivora"));
     QGuiApplication::setDesktopFileName(QStringLiteral("app.kelo.Mivora"));
     // The name first: a second start ends before it has made anything.
     QGuiApplication application(argc, argv);

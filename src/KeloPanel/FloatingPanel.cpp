@@ -4,7 +4,7 @@
 #include "KeloTheme/Compositing.h"
 #include "KeloTheme/ViewLoader.h"
 
-#include <QGuiApplication>
+#include <QAccessible>
 #include <QKeyEvent>
 
 namespace kelo {
@@ -87,8 +87,10 @@ bool FloatingPanel::orderFront(Keyboard keyboard)
     measure();
     if (!prepareWindow())
         return false;
-    if (!isVisible())
+    if (!isVisible()) {
         m_backend->orderFront(*m_window, m_origin, m_surface.frame());
+        announce();
+    }
     if (keyboard == Keyboard::take)
         m_backend->takeKeyboard(*m_window);
     return true;
@@ -116,6 +118,20 @@ bool FloatingPanel::prepareWindow()
     });
     m_backend->dress(*m_window);
     return true;
+}
+
+// Screen readers speak what appears with the role of an alert. The view names the item that stands for all of
+// it.
+void FloatingPanel::announce()
+{
+    if (!QAccessible::isActive())
+        return;
+    if (QObject *item = m_window->findChild<QObject *>(QStringLiteral("announcement"))) {
+        for (const QAccessible::Event type : {QAccessible::ObjectShow, QAccessible::Alert}) {
+            QAccessibleEvent event(item, type);
+            QAccessible::updateAccessibility(&event);
+        }
+    }
 }
 
 // The desktop may have begun or ceased to composite since the last showing; a visible panel stays as it is.

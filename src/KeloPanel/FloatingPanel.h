@@ -81,6 +81,7 @@ private:
 
     bool orderFront(Keyboard keyboard);
     bool prepareWindow();
+    void announce();
     void measure();
 
     ViewLoader &m_views;

@@ -8,7 +8,7 @@ double PanelSurface::opacity() const
 {
     if (!isLiquid())
         return 1;
-    return m_isBlurred ? 0.75 : 0.96;
+    return m_isBlurred ? 0.75 : 0.98;
 }
 
 void PanelSurface::setFrame(const FloatingFrame &frame, bool isBlurred)

@@ -28,6 +28,13 @@ Item {
         border { left: cap; top: cap; right: cap; bottom: cap }
     }
 
+    // The window's hard edge is the shape's: what it leaves outside of the smooth one has the colour of the hairline.
+    Rectangle {
+        anchors.fill: card
+        visible: !root.surface.isLiquid
+        color: Qt.tint(Appearance.colors.panel, Appearance.colors.panelBorder)
+    }
+
     Rectangle {
         id: card
 
@@ -35,7 +42,7 @@ Item {
 
         anchors.fill: parent
         anchors.margins: root.surface.margin
-        radius: root.surface.isLiquid ? root.surface.cornerRadius : 0
+        radius: root.surface.cornerRadius
         color: Qt.rgba(fill.r, fill.g, fill.b, root.surface.opacity)
     }
 

@@ -5,6 +5,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
+#include <QDBusVariant>
 #include <array>
 #include <cmath>
 
@@ -77,7 +78,7 @@ void readSetting(const QString &group, const QString &key, const QVariant &value
 PortalSettings::PortalSettings(const QDBusConnection &bus, QObject *parent) : QObject(parent), m_bus(bus)
 {
     m_bus.connect(service, path, interface, QStringLiteral("SettingChanged"), this,
-                  SLOT(readOne(QString, QString, QDBusVariant)));
+                  SLOT(readOne(QDBusMessage)));
     auto *watcher = new QDBusServiceWatcher(service, m_bus, QDBusServiceWatcher::WatchForRegistration, this);
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &PortalSettings::readAll);
     readAll();
@@ -111,10 +112,14 @@ void PortalSettings::finishReading(QDBusPendingCallWatcher *call)
     change(looks);
 }
 
-void PortalSettings::readOne(const QString &group, const QString &key, const QDBusVariant &value)
+void PortalSettings::readOne(const QDBusMessage &signal)
 {
+    if (signal.signature() != QLatin1String("ssv"))
+        return;
+    const QVariantList arguments = signal.arguments();
     DesktopLooks looks = m_looks;
-    readSetting(group, key, value.variant(), looks);
+    readSetting(arguments[0].toString(), arguments[1].toString(),
+                arguments[2].value<QDBusVariant>().variant(), looks);
     change(looks);
 }
 

@@ -2,10 +2,10 @@
 
 #include <QColor>
 #include <QDBusConnection>
-#include <QDBusVariant>
 #include <QObject>
 #include <optional>
 
+class QDBusMessage;
 class QDBusPendingCallWatcher;
 
 namespace kelo {
@@ -37,7 +37,8 @@ Q_SIGNALS:
     void looksChanged();
 
 private Q_SLOTS:
-    void readOne(const QString &group, const QString &key, const QDBusVariant &value);
+    // Takes the message as it is: QtDBus knows the type of its last argument only after the first message.
+    void readOne(const QDBusMessage &signal);
 
 private:
     void readAll();

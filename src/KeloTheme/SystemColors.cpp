@@ -43,7 +43,7 @@ SystemColors light()
     colors.controlHovered = black(0.1);
     colors.controlPressed = black(0.16);
     colors.controlBorder = black(0.04);
-    colors.orange = QColor(0xbf5200);
+    colors.orange = QColor(0xb84d00);
     colors.red = QColor(0xd7263d);
     colors.green = QColor(0x1f8f45);
     colors.panel = QColor(0xf8f8fa);
@@ -79,6 +79,19 @@ SystemColors dark()
     return colors;
 }
 
+// 4.5 is what WCAG 2.1 asks of text (1.4.3); the steps lead to black or white at the latest.
+QColor legible(const QColor &color, const QColor &background)
+{
+    constexpr int steps = 40;
+    const float change = (luminance(background) < 0.18 ? 1.0F : -1.0F) / steps;
+    QColor result = color.toHsl();
+    for (int i = 0; i < steps && contrast(result.toRgb(), background) < 4.5; ++i) {
+        const float lightness = std::clamp(result.lightnessF() + change, 0.0F, 1.0F);
+        result.setHslF(result.hslHueF(), result.hslSaturationF(), lightness);
+    }
+    return result.toRgb();
+}
+
 } // namespace
 
 double contrast(const QColor &one, const QColor &other)
@@ -95,6 +108,7 @@ SystemColors SystemColors::of(ColorScheme scheme, const QColor &accent)
     colors.accentLabel = contrast(colors.accent, Qt::white) >= 3 ? QColor(Qt::white) : QColor(0x1c1c1e);
     colors.accentHovered = colors.accent.lighter(scheme == ColorScheme::dark ? 112 : 108);
     colors.accentPressed = colors.accent.darker(118);
+    colors.link = legible(colors.accent, colors.windowBackground);
     colors.focusRing = colors.accent;
     colors.focusRing.setAlphaF(0.6F);
     return colors;

@@ -26,6 +26,7 @@ struct SystemColors
     Q_PROPERTY(QColor accentHovered MEMBER accentHovered)
     Q_PROPERTY(QColor accentPressed MEMBER accentPressed)
     Q_PROPERTY(QColor accentLabel MEMBER accentLabel)
+    Q_PROPERTY(QColor link MEMBER link)
     Q_PROPERTY(QColor focusRing MEMBER focusRing)
     Q_PROPERTY(QColor orange MEMBER orange)
     Q_PROPERTY(QColor red MEMBER red)
@@ -56,6 +57,8 @@ public:
     QColor accentHovered;
     QColor accentPressed;
     QColor accentLabel;
+    /// The accent as the colour of text on a window, lighter or darker as legibility wants.
+    QColor link;
     QColor focusRing;
     QColor orange;
     QColor red;

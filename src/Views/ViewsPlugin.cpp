@@ -4,6 +4,7 @@
 #include "Views/SymbolImages.h"
 #include "Views/ViewWindow.h"
 
+#include <QCoreApplication>
 #include <QJSEngine>
 #include <algorithm>
 #include <malloc.h>
@@ -49,6 +50,8 @@ void ViewsPlugin::releaseUnused()
     if (isUsed)
         return;
     m_windows.clear();
+    // Rows of lists are deleted by an event, and animations in them run on until then.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     m_engine.reset();
     // The engine's memory is scattered over the heap: without this the system doesn't get it back.
     malloc_trim(0);

@@ -144,7 +144,8 @@ int main(int argc, char **argv)
     QGuiApplication app(argc, argv);
     Wallpaper wallpaper;
     wallpaper.setFlags(Qt::BypassWindowManagerHint | Qt::WindowStaysOnBottomHint);
-    wallpaper.setGeometry(app.primaryScreen()->geometry());
+    // Compositors step aside for a window that covers all of the screen.
+    wallpaper.setGeometry(app.primaryScreen()->geometry().adjusted(0, 0, 0, -1));
     wallpaper.show();
     wallpaper.lower();
     wait(300);

@@ -100,7 +100,7 @@ bool X11PanelBackend::eventFilter(QObject *watched, QEvent *event)
     auto &window = static_cast<QWindow &>(*watched);
     if (event->type() == QEvent::MouseButtonPress)
         takeKeyboard(window);
-    else if (event->type() == QEvent::Enter && m_isXWayland)
+    else if (event->type() == QEvent::MouseMove && m_isXWayland && m_type == WindowType::notification)
         setType(window, WindowType::normal);
     else if (event->type() == QEvent::Leave && m_isXWayland)
         pointerLeft(window);
@@ -109,6 +109,7 @@ bool X11PanelBackend::eventFilter(QObject *watched, QEvent *event)
 
 void X11PanelBackend::setType(const QWindow &window, WindowType type)
 {
+    m_type = type;
     m_x11.setAtoms(
         idOf(window), "_NET_WM_WINDOW_TYPE",
         {type == WindowType::normal ? "_NET_WM_WINDOW_TYPE_NORMAL" : "_NET_WM_WINDOW_TYPE_NOTIFICATION"});
@@ -133,6 +134,8 @@ void X11PanelBackend::shape(QWindow &window, const FloatingFrame &frame)
 }
 
 // The compositor still counts the window as the one with the keyboard; only unmapping makes it look again.
+// Mapping brings an Enter of a pointer that the X server doesn't know to be gone: that's why moves are waited
+// for.
 void X11PanelBackend::pointerLeft(QWindow &window)
 {
     setType(window, WindowType::notification);

@@ -11,7 +11,7 @@ namespace kelo {
 /// by itself when it is clicked, and gives it back.
 ///
 /// Under XWayland the compositor decides about the keyboard, by the type of the window: notifications never
-/// get it. So the window is an ordinary one while the pointer is on it, and a notification all other time.
+/// get it. So the window is an ordinary one while the pointer moves on it, and a notification all other time.
 class X11PanelBackend final : public QObject, public PanelBackend
 {
     Q_OBJECT
@@ -37,6 +37,7 @@ private:
 
     X11Connection m_x11;
     bool m_isXWayland = false;
+    WindowType m_type = WindowType::notification;
     bool m_hasGrab = false;
     xcb_window_t m_previousFocus = XCB_WINDOW_NONE;
 };

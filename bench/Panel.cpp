@@ -1,0 +1,116 @@
+// From the request for a panel to its first frame on the screen, on a display of its own with the software
+// renderer; and the memory that is in use when a panel was shown once and hidden again.
+
+#include "KeloPanel/backends/X11Connection.h"
+#include "desktop/PanelUnderTest.h"
+#include "support/MeetingFactory.h"
+#include "support/PrivateDisplay.h"
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFile>
+#include <QGuiApplication>
+#include <QProcess>
+#include <benchmark/benchmark.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace mivora;
+
+const Timestamp now = at("2026-03-10T08:59:00Z");
+PanelUnderTest *test = nullptr;
+
+double residentMegabytes()
+{
+    QFile statm(QStringLiteral("/proc/self/statm"));
+    if (!statm.open(QFile::ReadOnly))
+        return 0;
+    return double(statm.readAll().split(' ').value(1).toLong()) * double(sysconf(_SC_PAGESIZE)) /
+           (1024.0 * 1024);
+}
+
+// In seconds. The panel is drawn when its frame was handed over and the X server has answered after that.
+double showPanel(const Meeting &meeting)
+{
+    QElapsedTimer timer;
+    timer.start();
+    test->panel.show(meeting, now);
+    QEventLoop loop;
+    QObject::connect(test->window(), SIGNAL(frameSwapped()), &loop, SLOT(quit()));
+    loop.exec();
+    kelo::X11Connection().inputFocus();
+    return double(timer.nsecsElapsed()) / 1e9;
+}
+
+void hidePanel()
+{
+    test->panel.hide();
+    QCoreApplication::processEvents();
+    kelo::X11Connection().inputFocus();
+}
+
+// With the loading of the views' plug-in and the making of the view.
+void firstPanel(benchmark::State &state)
+{
+    for (auto _ : state)
+        state.SetIterationTime(showPanel(withLink(makeMeeting("Design review", now + Seconds(60)))));
+    hidePanel();
+}
+
+// Each with another title, as it is from meeting to meeting.
+void laterPanel(benchmark::State &state)
+{
+    int number = 0;
+    for (auto _ : state) {
+        state.SetIterationTime(
+            showPanel(withLink(makeMeeting("Meeting " + std::to_string(++number), now + Seconds(60)))));
+        hidePanel();
+    }
+}
+
+// After the view was given back for being long unused.
+void panelMadeAnew(benchmark::State &state)
+{
+    for (auto _ : state) {
+        test->panel.controller().panel().releaseView();
+        state.SetIterationTime(showPanel(withLink(makeMeeting("Design review", now + Seconds(60)))));
+        hidePanel();
+    }
+}
+
+void memoryAfterOnePanel(benchmark::State &state)
+{
+    QProcess bare;
+    bare.start(QCoreApplication::applicationDirPath() + QStringLiteral("/bare-qml-window"), {});
+    bare.waitForFinished();
+    const double bareMegabytes = bare.readAllStandardOutput().trimmed().toDouble() / 1024;
+    for (auto _ : state)
+        state.SetIterationTime(1);
+    state.counters["panel_MB"] = residentMegabytes();
+    state.counters["bare_MB"] = bareMegabytes;
+    state.counters["ratio"] = residentMegabytes() / bareMegabytes;
+    test->panel.controller().panel().releaseView();
+    state.counters["released_MB"] = residentMegabytes();
+}
+
+BENCHMARK(firstPanel)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(memoryAfterOnePanel)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(laterPanel)->Iterations(50)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(panelMadeAnew)->Iterations(10)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const support::PrivateDisplay display;
+    display.enter();
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    QGuiApplication app(argc, argv);
+    PanelUnderTest panel;
+    test = &panel;
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    panel.panel.controller().panel().releaseView();
+    return 0;
+}

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "KeloHotkey/HotKeyCombo.h"
+#include "KeloHotkeyRecorder/SystemBeep.h"
+
+#include <QObject>
+#include <QPointer>
+#include <functional>
+
+class QKeyEvent;
+
+namespace kelo {
+
+class HotKeyService;
+
+/// Records a shortcut from the keyboard; HotKeyRecorder.qml shows it. Main thread only.
+///
+/// While it records, no key reaches a window of the program. The registered global shortcuts are suspended
+/// for as long as one of the program's windows has the keyboard: elsewhere they go on working.
+class HotKeyRecorder final : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(bool recording READ isRecording NOTIFY recordingChanged)
+    Q_PROPERTY(QStringList keyCaps READ keyCaps NOTIFY keyCapsChanged)
+    Q_PROPERTY(QString displayString READ displayString NOTIFY keyCapsChanged)
+    Q_PROPERTY(bool canReset READ canReset NOTIFY canResetChanged)
+    Q_PROPERTY(QString toolTip READ toolTip NOTIFY recordingChanged)
+    Q_PROPERTY(QString resetToolTip READ resetToolTip NOTIFY keyCapsChanged)
+
+public:
+    HotKeyRecorder(HotKeyService &service, const HotKeyCombo &combo, const HotKeyCombo &defaultCombo,
+                   QObject *parent = nullptr);
+    ~HotKeyRecorder() override;
+
+    const HotKeyCombo &combo() const { return m_combo; }
+
+    /// Shows another combination; nobody is told that the user chose it.
+    void setCombo(const HotKeyCombo &combo);
+
+    bool isRecording() const { return m_recording; }
+
+    /// What the key caps show, on the user's keyboard layout.
+    QStringList keyCaps() const { return m_combo.keyCaps(); }
+
+    QString displayString() const { return m_combo.displayString(); }
+
+    /// Whether there is another combination to go back to.
+    bool canReset() const { return !m_recording && m_combo != m_defaultCombo; }
+
+    QString toolTip() const;
+    QString resetToolTip() const;
+
+    /// A click on the key caps: begins to record, or gives up.
+    Q_INVOKABLE void toggle();
+
+    /// Gives up. To be called when the recorder leaves the screen.
+    Q_INVOKABLE void stop();
+
+    /// Goes back to the default.
+    Q_INVOKABLE void reset();
+
+    /// Called for keys that are no shortcut.
+    std::function<void()> beep = systemBeep;
+
+Q_SIGNALS:
+    void recordingChanged();
+    void keyCapsChanged();
+    void canResetChanged();
+    /// The user chose a combination, which may be the one shown before.
+    void comboChosen(const kelo::HotKeyCombo &combo);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void start();
+    void judge(const QKeyEvent &key);
+    void choose(const HotKeyCombo &combo);
+    void updateSuspension();
+
+    QPointer<HotKeyService> m_service;
+    HotKeyCombo m_combo;
+    HotKeyCombo m_defaultCombo;
+    bool m_recording = false;
+    bool m_hasSuspended = false;
+};
+
+} // namespace kelo

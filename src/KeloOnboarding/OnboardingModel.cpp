@@ -1,0 +1,121 @@
+#include "KeloOnboarding/OnboardingModel.h"
+
+#include "KeloOnboarding/Spring.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace kelo {
+
+namespace {
+
+constexpr std::chrono::seconds tickInterval{1};
+
+int clampedIndex(int index, std::size_t count)
+{
+    return std::min(std::max(index, 0), std::max(int(count) - 1, 0));
+}
+
+} // namespace
+
+OnboardingModel::OnboardingModel(QObject *parent) : QObject(parent)
+{
+    m_tick.setInterval(tickInterval);
+    connect(&m_tick, &QTimer::timeout, this, &OnboardingModel::updateCanSkip);
+}
+
+OnboardingModel::~OnboardingModel()
+{
+    close();
+}
+
+void OnboardingModel::open(std::vector<OnboardingStep> steps, const QString &finishTitle, int startAt)
+{
+    disappear();
+    // The old steps' models stay until the view has let go of them.
+    const std::vector<OnboardingStep> replaced = std::exchange(m_steps, std::move(steps));
+    m_finishTitle = finishTitle;
+    m_index = clampedIndex(startAt, m_steps.size());
+    Q_EMIT indexChanged();
+    Q_EMIT pagesChanged();
+    appear();
+}
+
+void OnboardingModel::close()
+{
+    disappear();
+}
+
+QVariantList OnboardingModel::pages() const
+{
+    QVariantList pages;
+    for (const OnboardingStep &step : m_steps) {
+        const QString source = QStringLiteral("qrc:/") + step.module + QLatin1Char('/') + step.component +
+                               QStringLiteral(".qml");
+        pages.append(QVariantMap{{QStringLiteral("source"), source},
+                                 {QStringLiteral("model"), QVariant::fromValue(step.model.get())}});
+    }
+    return pages;
+}
+
+QString OnboardingModel::mainTitle() const
+{
+    return isLast() ? m_finishTitle : tr("Continue");
+}
+
+QEasingCurve OnboardingModel::motion() const
+{
+    return springCurve();
+}
+
+int OnboardingModel::motionLength() const
+{
+    return int(springLength.count());
+}
+
+void OnboardingModel::advance()
+{
+    if (isLast()) {
+        // A copy: the owner may go, and the function with it.
+        if (const auto finished = finish)
+            finished();
+        return;
+    }
+    disappear();
+    ++m_index;
+    Q_EMIT indexChanged();
+    appear();
+}
+
+void OnboardingModel::appear()
+{
+    if (m_steps.empty())
+        return;
+    m_isShowing = true;
+    const OnboardingStep &step = m_steps[m_index];
+    if (step.onAppear)
+        step.onAppear();
+    // A step that waits for nothing costs nothing.
+    if (step.isComplete)
+        m_tick.start();
+    updateCanSkip();
+}
+
+void OnboardingModel::disappear()
+{
+    if (!std::exchange(m_isShowing, false))
+        return;
+    m_tick.stop();
+    if (const auto &onDisappear = m_steps[m_index].onDisappear)
+        onDisappear();
+}
+
+void OnboardingModel::updateCanSkip()
+{
+    const bool canSkip = !m_steps.empty() && m_steps[m_index].isComplete && !m_steps[m_index].isComplete();
+    if (std::exchange(m_canSkip, canSkip) != canSkip)
+        Q_EMIT canSkipChanged();
+}
+
+} // namespace kelo

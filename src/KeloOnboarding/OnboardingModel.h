@@ -1,0 +1,77 @@
+#pragma once
+
+#include "KeloOnboarding/OnboardingStep.h"
+
+#include <QEasingCurve>
+#include <QTimer>
+#include <QVariantList>
+#include <vector>
+
+namespace kelo {
+
+/// The state of the walkthrough that its view shows. It moves forward only, one step at a time.
+class OnboardingModel final : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QVariantList pages READ pages NOTIFY pagesChanged)
+    Q_PROPERTY(int index READ index NOTIFY indexChanged)
+    Q_PROPERTY(QString mainTitle READ mainTitle NOTIFY indexChanged)
+    Q_PROPERTY(bool canSkip READ canSkip NOTIFY canSkipChanged)
+    Q_PROPERTY(QEasingCurve motion READ motion CONSTANT)
+    Q_PROPERTY(int motionLength READ motionLength CONSTANT)
+
+public:
+    explicit OnboardingModel(QObject *parent = nullptr);
+    ~OnboardingModel() override;
+
+    /// Shows \a steps from the one at \a startAt, which is clamped to them, in place of those on show.
+    void open(std::vector<OnboardingStep> steps, const QString &finishTitle, int startAt);
+
+    /// The window is gone: the step on show disappears and nothing is polled any more.
+    void close();
+
+    /// For each step the address of its view as `source` and its model as `model`.
+    QVariantList pages() const;
+
+    /// The step on show; 0 when there are none.
+    int index() const { return m_index; }
+
+    /// Whether the step on show is the last one, or there is none.
+    bool isLast() const { return m_index + 1 >= int(m_steps.size()); }
+
+    /// The main button: "Continue", or the finish title on the last step.
+    QString mainTitle() const;
+
+    /// Whether the step on show waits for something that has not happened yet.
+    bool canSkip() const { return m_canSkip; }
+
+    /// The motion from one step to the next, and its length in milliseconds.
+    QEasingCurve motion() const;
+    int motionLength() const;
+
+    /// Goes on to the next step; from the last one, finishes.
+    Q_INVOKABLE void advance();
+
+    /// Called when the main button of the last step is pressed. It may let go of the model's owner, but must
+    /// delete the model only later.
+    std::function<void()> finish;
+
+Q_SIGNALS:
+    void pagesChanged();
+    void indexChanged();
+    void canSkipChanged();
+
+private:
+    void appear();
+    void disappear();
+    void updateCanSkip();
+
+    std::vector<OnboardingStep> m_steps;
+    QString m_finishTitle;
+    int m_index = 0;
+    bool m_isShowing = false;
+    bool m_canSkip = false;
+    QTimer m_tick;
+};
+
+} // namespace kelo

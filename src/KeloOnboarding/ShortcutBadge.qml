@@ -1,0 +1,28 @@
+import QtQuick
+import KeloAppearance
+
+// A keyboard shortcut, large, to be shown in a step.
+Rectangle {
+    id: root
+
+    required property string text
+
+    implicitWidth: Math.ceil(label.implicitWidth) + 32
+    implicitHeight: Math.ceil(label.implicitHeight) + 16
+    radius: 10
+    color: Qt.rgba(label.color.r, label.color.g, label.color.b, 0.08)
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+
+    Text {
+        id: label
+
+        anchors.centerIn: parent
+        text: root.text
+        textFormat: Text.PlainText
+        color: Appearance.colors.label
+        font { pixelSize: Math.round(22 * Appearance.textScale); weight: Font.DemiBold }
+        Accessible.ignored: true
+    }
+}

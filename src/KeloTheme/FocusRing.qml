@@ -1,0 +1,12 @@
+import QtQuick
+import KeloAppearance
+
+// Shows around its parent that the keyboard is there.
+Rectangle {
+    anchors.fill: parent
+    anchors.margins: -3
+    visible: parent.activeFocus
+    radius: height / 2
+    color: "transparent"
+    border { width: 2; color: Appearance.colors.focusRing }
+}

@@ -1,0 +1,37 @@
+import QtQuick
+
+// A row with a switch. A click anywhere on the row switches it.
+FormRow {
+    id: root
+
+    property alias checked: toggle.checked
+    // In lists, whose rows come and go, the list itself moves the keyboard on.
+    property alias isTabStop: toggle.activeFocusOnTab
+    // A function in place of Shift+Tab.
+    property var goBack: null
+
+    signal toggled(bool checked)
+
+    function focusControl() {
+        toggle.forceActiveFocus()
+    }
+
+    TapHandler {
+        parent: root
+        gesturePolicy: TapHandler.ReleaseWithinBounds
+        onTapped: toggle.toggle()
+    }
+
+    Toggle {
+        id: toggle
+
+        name: root.title
+        description: root.footnote
+        Keys.onBacktabPressed: event => {
+            event.accepted = root.goBack !== null
+            if (event.accepted)
+                root.goBack()
+        }
+        onToggled: checked => root.toggled(checked)
+    }
+}

@@ -1,0 +1,97 @@
+import QtQuick
+import KeloAppearance
+import KeloThemeViews
+
+// Access to the calendars: asked for, given or withheld.
+Item {
+    id: root
+
+    // symbol, canAsk, isGranted, isDenied; requestAccess(), openCalendarPrivacy(), openInternetAccounts().
+    required property QtObject model
+
+    // Large text and the longest state leave no room for the picture.
+    readonly property bool hasRoom: height >= texts.height + picture.height + 10
+
+    Symbol {
+        id: picture
+
+        anchors { horizontalCenter: parent.horizontalCenter; bottom: texts.top; bottomMargin: 10 }
+        visible: root.hasRoom
+        name: root.model.symbol
+        color: root.model.isGranted ? Appearance.colors.green : Appearance.colors.link
+        size: 44
+    }
+
+    Column {
+        id: texts
+
+        anchors.centerIn: parent
+        anchors.verticalCenterOffset: root.hasRoom ? 27 : 0
+        width: parent.width
+        spacing: 8
+
+        StepTitle { text: qsTr("Let Mivora read your calendar") }
+        StepText {
+            text: qsTr("Mivora needs Full Access to see your meetings and their Join links. It reads them on this Mac and never stores or uploads anything.")
+        }
+
+        Item { width: 1; height: 1 }
+
+        KeloButton {
+            anchors.horizontalCenter: parent.horizontalCenter
+            visible: root.model.canAsk
+            text: qsTr("Allow Calendar Access")
+            onClicked: root.model.requestAccess()
+        }
+
+        Row {
+            anchors.horizontalCenter: parent.horizontalCenter
+            visible: root.model.isGranted
+            height: 31
+            spacing: 6
+            Accessible.role: Accessible.StaticText
+            Accessible.name: granted.text
+
+            Symbol {
+                anchors.verticalCenter: parent.verticalCenter
+                name: "checkmark.circle.fill"
+                color: Appearance.colors.green
+                size: 17
+            }
+            Text {
+                id: granted
+
+                anchors.verticalCenter: parent.verticalCenter
+                text: qsTr("Access granted")
+                color: Appearance.colors.green
+                font { pixelSize: Math.round(13 * Appearance.textScale); weight: Font.Medium }
+                Accessible.ignored: true
+            }
+        }
+
+        Column {
+            width: parent.width
+            visible: root.model.isDenied
+            spacing: 6
+
+            KeloButton {
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: qsTr("Open System Settings")
+                onClicked: root.model.openCalendarPrivacy()
+            }
+            StepText {
+                maximumWidth: 320
+                text: qsTr("Turn on Mivora under Privacy & Security → Calendars, then come back here.")
+                font.pixelSize: Math.round(12 * Appearance.textScale)
+            }
+        }
+
+        Item { width: 1; height: 3 }
+
+        AccountsHint {
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: Math.min(parent.width, 420)
+            onClicked: root.model.openInternetAccounts()
+        }
+    }
+}

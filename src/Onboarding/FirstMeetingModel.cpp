@@ -1,0 +1,42 @@
+#include "Onboarding/FirstMeetingModel.h"
+
+#include "Calendar/TitleText.h"
+#include "Scheduling/Scheduler.h"
+
+namespace mivora {
+
+FirstMeetingModel::FirstMeetingModel(const Scheduler &scheduler, TimeFormat formatTime, QObject *parent)
+    : QObject(parent), m_scheduler(scheduler), m_formatTime(std::move(formatTime))
+{
+    connect(&scheduler, &Scheduler::nextChanged, this, &FirstMeetingModel::changed);
+}
+
+bool FirstMeetingModel::hasMeeting() const
+{
+    return m_scheduler.next().has_value();
+}
+
+QString FirstMeetingModel::title() const
+{
+    return hasMeeting() ? titleText(m_scheduler.next()->title) : QString();
+}
+
+QString FirstMeetingModel::detail() const
+{
+    if (!hasMeeting())
+        return {};
+    const Meeting &next = *m_scheduler.next();
+    const QString time = m_formatTime(next.start);
+    if (!next.joinLink)
+        return tr("%1 · no link").arg(time);
+    const std::string_view service = displayName(next.joinLink->service);
+    return tr("%1 · %2").arg(time, QString::fromUtf8(service.data(), qsizetype(service.size())));
+}
+
+QString FirstMeetingModel::color() const
+{
+    const auto &next = m_scheduler.next();
+    return next && next->calendarColor ? QString::fromStdString(next->calendarColor->hex()) : QString();
+}
+
+} // namespace mivora

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "KeloOnboarding/OnboardingWindowController.h"
+#include "Onboarding/FirstRunSteps.h"
+
+#include <memory>
+
+namespace mivora {
+
+class Preferences;
+
+/// The walkthrough of the first run and what follows from its end: it is remembered as done, its window is
+/// let go, the calendars are read again.
+class OnboardingFlow final
+{
+public:
+    /// Links into the system settings go to \a openSystemSettings; \a formatTime writes the time of day. The
+    /// objects must outlive the flow.
+    OnboardingFlow(kelo::ViewLoader &views, Preferences &prefs, EventSource &source, Scheduler &scheduler,
+                   std::function<void(const QString &link)> openSystemSettings,
+                   std::function<QString(Timestamp)> formatTime);
+
+    /// At the program's start: shows the walkthrough unless it was done before. Who has already given access
+    /// begins with the last step.
+    void showAtLaunch();
+
+    /// Shows the walkthrough from \a first on; one that is open starts anew from there.
+    void show(FirstRunStep first);
+
+    /// Null while the walkthrough is not on show.
+    const kelo::OnboardingWindowController *window() const { return m_window.get(); }
+
+private:
+    void finish();
+
+    kelo::ViewLoader &m_views;
+    Preferences &m_prefs;
+    EventSource &m_source;
+    Scheduler &m_scheduler;
+    FirstRunActions m_actions;
+    std::unique_ptr<kelo::OnboardingWindowController> m_window;
+};
+
+} // namespace mivora

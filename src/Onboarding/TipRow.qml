@@ -1,0 +1,38 @@
+import QtQuick
+import KeloAppearance
+import KeloThemeViews
+
+// Something worth knowing: an accented symbol and a sentence.
+Item {
+    id: root
+
+    required property string symbol
+    required property string text
+
+    implicitHeight: Math.max(picture.height, label.height)
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+
+    Symbol {
+        id: picture
+
+        anchors { left: parent.left; leftMargin: 2; verticalCenter: label.verticalCenter }
+        name: root.symbol
+        color: Appearance.colors.link
+        size: 20
+    }
+    Text {
+        id: label
+
+        anchors { left: picture.right; right: parent.right; leftMargin: 12 }
+        text: root.text
+        color: Appearance.colors.label
+        textFormat: Text.PlainText
+        font.pixelSize: Math.round(13 * Appearance.textScale)
+        lineHeight: 1.1
+        horizontalAlignment: Text.AlignLeft
+        wrapMode: Text.Wrap
+        Accessible.ignored: true
+    }
+}

@@ -1,0 +1,96 @@
+#include "Settings/CalendarListModel.h"
+
+#include <algorithm>
+
+namespace mivora {
+
+int CalendarListModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+}
+
+QVariant CalendarListModel::data(const QModelIndex &index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const Row &row = m_rows[static_cast<std::size_t>(index.row())];
+    switch (role) {
+    case TitleRole:
+        return QString::fromStdString(row.calendar.title);
+    case ColorRole:
+        return row.calendar.color ? QString::fromStdString(row.calendar.color->hex()) : QString();
+    case IsOnRole:
+        return !m_disabled.contains(row.calendar.id);
+    case AccountRole:
+        return row.calendar.accountTitle.empty() ? tr("Calendars")
+                                                 : QString::fromStdString(row.calendar.accountTitle);
+    case IsFirstRole:
+        return row.isFirst;
+    case IsLastRole:
+        return row.isLast;
+    }
+    return {};
+}
+
+QHash<int, QByteArray> CalendarListModel::roleNames() const
+{
+    return {{TitleRole, "title"},     {ColorRole, "calendarColor"}, {IsOnRole, "isOn"},
+            {AccountRole, "account"}, {IsFirstRole, "isFirst"},     {IsLastRole, "isLast"}};
+}
+
+void CalendarListModel::setGroups(const std::vector<AccountGroup> &groups)
+{
+    const std::vector<Row> rows = rowsOf(groups);
+    // All that differs lies between what both lists begin with and what both end with.
+    const auto [oldFrom, newFrom] = std::ranges::mismatch(m_rows, rows);
+    const auto isSame = std::mismatch(m_rows.rbegin(), std::make_reverse_iterator(oldFrom), rows.rbegin(),
+                                      std::make_reverse_iterator(newFrom));
+    const auto oldTo = isSame.first.base();
+    const auto newTo = isSame.second.base();
+    replace(static_cast<std::size_t>(oldFrom - m_rows.begin()), static_cast<std::size_t>(oldTo - oldFrom),
+            std::vector<Row>(newFrom, newTo));
+}
+
+void CalendarListModel::setDisabled(const std::set<std::string> &ids)
+{
+    const std::set<std::string> before = std::exchange(m_disabled, ids);
+    for (int row = 0; row < rowCount(); ++row) {
+        const std::string &id = m_rows[static_cast<std::size_t>(row)].calendar.id;
+        if (before.contains(id) != ids.contains(id))
+            Q_EMIT dataChanged(index(row), index(row), {IsOnRole});
+    }
+}
+
+std::string CalendarListModel::calendarID(int row) const
+{
+    return row >= 0 && row < rowCount() ? m_rows[static_cast<std::size_t>(row)].calendar.id : std::string();
+}
+
+std::vector<CalendarListModel::Row> CalendarListModel::rowsOf(const std::vector<AccountGroup> &groups)
+{
+    std::vector<Row> rows;
+    for (const AccountGroup &group : groups) {
+        for (const CalendarInfo &calendar : group.calendars)
+            rows.push_back(
+                {calendar, &calendar == &group.calendars.front(), &calendar == &group.calendars.back()});
+    }
+    return rows;
+}
+
+void CalendarListModel::replace(std::size_t first, std::size_t removed, const std::vector<Row> &inserted)
+{
+    const int from = static_cast<int>(first);
+    const auto begin = m_rows.begin() + from;
+    if (removed > 0) {
+        beginRemoveRows({}, from, from + static_cast<int>(removed) - 1);
+        m_rows.erase(begin, begin + static_cast<int>(removed));
+        endRemoveRows();
+    }
+    if (!inserted.empty()) {
+        beginInsertRows({}, from, from + static_cast<int>(inserted.size()) - 1);
+        m_rows.insert(m_rows.begin() + from, inserted.begin(), inserted.end());
+        endInsertRows();
+    }
+}
+
+} // namespace mivora

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "Settings/AccountGroups.h"
+
+#include <QAbstractListModel>
+#include <set>
+#include <string>
+
+namespace mivora {
+
+/// The calendars of all accounts as rows of one list; each knows its place in its account.
+class CalendarListModel final : public QAbstractListModel
+{
+    Q_OBJECT
+
+public:
+    enum Role {
+        /// The calendar's title.
+        TitleRole = Qt::UserRole,
+        /// "#rrggbb"; empty for a calendar without colour.
+        ColorRole,
+        /// Whether the calendar counts for meetings.
+        IsOnRole,
+        /// What stands above the account's calendars.
+        AccountRole,
+        IsFirstRole,
+        IsLastRole,
+    };
+
+    using QAbstractListModel::QAbstractListModel;
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    /// Rows that stay keep their place on the screen.
+    void setGroups(const std::vector<AccountGroup> &groups);
+    void setDisabled(const std::set<std::string> &ids);
+
+    /// The calendar's identifier; empty when there is no such row.
+    std::string calendarID(int row) const;
+
+private:
+    struct Row
+    {
+        CalendarInfo calendar;
+        bool isFirst = false;
+        bool isLast = false;
+
+        friend bool operator==(const Row &, const Row &) = default;
+    };
+
+    static std::vector<Row> rowsOf(const std::vector<AccountGroup> &groups);
+    void replace(std::size_t first, std::size_t removed, const std::vector<Row> &inserted);
+
+    std::vector<Row> m_rows;
+    std::set<std::string> m_disabled;
+};
+
+} // namespace mivora

@@ -1,0 +1,109 @@
+import QtQuick
+import KeloAppearance
+import KeloHotkeyRecorderViews
+import KeloThemeViews
+
+// How the menu bar, the Join panel and the shortcut behave.
+FormPage {
+    id: root
+
+    // The properties of GeneralPageModel.
+    required property QtObject model
+
+    FormGroup {
+        title: qsTr("Menu bar")
+
+        ToggleRow {
+            hasSeparator: false
+            title: qsTr("Show the next meeting in the menu bar")
+            footnote: qsTr("Off: only the icon, the menu still lists your meetings.")
+            checked: root.model.showTitle
+            onToggled: checked => root.model.showTitle = checked
+        }
+        FormRow {
+            title: qsTr("Title length")
+            enabled: root.model.showTitle
+
+            Row {
+                spacing: 10
+
+                Text {
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: root.model.titleWidthText
+                    color: Appearance.colors.secondaryLabel
+                    opacity: enabled ? 1 : 0.4
+                    font.pixelSize: Math.round(13 * Appearance.textScale)
+                    Accessible.ignored: true
+                }
+                Stepper {
+                    name: qsTr("Title length")
+                    valueText: root.model.titleWidthText
+                    value: root.model.titleWidth
+                    minimumValue: root.model.minTitleWidth
+                    maximumValue: root.model.maxTitleWidth
+                    onMoved: value => root.model.titleWidth = value
+                }
+            }
+        }
+        ToggleRow {
+            title: qsTr("Launch at login")
+            footnote: qsTr("Start Mivora quietly when you log in.")
+            checked: root.model.launchAtLogin
+            onToggled: checked => root.model.launchAtLogin = checked
+        }
+    }
+
+    FormGroup {
+        title: qsTr("Before a meeting")
+
+        FormRow {
+            hasSeparator: false
+            title: qsTr("Show the Join panel")
+
+            Picker {
+                name: qsTr("Show the Join panel")
+                texts: root.model.leadMinutesTexts
+                currentIndex: root.model.leadMinutesIndex
+                text: root.model.leadMinutesText
+                onPicked: index => root.model.leadMinutesIndex = index
+            }
+        }
+        FormRow {
+            title: qsTr("Panel position")
+
+            Picker {
+                name: qsTr("Panel position")
+                texts: root.model.panelCornerTexts
+                currentIndex: root.model.panelCornerIndex
+                onPicked: index => root.model.panelCornerIndex = index
+            }
+        }
+        ToggleRow {
+            title: qsTr("Also remind me for meetings without a link")
+            footnote: qsTr("In-person meetings and calls show the panel too, without a Join button.")
+            checked: root.model.remindWithoutLink
+            onToggled: checked => root.model.remindWithoutLink = checked
+        }
+    }
+
+    FormGroup {
+        title: qsTr("Shortcut")
+
+        ToggleRow {
+            hasSeparator: false
+            title: qsTr("Join the next meeting with a shortcut")
+            footnote: qsTr("Works from any app.")
+            checked: root.model.useHotKey
+            onToggled: checked => root.model.useHotKey = checked
+        }
+        FormRow {
+            visible: root.model.useHotKey
+            title: qsTr("Shortcut")
+
+            HotKeyRecorder {
+                name: qsTr("Shortcut")
+                recorder: root.model.recorder
+            }
+        }
+    }
+}

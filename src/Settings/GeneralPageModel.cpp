@@ -1,0 +1,177 @@
+#include "Settings/GeneralPageModel.h"
+
+#include "Preferences/Preferences.h"
+#include "Settings/GeneralPageText.h"
+
+#include <algorithm>
+
+namespace mivora {
+
+namespace {
+
+template<typename List, typename Value> int indexIn(const List &choices, const Value &value)
+{
+    const auto found = std::find(choices.begin(), choices.end(), value);
+    return found == choices.end() ? -1 : static_cast<int>(found - choices.begin());
+}
+
+template<typename List> bool hasIndex(const List &choices, int index)
+{
+    return index >= 0 && index < static_cast<int>(choices.size());
+}
+
+template<typename List, typename Value> QStringList texts(const List &choices, QString (*text)(Value))
+{
+    QStringList list;
+    std::transform(choices.begin(), choices.end(), std::back_inserter(list), text);
+    return list;
+}
+
+} // namespace
+
+GeneralPageModel::GeneralPageModel(Preferences &prefs, kelo::HotKeyService &service,
+                                   std::function<void()> refresh, QObject *parent)
+    : QObject(parent), m_prefs(prefs), m_refresh(std::move(refresh)), m_useHotKey(prefs.joinHotKey()),
+      m_recorder(service, prefs.joinHotKey().value_or(defaultCombo), defaultCombo)
+{
+    followPreferences();
+    connect(&m_recorder, &kelo::HotKeyRecorder::comboChosen, this,
+            [this](const kelo::HotKeyCombo &combo) { m_prefs.setJoinHotKey(combo); });
+}
+
+void GeneralPageModel::followPreferences()
+{
+    using Changed = void (GeneralPageModel::*)();
+    const auto follow = [this](void (Preferences::*source)(), Changed changed) {
+        connect(&m_prefs, source, this, changed);
+    };
+    follow(&Preferences::showTitleChanged, &GeneralPageModel::showTitleChanged);
+    follow(&Preferences::titleWidthChanged, &GeneralPageModel::titleWidthChanged);
+    follow(&Preferences::launchAtLoginChanged, &GeneralPageModel::launchAtLoginChanged);
+    follow(&Preferences::leadMinutesChanged, &GeneralPageModel::leadMinutesChanged);
+    follow(&Preferences::panelCornerChanged, &GeneralPageModel::panelCornerChanged);
+    follow(&Preferences::remindWithoutLinkChanged, &GeneralPageModel::remindWithoutLinkChanged);
+    follow(&Preferences::joinHotKeyChanged, &GeneralPageModel::followHotKey);
+}
+
+void GeneralPageModel::followHotKey()
+{
+    const auto combo = m_prefs.joinHotKey();
+    if (combo)
+        m_recorder.setCombo(*combo);
+    if (m_useHotKey == combo.has_value())
+        return;
+    m_useHotKey = combo.has_value();
+    Q_EMIT useHotKeyChanged();
+}
+
+void GeneralPageModel::refresh() const
+{
+    if (m_refresh)
+        m_refresh();
+}
+
+bool GeneralPageModel::showTitle() const
+{
+    return m_prefs.showTitle();
+}
+
+void GeneralPageModel::setShowTitle(bool show)
+{
+    m_prefs.setShowTitle(show);
+    refresh();
+}
+
+int GeneralPageModel::titleWidth() const
+{
+    return m_prefs.titleWidth();
+}
+
+void GeneralPageModel::setTitleWidth(int characters)
+{
+    m_prefs.setTitleWidth(std::clamp(characters, minTitleWidth(), maxTitleWidth()));
+    refresh();
+}
+
+QString GeneralPageModel::titleWidthText() const
+{
+    return mivora::titleWidthText(titleWidth());
+}
+
+int GeneralPageModel::minTitleWidth() const
+{
+    return Preferences::minTitleWidth;
+}
+
+int GeneralPageModel::maxTitleWidth() const
+{
+    return Preferences::maxTitleWidth;
+}
+
+bool GeneralPageModel::launchAtLogin() const
+{
+    return m_prefs.launchAtLogin();
+}
+
+void GeneralPageModel::setLaunchAtLogin(bool launch)
+{
+    m_prefs.setLaunchAtLogin(launch);
+}
+
+QStringList GeneralPageModel::leadMinutesTexts() const
+{
+    return texts(Preferences::leadMinuteChoices, mivora::leadMinutesText);
+}
+
+int GeneralPageModel::leadMinutesIndex() const
+{
+    return indexIn(Preferences::leadMinuteChoices, m_prefs.leadMinutes());
+}
+
+void GeneralPageModel::setLeadMinutesIndex(int index)
+{
+    if (hasIndex(Preferences::leadMinuteChoices, index))
+        m_prefs.setLeadMinutes(Preferences::leadMinuteChoices.at(static_cast<std::size_t>(index)));
+}
+
+QString GeneralPageModel::leadMinutesText() const
+{
+    return mivora::leadMinutesText(m_prefs.leadMinutes());
+}
+
+QStringList GeneralPageModel::panelCornerTexts() const
+{
+    return texts(allPanelCorners, mivora::panelCornerText);
+}
+
+int GeneralPageModel::panelCornerIndex() const
+{
+    return indexIn(allPanelCorners, m_prefs.panelCorner());
+}
+
+void GeneralPageModel::setPanelCornerIndex(int index)
+{
+    if (hasIndex(allPanelCorners, index))
+        m_prefs.setPanelCorner(allPanelCorners.at(static_cast<std::size_t>(index)));
+}
+
+bool GeneralPageModel::remindWithoutLink() const
+{
+    return m_prefs.remindWithoutLink();
+}
+
+void GeneralPageModel::setRemindWithoutLink(bool remind)
+{
+    m_prefs.setRemindWithoutLink(remind);
+}
+
+void GeneralPageModel::setUseHotKey(bool use)
+{
+    if (use == m_useHotKey)
+        return;
+    m_useHotKey = use;
+    Q_EMIT useHotKeyChanged();
+    m_prefs.setJoinHotKey(use ? std::optional(m_recorder.combo()) : std::nullopt);
+}
+
+} // namespace mivora

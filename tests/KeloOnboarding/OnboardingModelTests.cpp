@@ -1,0 +1,160 @@
+#include "KeloOnboarding/OnboardingModel.h"
+
+#include <QSignalSpy>
+#include <QTest>
+#include <gmock/gmock.h>
+#include <string>
+
+namespace kelo {
+
+namespace {
+
+using testing::ElementsAre;
+
+OnboardingStep step(const QString &id)
+{
+    OnboardingStep step;
+    step.id = id;
+    step.module = QStringLiteral("Views");
+    step.component = QStringLiteral("Step");
+    return step;
+}
+
+std::vector<OnboardingStep> steps(int count)
+{
+    std::vector<OnboardingStep> steps;
+    for (int i = 0; i < count; ++i)
+        steps.push_back(step(QString::number(i)));
+    return steps;
+}
+
+} // namespace
+
+TEST(OnboardingModel, startsOnAStepThatThereIs)
+{
+    const struct
+    {
+        int count;
+        int startAt;
+        int index;
+        const char *mainTitle;
+    } rows[] = {
+        {3, 0, 0, "Continue"}, {3, 1, 1, "Continue"}, {3, 2, 2, "Done"},  {3, -3, 0, "Continue"},
+        {3, 3, 2, "Done"},     {3, 99, 2, "Done"},    {1, 0, 0, "Done"},  {1, -1, 0, "Done"},
+        {0, 0, 0, "Done"},     {0, 5, 0, "Done"},     {0, -5, 0, "Done"},
+    };
+
+    for (const auto &row : rows) {
+        OnboardingModel model;
+        model.open(steps(row.count), QStringLiteral("Done"), row.startAt);
+        EXPECT_EQ(model.index(), row.index) << row.count << " steps from " << row.startAt;
+        EXPECT_EQ(model.mainTitle().toStdString(), row.mainTitle) << row.count << " from " << row.startAt;
+        EXPECT_EQ(model.pages().size(), row.count);
+    }
+}
+
+TEST(OnboardingModel, movesForwardStepByStepAndThenFinishes)
+{
+    OnboardingModel model;
+    int finished = 0;
+    model.finish = [&finished] { ++finished; };
+    model.open(steps(3), QStringLiteral("Done"), 0);
+    QSignalSpy indexChanged(&model, &OnboardingModel::indexChanged);
+
+    model.advance();
+    model.advance();
+    EXPECT_EQ(model.index(), 2);
+    EXPECT_EQ(indexChanged.count(), 2);
+    EXPECT_EQ(finished, 0);
+
+    model.advance();
+    EXPECT_EQ(model.index(), 2);
+    EXPECT_EQ(indexChanged.count(), 2);
+    EXPECT_EQ(finished, 1);
+}
+
+TEST(OnboardingModel, finishesWithoutSteps)
+{
+    OnboardingModel model;
+    int finished = 0;
+    model.finish = [&finished] { ++finished; };
+    model.open({}, QStringLiteral("Done"), 0);
+
+    model.advance();
+
+    EXPECT_EQ(finished, 1);
+    EXPECT_FALSE(model.canSkip());
+}
+
+TEST(OnboardingModel, offersToSkipOnlyWhatIsNotComplete)
+{
+    std::vector<OnboardingStep> three = steps(3);
+    three[1].isComplete = [] { return false; };
+    three[2].isComplete = [] { return true; };
+    OnboardingModel model;
+    model.open(three, QStringLiteral("Done"), 0);
+
+    EXPECT_FALSE(model.canSkip());
+    model.advance();
+    EXPECT_TRUE(model.canSkip());
+    model.advance();
+    EXPECT_FALSE(model.canSkip());
+}
+
+TEST(OnboardingModel, seesWithinASecondThatAStepIsComplete)
+{
+    bool isComplete = false;
+    std::vector<OnboardingStep> one = steps(1);
+    one[0].isComplete = [&isComplete] { return isComplete; };
+    OnboardingModel model;
+    model.open(one, QStringLiteral("Done"), 0);
+    QSignalSpy canSkipChanged(&model, &OnboardingModel::canSkipChanged);
+
+    isComplete = true;
+    EXPECT_TRUE(canSkipChanged.wait(1500));
+    EXPECT_FALSE(model.canSkip());
+    isComplete = false;
+    EXPECT_TRUE(canSkipChanged.wait(1500));
+    EXPECT_TRUE(model.canSkip());
+}
+
+TEST(OnboardingModel, asksNothingOnceItIsClosedOrTheStepIsLeft)
+{
+    for (const bool isLeft : {false, true}) {
+        int asked = 0;
+        std::vector<OnboardingStep> two = steps(2);
+        two[0].isComplete = [&asked] { return ++asked < 0; };
+        OnboardingModel model;
+        model.open(two, QStringLiteral("Done"), 0);
+
+        isLeft ? model.advance() : model.close();
+        asked = 0;
+        QTest::qWait(1200);
+
+        EXPECT_EQ(asked, 0) << (isLeft ? "left" : "closed");
+    }
+}
+
+TEST(OnboardingModel, tellsStepsWhenTheyComeAndGo)
+{
+    std::vector<std::string> calls;
+    const auto recorded = [&calls](const QString &id) {
+        OnboardingStep one = step(id);
+        one.onAppear = [&calls, id] { calls.push_back("+" + id.toStdString()); };
+        one.onDisappear = [&calls, id] { calls.push_back("-" + id.toStdString()); };
+        return one;
+    };
+    const std::vector steps{recorded(QStringLiteral("a")), recorded(QStringLiteral("b"))};
+    {
+        OnboardingModel model;
+        model.open(steps, QString(), 0);
+        model.advance();
+        model.open(steps, QString(), 0);
+        model.close();
+        model.close();
+        model.open(steps, QString(), 1);
+    }
+    EXPECT_THAT(calls, ElementsAre("+a", "-a", "+b", "-b", "+a", "-a", "+b", "-b"));
+}
+
+} // namespace kelo

@@ -1,0 +1,165 @@
+#include "KeloOnboarding/OnboardingWindowController.h"
+
+#include "KeloTheme/Appearance.h"
+#include "KeloTheme/ViewLoader.h"
+
+#include <QGuiApplication>
+#include <QPointer>
+#include <QScreen>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace kelo {
+
+namespace {
+
+// Any component of the views will do for a step.
+std::vector<OnboardingStep> steps(int count)
+{
+    std::vector<OnboardingStep> steps(count);
+    for (OnboardingStep &step : steps) {
+        step.module = QStringLiteral("KeloThemeViews");
+        step.component = QStringLiteral("KeloCard");
+    }
+    return steps;
+}
+
+} // namespace
+
+class OnboardingWindowControllerTest : public testing::Test
+{
+public:
+    OnboardingWindowControllerTest()
+    {
+        QGuiApplication::setQuitOnLastWindowClosed(false);
+        controller = std::make_unique<OnboardingWindowController>(views, QStringLiteral("Welcome"),
+                                                                  QSize(500, 400), [this] { ++finished; });
+    }
+
+    ~OnboardingWindowControllerTest() override
+    {
+        controller.reset();
+        QCoreApplication::processEvents();
+    }
+
+    void show(int count, int startAt = 0)
+    {
+        controller->show(steps(count), QStringLiteral("Done"), startAt);
+        ASSERT_TRUE(controller->window());
+        ASSERT_TRUE(QTest::qWaitForWindowActive(controller->window()));
+    }
+
+    int finished = 0;
+    Appearance appearance{QDBusConnection(QStringLiteral("none"))};
+    ViewLoader views{appearance};
+    std::unique_ptr<OnboardingWindowController> controller;
+};
+
+TEST_F(OnboardingWindowControllerTest, showsAWindowThatCannotBeResizedInTheMiddleOfTheScreen)
+{
+    EXPECT_FALSE(controller->window());
+    show(2);
+
+    const QWindow *window = controller->window();
+    EXPECT_EQ(window->title(), QStringLiteral("Welcome"));
+    EXPECT_EQ(window->size(), QSize(500, 400));
+    EXPECT_EQ(window->minimumSize(), window->maximumSize());
+    EXPECT_FALSE(window->flags() & (Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint));
+    EXPECT_TRUE(window->flags() & Qt::WindowCloseButtonHint);
+    EXPECT_EQ(window->geometry().center(), window->screen()->availableGeometry().center());
+}
+
+TEST_F(OnboardingWindowControllerTest, finishesOnceHoweverItEnds)
+{
+    enum class End { button, closed, closedOnTheLastStep, closedTwice };
+    for (const End end : {End::button, End::closed, End::closedOnTheLastStep, End::closedTwice}) {
+        int ends = 0;
+        OnboardingWindowController once(views, QString(), QSize(500, 400), [&ends] { ++ends; });
+        once.show(steps(2), QString(), end == End::closedOnTheLastStep ? 1 : 0);
+        const QPointer<QWindow> window = once.window();
+        if (end == End::button) {
+            const QPointer<OnboardingModel> model = once.model();
+            model->advance();
+            EXPECT_EQ(ends, 0);
+            model->advance();
+            model->advance();
+        } else {
+            window->close();
+        }
+        if (end == End::closedTwice)
+            window->close();
+
+        EXPECT_EQ(ends, 1) << int(end);
+        EXPECT_FALSE(once.window());
+        QCoreApplication::processEvents();
+        EXPECT_FALSE(window) << "the window was not let go";
+    }
+}
+
+TEST_F(OnboardingWindowControllerTest, showsAgainAfterTheEndButFinishesNoMore)
+{
+    show(1);
+    controller->window()->close();
+    show(1);
+    EXPECT_TRUE(controller->window()->isVisible());
+    controller->window()->close();
+
+    EXPECT_EQ(finished, 1);
+    EXPECT_FALSE(controller->window());
+}
+
+TEST_F(OnboardingWindowControllerTest, replacesTheContentOfAnOpenWindow)
+{
+    show(3, 2);
+    const QWindow *window = controller->window();
+
+    show(2, 0);
+
+    EXPECT_EQ(controller->window(), window);
+    EXPECT_EQ(controller->model()->index(), 0);
+    EXPECT_EQ(controller->model()->pages().size(), 2);
+    EXPECT_EQ(finished, 0);
+}
+
+TEST_F(OnboardingWindowControllerTest, mayBeDeletedByItsEnd)
+{
+    std::unique_ptr<OnboardingWindowController> mortal;
+    mortal = std::make_unique<OnboardingWindowController>(views, QString(), QSize(500, 400),
+                                                          [&mortal] { mortal.reset(); });
+    mortal->show(steps(1), QString(), 0);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(mortal->window()));
+    const QPointer<QWindow> window = mortal->window();
+
+    // From the view's own key handler, which goes on after the end.
+    QTest::keyPress(window, Qt::Key_Return);
+
+    EXPECT_FALSE(mortal);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(window);
+}
+
+TEST_F(OnboardingWindowControllerTest, hasNotFinishedWhenItGoesWithItsWindowOpen)
+{
+    show(1);
+    const QPointer<QWindow> window = controller->window();
+
+    controller.reset();
+    QCoreApplication::processEvents();
+
+    EXPECT_EQ(finished, 0);
+    EXPECT_FALSE(window);
+}
+
+TEST_F(OnboardingWindowControllerTest, isWalkedThroughWithReturnAlone)
+{
+    show(3);
+    QTest::keyClick(controller->window(), Qt::Key_Return);
+    EXPECT_EQ(controller->model()->index(), 1);
+    QTest::keyClick(controller->window(), Qt::Key_Enter);
+    EXPECT_EQ(controller->model()->index(), 2);
+    EXPECT_EQ(finished, 0);
+    QTest::keyClick(controller->window(), Qt::Key_Return);
+    EXPECT_EQ(finished, 1);
+}
+
+} // namespace kelo

@@ -1,0 +1,79 @@
+#include "KeloPanel/DesktopNotification.h"
+
+#include "support/FakeNotifications.h"
+#include "support/PrivateBus.h"
+
+#include <QSignalSpy>
+#include <QTest>
+#include <gmock/gmock.h>
+
+namespace kelo {
+
+using testing::ElementsAre;
+
+class DesktopNotificationTest : public testing::Test
+{
+public:
+    void SetUp() override
+    {
+        if (!support::PrivateBus::isInstalled())
+            GTEST_SKIP() << "dbus-daemon is not installed";
+        bus.emplace();
+        desktop.emplace(bus->connection());
+        notification.emplace(bus->connection());
+    }
+
+    bool waitForCalls(std::size_t count)
+    {
+        return QTest::qWaitFor([&] { return desktop->calls.size() >= count; });
+    }
+
+    std::optional<support::PrivateBus> bus;
+    std::optional<FakeNotifications> desktop;
+    std::optional<DesktopNotification> notification;
+};
+
+TEST_F(DesktopNotificationTest, replacesWhatItShowed)
+{
+    notification->show(
+        {.summary = QStringLiteral("One"), .body = QStringLiteral("a <b>"), .actions = {}, .stays = true});
+    ASSERT_TRUE(waitForCalls(1));
+    notification->show({.summary = QStringLiteral("Two"),
+                        .body = {},
+                        .actions = {{QStringLiteral("x"), QStringLiteral("X")}},
+                        .stays = false});
+    notification->show({.summary = QStringLiteral("Three"), .body = {}, .actions = {}, .stays = false});
+    ASSERT_TRUE(waitForCalls(2));
+    QTest::qWait(50);
+    EXPECT_EQ(desktop->calls.front(), "notify 0 One|a &lt;b&gt;||0");
+    EXPECT_EQ(desktop->calls.back(), "notify 7 Three|||-1") << "only the latest matters";
+}
+
+TEST_F(DesktopNotificationTest, isClosedEvenWhileTheDesktopHasNotAnswered)
+{
+    notification->show({.summary = QStringLiteral("One"), .body = {}, .actions = {}, .stays = true});
+    notification->close();
+    ASSERT_TRUE(waitForCalls(2));
+    EXPECT_EQ(desktop->calls.back(), "close 7");
+}
+
+TEST_F(DesktopNotificationTest, tellsOfItsOwnActionsOnly)
+{
+    QSignalSpy actions(&*notification, &DesktopNotification::actionInvoked);
+    QSignalSpy dismissals(&*notification, &DesktopNotification::dismissed);
+    notification->show({.summary = QStringLiteral("One"), .body = {}, .actions = {}, .stays = true});
+    ASSERT_TRUE(waitForCalls(1));
+    QTest::qWait(50);
+    desktop->invoke(8, QStringLiteral("join"));
+    desktop->invoke(7, QStringLiteral("snooze"));
+    desktop->closed(8, 2);
+    desktop->closed(7, 1);
+    desktop->closed(7, 2);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return actions.count() > 0; }));
+    QTest::qWait(50);
+    ASSERT_EQ(actions.count(), 1);
+    EXPECT_EQ(actions[0][0].toString(), QLatin1String("snooze"));
+    EXPECT_EQ(dismissals.count(), 0) << "it had expired before";
+}
+
+} // namespace kelo

@@ -1,0 +1,50 @@
+#include "KeloTheme/SystemColors.h"
+
+#include <gtest/gtest.h>
+
+namespace kelo {
+
+namespace {
+
+QColor over(const QColor &color, const QColor &background)
+{
+    const auto mix = [&](float one, float other) {
+        return one * color.alphaF() + other * (1 - color.alphaF());
+    };
+    return QColor::fromRgbF(mix(color.redF(), background.redF()), mix(color.greenF(), background.greenF()),
+                            mix(color.blueF(), background.blueF()));
+}
+
+} // namespace
+
+TEST(SystemColors, textCanBeReadOnEveryBackground)
+{
+    for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
+        const SystemColors colors = SystemColors::of(scheme);
+        for (const QColor &background : {colors.panel, colors.windowBackground, colors.groupBackground,
+                                         over(colors.control, colors.panel)}) {
+            EXPECT_GE(contrast(over(colors.label, background), background), 7);
+            EXPECT_GE(contrast(over(colors.secondaryLabel, background), background), 4.5)
+                << background.name().toStdString();
+        }
+        EXPECT_GE(contrast(colors.orange, colors.panel), 4.5);
+        EXPECT_GE(contrast(colors.red, colors.windowBackground), 4);
+        EXPECT_GE(contrast(colors.green, colors.windowBackground), 3);
+    }
+}
+
+TEST(SystemColors, labelsStandOutFromAnyAccent)
+{
+    for (const char *accent : {"#0a6ce8", "#e66100", "#f6d32d", "#ffffff", "#000000", "#33d17a"}) {
+        const SystemColors colors = SystemColors::of(ColorScheme::light, QColor(QLatin1String(accent)));
+        EXPECT_GE(contrast(colors.accentLabel, colors.accent), 3) << accent;
+    }
+}
+
+TEST(SystemColors, contrastIsThatOfWcag)
+{
+    EXPECT_NEAR(contrast(Qt::white, Qt::black), 21, 0.01);
+    EXPECT_NEAR(contrast(QColor(0x777777), Qt::white), 4.48, 0.01);
+}
+
+} // namespace kelo

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "KeloTheme/Appearance.h"
+#include "KeloTheme/ViewLoader.h"
+#include "Onboarding/OnboardingFlow.h"
+#include "Platform/fake/FakeLoginItem.h"
+#include "Platform/fake/MemoryDefaultsStore.h"
+#include "Preferences/Preferences.h"
+#include "Scheduling/Scheduler.h"
+#include "support/FakeClock.h"
+#include "support/FakeEventSource.h"
+#include "support/MeetingFactory.h"
+
+#include <QStringList>
+
+namespace mivora {
+
+/// The walkthrough over calendars and settings that stand still, at ten o'clock.
+struct FirstRun
+{
+    explicit FirstRun(CalendarAuthorization access)
+    {
+        clock.time = at("2026-03-10T10:00:00Z");
+        source.access = access;
+        scheduler.setTimeZone(QTimeZone::utc());
+    }
+
+    MemoryDefaultsStore store;
+    FakeLoginItem loginItem;
+    Preferences prefs{store, loginItem};
+    FakeEventSource source;
+    FakeClock clock;
+    Scheduler scheduler{source, prefs, clock};
+    /// The links into the system settings that were to be opened.
+    QStringList opened;
+    kelo::Appearance appearance{QDBusConnection(QStringLiteral("none"))};
+    kelo::ViewLoader views{appearance};
+    OnboardingFlow flow{views,
+                        prefs,
+                        source,
+                        scheduler,
+                        [this](const QString &link) { opened.append(link); },
+                        [](Timestamp time) {
+                            return QDateTime::fromSecsSinceEpoch(qint64(time.time_since_epoch().count()),
+                                                                 Qt::UTC)
+                                .toString(QStringLiteral("h:mm AP"));
+                        }};
+};
+
+} // namespace mivora

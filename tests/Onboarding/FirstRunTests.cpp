@@ -1,0 +1,293 @@
+#include "FirstRun.h"
+
+#include "Calendar/EventKitSource.h"
+#include "KeloOnboarding/OnboardingModel.h"
+
+#include <QAccessible>
+#include <QGuiApplication>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTest>
+#include <gmock/gmock.h>
+#include <string>
+
+namespace mivora {
+
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::Not;
+
+constexpr auto notDetermined = CalendarAuthorization::notDetermined;
+constexpr auto denied = CalendarAuthorization::denied;
+constexpr auto granted = CalendarAuthorization::granted;
+
+/// A calendar store whose permission a test sets.
+class StoreWithPermission final : public EventStore
+{
+public:
+    explicit StoreWithPermission(AuthorizationStatus status) : m_status(status) {}
+
+    AuthorizationStatus authorizationStatus() const override { return m_status; }
+
+    void requestFullAccess(AccessAnswer) override {}
+
+    std::vector<StoreCalendar> calendars() const override { return {}; }
+
+    StoreEvents events(Timestamp, Timestamp, const std::optional<std::set<std::string>> &) override
+    {
+        return {};
+    }
+
+    bool isLoaded() const override { return true; }
+
+    void setTimeZone(const QTimeZone &) override {}
+
+private:
+    AuthorizationStatus m_status;
+};
+
+// What a screen reader finds, in its order: the names of all that is on show.
+void collectNames(QAccessibleInterface *interface, std::vector<std::string> &names)
+{
+    if (!interface || interface->state().invisible)
+        return;
+    if (const QString name = interface->text(QAccessible::Name); !name.isEmpty())
+        names.push_back(name.toStdString());
+    for (int i = 0; i < interface->childCount(); ++i)
+        collectNames(interface->child(i), names);
+}
+
+QtMessageHandler previousHandler = nullptr;
+std::vector<std::string> qmlWarnings;
+
+void collectWarning(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (message.contains(QLatin1String(".qml")))
+        qmlWarnings.push_back(message.toStdString());
+    previousHandler(type, context, message);
+}
+
+} // namespace
+
+class FirstRunTest : public testing::Test
+{
+public:
+    FirstRunTest()
+    {
+        QGuiApplication::setQuitOnLastWindowClosed(false);
+        qmlWarnings.clear();
+        previousHandler = qInstallMessageHandler(collectWarning);
+    }
+
+    ~FirstRunTest() override
+    {
+        if (window())
+            window()->close();
+        QCoreApplication::processEvents();
+        qInstallMessageHandler(previousHandler);
+        EXPECT_THAT(qmlWarnings, testing::IsEmpty());
+    }
+
+    void show(FirstRunStep step)
+    {
+        run.flow.show(step);
+        ASSERT_TRUE(window());
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window()));
+    }
+
+    QQuickWindow *window() const
+    {
+        return run.flow.window() ? qobject_cast<QQuickWindow *>(run.flow.window()->window()) : nullptr;
+    }
+
+    int index() const { return run.flow.window()->model()->index(); }
+
+    std::vector<std::string> names() const
+    {
+        std::vector<std::string> names;
+        collectNames(QAccessible::queryAccessibleInterface(window()), names);
+        return names;
+    }
+
+    void press(int key) const { QTest::keyClick(window(), Qt::Key(key)); }
+
+    std::string focused() const
+    {
+        const auto *interface = QAccessible::queryAccessibleInterface(window()->activeFocusItem());
+        return interface ? interface->text(QAccessible::Name).toStdString() : std::string();
+    }
+
+    FirstRun run{notDetermined};
+};
+
+TEST_F(FirstRunTest, stepsAreCompleteAsTheyWait)
+{
+    const struct
+    {
+        AuthorizationStatus status;
+        bool isComplete;
+    } rows[] = {
+        {AuthorizationStatus::notDetermined, false}, {AuthorizationStatus::restricted, false},
+        {AuthorizationStatus::denied, false},        {AuthorizationStatus::fullAccess, true},
+        {AuthorizationStatus::writeOnly, false},
+    };
+
+    for (const auto &row : rows) {
+        EventKitSource source(std::make_unique<StoreWithPermission>(row.status));
+        const auto steps = firstRunSteps(source, run.scheduler, {[] {}, {}, {}});
+        ASSERT_EQ(steps.size(), 3U);
+        EXPECT_EQ(steps[0].id + steps[1].id + steps[2].id, QStringLiteral("welcomecalendarfirst"));
+        EXPECT_FALSE(steps[0].isComplete);
+        EXPECT_EQ(steps[1].isComplete(), row.isComplete) << int(row.status);
+        EXPECT_FALSE(steps[2].isComplete);
+    }
+}
+
+TEST_F(FirstRunTest, beginsAtLaunchWhereThereIsSomethingToDo)
+{
+    run.flow.showAtLaunch();
+    EXPECT_EQ(index(), 0);
+    window()->close();
+    EXPECT_TRUE(run.prefs.hasCompletedOnboarding());
+
+    run.flow.showAtLaunch();
+    EXPECT_FALSE(window()) << "once is enough";
+
+    run.prefs.setHasCompletedOnboarding(false);
+    run.source.access = granted;
+    run.flow.showAtLaunch();
+    EXPECT_EQ(index(), 2);
+
+    run.flow.show(FirstRunStep::calendar);
+    EXPECT_EQ(index(), 1) << "an open walkthrough starts anew";
+}
+
+TEST_F(FirstRunTest, endsByRememberingLettingGoAndRefreshingInThisOrder)
+{
+    std::vector<std::string> calls;
+    QObject::connect(&run.prefs, &Preferences::hasCompletedOnboardingChanged, &run.prefs,
+                     [&] { calls.emplace_back(run.flow.window() ? "remembered" : "too late"); });
+    run.scheduler.onRefresh = [&] { calls.emplace_back(run.flow.window() ? "too early" : "refreshed"); };
+    show(FirstRunStep::firstMeeting);
+    EXPECT_TRUE(calls.empty());
+
+    press(Qt::Key_Return);
+
+    EXPECT_THAT(calls, ElementsAre("remembered", "refreshed"));
+    EXPECT_FALSE(run.flow.window());
+}
+
+TEST_F(FirstRunTest, saysWhatTheAccessIs)
+{
+    const struct
+    {
+        CalendarAuthorization access;
+        std::vector<const char *> shown;
+        std::vector<const char *> absent;
+    } rows[] = {
+        {notDetermined,
+         {"Allow Calendar Access", "Skip for now"},
+         {"Access granted", "Open System Settings"}},
+        {granted, {"Access granted"}, {"Allow Calendar Access", "Open System Settings", "Skip for now"}},
+        {denied,
+         {"Open System Settings", "Skip for now",
+          "Turn on Mivora under Privacy & Security → Calendars, then come back here."},
+         {"Allow Calendar Access", "Access granted"}},
+    };
+
+    for (const auto &row : rows) {
+        run.source.access = row.access;
+        show(FirstRunStep::calendar);
+        const std::vector<std::string> found = names();
+        for (const char *text : row.shown)
+            EXPECT_THAT(found, Contains(text)) << int(row.access);
+        for (const char *text : row.absent)
+            EXPECT_THAT(found, Not(Contains(text))) << int(row.access);
+        EXPECT_THAT(found, Contains("Let Mivora read your calendar"));
+        EXPECT_THAT(found, Contains("Mivora needs Full Access to see your meetings and their Join links. It "
+                                    "reads them on this Mac and never stores or uploads anything."));
+        EXPECT_THAT(found, Contains("Using Google or Outlook? Add the account in Internet Accounts and its "
+                                    "calendars show up here."));
+        EXPECT_THAT(found, Contains("Step 2 of 3"));
+    }
+}
+
+TEST_F(FirstRunTest, seesAccessThatIsGivenElsewhere)
+{
+    run.source.access = denied;
+    int refreshed = 0;
+    run.scheduler.onRefresh = [&refreshed] { ++refreshed; };
+    show(FirstRunStep::calendar);
+    EXPECT_EQ(refreshed, 0);
+
+    run.source.access = granted;
+    QTest::qWait(1300);
+
+    EXPECT_THAT(names(), Contains("Access granted"));
+    EXPECT_THAT(names(), Not(Contains("Skip for now")));
+    EXPECT_EQ(refreshed, 1);
+    QTest::qWait(1100);
+    EXPECT_EQ(refreshed, 1);
+}
+
+TEST_F(FirstRunTest, isWalkedThroughWithTheKeyboardAlone)
+{
+    run.source.events = {withLink(makeMeeting("Design review", at("2026-03-10T10:30:00Z")))};
+    show(FirstRunStep::welcome);
+    EXPECT_THAT(names(), Contains("Your next meeting, one click away."));
+    press(Qt::Key_Return);
+    EXPECT_EQ(index(), 1);
+
+    std::vector<std::string> stops;
+    for (int i = 0; i < 4; ++i) {
+        press(Qt::Key_Tab);
+        stops.push_back(focused());
+    }
+    EXPECT_THAT(stops, ElementsAre("Allow Calendar Access",
+                                   "Using Google or Outlook? Add the account in Internet Accounts and its "
+                                   "calendars show up here.",
+                                   "Skip for now", "Continue"));
+    press(Qt::Key_Backtab);
+    press(Qt::Key_Backtab);
+    press(Qt::Key_Space);
+    EXPECT_EQ(run.opened.size(), 1);
+
+    press(Qt::Key_Backtab);
+    press(Qt::Key_Space);
+    ASSERT_TRUE(run.source.accessAnswer);
+    run.source.access = granted;
+    run.source.accessAnswer(true);
+    EXPECT_THAT(names(), Contains("Access granted"));
+
+    press(Qt::Key_Return);
+    EXPECT_EQ(index(), 2);
+    EXPECT_THAT(names(), Contains("Here's your next meeting"));
+    EXPECT_THAT(names(), Contains("Design review, 10:30 AM · Zoom"));
+    QTest::qWait(900);
+    EXPECT_THAT(names(), Not(Contains("Access granted"))) << "the step that was left is gone";
+
+    press(Qt::Key_Return);
+    EXPECT_FALSE(run.flow.window());
+    EXPECT_TRUE(run.prefs.hasCompletedOnboarding());
+}
+
+TEST_F(FirstRunTest, endsWithoutAMeeting)
+{
+    run.source.access = granted;
+    show(FirstRunStep::firstMeeting);
+
+    EXPECT_THAT(names(), Contains("No meetings today"));
+    EXPECT_THAT(names(),
+                Contains("A minute before each meeting, the Join panel appears. Change the lead time "
+                         "in Settings."));
+    EXPECT_THAT(names(), Contains("Start Using Mivora"));
+    EXPECT_THAT(names(), Not(Contains("The countdown is in your menu bar from now on.")));
+
+    run.source.events = {makeMeeting("Standup", at("2026-03-10T11:00:00Z"))};
+    run.scheduler.refresh();
+    EXPECT_THAT(names(), Contains("Standup, 11:00 AM · no link"));
+}
+
+} // namespace mivora

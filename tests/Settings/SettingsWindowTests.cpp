@@ -1,0 +1,354 @@
+#include "Platform/linux/IniDefaultsStore.h"
+#include "Preferences/Settings.h"
+#include "Settings/SettingsUnderTest.h"
+#include "support/AccessibleView.h"
+
+#include <QFile>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QWindow>
+#include <gtest/gtest.h>
+#include <optional>
+
+namespace mivora {
+
+namespace {
+
+using enum SettingsPage;
+using support::AccessibleView;
+
+const QString menuBarToggle = QStringLiteral("Show the next meeting in the menu bar");
+const QString shortcutToggle = QStringLiteral("Join the next meeting with a shortcut");
+const QString leadPicker = QStringLiteral("Show the Join panel");
+const QString lengthStepper = QStringLiteral("Title length");
+
+/// The window on one of its pages, with the keyboard.
+class OpenSettings final
+{
+public:
+    explicit OpenSettings(SettingsUnderTest &test, SettingsPage page = general) : m_test(test)
+    {
+        if (!m_test.controller.show(page) || !QTest::qWaitForWindowActive(&m_test.window()))
+            throw std::runtime_error("the settings can't be shown");
+        QTest::qWait(50);
+    }
+
+    AccessibleView view() { return AccessibleView(m_test.window()); }
+
+private:
+    SettingsUnderTest &m_test;
+};
+
+std::vector<CalendarInfo> manyCalendars()
+{
+    std::vector<CalendarInfo> calendars;
+    for (int i = 0; i < 200; ++i) {
+        const std::string account = "Account " + std::to_string(10 + i % 12);
+        calendars.push_back({std::to_string(i), "Calendar " + std::to_string(i), account, std::nullopt});
+    }
+    return calendars;
+}
+
+} // namespace
+
+TEST(SettingsWindow, isOneWindowThatKeepsPageAndPlace)
+{
+    SettingsUnderTest test;
+    EXPECT_FALSE(test.controller.window());
+    ASSERT_TRUE(test.controller.show());
+    QWindow *window = test.controller.window();
+    EXPECT_EQ(window->title(), QStringLiteral("General"));
+    EXPECT_EQ(window->size(), QSize(720, 540));
+    EXPECT_EQ(window->minimumSize(), window->maximumSize());
+    EXPECT_LE(
+        (window->geometry().center() - window->screen()->availableGeometry().center()).manhattanLength(), 2);
+
+    test.controller.show(calendars);
+    EXPECT_EQ(window->title(), QStringLiteral("Calendars"));
+    window->setPosition(11, 22);
+    QTest::qWait(50);
+    window->close();
+    EXPECT_FALSE(window->isVisible());
+    test.controller.show();
+    EXPECT_EQ(test.controller.window(), window);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(window->position(), QPoint(11, 22));
+    EXPECT_EQ(window->title(), QStringLiteral("Calendars"));
+
+    test.controller.release();
+    EXPECT_EQ(test.controller.window(), window) << "it is in use";
+    window->close();
+    test.controller.release();
+    EXPECT_FALSE(test.controller.window());
+    test.controller.show();
+    EXPECT_EQ(test.window().position(), QPoint(11, 22));
+    EXPECT_EQ(test.window().title(), QStringLiteral("Calendars"));
+}
+
+TEST(SettingsWindow, changesPagesFromTheSidebar)
+{
+    SettingsUnderTest test;
+    OpenSettings settings(test);
+    const AccessibleView view = settings.view();
+    EXPECT_EQ(view.names(QAccessible::ListItem),
+              (QStringList{QStringLiteral("General"), QStringLiteral("Calendars")}));
+    EXPECT_TRUE(view.find(QAccessible::ListItem, QStringLiteral("General"))->state().selected);
+    ASSERT_TRUE(view.click(QAccessible::ListItem, QStringLiteral("Calendars")));
+    EXPECT_EQ(test.controller.router().page(), calendars);
+    EXPECT_EQ(test.window().title(), QStringLiteral("Calendars"));
+    EXPECT_FALSE(view.find(QAccessible::CheckBox, menuBarToggle));
+    view.type(Qt::Key_Up);
+    EXPECT_EQ(test.window().title(), QStringLiteral("General"));
+    view.type(Qt::Key_W, Qt::ControlModifier);
+    EXPECT_FALSE(test.window().isVisible());
+}
+
+TEST(GeneralPage, writesEveryTogglesPreference)
+{
+    SettingsUnderTest test;
+    OpenSettings settings(test);
+    const AccessibleView view = settings.view();
+
+    const struct
+    {
+        QString name;
+        std::function<bool()> value;
+    } rows[] = {
+        {menuBarToggle, [&] { return test.prefs.showTitle(); }},
+        {QStringLiteral("Launch at login"), [&] { return test.prefs.launchAtLogin(); }},
+        {QStringLiteral("Also remind me for meetings without a link"),
+         [&] { return test.prefs.remindWithoutLink(); }},
+        {shortcutToggle, [&] { return test.prefs.joinHotKey().has_value(); }},
+    };
+
+    QStringList names;
+    for (const auto &row : rows) {
+        names.append(row.name);
+        const bool before = row.value();
+        EXPECT_EQ(view.isChecked(row.name), before) << row.name.toStdString();
+        // On the switch, then on the text of its row.
+        ASSERT_TRUE(view.click(QAccessible::CheckBox, row.name));
+        EXPECT_EQ(row.value(), !before) << row.name.toStdString();
+        EXPECT_EQ(view.isChecked(row.name), !before) << row.name.toStdString();
+        ASSERT_TRUE(view.click(QAccessible::CheckBox, row.name, -3));
+        EXPECT_EQ(row.value(), before) << row.name.toStdString();
+    }
+    EXPECT_EQ(view.names(QAccessible::CheckBox), names);
+    EXPECT_EQ(test.refreshes, 2);
+}
+
+TEST(GeneralPage, stepsTheTitleLengthWithinItsRange)
+{
+    SettingsUnderTest test;
+    test.prefs.setTitleWidth(59);
+    OpenSettings settings(test);
+    const AccessibleView view = settings.view();
+    const auto click = [&](double place) { return view.click(QAccessible::SpinBox, lengthStepper, place); };
+    for (const int expected : {60, 60}) {
+        ASSERT_TRUE(click(0.75));
+        EXPECT_EQ(test.prefs.titleWidth(), expected);
+    }
+    test.prefs.setTitleWidth(9);
+    for (const int expected : {8, 8}) {
+        ASSERT_TRUE(click(0.25));
+        EXPECT_EQ(test.prefs.titleWidth(), expected);
+    }
+    EXPECT_EQ(view.find(QAccessible::SpinBox, lengthStepper)->text(QAccessible::Description),
+              QStringLiteral("8 characters"));
+    test.prefs.setShowTitle(false);
+    EXPECT_TRUE(view.find(QAccessible::SpinBox, lengthStepper)->state().readOnly);
+    ASSERT_TRUE(click(0.75));
+    EXPECT_EQ(test.prefs.titleWidth(), 8);
+    EXPECT_EQ(test.refreshes, 2);
+}
+
+TEST(GeneralPage, picksFromLists)
+{
+    SettingsUnderTest test;
+    OpenSettings settings(test);
+    const AccessibleView view = settings.view();
+    ASSERT_TRUE(view.click(QAccessible::ComboBox, leadPicker));
+    EXPECT_EQ(view.names(QAccessible::MenuItem).join(u'|'),
+              QStringLiteral("When it starts|1 minute before|2 minutes before|5 minutes before"));
+    ASSERT_TRUE(view.click(QAccessible::MenuItem, QStringLiteral("5 minutes before")));
+    EXPECT_EQ(test.prefs.leadMinutes(), 5);
+    EXPECT_TRUE(view.names(QAccessible::MenuItem).isEmpty());
+    EXPECT_EQ(view.focused(), leadPicker);
+
+    const struct
+    {
+        std::vector<Qt::Key> keys;
+        int minutes;
+    } rows[] = {
+        {{Qt::Key_Space, Qt::Key_Up, Qt::Key_Up, Qt::Key_Return}, 1},
+        {{Qt::Key_Return, Qt::Key_Home, Qt::Key_Escape}, 1},
+        {{Qt::Key_Up}, 0},
+        {{Qt::Key_Up}, 0},
+        {{Qt::Key_Space, Qt::Key_End, Qt::Key_Space}, 5},
+    };
+
+    for (const auto &row : rows) {
+        for (const Qt::Key key : row.keys)
+            view.type(key);
+        EXPECT_EQ(test.prefs.leadMinutes(), row.minutes);
+        EXPECT_TRUE(test.window().isVisible());
+    }
+
+    ASSERT_TRUE(view.click(QAccessible::ComboBox, QStringLiteral("Panel position")));
+    ASSERT_TRUE(view.click(QAccessible::MenuItem, QStringLiteral("Bottom left")));
+    EXPECT_EQ(test.prefs.panelCorner(), PanelCorner::bottomLeft);
+}
+
+TEST(GeneralPage, recordsAShortcutAndKeepsItsKeysFromTheWindow)
+{
+    SettingsUnderTest test;
+    OpenSettings settings(test);
+    const AccessibleView view = settings.view();
+    const QString recorder = QStringLiteral("Shortcut");
+    EXPECT_FALSE(view.find(QAccessible::PushButton, recorder));
+    ASSERT_TRUE(view.click(QAccessible::CheckBox, shortcutToggle));
+    EXPECT_EQ(test.prefs.joinHotKey(), GeneralPageModel::defaultCombo);
+    const auto text = [&] {
+        return view.find(QAccessible::PushButton, recorder)->text(QAccessible::Description);
+    };
+    ASSERT_TRUE(view.find(QAccessible::PushButton, recorder));
+    EXPECT_EQ(text(), QStringLiteral("⇧⌘J"));
+
+    ASSERT_TRUE(view.click(QAccessible::PushButton, recorder));
+    EXPECT_EQ(text(), QStringLiteral("Press a shortcut…"));
+    EXPECT_TRUE(test.service.isSuspended());
+    view.type(Qt::Key_W, Qt::ControlModifier);
+    EXPECT_TRUE(test.window().isVisible()) << "that would have closed the window";
+    test.controller.show(calendars);
+    EXPECT_FALSE(test.service.isSuspended()) << "the recorder has left the screen";
+    test.controller.show(general);
+    EXPECT_EQ(text(), QStringLiteral("⇧⌘J"));
+    ASSERT_TRUE(view.click(QAccessible::PushButton, recorder));
+    test.window().close();
+    EXPECT_FALSE(test.service.isSuspended());
+}
+
+TEST(GeneralPage, isOperatedByKeyboard)
+{
+    SettingsUnderTest test;
+    test.prefs.setJoinHotKey(kelo::HotKeyCombo{9, kelo::controlKey});
+    OpenSettings settings(test);
+    const AccessibleView view = settings.view();
+    QStringList reached;
+    for (int i = 0; i < 10; ++i) {
+        reached.append(view.focused());
+        view.type(Qt::Key_Tab);
+    }
+    EXPECT_EQ(reached,
+              (QStringList{QStringLiteral("Settings"), menuBarToggle, lengthStepper,
+                           QStringLiteral("Launch at login"), leadPicker, QStringLiteral("Panel position"),
+                           QStringLiteral("Also remind me for meetings without a link"), shortcutToggle,
+                           QStringLiteral("Shortcut"), QStringLiteral("Reset to ⇧⌘J")}));
+    view.type(Qt::Key_Tab);
+    view.type(Qt::Key_Space);
+    EXPECT_FALSE(test.prefs.showTitle());
+}
+
+TEST(GeneralPage, sharesItsFileWithOtherPrograms)
+{
+    QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("mivora.conf"));
+    IniDefaultsStore store(file, IniDefaultsStore::Kind::preview);
+    SettingsUnderTest test(store);
+    OpenSettings settings(test);
+    const AccessibleView view = settings.view();
+    ASSERT_TRUE(view.click(QAccessible::CheckBox, menuBarToggle));
+    QFile stored(file);
+    ASSERT_TRUE(stored.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(stored.readAll().contains("showTitle=false"));
+
+    IniDefaultsStore other(file, IniDefaultsStore::Kind::preview);
+    other.setBoolean(settingsKey::showTitle, true);
+    other.setInteger(settingsKey::leadMinutes, 2);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view.isChecked(menuBarToggle); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return view.find(QAccessible::ComboBox, leadPicker)->text(QAccessible::Description) ==
+               QStringLiteral("2 minutes before");
+    }));
+}
+
+TEST(CalendarsPage, switchesCalendarsAndFollowsTheStore)
+{
+    SettingsUnderTest test;
+    test.source.known = {{"h", "Home", "", std::nullopt}, {"w", "Work", "Google", Color{1, 2, 3}}};
+    OpenSettings settings(test, calendars);
+    const AccessibleView view = settings.view();
+    EXPECT_EQ(view.names(QAccessible::Heading),
+              (QStringList{QStringLiteral("Calendars"), QStringLiteral("Google"),
+                           QStringLiteral("Open in the browser instead of the app")}));
+    ASSERT_TRUE(view.click(QAccessible::CheckBox, QStringLiteral("Work")));
+    EXPECT_EQ(test.prefs.disabledCalendarIDs(), std::set<std::string>{"w"});
+    EXPECT_EQ(test.refreshes, 1);
+    EXPECT_FALSE(view.isChecked(QStringLiteral("Work")));
+    test.prefs.setDisabledCalendarIDs({"h"});
+    EXPECT_TRUE(view.isChecked(QStringLiteral("Work")));
+    EXPECT_FALSE(view.isChecked(QStringLiteral("Home")));
+
+    test.source.known.push_back({"t", "Team", "Google", std::nullopt});
+    test.controller.calendarsChanged();
+    QTest::qWait(50);
+    EXPECT_EQ(view.names(QAccessible::CheckBox),
+              (QStringList{QStringLiteral("Home"), QStringLiteral("Work"), QStringLiteral("Team"),
+                           QStringLiteral("Zoom"), QStringLiteral("Microsoft Teams")}));
+    ASSERT_TRUE(view.click(QAccessible::CheckBox, QStringLiteral("Zoom")));
+    EXPECT_EQ(test.prefs.browserServices(), std::set{Service::zoom});
+}
+
+TEST(CalendarsPage, explainsMissingAccess)
+{
+    SettingsUnderTest test;
+    test.source.access = CalendarAuthorization::denied;
+    OpenSettings settings(test, calendars);
+    const AccessibleView view = settings.view();
+    ASSERT_TRUE(view.click(QAccessible::PushButton, QStringLiteral("Open System Settings…")));
+    EXPECT_EQ(test.opened.size(), 1);
+    ASSERT_TRUE(view.click(QAccessible::CheckBox, QStringLiteral("Microsoft Teams")));
+    EXPECT_EQ(test.prefs.browserServices(), std::set{Service::teams});
+
+    test.source.access = CalendarAuthorization::granted;
+    test.source.known = {{"h", "Home", "", std::nullopt}};
+    test.controller.calendarsChanged();
+    QTest::qWait(50);
+    EXPECT_FALSE(view.find(QAccessible::PushButton, QStringLiteral("Open System Settings…")));
+    EXPECT_TRUE(view.isChecked(QStringLiteral("Home")));
+}
+
+TEST(CalendarsPage, reachesAllOfManyCalendarsByKeyboard)
+{
+    SettingsUnderTest test;
+    test.source.known = manyCalendars();
+    OpenSettings settings(test, calendars);
+    const AccessibleView view = settings.view();
+    EXPECT_LT(view.names(QAccessible::CheckBox).size(), 60) << "only what is in sight exists";
+
+    QStringList reached;
+    for (int i = 0; i < 203; ++i) {
+        view.type(Qt::Key_Tab);
+        reached.append(view.focused());
+    }
+
+    EXPECT_EQ(QSet<QString>(reached.begin(), reached.end()).size(), 203) << "each one, and once";
+    EXPECT_EQ(reached.first(), QStringLiteral("Calendar 0"));
+    EXPECT_EQ(reached[200], QStringLiteral("Zoom"));
+    EXPECT_EQ(reached[201], QStringLiteral("Microsoft Teams"));
+    EXPECT_EQ(reached[202], QStringLiteral("Settings"));
+
+    view.type(Qt::Key_Backtab, Qt::ShiftModifier);
+    view.type(Qt::Key_Backtab, Qt::ShiftModifier);
+    view.type(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(view.focused(), reached[199]);
+    view.type(Qt::Key_Up);
+    view.type(Qt::Key_Space);
+    EXPECT_EQ(view.focused(), reached[198]);
+    const std::string id = reached[198].mid(9).toStdString();
+    EXPECT_EQ(test.prefs.disabledCalendarIDs(), std::set<std::string>{id});
+}
+
+} // namespace mivora

@@ -1,0 +1,35 @@
+// A window that stands for the user's terminal: writes the text of every key that it gets to its output, "+"
+// when it gets the keyboard and "-" when it loses it.
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QRasterWindow>
+#include <iostream>
+
+namespace {
+
+class KeyLog final : public QRasterWindow
+{
+    void keyPressEvent(QKeyEvent *event) override { std::cout << event->text().toStdString() << std::flush; }
+
+    void focusInEvent(QFocusEvent *) override { std::cout << '+' << std::flush; }
+
+    void focusOutEvent(QFocusEvent *) override { std::cout << '-' << std::flush; }
+
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter(this).fillRect(QRect(QPoint(), size()), Qt::darkCyan);
+    }
+};
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QGuiApplication app(argc, argv);
+    KeyLog window;
+    window.resize(600, 400);
+    window.show();
+    return QGuiApplication::exec();
+}

@@ -1,0 +1,84 @@
+#include "support/AccessibleView.h"
+
+#include <QTest>
+#include <QWindow>
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace support {
+
+namespace {
+
+void collect(QAccessibleInterface *from, QList<QAccessibleInterface *> &found)
+{
+    if (!from || from->state().invisible)
+        return;
+    found.append(from);
+    for (int i = 0; i < from->childCount(); ++i)
+        collect(from->child(i), found);
+}
+
+} // namespace
+
+QList<QAccessibleInterface *> AccessibleView::all() const
+{
+    QList<QAccessibleInterface *> found;
+    collect(QAccessible::queryAccessibleInterface(&m_window), found);
+    return found;
+}
+
+QAccessibleInterface *AccessibleView::find(QAccessible::Role role, const QString &name) const
+{
+    for (QAccessibleInterface *item : all()) {
+        if (item->role() == role && item->text(QAccessible::Name) == name)
+            return item;
+    }
+    return nullptr;
+}
+
+QStringList AccessibleView::names(QAccessible::Role role) const
+{
+    QList<QAccessibleInterface *> items = all();
+    items.removeIf([role](QAccessibleInterface *item) { return item->role() != role; });
+    std::ranges::stable_sort(items, {}, [](QAccessibleInterface *item) { return item->rect().top(); });
+    QStringList names;
+    for (QAccessibleInterface *item : items)
+        names.append(item->text(QAccessible::Name));
+    return names;
+}
+
+bool AccessibleView::isChecked(const QString &name) const
+{
+    QAccessibleInterface *item = find(QAccessible::CheckBox, name);
+    EXPECT_TRUE(item) << name.toStdString();
+    return item && item->state().checked;
+}
+
+bool AccessibleView::click(QAccessible::Role role, const QString &name, double place) const
+{
+    QAccessibleInterface *item = find(role, name);
+    if (!item)
+        return false;
+    const QRect rect = item->rect().translated(-m_window.position());
+    const QPoint point(rect.left() + int(rect.width() * place), rect.center().y());
+    QTest::mouseClick(&m_window, Qt::LeftButton, {}, point);
+    // What follows a click may be animated.
+    QTest::qWait(50);
+    return true;
+}
+
+void AccessibleView::type(Qt::Key key, Qt::KeyboardModifiers modifiers) const
+{
+    QTest::keyClick(&m_window, key, modifiers);
+}
+
+QString AccessibleView::focused() const
+{
+    for (QAccessibleInterface *item : all()) {
+        if (item->state().focused && item->state().focusable)
+            return item->text(QAccessible::Name);
+    }
+    return {};
+}
+
+} // namespace support

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <string>
+#include <vector>
+
+namespace kelo {
+
+/// The desktop's notification service on a private bus. Every notification gets the number 7.
+class FakeNotifications final : public QDBusVirtualObject
+{
+public:
+    explicit FakeNotifications(const QDBusConnection &bus) : m_bus(bus)
+    {
+        m_bus.registerVirtualObject(m_path, this);
+        m_bus.registerService(m_name);
+    }
+
+    QString introspect(const QString &) const override { return {}; }
+
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
+    {
+        const QVariantList arguments = message.arguments();
+        if (message.member() == QLatin1String("Notify")) {
+            const QStringList parts{arguments[3].toString(), arguments[4].toString(),
+                                    arguments[5].toStringList().join(QLatin1Char(',')),
+                                    arguments[7].toString()};
+            calls.push_back("notify " + arguments[1].toString().toStdString() + " " +
+                            parts.join(QLatin1Char('|')).toStdString());
+            connection.send(message.createReply(7U));
+            return true;
+        }
+        calls.push_back("close " + arguments.value(0).toString().toStdString());
+        connection.send(message.createReply());
+        return true;
+    }
+
+    void invoke(uint id, const QString &action) { send(QStringLiteral("ActionInvoked"), {id, action}); }
+
+    void closed(uint id, uint reason) { send(QStringLiteral("NotificationClosed"), {id, reason}); }
+
+    /// "notify REPLACED SUMMARY|BODY|ACTIONS|TIMEOUT" and "close ID".
+    std::vector<std::string> calls;
+
+private:
+    void send(const QString &signal, const QVariantList &arguments)
+    {
+        QDBusMessage message = QDBusMessage::createSignal(m_path, m_name, signal);
+        message.setArguments(arguments);
+        m_bus.send(message);
+    }
+
+    const QString m_path = QStringLiteral("/org/freedesktop/Notifications");
+    const QString m_name = QStringLiteral("org.freedesktop.Notifications");
+    QDBusConnection m_bus;
+};
+
+} // namespace kelo
