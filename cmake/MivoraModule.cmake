@@ -16,8 +16,10 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
 find_program(MIVORA_CCACHE ccache)
 if(MIVORA_CCACHE)
-    set(CMAKE_C_COMPILER_LAUNCHER ${MIVORA_CCACHE})
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${MIVORA_CCACHE})
+    # ccache caches nothing that reads a precompiled header unless it is told that this is fine.
+    set(launcher env CCACHE_SLOPPINESS=pch_defines,time_macros ${MIVORA_CCACHE})
+    set(CMAKE_C_COMPILER_LAUNCHER ${launcher})
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${launcher})
 endif()
 
 # What a sanitizer build and a fuzz build need to build.
@@ -26,7 +28,8 @@ add_custom_target(fuzzers)
 
 # Settings that every target of ours is compiled and linked with.
 add_library(MivoraOptions INTERFACE)
-target_compile_options(MivoraOptions INTERFACE -Wall -Wextra)
+# -pthread everywhere: GLib's users need it, and sources that share a precompiled header must agree on it.
+target_compile_options(MivoraOptions INTERFACE -Wall -Wextra -pthread $<$<CXX_COMPILER_ID:GNU>:-Wno-error=invalid-pch>)
 target_compile_definitions(
     MivoraOptions INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
                             QT_USE_QSTRINGBUILDER QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
@@ -35,6 +38,25 @@ if(MIVORA_SANITIZE)
                                                    -fno-sanitize-recover=all)
     target_link_options(MivoraOptions INTERFACE -fsanitize=${MIVORA_SANITIZE})
 endif()
+
+# Precompiled headers, for sources that see Qt Core: they more than halve the time of a build. Clang is stricter
+# than GCC about who may share one.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    set(pch_default ON)
+endif()
+option(MIVORA_PCH "Use precompiled headers" ${pch_default})
+function(_mivora_declare_pch name)
+    file(WRITE ${CMAKE_BINARY_DIR}/pch/${name}.cpp "")
+    add_library(${name} OBJECT ${CMAKE_BINARY_DIR}/pch/${name}.cpp)
+    set_target_properties(${name} PROPERTIES AUTOMOC OFF AUTORCC OFF)
+    target_link_libraries(${name} PRIVATE Qt6::Core MivoraOptions)
+    target_precompile_headers(${name} PRIVATE ${ARGN})
+endfunction()
+function(_mivora_use_pch target pch)
+    if(MIVORA_PCH)
+        target_precompile_headers(${target} REUSE_FROM ${pch})
+    endif()
+endfunction()
 
 # Makes the folder's headers visible as "NAME/…" to those that link the target, and to nobody else.
 function(_mivora_expose_headers target folder)
@@ -59,10 +81,10 @@ endfunction()
 
 # mivora_module(NAME LAYER n [DEPENDS modules…] [LIBRARIES public…] [PRIVATE_LIBRARIES …] SOURCES files…)
 #
-# Declares the static library NAME of the current folder. DEPENDS names modules of lower layers.
-# FOLDER gives another folder for the headers than the current one.
+# Declares the static library NAME of the current folder. DEPENDS names modules of lower layers. FOLDER gives
+# another folder for the headers than the current one. WITHOUT_QT is for modules that don't even see Qt Core.
 function(mivora_module name)
-    cmake_parse_arguments(arg "" "LAYER;FOLDER" "DEPENDS;LIBRARIES;PRIVATE_LIBRARIES;SOURCES" ${ARGN})
+    cmake_parse_arguments(arg "WITHOUT_QT" "LAYER;FOLDER" "DEPENDS;LIBRARIES;PRIVATE_LIBRARIES;SOURCES" ${ARGN})
     _mivora_check_layer(${name} ${arg_LAYER} ${arg_DEPENDS})
     add_library(${name} STATIC ${arg_SOURCES})
     set_target_properties(${name} PROPERTIES MIVORA_LAYER ${arg_LAYER})
@@ -72,6 +94,9 @@ function(mivora_module name)
     _mivora_expose_headers(${name} ${arg_FOLDER})
     target_link_libraries(${name} PUBLIC ${arg_DEPENDS} ${arg_LIBRARIES}
                                   PRIVATE MivoraOptions ${arg_PRIVATE_LIBRARIES})
+    if(NOT arg_WITHOUT_QT)
+        _mivora_use_pch(${name} MivoraPch)
+    endif()
 endfunction()
 
 # mivora_test(NAME DEPENDS modules… [LABELS …] [TIMEOUT s] [GUI] [NO_MAIN] SOURCES files…)
@@ -88,6 +113,7 @@ function(mivora_test name)
         target_link_libraries(${name} PRIVATE TestMain)
     endif()
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+    _mivora_use_pch(${name} MivoraTestPch)
     target_compile_definitions(${name} PRIVATE MIVORA_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data")
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 120)
