@@ -20,7 +20,8 @@ Rectangle {
     Accessible.name: qsTr("Settings")
     Accessible.focusable: true
 
-    onActiveFocusChanged: if (!activeFocus) isKeyed = true
+    // By Tab or a click on the page, not by another window.
+    onActiveFocusChanged: if (!activeFocus && Window.active) isKeyed = true
 
     Rectangle {
         anchors { right: parent.right; top: parent.top; bottom: parent.bottom }
