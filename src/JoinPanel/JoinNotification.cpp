@@ -30,16 +30,27 @@ JoinNotification::JoinNotification(const JoinPanelModel &model, const QDBusConne
     connect(&m_notification, &kelo::DesktopNotification::actionInvoked, this, &JoinNotification::act);
     connect(&m_notification, &kelo::DesktopNotification::dismissed, this,
             [this] { act(QStringLiteral("dismiss")); });
+    connect(&m_notification, &kelo::DesktopNotification::expired, this, [this] { m_isVisible = false; });
+    connect(&m_notification, &kelo::DesktopNotification::failed, this, [this] {
+        m_isVisible = false;
+        Q_EMIT failed();
+    });
     // Each change makes some desktops present the notification again: the minutes alone aren't worth that.
-    connect(&model, &JoinPanelModel::meetingChanged, this, &JoinNotification::update, Qt::QueuedConnection);
-    connect(&model, &JoinPanelModel::hasStartedChanged, this, &JoinNotification::update,
-            Qt::QueuedConnection);
+    connect(&model, &JoinPanelModel::meetingChanged, &m_update, qOverload<>(&QTimer::start));
+    connect(&model, &JoinPanelModel::hasStartedChanged, &m_update, qOverload<>(&QTimer::start));
+    m_update.setSingleShot(true);
+    connect(&m_update, &QTimer::timeout, this, &JoinNotification::update);
+}
+
+JoinNotification::~JoinNotification()
+{
+    hide();
 }
 
 void JoinNotification::show()
 {
     m_isVisible = true;
-    update();
+    m_update.start();
 }
 
 void JoinNotification::hide()

@@ -3,6 +3,7 @@
 #include "KeloPanel/DesktopNotification.h"
 
 #include <QObject>
+#include <QTimer>
 
 namespace mivora {
 
@@ -16,11 +17,17 @@ class JoinNotification final : public QObject
 public:
     /// \a model outlives the notification.
     JoinNotification(const JoinPanelModel &model, const QDBusConnection &bus);
+    /// Nothing stays on the screen whose buttons nobody answers.
+    ~JoinNotification() override;
 
     bool isVisible() const { return m_isVisible; }
 
     void show();
     void hide();
+
+Q_SIGNALS:
+    /// The desktop shows no notifications; this one is no longer visible.
+    void failed();
 
 private:
     void update();
@@ -28,6 +35,8 @@ private:
 
     const JoinPanelModel &m_model;
     kelo::DesktopNotification m_notification;
+    /// Changes that come together, as at a showing, are presented once.
+    QTimer m_update;
     bool m_isVisible = false;
 };
 

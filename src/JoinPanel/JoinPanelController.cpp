@@ -46,6 +46,7 @@ JoinPanelController::JoinPanelController(const Preferences &prefs, kelo::ViewLoa
       m_notification(m_model, bus), m_prefs(prefs)
 {
     m_controller.hidesOnResignKey = false;
+    connect(&m_notification, &JoinNotification::failed, this, &JoinPanelController::notificationFailed);
     connectActions(actions);
     m_controller.keyHandler = [panel = QPointer(this)](const kelo::KeyEvent &event) {
         return panel && panel->handleKey(event);
@@ -75,6 +76,14 @@ void JoinPanelController::show(const Meeting &meeting, Timestamp now)
     const bool usesWindow = kelo::panelPlatform() != kelo::PanelPlatform::notification;
     if (!usesWindow || !m_controller.orderFrontRegardless(origin()))
         m_notification.show();
+}
+
+// A window in the wrong place, and maybe in the way, is better than a missed meeting. Elsewhere than here the
+// window has been tried before the notification.
+void JoinPanelController::notificationFailed()
+{
+    if (kelo::panelPlatform() == kelo::PanelPlatform::notification)
+        m_controller.orderFrontRegardless(origin());
 }
 
 void JoinPanelController::refresh(const std::optional<Meeting> &panelRequest, Timestamp now)

@@ -27,7 +27,7 @@ struct JoinPanelActions
 /// don't hide it: who owns it does, when they have taken effect.
 ///
 /// Where windows can't be placed, or the view can't be loaded, a desktop notification with the same actions
-/// takes the panel's place.
+/// takes the panel's place. On a desktop that has no notifications either, the window stands where it is put.
 class JoinPanelController final : public QObject
 {
     Q_OBJECT
@@ -55,6 +55,7 @@ private:
     void connectActions(const JoinPanelActions &actions);
     bool handleKey(const kelo::KeyEvent &event) const;
     std::optional<QPointF> origin();
+    void notificationFailed();
 
     JoinPanelModel m_model;
     kelo::FloatingPanelController m_controller;

@@ -75,7 +75,12 @@ void DesktopNotification::send(const NotificationContent &content)
                                  << content.summary << content.body.toHtmlEscaped()
                                  << flattened(content.actions) << hints << (content.stays ? never : asUsual);
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(request), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, &DesktopNotification::finishShowing);
+    // A call without a bus has failed already, and its watcher never tells.
+    if (watcher->isError())
+        QMetaObject::invokeMethod(
+            this, [this, watcher] { finishShowing(watcher); }, Qt::QueuedConnection);
+    else
+        connect(watcher, &QDBusPendingCallWatcher::finished, this, &DesktopNotification::finishShowing);
 }
 
 void DesktopNotification::finishShowing(QDBusPendingCallWatcher *watcher)
@@ -88,6 +93,8 @@ void DesktopNotification::finishShowing(QDBusPendingCallWatcher *watcher)
         close();
     else if (const auto next = std::exchange(m_next, std::nullopt))
         send(*next);
+    else if (!reply.isValid())
+        Q_EMIT failed();
 }
 
 void DesktopNotification::receiveAction(uint id, const QString &key)
@@ -103,6 +110,8 @@ void DesktopNotification::receiveClosed(uint id, uint reason)
     m_id = 0;
     if (reason == closedByUser)
         Q_EMIT dismissed();
+    else
+        Q_EMIT expired();
 }
 
 } // namespace kelo

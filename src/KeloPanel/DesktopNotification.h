@@ -27,8 +27,8 @@ struct NotificationContent
     bool stays = false;
 };
 
-/// One notification of the desktop (org.freedesktop.Notifications). Nothing waits for the desktop's answers,
-/// and nothing happens where there is no such service.
+/// One notification of the desktop (org.freedesktop.Notifications). Nothing waits for the desktop's answers;
+/// where there is no such service, failed() tells so.
 class DesktopNotification final : public QObject
 {
     Q_OBJECT
@@ -45,6 +45,10 @@ Q_SIGNALS:
     void actionInvoked(const QString &key);
     /// The user closed the notification without an action.
     void dismissed();
+    /// The desktop took the notification away by itself.
+    void expired();
+    /// The desktop can't show it: nothing is on the screen.
+    void failed();
 
 private Q_SLOTS:
     void receiveAction(uint id, const QString &key);

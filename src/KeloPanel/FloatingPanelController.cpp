@@ -1,6 +1,5 @@
 #include "KeloPanel/FloatingPanelController.h"
 
-#include "KeloPanel/Screens.h"
 #include "KeloPanel/backends/PanelBackend.h"
 
 #include <QCoreApplication>
@@ -35,6 +34,7 @@ FloatingPanelController::FloatingPanelController(ViewLoader &views, PanelContent
     };
     m_releaseTimer.setSingleShot(true);
     connect(&m_releaseTimer, &QTimer::timeout, &m_panel, &FloatingPanel::releaseView);
+    connect(&m_screens, &ScreenWatcher::changed, this, &FloatingPanelController::stayOnScreen);
 }
 
 void FloatingPanelController::show()
@@ -88,6 +88,18 @@ void FloatingPanelController::prepareToShow()
         m_previousApp.reset();
     if (onWillShow)
         onWillShow();
+}
+
+// A panel on a screen that has gone, or become smaller, moves no further than it must.
+void FloatingPanelController::stayOnScreen()
+{
+    if (!isVisible())
+        return;
+    const auto screens = currentScreens();
+    const auto main = mainScreen();
+    const QRect frame = m_panel.window()->geometry();
+    if (const auto *screen = screenIntersecting(screens, main ? &*main : nullptr, frame))
+        m_panel.setOrigin(originInside(frame.topLeft(), screen->visibleFrame, frame.size()));
 }
 
 void FloatingPanelController::resignKey()

@@ -2,6 +2,7 @@
 
 #include "KeloPanel/FloatingPanel.h"
 #include "KeloPanel/RunningApp.h"
+#include "KeloPanel/Screens.h"
 
 #include <QObject>
 #include <QTimer>
@@ -52,10 +53,12 @@ public:
 private:
     void prepareToShow();
     void resignKey();
+    void stayOnScreen();
 
     FloatingPanel m_panel;
     std::optional<RunningApp> m_previousApp;
     QTimer m_releaseTimer;
+    ScreenWatcher m_screens;
 };
 
 } // namespace kelo

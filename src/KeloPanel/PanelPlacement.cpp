@@ -43,14 +43,17 @@ QPointF centredOrigin(const QRectF &visibleFrame, const QSizeF &panel)
 
 QPointF originNear(const QRectF &anchor, const QRectF &visibleFrame, const QSizeF &panel)
 {
-    double x = anchor.center().x() - panel.width() * 0.5;
+    const double x = anchor.center().x() - panel.width() * 0.5;
     double y = anchor.bottom() + anchorGap;
     if (y + panel.height() > visibleFrame.bottom())
         y = anchor.top() - anchorGap - panel.height();
-    // A panel larger than the screen keeps its top and right edges on it.
-    x = std::min(std::max(x, visibleFrame.left()), visibleFrame.right() - panel.width());
-    y = std::max(std::min(y, visibleFrame.bottom() - panel.height()), visibleFrame.top());
-    return {x, y};
+    return originInside({x, y}, visibleFrame, panel);
+}
+
+QPointF originInside(const QPointF &origin, const QRectF &visibleFrame, const QSizeF &panel)
+{
+    return {std::min(std::max(origin.x(), visibleFrame.left()), visibleFrame.right() - panel.width()),
+            std::max(std::min(origin.y(), visibleFrame.bottom() - panel.height()), visibleFrame.top())};
 }
 
 } // namespace kelo

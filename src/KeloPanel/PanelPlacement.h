@@ -32,4 +32,8 @@ QPointF centredOrigin(const QRectF &visibleFrame, const QSizeF &panel);
 /// The top left corner of a panel 12 below \a anchor; above it where there is no room, and never outside.
 QPointF originNear(const QRectF &anchor, const QRectF &visibleFrame, const QSizeF &panel);
 
+/// The top left corner nearest to \a origin at which the panel is all inside. One larger than the screen
+/// keeps its top and right edges on it.
+QPointF originInside(const QPointF &origin, const QRectF &visibleFrame, const QSizeF &panel);
+
 } // namespace kelo

@@ -31,4 +31,23 @@ std::optional<ScreenArea> mainScreen()
     return {};
 }
 
+ScreenWatcher::ScreenWatcher(QObject *parent) : QObject(parent)
+{
+    m_settle.setSingleShot(true);
+    connect(&m_settle, &QTimer::timeout, this, &ScreenWatcher::changed);
+    for (const QScreen *screen : QGuiApplication::screens())
+        watch(screen);
+    const auto later = qOverload<>(&QTimer::start);
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, &ScreenWatcher::watch);
+    connect(qGuiApp, &QGuiApplication::screenAdded, &m_settle, later);
+    connect(qGuiApp, &QGuiApplication::screenRemoved, &m_settle, later);
+    connect(qGuiApp, &QGuiApplication::primaryScreenChanged, &m_settle, later);
+}
+
+void ScreenWatcher::watch(const QScreen *screen)
+{
+    connect(screen, &QScreen::geometryChanged, &m_settle, qOverload<>(&QTimer::start));
+    connect(screen, &QScreen::availableGeometryChanged, &m_settle, qOverload<>(&QTimer::start));
+}
+
 } // namespace kelo

@@ -135,6 +135,7 @@ TEST_F(JoinPanelControllerTest, isANotificationWhereWindowsCanNotBePlaced)
     EXPECT_EQ(desktop.calls[0], "notify 0 Design review|Starts in 5m · Zoom|"
                                 "default,Join,join,Join,snooze,Snooze 1 min,dismiss,Dismiss|0");
     QTest::qWait(50);
+    EXPECT_EQ(desktop.calls.size(), 1U) << "presented once";
     for (const char *action : {"join", "default", "snooze", "dismiss"})
         desktop.invoke(7, QLatin1String(action));
     desktop.closed(7, 2);
@@ -144,6 +145,50 @@ TEST_F(JoinPanelControllerTest, isANotificationWhereWindowsCanNotBePlaced)
     notified.hide();
     EXPECT_FALSE(notified.isVisible());
     qunsetenv("MIVORA_PANEL");
+}
+
+TEST_F(JoinPanelControllerTest, theNotificationGoesWithTheProgram)
+{
+    if (!support::PrivateBus::isInstalled())
+        GTEST_SKIP() << "dbus-daemon is not installed";
+    qputenv("MIVORA_PANEL", "notification");
+    support::PrivateBus bus;
+    kelo::FakeNotifications desktop(bus.connection());
+    {
+        JoinPanelController notified(prefs, views, {}, now, bus.connection());
+        notified.show(review, now);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return desktop.calls.size() == 1; }));
+        QTest::qWait(50);
+    }
+    EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.calls.size() == 2; }));
+    EXPECT_EQ(desktop.calls.back(), "close 7");
+    qunsetenv("MIVORA_PANEL");
+}
+
+TEST_F(JoinPanelControllerTest, isAWindowWhereThereAreNoNotificationsEither)
+{
+    qputenv("MIVORA_PANEL", "notification");
+    JoinPanelController lonely(prefs, views, {}, now, QDBusConnection(QStringLiteral("none")));
+    lonely.show(review, now);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return lonely.controller().isVisible(); }));
+    lonely.hide();
+    EXPECT_FALSE(lonely.isVisible());
+    qunsetenv("MIVORA_PANEL");
+}
+
+TEST_F(JoinPanelControllerTest, doesNotClaimToBeVisibleWhereNothingCanBeShown)
+{
+    for (const char *platform : {"window", "notification"}) {
+        const QByteArray plugin = qgetenv("MIVORA_VIEWS");
+        qputenv("MIVORA_VIEWS", "/nonexistent/views.so");
+        qputenv("MIVORA_PANEL", platform);
+        kelo::ViewLoader missing(appearance);
+        JoinPanelController unseen(prefs, missing, {}, now, QDBusConnection(QStringLiteral("none")));
+        unseen.show(review, now);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !unseen.isVisible(); })) << platform;
+        qunsetenv("MIVORA_PANEL");
+        plugin.isEmpty() ? qunsetenv("MIVORA_VIEWS") : qputenv("MIVORA_VIEWS", plugin);
+    }
 }
 
 } // namespace mivora

@@ -61,6 +61,7 @@ TEST_F(DesktopNotificationTest, tellsOfItsOwnActionsOnly)
 {
     QSignalSpy actions(&*notification, &DesktopNotification::actionInvoked);
     QSignalSpy dismissals(&*notification, &DesktopNotification::dismissed);
+    QSignalSpy expiries(&*notification, &DesktopNotification::expired);
     notification->show({.summary = QStringLiteral("One"), .body = {}, .actions = {}, .stays = true});
     ASSERT_TRUE(waitForCalls(1));
     QTest::qWait(50);
@@ -74,6 +75,19 @@ TEST_F(DesktopNotificationTest, tellsOfItsOwnActionsOnly)
     ASSERT_EQ(actions.count(), 1);
     EXPECT_EQ(actions[0][0].toString(), QLatin1String("snooze"));
     EXPECT_EQ(dismissals.count(), 0) << "it had expired before";
+    EXPECT_EQ(expiries.count(), 1);
+}
+
+TEST(DesktopNotificationWithoutDesktop, tellsWhenNothingCanBeShown)
+{
+    DesktopNotification notification(QDBusConnection(QStringLiteral("none")));
+    QSignalSpy failures(&notification, &DesktopNotification::failed);
+    notification.show({.summary = QStringLiteral("One"), .body = {}, .actions = {}, .stays = true});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return failures.count() == 1; }));
+    notification.show({.summary = QStringLiteral("Two"), .body = {}, .actions = {}, .stays = true});
+    notification.close();
+    QTest::qWait(50);
+    EXPECT_EQ(failures.count(), 1) << "nobody waits for the second one any more";
 }
 
 } // namespace kelo

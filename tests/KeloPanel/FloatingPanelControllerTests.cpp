@@ -6,6 +6,7 @@
 
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QTest>
 #include <gmock/gmock.h>
 #include <string>
@@ -90,6 +91,20 @@ TEST_F(FloatingPanelControllerTest, orderedFrontItAsksNobodyAndKeepsItsPlace)
     EXPECT_TRUE(controller.orderFrontRegardless({}));
     EXPECT_EQ(controller.panel().window()->position(), QPoint(30, 40));
     EXPECT_THAT(calls, ElementsAre("didHide"));
+}
+
+TEST_F(FloatingPanelControllerTest, staysOnAScreenThatBecomesSmaller)
+{
+    QScreen *screen = QGuiApplication::primaryScreen();
+    const QRect visible = screen->availableGeometry();
+    const QPoint beyond = visible.bottomRight() - QPoint(20, 30);
+    controller.orderFrontRegardless(QPointF(beyond));
+    QWindow *window = controller.panel().window();
+    ASSERT_EQ(window->position(), beyond);
+    // As if it had been larger before.
+    Q_EMIT screen->geometryChanged(screen->geometry());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return visible.contains(window->geometry()); }));
+    EXPECT_EQ(window->geometry().bottomRight(), visible.bottomRight());
 }
 
 TEST_F(FloatingPanelControllerTest, losingTheKeyboardHidesItWhenWanted)
