@@ -23,7 +23,7 @@ protected:
         const Timestamp end =
             timestampFromSeconds(double(midnight.date().addDays(1).startOfDay(zone).toSecsSinceEpoch()));
         auto store = std::make_unique<FolderStore>(FolderStore::Setup{
-            {std::string(MIVORA_TEST_DATA) + "/calendars"}, windowAround(start, zone), {}});
+            {MIVORA_TEST_DATA "/calendars"}, windowAround(start, zone), {}});
         EXPECT_TRUE(waitUntilLoaded(*store, std::chrono::seconds(10)));
         EventKitSource source(std::move(store));
         calendars = source.calendars();

@@ -18,11 +18,10 @@ public:
 
     std::string calendar()
     {
-        std::string text = "BEGIN:VCALENDAR\n";
-        if (below(3) == 0)
-            text +=
-                "BEGIN:VTIMEZONE\nTZID:Office\nBEGIN:STANDARD\nDTSTART:20000101T000000\nTZOFFSETFROM:+1200\n"
-                "TZOFFSETTO:+1200\nEND:STANDARD\nEND:VTIMEZONE\n";
+        static const std::string zone =
+            "BEGIN:VTIMEZONE\nTZID:Office\nBEGIN:STANDARD\nDTSTART:20000101T000000\nTZOFFSETFROM:+1200\n"
+            "TZOFFSETTO:+1200\nEND:STANDARD\nEND:VTIMEZONE\n";
+        std::string text = "BEGIN:VCALENDAR\n" + (below(3) == 0 ? zone : std::string());
         for (int i = 0, n = 1 + below(6); i < n; ++i)
             text += event();
         return text + (below(20) ? "END:VCALENDAR\n" : "BEGIN:VEVENT\n");
