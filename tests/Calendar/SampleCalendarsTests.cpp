@@ -22,8 +22,8 @@ protected:
         const Timestamp start = timestampFromSeconds(double(midnight.toSecsSinceEpoch()));
         const Timestamp end =
             timestampFromSeconds(double(midnight.date().addDays(1).startOfDay(zone).toSecsSinceEpoch()));
-        auto store = std::make_unique<FolderStore>(FolderStore::Setup{
-            {MIVORA_TEST_DATA "/calendars"}, windowAround(start, zone), {}});
+        auto store = std::make_unique<FolderStore>(
+            FolderStore::Setup{{MIVORA_TEST_DATA "/calendars"}, windowAround(start, zone), {}});
         EXPECT_TRUE(waitUntilLoaded(*store, std::chrono::seconds(10)));
         EventKitSource source(std::move(store));
         calendars = source.calendars();

@@ -36,7 +36,8 @@ private:
     std::unique_ptr<GKeyFile, Free> m_file;
 };
 
-/// The Exec value that starts \a program without arguments, quoted by the rules of the Desktop Entry Specification.
+/// The Exec value that starts \a program without arguments, quoted by the rules of the Desktop Entry
+/// Specification.
 QString execLine(const QString &program);
 
 } // namespace mivora
