@@ -18,7 +18,7 @@ constexpr char appLink[] = "zoommtg://zoom.us/join?confno=123";
 Meeting zoomMeeting(const std::string &title, const char *start)
 {
     EventSnapshot snapshot = makeSnapshot(title, at(start), Seconds(3600));
-    snapshot.notes = std::string(webLink) + "?from=" + title;
+    snapshot.notes = std::string(webLink).append("?from=").append(title);
     return Meeting::fromSnapshot(snapshot);
 }
 
