@@ -18,7 +18,8 @@ struct ScheduleUnderTest
     QTemporaryDir folder;
     UpdateMemory memory{folder.filePath(QStringLiteral("updates.ini"))};
     QDateTime now = launch;
-    UpdateSchedule schedule{memory, QDBusConnection(QStringLiteral("none")), [this] { return now; }};
+    UpdateSchedule schedule{memory, [] { return QDBusConnection(QStringLiteral("none")); },
+                            [this] { return now; }};
     int dues = 0;
 
     ScheduleUnderTest()
@@ -77,6 +78,19 @@ TEST(ScheduleTests, isDueOnceADayAndRemembersItOverRestarts)
 
     UpdateMemory again(first.folder.filePath(QStringLiteral("updates.ini")));
     EXPECT_EQ(again.lastCheck(), first.now);
+}
+
+TEST(ScheduleTests, aClockThatIsSetRightDoesNotPutItOffForYears)
+{
+    ScheduleUnderTest launchedInTheFuture;
+    EXPECT_EQ(launchedInTheFuture.duesAfter(-400 * 24 * hours), 0);
+    EXPECT_EQ(launchedInTheFuture.duesAfter(61 * minutes), 1);
+
+    ScheduleUnderTest checkedInTheFuture;
+    EXPECT_EQ(checkedInTheFuture.duesAfter(61 * minutes), 1);
+    EXPECT_EQ(checkedInTheFuture.duesAfter(-400 * 24 * hours), 0);
+    EXPECT_EQ(checkedInTheFuture.duesAfter(61 * minutes), 1);
+    EXPECT_EQ(checkedInTheFuture.duesAfter(23 * hours), 0);
 }
 
 } // namespace kelo
