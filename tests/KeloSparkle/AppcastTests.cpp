@@ -242,6 +242,7 @@ TEST(AppcastTests, notesAreWhatAPersonReadsInThem)
         {"<description><![CDATA[<img src='file:///etc/passwd'>x<script>alert(1)</script>]]></description>",
          "x"},
         {"<description sparkle:format=\"plain-text\">a &lt;b&gt; c</description>", "a <b> c"},
+        {"<description>One\n\nTwo\n \n\t\n\nThree</description>", "One\n\nTwo\n\nThree"},
         {"<description>safe\xE2\x80\xAEtxt</description>", "safetxt"},
     };
 

@@ -222,6 +222,16 @@ TEST_F(UpdateRoadTests, aPackageThatIsGoneIsNotOpened)
     EXPECT_EQ(outcome(), "A new version of Mivora is available");
 }
 
+TEST_F(UpdateRoadTests, theWindowGrowsWithItsText)
+{
+    start();
+    window().show(lyingPage(QStringLiteral("/home")), Attention::taken);
+    const int usual = window().window()->height();
+    window().update(lyingPage(QString(600, QLatin1Char('w'))));
+    wait([&] { return window().window()->height() > usual; });
+    EXPECT_GT(window().window()->height(), usual);
+}
+
 TEST_F(UpdateRoadTests, whoeverAsksTwiceIsShownWhatIsGoingOn)
 {
     start().checkForUpdates();

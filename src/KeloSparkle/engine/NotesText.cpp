@@ -1,5 +1,6 @@
 #include "KeloSparkle/engine/NotesText.h"
 
+#include <QRegularExpression>
 #include <QSet>
 #include <libxml/HTMLparser.h>
 #include <memory>
@@ -141,6 +142,9 @@ QString plainNotes(const QString &text)
 {
     QString notes = text.left(longestNotes);
     notes.removeIf(isUnwanted);
+    // Or else the text could hide below the empty lines.
+    static const QRegularExpression gap(QStringLiteral("\n[ \t]*(\n[ \t]*)+\n"));
+    notes.replace(gap, QStringLiteral("\n\n"));
     return notes.trimmed();
 }
 
