@@ -8,7 +8,7 @@ StandardUpdaterController::StandardUpdaterController(Starting starting, UpdateFe
                                                      QObject *parent)
     : QObject(parent), m_starting(starting), m_feed(std::move(feed)), m_host(std::move(host)),
       m_memory(m_host.memoryPath), m_schedule(m_memory, m_host.systemBus, m_host.now),
-      m_window(m_host.views, m_host.sessionBus)
+      m_window(m_host.views, m_host.sessionBus, m_host.program.name)
 {
     connect(&m_window, &UpdateWindow::chosen, this, &StandardUpdaterController::perform);
     connect(&m_schedule, &UpdateSchedule::due, this, &StandardUpdaterController::checkInBackground);

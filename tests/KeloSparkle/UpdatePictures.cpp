@@ -64,14 +64,13 @@ void wait(int milliseconds)
 int main(int argc, char **argv)
 {
     QGuiApplication app(argc, argv);
-    QGuiApplication::setApplicationDisplayName(QStringLiteral("Mivora"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const QDBusConnection noBus(QStringLiteral("none"));
     Appearance appearance(noBus);
     ViewLoader views(appearance);
     bool isSaved = true;
     for (const Picture &picture : pictures()) {
-        UpdateWindow window(views, noBus);
+        UpdateWindow window(views, noBus, QStringLiteral("Mivora"));
         window.show(picture.page, Attention::taken);
         wait(500);
         const QRect area = window.window() ? window.window()->frameGeometry() : QRect();

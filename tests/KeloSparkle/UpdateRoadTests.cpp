@@ -143,6 +143,7 @@ TEST_F(UpdateRoadTests, aUserIsLedFromTheCheckToTheInstaller)
 {
     start().checkForUpdates();
     EXPECT_EQ(window().heading(), QStringLiteral("Checking for updates…"));
+    EXPECT_EQ(window().window()->title(), QStringLiteral("Mivora"));
     EXPECT_EQ(outcome(), "A new version of Mivora is available");
     EXPECT_EQ(window().notes(), QStringLiteral("<b>Faster</b>"));
     EXPECT_EQ(server.requests, QStringList(feedPath)) << "nothing is downloaded unasked";
