@@ -25,6 +25,7 @@ public:
     QStringList shown;
 
 public Q_SLOTS:
+
     void ShowItems(const QStringList &addresses, const QString &) { shown << addresses; }
 };
 
@@ -45,10 +46,9 @@ public:
         for (const QByteArray &type : types)
             defaults += type + "=recorder.desktop\n";
         QDir().mkpath(path("applications"));
-        write("applications/recorder.desktop", "[Desktop Entry]\nType=Application\nName=Recorder\nExec=" +
-                                                   program.toUtf8() + " %f\nMimeType=" +
-                                                   QByteArrayList(std::begin(types), std::end(types)).join(';') +
-                                                   ";\n");
+        write("applications/recorder.desktop",
+              "[Desktop Entry]\nType=Application\nName=Recorder\nExec=" + program.toUtf8() +
+                  " %f\nMimeType=" + QByteArrayList(std::begin(types), std::end(types)).join(';') + ";\n");
         write("mimeapps.list", defaults);
         qputenv("XDG_CONFIG_HOME", m_folder.path().toUtf8());
         qputenv("XDG_DATA_HOME", m_folder.path().toUtf8());
