@@ -255,6 +255,27 @@ TEST_F(EngineTests, whateverEndsNeverEndsSoon)
     }
 }
 
+// Whoever hears of the end may delete everything, so Qt Network must not be at work with it any more.
+TEST_F(EngineTests, aFetchEndsInTheEventLoopAndNotWithinQtNetwork)
+{
+    QNetworkAccessManager network;
+    QObject context;
+    bool hasReturned = false;
+    std::optional<UpdateFailure> ending;
+    const auto sink = [&](const QByteArray &) {
+        QMetaObject::invokeMethod(
+            &context, [&] { hasReturned = true; }, Qt::QueuedConnection);
+        return false;
+    };
+    const HttpsFetch fetch(network, server.address(feedPath), {.bytes = 50'000}, sink,
+                           [&](const auto &failure) {
+                               EXPECT_TRUE(hasReturned);
+                               ending = failure;
+                           });
+    ASSERT_TRUE(waitFor(ending));
+    EXPECT_EQ(ending->fault, UpdateFault::cannotSave);
+}
+
 TEST_F(EngineTests, mayBeCancelledOrUsedAgainInItsAnswer)
 {
     server.answers[feedPath] = {.head = "HTTP/1.1 200 OK\r\n\r\n", .endless = QByteArray(100'000, 'x')};
