@@ -4,7 +4,8 @@
 # To be run before a release, and looked at.
 #   tray-on-desktops.sh BIN_FOLDER OUTPUT_FOLDER [xfce|indicator|mate|waybar|gnome|plasma …]
 # Packages beyond those of the tests: mate-panel mate-indicator-applet; gnome-shell gnome-shell-extension-appindicator
-# gjs libgl1-mesa-dri and the gir1.2 packages that gnome-shell recommends; plasma-workspace plasma-desktop kwin-x11 kded5.
+# gjs libgl1-mesa-dri python3-dbusmock and the gir1.2 packages that gnome-shell recommends; plasma-workspace
+# plasma-desktop plasma-pa kwin-x11 kded5 qml-module-org-kde-kitemmodels qml-module-qt-labs-platform.
 # Exits with 1 when a desktop fails, with 77 when none is installed.
 set -euo pipefail
 script=$(realpath "$0")
@@ -228,6 +229,7 @@ EOF
     # sway doesn't run as root.
     [ "$(id -u)" -ne 0 ] || { chown -R nobody "$run" && as_user=(setpriv --reuid=nobody --regid=nogroup --clear-groups env); }
     as_user+=(HOME="$run")
+    "${as_user[@]}" test -x "$bin/mivora" || exit 77
     bus
     start "${as_user[@]}" DISPLAY="$OUTER" WLR_BACKENDS=x11 WLR_RENDERER=pixman WLR_X11_OUTPUTS=1 \
         sway -c "$run/sway"
