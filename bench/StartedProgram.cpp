@@ -10,7 +10,8 @@ namespace mivora {
 namespace {
 
 // The sum over a process's threads of what a file of each says.
-double sumOverThreads(qint64 process, const char *file, const std::function<double(const QByteArray &)> &value)
+double sumOverThreads(qint64 process, const char *file,
+                      const std::function<double(const QByteArray &)> &value)
 {
     double sum = 0;
     const QDir tasks(QStringLiteral("/proc/%1/task").arg(process));
@@ -68,9 +69,8 @@ double processorTime(qint64 process)
 
 double wakeUps(qint64 process)
 {
-    return sumOverThreads(process, "status", [](const QByteArray &text) {
-        return numberOf(text, "voluntary_ctxt_switches:");
-    });
+    return sumOverThreads(process, "status",
+                          [](const QByteArray &text) { return numberOf(text, "voluntary_ctxt_switches:"); });
 }
 
 double memory(qint64 process, const char *name)

@@ -19,9 +19,10 @@ class Session final : public QObject
 
 public:
     Session()
-        : m_root(QString::fromStdString(samples::folderOfFiles(1000))), m_watcher(m_bus.connection()),
+        : m_root(m_home.filePath(QStringLiteral("calendars"))), m_watcher(m_bus.connection()),
           m_connection(m_bus.connection()), m_environment(environmentIn(m_home, m_bus))
     {
+        QFile::rename(QString::fromStdString(samples::folderOfFiles(1000)), m_root);
         m_environment.insert(QStringLiteral("DISPLAY"), QString::fromLatin1(m_display.name()));
         m_environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
         m_environment.insert(QStringLiteral("MIVORA_CALENDARS"), m_root);
@@ -69,8 +70,11 @@ private Q_SLOTS:
 private:
     void writeMeeting(int number) const
     {
-        const QByteArray start =
-            QDateTime::currentDateTime().addSecs(3600).toUTC().toString(QStringLiteral("yyyyMMdd'T'HHmmss'Z'")).toLatin1();
+        const QByteArray start = QDateTime::currentDateTime()
+                                     .addSecs(3600)
+                                     .toUTC()
+                                     .toString(QStringLiteral("yyyyMMdd'T'HHmmss'Z'"))
+                                     .toLatin1();
         QFile file(m_root + QStringLiteral("/work/today.ics"));
         if (file.open(QIODevice::WriteOnly))
             file.write("BEGIN:VCALENDAR\r\nVERSION:2.0\r\nBEGIN:VEVENT\r\nUID:today\r\nSUMMARY:Meeting " +
@@ -149,9 +153,15 @@ void manyRefreshes(benchmark::State &state)
     process.waitForFinished();
 }
 
-BENCHMARK_CAPTURE(start, bare, "bare-tray-item")->UseManualTime()->Iterations(10)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(start, bare, "bare-tray-item")
+    ->UseManualTime()
+    ->Iterations(10)
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(start, mivora, "mivora")->UseManualTime()->Iterations(10)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(idle, bare, "bare-tray-item")->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(idle, bare, "bare-tray-item")
+    ->UseManualTime()
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(idle, mivora, "mivora")->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(manyRefreshes)->UseRealTime()->Iterations(2000)->Unit(benchmark::kMillisecond);
 
