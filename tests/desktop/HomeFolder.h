@@ -6,8 +6,9 @@
 
 namespace support {
 
-/// A home of its own for this process and what it starts from then on. It comes before their session bus, whose
-/// services would live in the home of the person who runs the tests otherwise. Removed with its last content.
+/// A home of its own for this process and what it starts from then on. It comes before their session bus,
+/// whose services would live in the home of the person who runs the tests otherwise. Removed with its last
+/// content.
 class HomeFolder final
 {
 public:
