@@ -1,3 +1,4 @@
+#include "KeloPanel/ToastController.h"
 #include "KeloPanel/backends/X11Connection.h"
 #include "desktop/Desktop.h"
 #include "desktop/PanelUnderTest.h"
@@ -298,6 +299,29 @@ TEST_F(JoinPanelOnDesktop, buttonsDoWhatTheySay)
     ASSERT_TRUE(waitFor([&] { return test.actions.size() >= 3; }));
     EXPECT_THAT(test.actions,
                 ElementsAre("join Design review", "snooze Design review", "dismiss Design review"));
+}
+
+TEST_F(JoinPanelOnDesktop, aToastLeavesKeyboardAndMouseAloneAndGoesByItself)
+{
+    kelo::ToastController toast(test.views, QDBusConnection(QStringLiteral("none")));
+    const auto typed = desktop->typed();
+    for (const char *text : {"Couldn't open Zoom. Link copied.", "Couldn't open Teams. Link copied."}) {
+        toast.show(QLatin1String(text));
+        ASSERT_TRUE(toast.isVisible());
+        EXPECT_EQ(focus(), terminal);
+    }
+    ASSERT_TRUE(waitFor([] { return topmostVisibleWindow() != XCB_WINDOW_NONE; }));
+    const kelo::X11Connection x11;
+    auto *place =
+        xcb_get_geometry_reply(x11.get(), xcb_get_geometry(x11.get(), topmostVisibleWindow()), nullptr);
+    desktop->act({QStringLiteral("mousemove"), QString::number(place->x + place->width / 2),
+                  QString::number(place->y + place->height / 2), QStringLiteral("click"),
+                  QStringLiteral("1")});
+    EXPECT_TRUE(workArea().contains(QRect(place->x, place->y, place->width, place->height)));
+    std::free(place);
+    EXPECT_TRUE(toast.isVisible()) << "a click is not for it";
+    EXPECT_TRUE(waitFor([&] { return !toast.isVisible(); }, 10s));
+    EXPECT_EQ(desktop->typed(), typed);
 }
 
 } // namespace mivora
