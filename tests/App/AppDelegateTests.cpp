@@ -23,12 +23,18 @@ namespace {
 
 const QString zoomLink = QStringLiteral("https://zoom.us/j/123456789");
 
+std::unique_ptr<MemoryDefaultsStore> pastTheFirstRun()
+{
+    auto defaults = std::make_unique<MemoryDefaultsStore>();
+    defaults->setBoolean(settingsKey::hasCompletedOnboarding, true);
+    return defaults;
+}
+
 class RunningApp : public testing::Test
 {
 protected:
     RunningApp()
     {
-        defaults.setBoolean(settingsKey::hasCompletedOnboarding, true);
         clock.time = at("2026-03-10T08:50:00Z");
         store->storeCalendars = {{"work", "Work", "Account", std::nullopt}};
         store->add("Design review", secondsOf("2026-03-10T09:00:00Z")).url = zoomLink.toStdString();
@@ -48,7 +54,8 @@ protected:
 
     const JoinPanelModel &panel() { return delegate.panel().model(); }
 
-    MemoryDefaultsStore defaults;
+    std::unique_ptr<MemoryDefaultsStore> ownedDefaults = pastTheFirstRun();
+    MemoryDefaultsStore &defaults = *ownedDefaults;
     FakeLoginItem loginItem;
     FakeWorkspace workspace;
     FakePasteboard pasteboard;
