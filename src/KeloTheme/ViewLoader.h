@@ -2,6 +2,7 @@
 
 #include "KeloTheme/ViewHost.h"
 
+#include <QObject>
 #include <QPluginLoader>
 
 namespace kelo {
@@ -25,6 +26,10 @@ public:
     /// To be called after a window was deleted that is not needed soon: frees the engine with the last one.
     void releaseUnused();
 
+    /// The same, once events that were posted before have been dealt with: for windows that end by
+    /// deleteLater(). Nothing happens when the loader is gone by then.
+    void releaseUnusedLater();
+
     bool isLoaded() const { return m_host; }
 
 private:
@@ -34,6 +39,7 @@ private:
     QPluginLoader m_plugin;
     ViewHost *m_host = nullptr;
     bool m_hasFailed = false;
+    QObject m_later;
 };
 
 } // namespace kelo
