@@ -39,7 +39,7 @@ by_zsh() {
     zsh -f -c '
         zmodload zsh/zpty
         zpty asked "TERM=dumb zsh -f -i"
-        zpty -w asked "PS1=; fpath=($1 \$fpath); autoload -Uz compinit; compinit -u -d /dev/null; LISTMAX=1000"
+        zpty -w asked "PS1=; fpath=($1 \$fpath); autoload -Uz compinit; compinit -u -D; LISTMAX=1000"
         zpty -w asked "zstyle \":completion:*\" list-separator \"|\""
         zpty -w asked "tell() { zle list-choices; zle -R; print -r listed\$((40 + 2)); }; zle -N tell; bindkey \"^I\" tell"
         zpty -w asked "echo ready\$((40 + 2))"
