@@ -1,6 +1,6 @@
 # The Debian package: `cpack -G DEB`, see scripts/package.
-install(FILES deb/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install_compressed(${CMAKE_CURRENT_SOURCE_DIR}/deb/changelog changelog ${CMAKE_INSTALL_DOCDIR})
+install(FILES deb/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/mivora)
+install_compressed(${CMAKE_CURRENT_SOURCE_DIR}/deb/changelog changelog ${CMAKE_INSTALL_DATADIR}/doc/mivora)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME mivora)
@@ -19,14 +19,15 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE ${MIVORA_MAKER_PAGE})
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "countdown to your next meeting, and the way into it
- Mivora sits in the status tray. It reads your calendars on your own machine,
- shows a countdown to the next meeting, and floats a small panel a moment
- before it starts: Join, Snooze, Dismiss.
- .
- It finds the join links of Zoom, Google Meet, Teams, Webex and FaceTime, or
- any other https link, and opens them in the service's own app where that is
- installed. It stores nothing about meetings.")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "countdown to your next meeting, and the way into it")
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
+    "Mivora sits in the status tray. It reads your calendars on your own machine,
+shows a countdown to the next meeting, and floats a small panel a moment
+before it starts: Join, Snooze, Dismiss.
+
+It finds the join links of Zoom, Google Meet, Teams, Webex and FaceTime, or
+any other https link, and opens them in the service's own app where that is
+installed. It stores nothing about meetings.")
 
 # Libraries are found by what the program and its plug-ins link; QML modules and the window system's plug-ins are only
 # loaded.
@@ -35,4 +36,5 @@ set(CPACK_DEBIAN_PACKAGE_DEPENDS "qml6-module-qtqml-workerscript, qml6-module-qt
 default-dbus-session-bus | dbus-session-bus, hicolor-icon-theme")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "evolution-data-server, qt6-wayland")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "gnome-shell-extension-appindicator, vdirsyncer, wl-clipboard")
+set(CPACK_POST_BUILD_SCRIPTS ${CMAKE_CURRENT_SOURCE_DIR}/deb/without-ldconfig.cmake)
 include(CPack)

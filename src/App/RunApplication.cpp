@@ -36,9 +36,10 @@ ApplicationActions actionsOf(AppDelegate &delegate, StartedBy startedBy)
     const auto isFirstRequest = std::make_shared<bool>(true);
     const bool isStart = startedBy == StartedBy::sessionBus;
     return {.perform =
-                [&delegate, isFirstRequest](const QString &action, const QString &argument) {
+                [&delegate, isFirstRequest](const QString &action, const QString &argument,
+                                            const ApplicationActions::Answer &answer) {
                     *isFirstRequest = false;
-                    return delegate.perform(action, argument);
+                    delegate.performWhenLoaded(action, argument, answer);
                 },
             .activate =
                 [&delegate, isFirstRequest, isStart] {
