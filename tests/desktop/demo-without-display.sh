@@ -19,7 +19,7 @@ mkdir "$run/tmp"
 env -u DISPLAY -u WAYLAND_DISPLAY TMPDIR="$run/tmp" MIVORA_DEMO_OUTPUT="$run/output" "$scripts/demo" "$program" \
     >"$run/printed" 2>&1 || fail "the demo ends well"
 
-for text in "Design review .*Zoom" "Release planning" "Next: Design review" "Joining: https://us02web.zoom.us/j/81234567890"; do
+for text in "Design review .*Zoom" "Release planning" "Next: Design review" "Joining: .*81234567890"; do
     grep -q "$text" "$run/printed" || [ "$(date +%H)" -ge 22 ] || fail "it prints $text"
 done
 grep -q "declined" "$run/printed" && fail "a declined meeting is left out"
