@@ -1,67 +1,13 @@
-#include "support/PrivateBus.h"
+#include "StartedProgram.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QElapsedTimer>
-#include <QProcess>
+#include <QFile>
 #include <benchmark/benchmark.h>
 
+namespace mivora {
+
 namespace {
-
-/// Stands for a panel: hears of the item that a program shows.
-class Watcher final : public QObject
-{
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
-
-public:
-    explicit Watcher(QDBusConnection bus)
-    {
-        bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), this, QDBusConnection::ExportAllSlots);
-        bus.registerService(QStringLiteral("org.kde.StatusNotifierWatcher"));
-    }
-
-    int items = 0;
-
-public Q_SLOTS:
-
-    void RegisterStatusNotifierItem(const QString &) { ++items; }
-};
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-/// In seconds, of all threads (proc(5), schedstat).
-double processorTime(qint64 process)
-{
-    constexpr double nanoseconds = 1e-9;
-    double sum = 0;
-    const QDir tasks(QStringLiteral("/proc/%1/task").arg(process));
-    for (const QString &task : tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
-        sum += contentOf(tasks.filePath(task + QStringLiteral("/schedstat"))).split(' ').value(0).toDouble();
-    return sum * nanoseconds;
-}
-
-/// A value of /proc/PID/smaps_rollup in kB.
-double memory(qint64 process, const char *name)
-{
-    for (const QByteArray &line :
-         contentOf(QStringLiteral("/proc/%1/smaps_rollup").arg(process)).split('\n')) {
-        if (line.startsWith(name))
-            return line.simplified().split(' ').value(1).toDouble();
-    }
-    return 0;
-}
-
-void spendTime(const std::function<bool()> &isOver, int milliseconds)
-{
-    QElapsedTimer timer;
-    for (timer.start(); !isOver() && timer.elapsed() < milliseconds;)
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 10);
-}
 
 /// The program as it is installed: it finds its information dictionary beside its own folder.
 void install(const QDir &prefix, bool hasFeed)
@@ -77,17 +23,6 @@ void install(const QDir &prefix, bool hasFeed)
                    QByteArray(32, 'k').toBase64() + "\"}");
 }
 
-QProcessEnvironment environmentIn(const QTemporaryDir &home, const support::PrivateBus &bus)
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("HOME"), home.path());
-    for (const char *name : {"XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"})
-        environment.insert(QLatin1String(name), home.path());
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-    environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QString::fromLatin1(bus.address()));
-    return environment;
-}
-
 void startAndRest(benchmark::State &state, bool hasFeed)
 {
     const QTemporaryDir prefix;
@@ -95,8 +30,9 @@ void startAndRest(benchmark::State &state, bool hasFeed)
     install(QDir(prefix.path()), hasFeed);
     const QString program = prefix.filePath(QStringLiteral("bin/mivora"));
     support::PrivateBus bus;
-    Watcher watcher(bus.connection());
-    const QProcessEnvironment environment = environmentIn(home, bus);
+    ItemWatcher watcher(bus.connection());
+    QProcessEnvironment environment = environmentIn(home, bus);
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
     const auto run = [&](QProcess &process, const QStringList &arguments) {
         process.setProcessEnvironment(environment);
         process.start(program, arguments);
@@ -146,11 +82,11 @@ BENCHMARK_CAPTURE(startAndRest, withFeed, true)
 
 } // namespace
 
+} // namespace mivora
+
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
 }
-
-#include "UpdatesAtStart.moc"

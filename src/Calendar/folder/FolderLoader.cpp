@@ -235,7 +235,8 @@ void FolderLoader::scanAndLoad(Compare compare)
 std::vector<FileJob> FolderLoader::scan(Compare compare, EventChanges &changes)
 {
     m_watch.beginRound();
-    std::vector<FolderListing> folders = m_tree.list([this](const std::string &path) { m_watch.add(path); });
+    std::vector<FolderListing> folders =
+        m_tree.list([this](const std::string &path) { m_watch.add(path, FolderWatch::Interest::content); });
     watchAboveRoots();
     m_watch.endRound();
     m_folderTimes.clear();
@@ -256,7 +257,7 @@ void FolderLoader::watchAboveRoots()
         std::string above = parentOf(root);
         while (above != "/" && !exists(above))
             above = parentOf(above);
-        m_watch.add(above);
+        m_watch.add(above, FolderWatch::Interest::names);
     }
 }
 
