@@ -28,7 +28,7 @@ activate() {
     local mivora="$prefix/bin/mivora"
     fail() { echo "FAILED: $1" >&2; exit 1; }
     await() { for _ in $(seq 60); do if "$@" >/dev/null 2>&1; then return 0; fi; sleep 0.5; done; return 1; }
-    request() { gdbus call --session -d app.kelo.Mivora -o /app/kelo/Mivora -m "org.freedesktop.Application.$@"; }
+    request() { gdbus call --session -d app.kelo.Mivora -o /app/kelo/Mivora -m "org.freedesktop.Application.$1" "${@:2}"; }
     shows_settings() { xdotool search --onlyvisible --class mivora search --onlyvisible --name "^$1\$"; }
     items() {
         gdbus call --session -d org.kde.StatusNotifierWatcher -o /StatusNotifierWatcher \
