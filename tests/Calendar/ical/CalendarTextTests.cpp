@@ -219,7 +219,8 @@ TEST(CalendarText, hostileTextTakesLittleTime)
         const auto begin = std::chrono::steady_clock::now();
         readCalendarText(calendarOf(text), june());
         const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
-        // Far from what it takes, also on a busy machine with sanitizers; unbounded work takes minutes and more.
+        // Far from what it takes, also on a busy machine with sanitizers; unbounded work takes minutes and
+        // more.
         EXPECT_LT(taken.count(), 60.0) << text.substr(0, 200);
     }
 }
