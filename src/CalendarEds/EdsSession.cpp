@@ -35,6 +35,21 @@ bool isTimeout(const GError &error)
            g_error_matches(&error, G_DBUS_ERROR, G_DBUS_ERROR_TIMEOUT);
 }
 
+/// Why an account is not signed in to.
+const char *problemFor(ESourceCredentialsReason reason)
+{
+    switch (reason) {
+    case E_SOURCE_CREDENTIALS_REASON_REQUIRED:
+        return "needs a password; open the desktop's calendar or its online accounts to sign in";
+    case E_SOURCE_CREDENTIALS_REASON_REJECTED:
+        return "has a password that its server refuses; sign in again in the desktop's online accounts";
+    case E_SOURCE_CREDENTIALS_REASON_SSL_FAILED:
+        return "has a server with a certificate that can't be trusted";
+    default:
+        return "can't be signed in to";
+    }
+}
+
 } // namespace
 
 EdsSession::EdsSession(GDBusConnection *bus, const std::string &service, DesktopInterval interval,
@@ -103,8 +118,8 @@ void EdsSession::followRegistry()
          {"source-added", "source-changed", "source-removed", "source-enabled", "source-disabled"})
         g_signal_connect(m_registry.get(), signal, G_CALLBACK(note), this);
     const auto credentials = +[](ESourceRegistry *, ESource *source, ESourceCredentialsReason reason,
-                                 const gchar *, GTlsCertificateFlags, const GError *, gpointer self) {
-        static_cast<EdsSession *>(self)->reportCredentials(source, reason);
+                                 const gchar *, GTlsCertificateFlags, const GError *error, gpointer self) {
+        static_cast<EdsSession *>(self)->reportCredentials(source, reason, error);
     };
     g_signal_connect(m_registry.get(), "credentials-required", G_CALLBACK(credentials), this);
 }
@@ -211,13 +226,16 @@ bool EdsSession::isWaiting() const
                        [](const auto &calendar) { return calendar.second->isWaiting(); });
 }
 
-void EdsSession::reportCredentials(ESource *source, ESourceCredentialsReason reason)
+void EdsSession::reportCredentials(ESource *source, ESourceCredentialsReason reason, const GError *error)
 {
     const auto [known, isNew] = m_credentialsAsked.try_emplace(e_source_get_uid(source), reason);
     if (!isNew && std::exchange(known->second, reason) == reason)
         return;
-    std::string message = "the account or calendar \"" + takeText(e_source_dup_display_name(source));
-    m_reader.report(message.append("\" needs to be signed in to again: see the desktop's online accounts"));
+    std::string message = '"' + takeText(e_source_dup_display_name(source));
+    message.append("\" ").append(problemFor(reason));
+    if (error)
+        message.append(": ").append(error->message);
+    m_reader.report(message);
 }
 
 } // namespace mivora

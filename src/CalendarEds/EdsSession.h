@@ -34,7 +34,7 @@ private:
     void settle();
     bool hasAll() const;
     bool isWaiting() const;
-    void reportCredentials(ESource *source, ESourceCredentialsReason reason);
+    void reportCredentials(ESource *source, ESourceCredentialsReason reason, const GError *error);
 
     DesktopInterval m_interval;
     DesktopCalendarsReader &m_reader;

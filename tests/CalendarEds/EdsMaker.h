@@ -1,26 +1,26 @@
 #pragma once
 
-#include <libecal/libecal.h>
-#include <map>
+#include <QProcess>
 #include <string>
+#include <vector>
 
 namespace support {
 
-/// Makes and changes calendars of Evolution Data Server as another program would, with its library. Every
-/// function waits for the server, and throws std::runtime_error when it refuses.
+/// Makes and changes calendars of Evolution Data Server as another program would. Every function waits for
+/// the server, and throws std::runtime_error when it refuses.
 class EdsMaker final
 {
 public:
+    /// What a change of a recurring event is meant for.
+    enum class Which { all, thisOne };
+
     EdsMaker();
     ~EdsMaker();
-    EdsMaker(const EdsMaker &) = delete;
-    EdsMaker &operator=(const EdsMaker &) = delete;
+    Q_DISABLE_COPY_MOVE(EdsMaker)
 
     /// A local calendar; returns its identifier.
     std::string addCalendar(const std::string &title, const std::string &color = "#3584e4");
-    /// An account, and a calendar in it.
-    std::string addAccount(const std::string &title, const std::string &address);
-    /// A calendar on a CalDAV server of this machine. Without a port there is nobody to answer.
+    /// A calendar on a CalDAV server of this machine, that belongs to \a address.
     std::string addCalDav(const std::string &title, int port, const std::string &path,
                           const std::string &address);
 
@@ -29,12 +29,11 @@ public:
     void setEnabled(const std::string &calendar, bool enabled);
     void removeCalendar(const std::string &calendar);
 
-    /// A VEVENT.
+    /// \a event is a VEVENT.
     void create(const std::string &calendar, const std::string &event);
-    void modify(const std::string &calendar, const std::string &event,
-                ECalObjModType which = E_CAL_OBJ_MOD_ALL);
+    void modify(const std::string &calendar, const std::string &event, Which which = Which::all);
     void remove(const std::string &calendar, const std::string &uid, const std::string &recurrenceID = {},
-                ECalObjModType which = E_CAL_OBJ_MOD_ALL);
+                Which which = Which::all);
     /// All events and time zones of a VCALENDAR, as an import does.
     void import(const std::string &calendar, const std::string &text);
 
@@ -42,14 +41,9 @@ public:
     void refresh(const std::string &calendar);
 
 private:
-    ESource *source(const std::string &calendar) const;
-    std::string commit(ESource *source);
-    void changeShown(const std::string &calendar, void (*change)(ESourceSelectable *shown, const char *value),
-                     const std::string &value);
-    ECalClient *client(const std::string &calendar);
+    std::string call(const char *command, const std::vector<std::string> &arguments);
 
-    ESourceRegistry *m_registry = nullptr;
-    std::map<std::string, ECalClient *> m_clients;
+    QProcess m_tool;
 };
 
 } // namespace support

@@ -35,8 +35,15 @@ class EdsStoreTest : public testing::Test
 protected:
     static void SetUpTestSuite()
     {
-        if (EdsWorld::isInstalled())
+        if (EdsWorld::isInstalled()) {
             world = new EdsWorld;
+            world->writeSource(QStringLiteral("acme"),
+                               "[Data Source]\nDisplayName=Acme\nEnabled=true\n"
+                               "[Collection]\nBackendName=none\nIdentity=Ann@Acme.example\n");
+            world->writeSource(QStringLiteral("acme-calendar"),
+                               "[Data Source]\nDisplayName=Ann\nEnabled=true\nParent=acme\n"
+                               "[Calendar]\nBackendName=local\n");
+        }
     }
 
     static void TearDownTestSuite()
@@ -179,14 +186,14 @@ TEST_F(EdsStoreTest, knowsWhereOccurrencesWentTo)
     // To another day of the window, to a day far outside of it, and back.
     for (const char *start : {":20260312T150000Z", ":20270601T150000Z", ":20260310T200000Z"}) {
         maker->modify(calendar, event("series", start, "RECURRENCE-ID:20260310T090000Z\r\n"),
-                      E_CAL_OBJ_MOD_THIS);
+                      EdsMaker::Which::thisOne);
         const bool isOnTheDay = std::string_view(start).starts_with(":20260310");
         EXPECT_TRUE(waitForTitles(isOnTheDay ? Titles{"series"} : Titles{})) << start;
     }
     ASSERT_EQ(eventsOf(calendar).size(), 1U);
     EXPECT_EQ(eventsOf(calendar).front()->start, at("2026-03-10T20:00:00Z"));
 
-    maker->remove(calendar, "series", "20260311T090000Z", E_CAL_OBJ_MOD_THIS);
+    maker->remove(calendar, "series", "20260311T090000Z", EdsMaker::Which::thisOne);
     EXPECT_TRUE(waitFor([&] { return titles("2026-03-11T00:00:00Z", "2026-03-12T00:00:00Z").empty(); }, 20s));
     EXPECT_EQ(titles("2026-03-12T00:00:00Z", "2026-03-13T00:00:00Z"), Titles{"series"});
 
@@ -220,7 +227,7 @@ TEST_F(EdsStoreTest, givesTheFieldsOfEvents)
 
 TEST_F(EdsStoreTest, knowsTheUserByTheAccount)
 {
-    const std::string own = maker->addAccount("Acme", "Ann@Acme.example");
+    const std::string own = "acme-calendar";
     maker->create(own, event("review", ":20260310T090000Z",
                              "ATTENDEE:mailto:me@example.com\r\nATTENDEE:mailto:ann@acme.example\r\n"));
     ASSERT_TRUE(waitFor([&] { return eventsOf(own).size() == 1; }, 20s));
@@ -229,7 +236,6 @@ TEST_F(EdsStoreTest, knowsTheUserByTheAccount)
     ASSERT_EQ(attendees.size(), 2U);
     EXPECT_FALSE(attendees[0].isCurrentUser);
     EXPECT_TRUE(attendees[1].isCurrentUser);
-    maker->removeCalendar(own);
 }
 
 TEST_F(EdsStoreTest, loadsOtherDaysWhenAsked)

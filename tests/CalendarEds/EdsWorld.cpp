@@ -24,6 +24,14 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+void write(const QString &path, const QByteArray &text)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) < 0)
+        throw std::runtime_error("can't write " + path.toStdString());
+}
+
 /// The parent of a process, from what stands after its name in parentheses.
 pid_t parentOf(const QString &process)
 {
@@ -100,16 +108,19 @@ EdsWorld::~EdsWorld()
     }
 }
 
+void EdsWorld::writeSource(const QString &id, const QByteArray &text) const
+{
+    write(m_home.filePath(QStringLiteral("config/evolution/sources/") + id + QStringLiteral(".source")),
+          text);
+}
+
 void EdsWorld::writeServices(const QString &wrapper) const
 {
     const QString folder = m_home.filePath(QStringLiteral("services"));
-    QDir().mkpath(folder);
     for (const QString &name : names) {
         QByteArray service = contentOf(systemServices + name + QStringLiteral(".service"));
         service.replace("Exec=", QByteArray("Exec=" + wrapper.toUtf8() + ' '));
-        QFile file(folder + QLatin1Char('/') + name + QStringLiteral(".service"));
-        if (!file.open(QIODevice::WriteOnly) || file.write(service) < 0)
-            throw std::runtime_error("a service file can't be written");
+        write(folder + QLatin1Char('/') + name + QStringLiteral(".service"), service);
     }
 }
 

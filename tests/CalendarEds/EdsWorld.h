@@ -25,6 +25,9 @@ public:
     ~EdsWorld();
     Q_DISABLE_COPY_MOVE(EdsWorld)
 
+    /// A source as the server stores it; before the server is first used.
+    void writeSource(const QString &id, const QByteArray &text) const;
+
     QString path(const QString &relative) const { return m_home.filePath(relative); }
 
     PrivateBus &bus() { return *m_bus; }
