@@ -232,9 +232,11 @@ void EdsSession::reportCredentials(ESource *source, ESourceCredentialsReason rea
     if (!isNew && std::exchange(known->second, reason) == reason)
         return;
     std::string message = '"' + takeText(e_source_dup_display_name(source));
-    message.append("\" ").append(problemFor(reason));
+    message.append("\" ");
     if (error)
-        message.append(": ").append(error->message);
+        message.append("can't be signed in to: ").append(error->message);
+    else
+        message.append(problemFor(reason));
     m_reader.report(message);
 }
 

@@ -266,12 +266,16 @@ TEST_F(EdsStoreTest, readsTheSameAsFromFiles)
     }
     store->setTimeZone(zone);
 
-    using Meetings = std::multiset<std::tuple<Timestamp, Timestamp, std::string, std::string, bool>>;
+    using Meetings =
+        std::multiset<std::tuple<Timestamp, Timestamp, std::vector<std::string>, std::size_t, bool>>;
     const auto meetings = [&](EventStore &asked) {
         Meetings found;
         for (const auto &event : asked.events(from, to, std::nullopt))
-            found.emplace(event->start, event->end, event->title.value_or("-"), event->url.value_or("-"),
-                          event->isAllDay);
+            found.emplace(event->start, event->end,
+                          std::vector{event->eventIdentifier.value_or("-"), event->title.value_or("-"),
+                                      event->url.value_or("-"), event->location.value_or("-"),
+                                      event->notes.value_or("-")},
+                          event->attendees.size(), event->isAllDay);
         return found;
     };
     waitFor([&] { return meetings(asFolder.store()).size() > 10; });

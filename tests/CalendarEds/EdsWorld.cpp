@@ -69,7 +69,7 @@ bool EdsWorld::isInstalled()
            });
 }
 
-EdsWorld::EdsWorld(const QString &wrapper)
+EdsWorld::EdsWorld(const Setup &setup)
 {
     const std::pair<const char *, const char *> folders[] = {
         {"HOME", "home"},
@@ -89,8 +89,8 @@ EdsWorld::EdsWorld(const QString &wrapper)
     qputenv("GIO_USE_VFS", "local");
     qputenv("GSETTINGS_BACKEND", "memory");
     qputenv("DBUS_SYSTEM_BUS_ADDRESS", "disabled:");
-    writeServices(wrapper);
-    m_bus = std::make_unique<PrivateBus>(m_home.filePath(QStringLiteral("services")));
+    writeServices(setup.wrapper);
+    m_bus = std::make_unique<PrivateBus>(m_home.filePath(QStringLiteral("services")), setup.busRules);
     m_bus->enter();
     m_connection = std::make_unique<QDBusConnection>(m_bus->connection());
 }

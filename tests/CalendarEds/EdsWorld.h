@@ -19,9 +19,16 @@ public:
     /// Whether it can be run here.
     static bool isInstalled();
 
-    /// Becomes the environment of this process and of those that it starts. \a wrapper is put before the
-    /// servers' command lines: a program that starts them, or doesn't.
-    explicit EdsWorld(const QString &wrapper = {});
+    struct Setup
+    {
+        /// Put before the servers' command lines: a program that starts them, or doesn't.
+        QString wrapper = {};
+        /// Further elements of the bus's policy.
+        QByteArray busRules = {};
+    };
+
+    /// Becomes the environment of this process and of those that it starts.
+    explicit EdsWorld(const Setup &setup = {{}, {}});
     ~EdsWorld();
     Q_DISABLE_COPY_MOVE(EdsWorld)
 

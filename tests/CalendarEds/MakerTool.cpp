@@ -214,7 +214,8 @@ ECalClient *CalendarMaker::client(const std::string &calendar)
         return known;
     ESource *opened = source(calendar);
     Check check;
-    EClient *client = e_cal_client_connect_sync(opened, E_CAL_CLIENT_SOURCE_TYPE_EVENTS, 10, nullptr, check);
+    EClient *client =
+        e_cal_client_connect_sync(opened, E_CAL_CLIENT_SOURCE_TYPE_EVENTS, G_MAXUINT32, nullptr, check);
     g_object_unref(opened);
     check.orThrow("connect");
     return known = E_CAL_CLIENT(client);
