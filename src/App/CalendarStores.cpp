@@ -39,7 +39,7 @@ std::unique_ptr<EventStore> makeCalendarStore(const StoreOptions &options, const
     std::vector<CombinedStore::Part> parts;
     FolderStore::Setup folders{.roots = rootsOf(options), .window = window, .addresses = addresses};
     parts.push_back({"folders", std::make_unique<FolderStore>(std::move(folders))});
-    if (options.folders.empty()) {
+    if (options.folders.empty() && qEnvironmentVariable("MIVORA_EDS") != QLatin1String("none")) {
         DesktopStore::Setup desktop{
             .bus = QDBusConnection::sessionBus(), .window = window, .addresses = addresses};
         parts.push_back({"desktop", std::make_unique<DesktopStore>(std::move(desktop))});
