@@ -32,6 +32,8 @@ struct LoaderNews
     AuthorizationStatus status = AuthorizationStatus::denied;
     /// Whether there is anything new to see.
     bool isChange = false;
+    /// Whether the first load is done.
+    bool isLoaded = true;
 };
 
 /// The days around \a now that a calendar is loaded for at first: from yesterday on, as far as a day's end

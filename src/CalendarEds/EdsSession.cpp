@@ -146,13 +146,17 @@ void EdsSession::disconnect()
 
 void EdsSession::handleFailure(const GError &error)
 {
-    const std::string message = std::string("the desktop's calendars don't answer: ") + error.message;
+    const DesktopAccess access = accessAfter(error);
+    std::string message = access == DesktopAccess::refused
+                              ? "the bus doesn't let Mivora see the desktop's calendars: "
+                              : "the desktop's calendars don't answer: ";
+    message.append(error.message);
     if (message != m_reported)
         m_reader.report(message);
-    m_reported = message;
+    m_reported = std::move(message);
     m_hasFailed = true;
     if (!isTimeout(error))
-        m_reader.setAccess(accessAfter(error));
+        m_reader.setAccess(access);
     m_retry.start(m_backoff.next(Backoff::Clock::now()));
     noteNews();
 }

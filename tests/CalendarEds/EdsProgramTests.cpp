@@ -146,7 +146,9 @@ TEST_F(EdsProgramTest, isDeniedAccessWhereNothingCanBeRead)
 
     enter(
         {.wrapper = {}, .busRules = "<deny send_destination=\"org.gnome.evolution.dataserver.Sources5\"/>"});
-    EXPECT_EQ(access(), "denied\n");
+    const Outcome refused = run({QStringLiteral("access")});
+    EXPECT_EQ(refused.output, "denied\n");
+    EXPECT_THAT(refused.errors, HasSubstr("the bus doesn't let Mivora"));
 
     const PrivateBus emptyBus;
     emptyBus.enter();

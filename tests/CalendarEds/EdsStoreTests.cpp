@@ -306,6 +306,11 @@ TEST_F(EdsStoreTest, comesBackAfterItsServersDied)
             40s))
             << server;
     }
+    // What is new since then is followed as well.
+    const std::string added = maker->addCalendar("Added");
+    maker->create(added, event("new", ":20260310T090000Z"));
+    EXPECT_TRUE(waitFor([&] { return eventsOf(added).size() == 1; }, 40s));
+    maker->removeCalendar(added);
 }
 
 TEST_F(EdsStoreTest, answersWhileItsServersHang)

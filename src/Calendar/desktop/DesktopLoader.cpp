@@ -132,8 +132,7 @@ void DesktopLoader::putTimeZone(const std::string &calendarID, const std::string
 void DesktopLoader::settle(bool hasAll)
 {
     m_isLoaded = m_isLoaded || hasAll;
-    if (m_isLoaded)
-        publish();
+    publish();
 }
 
 void DesktopLoader::publish()
@@ -146,7 +145,11 @@ void DesktopLoader::publish()
     }
     if (window)
         m_events.setWindow(*window);
-    LoaderNews news{.changes = m_events.update(), .calendars = {}, .status = m_status, .isChange = false};
+    LoaderNews news{.changes = m_events.update(),
+                    .calendars = {},
+                    .status = m_status,
+                    .isChange = false,
+                    .isLoaded = m_isLoaded};
     std::vector<StoreCalendar> calendars = m_events.calendars();
     if (calendars != m_calendars)
         news.calendars = m_calendars = std::move(calendars);

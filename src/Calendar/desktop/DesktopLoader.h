@@ -29,8 +29,7 @@ public:
         DesktopCalendarsFactory factory;
     };
 
-    /// \a onNews is called on the loader's thread when takeNews() has something to give: the first time when
-    /// every calendar has answered.
+    /// \a onNews is called on the loader's thread when takeNews() has something to give.
     DesktopLoader(Setup setup, std::function<void()> onNews);
     ~DesktopLoader() override;
     Q_DISABLE_COPY_MOVE(DesktopLoader)

@@ -61,11 +61,14 @@ void DesktopStore::receiveNews()
 
 void DesktopStore::take(std::vector<LoaderNews> news)
 {
-    bool isChange = !m_isLoaded;
-    for (LoaderNews &one : news)
+    bool isChange = false;
+    for (LoaderNews &one : news) {
+        isChange = isChange || one.isLoaded != m_isLoaded;
+        m_isLoaded = one.isLoaded;
         isChange = m_memory.apply(std::move(one)) || isChange;
-    m_isLoaded = true;
-    answerRequests();
+    }
+    if (m_isLoaded)
+        answerRequests();
     if (isChange)
         Q_EMIT changed();
 }
