@@ -35,21 +35,6 @@ bool isTimeout(const GError &error)
            g_error_matches(&error, G_DBUS_ERROR, G_DBUS_ERROR_TIMEOUT);
 }
 
-/// Why an account is not signed in to.
-const char *problemFor(ESourceCredentialsReason reason)
-{
-    switch (reason) {
-    case E_SOURCE_CREDENTIALS_REASON_REQUIRED:
-        return "needs a password; open the desktop's calendar or its online accounts to sign in";
-    case E_SOURCE_CREDENTIALS_REASON_REJECTED:
-        return "has a password that its server refuses; sign in again in the desktop's online accounts";
-    case E_SOURCE_CREDENTIALS_REASON_SSL_FAILED:
-        return "has a server with a certificate that can't be trusted";
-    default:
-        return "can't be signed in to";
-    }
-}
-
 } // namespace
 
 EdsSession::EdsSession(GDBusConnection *bus, const std::string &service, DesktopInterval interval,
@@ -236,11 +221,11 @@ void EdsSession::reportCredentials(ESource *source, ESourceCredentialsReason rea
     if (!isNew && std::exchange(known->second, reason) == reason)
         return;
     std::string message = '"' + takeText(e_source_dup_display_name(source));
-    message.append("\" ");
+    message.append("\" is not signed in");
     if (error)
-        message.append("can't be signed in to: ").append(error->message);
-    else
-        message.append(problemFor(reason));
+        message.append(" (").append(error->message).append(1, ')');
+    // A server that can't be reached looks to the library as if it had refused the password.
+    message.append("; if it wants a password, the desktop's calendar or its online accounts ask for it");
     m_reader.report(message);
 }
 

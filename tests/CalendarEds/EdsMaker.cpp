@@ -54,9 +54,14 @@ std::string EdsMaker::addCalendar(const std::string &title, const std::string &c
 }
 
 std::string EdsMaker::addCalDav(const std::string &title, int port, const std::string &path,
-                                const std::string &address)
+                                const std::string &address, const std::string &user)
 {
-    return call("addCalDav", {title, std::to_string(port), path, address});
+    return call("addCalDav", {title, std::to_string(port), path, address, user});
+}
+
+void EdsMaker::signIn(const std::string &calendar, const std::string &user, const std::string &password)
+{
+    call("signIn", {calendar, user, password});
 }
 
 void EdsMaker::rename(const std::string &calendar, const std::string &title)

@@ -20,9 +20,11 @@ public:
 
     /// A local calendar; returns its identifier.
     std::string addCalendar(const std::string &title, const std::string &color = "#3584e4");
-    /// A calendar on a CalDAV server of this machine, that belongs to \a address.
+    /// A calendar of \a address on a CalDAV server of this machine; with an empty \a user nobody signs in.
     std::string addCalDav(const std::string &title, int port, const std::string &path,
-                          const std::string &address);
+                          const std::string &address, const std::string &user = {});
+    /// Gives the password that the server asked for, as the desktop does when the user typed it.
+    void signIn(const std::string &calendar, const std::string &user, const std::string &password);
 
     void rename(const std::string &calendar, const std::string &title);
     void recolor(const std::string &calendar, const std::string &color);

@@ -70,7 +70,6 @@ class FollowedAgenda final
 public:
     FollowedAgenda()
     {
-        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         m_process.start(program(),
                         {QStringLiteral("agenda"), QStringLiteral("--follow"), QStringLiteral("--json")});
     }
@@ -81,19 +80,28 @@ public:
         m_process.waitForFinished(5000);
     }
 
+    /// Waits until \a condition holds; it is asked again whenever the program says something.
+    template<typename Condition> bool waitFor(Condition condition)
+    {
+        const QDeadlineTimer deadline(longestWait);
+        for (read(); !condition(); read()) {
+            if (deadline.hasExpired())
+                return false;
+            m_process.waitForReadyRead(100);
+        }
+        return true;
+    }
+
     /// Waits until the next meeting has this title; with an empty title, until there is none.
     bool waitForNext(const QString &title)
     {
-        const QDeadlineTimer deadline(longestWait);
-        while (!m_isRead || next().value(QLatin1String("title")).toString() != title) {
-            if (!m_process.canReadLine() && !m_process.waitForReadyRead(int(deadline.remainingTime())))
-                return false;
-            while (m_process.canReadLine()) {
-                m_agenda = QJsonDocument::fromJson(m_process.readLine()).object();
-                m_isRead = true;
-            }
-        }
-        return true;
+        return waitFor([&] { return m_isRead && next().value(QLatin1String("title")).toString() == title; });
+    }
+
+    /// Waits until the program said \a text on its standard error.
+    bool waitForProblem(const char *text)
+    {
+        return waitFor([&] { return m_problems.contains(text); });
     }
 
     QJsonObject next() const
@@ -105,10 +113,22 @@ public:
         return {};
     }
 
+    std::string problems() const { return m_problems.toStdString(); }
+
     int meetingsToday() const { return int(m_agenda.value(QLatin1String("today")).toArray().size()); }
 
 private:
+    void read()
+    {
+        m_problems += m_process.readAllStandardError();
+        while (m_process.canReadLine()) {
+            m_agenda = QJsonDocument::fromJson(m_process.readLine()).object();
+            m_isRead = true;
+        }
+    }
+
     QProcess m_process;
+    QByteArray m_problems;
     QJsonObject m_agenda;
     bool m_isRead = false;
 };
@@ -216,6 +236,26 @@ TEST_F(EdsProgramTest, followsACalDavServer)
     EXPECT_NE(agenda.next()[QLatin1String("start")], first[QLatin1String("start")]);
     put(event("Invitation", 40, fields + "SEQUENCE:2\r\nSTATUS:CANCELLED\r\n"));
     EXPECT_TRUE(agenda.waitForNext(QString()));
+}
+
+TEST_F(EdsProgramTest, namesAnAccountThatNeedsAPasswordAndShowsItWhenItHasOne)
+{
+    if (!RadicaleServer::isInstalled())
+        GTEST_SKIP() << "Radicale or curl is not installed";
+    enter();
+    RadicaleServer server(QStringLiteral("secret"));
+    ASSERT_TRUE(server.makeCalendar(QStringLiteral("/ann/work/")));
+    EXPECT_TRUE(server.put(QStringLiteral("/ann/work/guarded.ics"), calendarText(event("Guarded", 20))));
+    EdsMaker maker;
+    maker.create(maker.addCalendar("Open"), event("Open", 10));
+    const std::string calendar =
+        maker.addCalDav("Work", server.port(), "/ann/work/", "ann@example.com", "ann");
+    FollowedAgenda agenda;
+    EXPECT_TRUE(agenda.waitForNext(QStringLiteral("Open")));
+    EXPECT_TRUE(agenda.waitForProblem("\"Work\" is not signed in")) << agenda.problems();
+    EXPECT_EQ(agenda.meetingsToday(), 1);
+    maker.signIn(calendar, "ann", "secret");
+    EXPECT_TRUE(agenda.waitFor([&] { return agenda.meetingsToday() == 2; }));
 }
 
 TEST_F(EdsProgramTest, knowsWhereOccurrencesOnACalDavServerWentTo)

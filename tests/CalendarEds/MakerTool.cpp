@@ -28,10 +28,10 @@ public:
 
     /// A local calendar; returns its identifier.
     std::string addCalendar(const std::string &title, const std::string &color = "#3584e4");
-    /// A calendar on a CalDAV server of this machine. Without a port there is nobody to answer.
     std::string addCalDav(const std::string &title, int port, const std::string &path,
-                          const std::string &address);
+                          const std::string &address, const std::string &user);
 
+    void signIn(const std::string &calendar, const std::string &user, const std::string &password);
     void rename(const std::string &calendar, const std::string &title);
     void recolor(const std::string &calendar, const std::string &color);
     void setEnabled(const std::string &calendar, bool enabled);
@@ -152,7 +152,7 @@ std::string CalendarMaker::addCalendar(const std::string &title, const std::stri
 }
 
 std::string CalendarMaker::addCalDav(const std::string &title, int port, const std::string &path,
-                                     const std::string &address)
+                                     const std::string &address, const std::string &user)
 {
     ESource *source = newSource(title, "caldav-stub");
     shownPart(source, "caldav");
@@ -160,6 +160,8 @@ std::string CalendarMaker::addCalDav(const std::string &title, int port, const s
         e_source_get_extension(source, E_SOURCE_EXTENSION_AUTHENTICATION));
     e_source_authentication_set_host(login, "127.0.0.1");
     e_source_authentication_set_port(login, guint16(port));
+    if (!user.empty())
+        e_source_authentication_set_user(login, user.c_str());
     auto *webdav =
         static_cast<ESourceWebdav *>(e_source_get_extension(source, E_SOURCE_EXTENSION_WEBDAV_BACKEND));
     e_source_webdav_set_resource_path(webdav, path.c_str());
@@ -175,6 +177,19 @@ ESource *CalendarMaker::source(const std::string &calendar) const
     if (!source)
         throw std::runtime_error("no calendar " + calendar);
     return source;
+}
+
+void CalendarMaker::signIn(const std::string &calendar, const std::string &user, const std::string &password)
+{
+    ENamedParameters *credentials = e_named_parameters_new();
+    e_named_parameters_set(credentials, E_SOURCE_CREDENTIAL_USERNAME, user.c_str());
+    e_named_parameters_set(credentials, E_SOURCE_CREDENTIAL_PASSWORD, password.c_str());
+    ESource *account = source(calendar);
+    Check check;
+    e_source_invoke_authenticate_sync(account, credentials, nullptr, check);
+    e_named_parameters_free(credentials);
+    g_object_unref(account);
+    check.orThrow("sign in");
 }
 
 void CalendarMaker::rename(const std::string &calendar, const std::string &title)
@@ -292,7 +307,10 @@ ECalObjModType whichOf(const std::string &name)
 const std::map<std::string, Command> commands = {
     {"addCalendar", [](auto &maker, auto &a) { return maker.addCalendar(a.at(0), a.at(1)); }},
     {"addCalDav",
-     [](auto &maker, auto &a) { return maker.addCalDav(a.at(0), std::stoi(a.at(1)), a.at(2), a.at(3)); }},
+     [](auto &maker, auto &a) {
+         return maker.addCalDav(a.at(0), std::stoi(a.at(1)), a.at(2), a.at(3), a.at(4));
+     }},
+    {"signIn", done([](auto &maker, auto &a) { maker.signIn(a.at(0), a.at(1), a.at(2)); })},
     {"rename", done([](auto &maker, auto &a) { maker.rename(a.at(0), a.at(1)); })},
     {"recolor", done([](auto &maker, auto &a) { maker.recolor(a.at(0), a.at(1)); })},
     {"setEnabled", done([](auto &maker, auto &a) { maker.setEnabled(a.at(0), a.at(1) == "true"); })},

@@ -20,6 +20,13 @@ int freePort()
     return probe.serverPort();
 }
 
+void write(const QByteArray &path, const QByteArray &text)
+{
+    QFile file(QFile::decodeName(path));
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) < 0)
+        throw std::runtime_error("no configuration for Radicale");
+}
+
 } // namespace
 
 bool RadicaleServer::isInstalled()
@@ -28,22 +35,30 @@ bool RadicaleServer::isInstalled()
            !QStandardPaths::findExecutable(client).isEmpty();
 }
 
-RadicaleServer::RadicaleServer() : m_port(freePort())
+RadicaleServer::RadicaleServer(const QString &password) : m_password(password), m_port(freePort())
 {
-    QFile file(m_folder.filePath(QStringLiteral("config")));
-    if (!file.open(QIODevice::WriteOnly))
-        throw std::runtime_error("no configuration for Radicale");
-    file.write("[server]\nhosts = 127.0.0.1:" + QByteArray::number(m_port) +
-               "\n[auth]\ntype = none\n[rights]\ntype = authenticated\n[storage]\nfilesystem_folder = " +
-               m_folder.path().toUtf8() + "/collections\n");
-    file.close();
+    writeConfiguration();
     m_process.setStandardErrorFile(QProcess::nullDevice());
-    m_process.start(server, {QStringLiteral("--config"), file.fileName()});
+    m_process.start(server, {QStringLiteral("--config"), m_folder.filePath(QStringLiteral("config"))});
     for (int attempt = 0; !request({}, QStringLiteral("/.web/")); ++attempt) {
         if (attempt == 200)
             throw std::runtime_error("Radicale doesn't start");
         QThread::msleep(100);
     }
+}
+
+void RadicaleServer::writeConfiguration() const
+{
+    const QByteArray folder = m_folder.path().toUtf8();
+    const QByteArray rules =
+        m_password.isEmpty()
+            ? QByteArrayLiteral("type = none")
+            : "type = htpasswd\nhtpasswd_encryption = plain\nhtpasswd_filename = " + folder + "/users";
+    write(folder + "/users", "ann:" + m_password.toUtf8() + '\n');
+    write(folder + "/config",
+          "[server]\nhosts = 127.0.0.1:" + QByteArray::number(m_port) + "\n[auth]\n" + rules +
+              "\n[rights]\ntype = authenticated\n[storage]\nfilesystem_folder = " + folder +
+              "/collections\n");
 }
 
 RadicaleServer::~RadicaleServer()
@@ -78,7 +93,7 @@ bool RadicaleServer::request(const QStringList &arguments, const QString &path, 
     process.setStandardOutputFile(QProcess::nullDevice());
     const QString address = QStringLiteral("http://127.0.0.1:%1%2").arg(m_port).arg(path);
     process.start(client, QStringList{QStringLiteral("-sf"), QStringLiteral("-m"), QStringLiteral("20"),
-                                      QStringLiteral("-u"), QStringLiteral("ann:"), address} +
+                                      QStringLiteral("-u"), QStringLiteral("ann:") + m_password, address} +
                               arguments);
     process.write(body);
     process.closeWriteChannel();

@@ -6,14 +6,15 @@
 
 namespace support {
 
-/// A real CalDAV server on this machine alone, without passwords, and an HTTP client for it.
+/// A real CalDAV server on this machine alone, and an HTTP client for it.
 class RadicaleServer final
 {
 public:
     static bool isInstalled();
 
-    /// Throws std::runtime_error when it doesn't start.
-    RadicaleServer();
+    /// The user is "ann"; with an empty \a password everybody is let in. Throws std::runtime_error when the
+    /// server doesn't start.
+    explicit RadicaleServer(const QString &password = {});
     ~RadicaleServer();
     Q_DISABLE_COPY_MOVE(RadicaleServer)
 
@@ -27,6 +28,9 @@ public:
 private:
     bool request(const QStringList &arguments, const QString &path, const QByteArray &body = {});
 
+    void writeConfiguration() const;
+
+    QString m_password;
     QTemporaryDir m_folder;
     QProcess m_process;
     int m_port = 0;
