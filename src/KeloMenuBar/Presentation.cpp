@@ -1,6 +1,8 @@
 #include "KeloMenuBar/Presentation.h"
 
 #include <QStringList>
+#include <algorithm>
+#include <iterator>
 
 namespace kelo {
 
@@ -21,10 +23,11 @@ constexpr KnownHost processes[] = {
     {QLatin1String("mate-indicator-"), Presentation::Label},
     {QLatin1String("waybar"), Presentation::Wide},
     {QLatin1String("xfce4-panel"), Presentation::Square},
-    {QLatin1String("kded5"), Presentation::Square},
-    {QLatin1String("kded6"), Presentation::Square},
-    {QLatin1String("plasmashell"), Presentation::Square},
 };
+
+// Plasma's watcher lives in one of these.
+constexpr QLatin1String plasma[] = {QLatin1String("kded5"), QLatin1String("kded6"),
+                                    QLatin1String("plasmashell")};
 
 // By one entry of $XDG_CURRENT_DESKTOP.
 constexpr KnownHost desktops[] = {
@@ -70,6 +73,12 @@ Presentation presentationFor(const StatusHost &host)
     if (host.process.isEmpty())
         return presentationOfDesktop(host.desktop).value_or(Presentation::Square);
     return Presentation::Square;
+}
+
+bool opensRefusedMenu(const StatusHost &host)
+{
+    return std::any_of(std::begin(plasma), std::end(plasma),
+                       [&](QLatin1String process) { return host.process == process; });
 }
 
 std::optional<Presentation> presentationOverride()

@@ -32,6 +32,9 @@ struct StatusHost
 /// The presentation that looks best in this host; a square for hosts that nothing is known of.
 Presentation presentationFor(const StatusHost &host);
 
+/// Whether the host opens the menu, in its own look, when an item refuses to be activated.
+bool opensRefusedMenu(const StatusHost &host);
+
 /// The user's own choice, $MIVORA_TRAY: label, wide or square. Nothing if unset or anything else.
 std::optional<Presentation> presentationOverride();
 

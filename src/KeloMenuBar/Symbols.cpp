@@ -33,22 +33,30 @@ QString resourceFolder()
     return QStringLiteral(":/KeloMenuBar/icons/");
 }
 
-// Copies the icons to where a host, another process, can read them. Empty if that fails.
-QString writtenIcons()
+bool writeIcons(const QDir &folder)
 {
-    const QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-    const QDir folder(runtime + QStringLiteral("/app.kelo.Mivora/icons"));
-    if (runtime.isEmpty() || !folder.mkpath(QStringLiteral(".")))
-        return {};
+    if (!folder.mkpath(QStringLiteral(".")))
+        return false;
     const QDir resources(resourceFolder());
     for (const QString &name : resources.entryList({QStringLiteral("app.kelo.*.svg")})) {
         QFile file(folder.filePath(name));
         QFile resource(resources.filePath(name));
         if (!resource.open(QIODevice::ReadOnly) || !file.open(QIODevice::WriteOnly) ||
             file.write(resource.readAll()) < 0)
-            return {};
+            return false;
     }
-    return folder.path();
+    return true;
+}
+
+// Copies the icons to where a host, another process, can read them. Empty if that fails.
+// Some hosts look for the file itself and some, as MATE's panel, for an icon of a theme.
+QString writtenIcons()
+{
+    const QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    const QString folder = runtime + QStringLiteral("/app.kelo.Mivora/icons");
+    const bool isWritten = !runtime.isEmpty() && writeIcons(QDir(folder)) &&
+                           writeIcons(QDir(folder + QStringLiteral("/hicolor/scalable/status")));
+    return isWritten ? folder : QString();
 }
 
 QString foundIconThemePath()

@@ -35,9 +35,12 @@ KeloCard {
 
     Rectangle {
         anchors { right: parent.right; rightMargin: 5 }
+        // From 0 to 1.
+        readonly property real way: flickable.contentY / Math.max(1, flickable.contentHeight - flickable.height)
+
         visible: flickable.visibleArea.heightRatio < 1
-        y: 8 + flickable.visibleArea.yPosition * (parent.height - 16)
-        height: flickable.visibleArea.heightRatio * (parent.height - 16)
+        y: 8 + way * (parent.height - 16 - height)
+        height: Math.max(24, flickable.visibleArea.heightRatio * (parent.height - 16))
         width: 5
         radius: 2.5
         color: Appearance.colors.tertiaryLabel

@@ -35,7 +35,7 @@ UpdaterHost makeUpdaterHost(ViewLoader &views, const QDBusConnection &sessionBus
     return {
         .views = views,
         .sessionBus = sessionBus,
-        .systemBus = QDBusConnection::systemBus(),
+        .systemBus = &QDBusConnection::systemBus,
         .program = program,
         .engine = [loader] { return loader->engine(); },
         .open = openPackage,

@@ -1,12 +1,14 @@
 #include "KeloSparkle/StandardUpdaterController.h"
 
+#include <QFile>
+
 namespace kelo {
 
 StandardUpdaterController::StandardUpdaterController(Starting starting, UpdateFeed feed, UpdaterHost host,
                                                      QObject *parent)
     : QObject(parent), m_starting(starting), m_feed(std::move(feed)), m_host(std::move(host)),
       m_memory(m_host.memoryPath), m_schedule(m_memory, m_host.systemBus, m_host.now),
-      m_window(m_host.views, m_host.sessionBus)
+      m_window(m_host.views, m_host.sessionBus, m_host.program.name)
 {
     connect(&m_window, &UpdateWindow::chosen, this, &StandardUpdaterController::perform);
     connect(&m_schedule, &UpdateSchedule::due, this, &StandardUpdaterController::checkInBackground);
@@ -61,7 +63,7 @@ UpdatePage StandardUpdaterController::pageOf(const CheckOutcome &outcome) const
         return updatePage(m_host.program, *update);
     if (const auto *none = std::get_if<NoUpdate>(&outcome))
         return noUpdatePage(m_host.program, *none);
-    return failurePage(m_host.program, std::get<UpdateFailure>(outcome));
+    return failurePage(m_host.program, std::get<UpdateFailure>(outcome), UpdateStep::check);
 }
 
 void StandardUpdaterController::finishCheck(const CheckOutcome &outcome)
@@ -81,8 +83,7 @@ void StandardUpdaterController::announce(const CheckOutcome &outcome)
     if (!isNews)
         return stop();
     m_memory.setAnnouncedVersion(m_update.version);
-    m_stage = Stage::offering;
-    m_window.show(pageOf(outcome), Attention::left);
+    show(pageOf(outcome), Stage::offering, Attention::left);
 }
 
 void StandardUpdaterController::perform(UpdateAction action)
@@ -122,7 +123,7 @@ void StandardUpdaterController::download()
 void StandardUpdaterController::finishDownload(const DownloadOutcome &outcome)
 {
     if (const auto *failure = std::get_if<UpdateFailure>(&outcome))
-        return show(failurePage(m_host.program, *failure), Stage::idle);
+        return show(failurePage(m_host.program, *failure, UpdateStep::download), Stage::idle);
     m_package = std::get<QString>(outcome);
     show(readyPage(m_host.program, m_update), Stage::ready);
 }
@@ -130,6 +131,9 @@ void StandardUpdaterController::finishDownload(const DownloadOutcome &outcome)
 void StandardUpdaterController::handOver(const std::function<void(const QString &, PackageOpened)> &to)
 {
     stop();
+    if (!QFile::exists(m_package))
+        return show(failurePage(m_host.program, {UpdateFault::vanished, {}}, UpdateStep::download),
+                    Stage::idle);
     const QPointer<StandardUpdaterController> self(this);
     to(m_package, [self, path = m_package](bool isOpen) {
         if (self && !isOpen)
@@ -145,10 +149,13 @@ void StandardUpdaterController::stop()
     m_window.hide();
 }
 
-void StandardUpdaterController::show(const UpdatePage &page, Stage stage)
+void StandardUpdaterController::show(const UpdatePage &page, Stage stage, Attention attention)
 {
     m_stage = stage;
-    m_window.show(page, Attention::taken);
+    m_window.show(page, attention);
+    // A notification has no buttons: with it, the next check starts anew.
+    if (!m_window.isVisible() && (stage == Stage::offering || stage == Stage::ready))
+        m_stage = Stage::idle;
 }
 
 } // namespace kelo

@@ -22,7 +22,8 @@ struct UpdaterHost
 {
     ViewLoader &views;
     QDBusConnection sessionBus;
-    QDBusConnection systemBus;
+    /// Connected to with the first scheduled check.
+    UpdateSchedule::Bus systemBus;
     ProgramName program;
     /// The engine, loaded on first need; null when it isn't there.
     std::function<UpdateEngine *()> engine;
@@ -69,7 +70,7 @@ private:
     void finishDownload(const DownloadOutcome &outcome);
     void handOver(const std::function<void(const QString &, PackageOpened)> &to);
     void stop();
-    void show(const UpdatePage &page, Stage stage);
+    void show(const UpdatePage &page, Stage stage, Attention attention = Attention::taken);
     UpdatePage pageOf(const CheckOutcome &outcome) const;
 
     Starting m_starting;

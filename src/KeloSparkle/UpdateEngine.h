@@ -69,6 +69,8 @@ enum class UpdateFault {
     /// The package is older than, or the same as, what is running.
     olderVersion,
     cannotSave,
+    /// The verified file was there, but is no longer.
+    vanished,
 };
 
 struct UpdateFailure

@@ -2,11 +2,12 @@
 
 #include <QDateTime>
 #include <QString>
+#include <optional>
 
 namespace kelo {
 
 /// What is remembered between runs: a small file in the user's state folder. What can't be written is
-/// forgotten; the worst that comes of it is one check too many.
+/// remembered until the program ends; the worst that comes of it is one check too many with each run.
 class UpdateMemory final
 {
 public:
@@ -25,6 +26,9 @@ public:
 
 private:
     QString m_path;
+    /// Of this run, whether it could be written or not.
+    std::optional<QDateTime> m_lastCheck;
+    std::optional<QString> m_announced;
 };
 
 } // namespace kelo

@@ -169,6 +169,9 @@ constexpr FaultText faultTexts[] = {
                                   "later; if it happens again, tell the makers of %1.")},
     {UpdateFault::cannotSave,
      QT_TRANSLATE_NOOP("Updates", "The package can't be saved. Make room on your disk, then try again.")},
+    {UpdateFault::vanished,
+     QT_TRANSLATE_NOOP("Updates",
+                       "It is no longer where it was downloaded to. Try again to download it once more.")},
 };
 
 QString faultText(UpdateFault fault)
@@ -180,7 +183,7 @@ QString faultText(UpdateFault fault)
     return {};
 }
 
-QString faultHeading(UpdateFault fault)
+QString faultHeading(UpdateFault fault, UpdateStep step)
 {
     switch (fault) {
     case UpdateFault::unsignedPackage:
@@ -190,8 +193,11 @@ QString faultHeading(UpdateFault fault)
         return UpdateText::tr("The update was refused");
     case UpdateFault::cannotSave:
         return UpdateText::tr("The update couldn't be saved");
+    case UpdateFault::vanished:
+        return UpdateText::tr("The package is gone");
     default:
-        return UpdateText::tr("Couldn't check for updates");
+        return step == UpdateStep::check ? UpdateText::tr("Couldn't check for updates")
+                                         : UpdateText::tr("Couldn't download the update");
     }
 }
 
@@ -203,11 +209,11 @@ bool canBeTriedAgain(UpdateFault fault)
 
 } // namespace
 
-UpdatePage failurePage(const ProgramName &program, const UpdateFailure &failure)
+UpdatePage failurePage(const ProgramName &program, const UpdateFailure &failure, UpdateStep step)
 {
     UpdatePage page;
     page.symbol = QStringLiteral("exclamationmark.triangle.fill");
-    page.heading = faultHeading(failure.fault);
+    page.heading = faultHeading(failure.fault, step);
     page.text = faultText(failure.fault);
     if (page.text.contains(QLatin1String("%1")))
         page.text = page.text.arg(program.name);

@@ -8,6 +8,9 @@ namespace kelo {
 
 enum class UpdateAction { none, close, check, cancel, download, open, reveal };
 
+/// What was going on when something went wrong.
+enum class UpdateStep { check, download };
+
 struct UpdateButton
 {
     QString label;
@@ -51,6 +54,6 @@ UpdatePage readyPage(const ProgramName &program, const Update &update);
 /// The package is there, but no program to open it with.
 UpdatePage lyingPage(const QString &path);
 /// What went wrong, and what to do.
-UpdatePage failurePage(const ProgramName &program, const UpdateFailure &failure);
+UpdatePage failurePage(const ProgramName &program, const UpdateFailure &failure, UpdateStep step);
 
 } // namespace kelo

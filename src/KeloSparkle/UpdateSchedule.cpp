@@ -28,9 +28,8 @@ QDateTime nextScheduledCheck(const CheckTimes &times)
     return std::max(earliest, times.lastCheck.addSecs(day + share(times.spread, 2 * hour)));
 }
 
-UpdateSchedule::UpdateSchedule(UpdateMemory &memory, const QDBusConnection &systemBus, Now now,
-                               QObject *parent)
-    : QObject(parent), m_memory(memory), m_systemBus(systemBus), m_now(std::move(now)),
+UpdateSchedule::UpdateSchedule(UpdateMemory &memory, Bus systemBus, Now now, QObject *parent)
+    : QObject(parent), m_memory(memory), m_systemBus(std::move(systemBus)), m_now(std::move(now)),
       m_spread(QRandomGenerator::global()->generateDouble())
 {
     m_timer.setSingleShot(true);
@@ -52,14 +51,18 @@ QDateTime UpdateSchedule::next() const
 void UpdateSchedule::wait()
 {
     // An hour at most: timers stand still while the machine sleeps, the clock does not.
-    const qint64 seconds = std::clamp<qint64>(m_now().secsTo(next()), minute, hour);
+    // Nor is there haste when the connection is metered or the user is at an update already.
+    const qint64 left = m_now().secsTo(next());
+    const qint64 seconds = left > 0 ? std::clamp(left, minute, hour) : hour;
     m_timer.start(std::chrono::seconds(seconds));
 }
 
 void UpdateSchedule::tick()
 {
+    // A launch in the future was seen on a clock that has been set right since.
+    m_launch = std::min(m_launch, m_now());
     if (m_now() >= next()) {
-        askWhetherMetered(m_systemBus, this, [this](bool isMetered) {
+        askWhetherMetered(m_systemBus(), this, [this](bool isMetered) {
             if (!isMetered)
                 Q_EMIT due();
         });

@@ -30,10 +30,10 @@ class UpdateSchedule final : public QObject
 
 public:
     using Now = std::function<QDateTime()>;
+    using Bus = std::function<QDBusConnection()>;
 
     /// \a memory must outlive the schedule.
-    UpdateSchedule(UpdateMemory &memory, const QDBusConnection &systemBus, Now now,
-                   QObject *parent = nullptr);
+    UpdateSchedule(UpdateMemory &memory, Bus systemBus, Now now, QObject *parent = nullptr);
 
     /// The moment of the call counts as the launch.
     void start();
@@ -49,7 +49,7 @@ private:
     void wait();
 
     UpdateMemory &m_memory;
-    QDBusConnection m_systemBus;
+    Bus m_systemBus;
     Now m_now;
     QDateTime m_launch;
     double m_spread = 0;

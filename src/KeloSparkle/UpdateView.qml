@@ -10,6 +10,20 @@ Item {
     // dismiss()
     required property QtObject updates
 
+    readonly property var frame: Window.window
+    // Between the margins: the notes, of which some lines can be seen, or the track.
+    readonly property real middleHeight: updates.notes ? 140 : updates.isWorking ? 6 : 0
+    readonly property real neededHeight: 20 + head.height + 16 + middleHeight + 16 + buttons.height + 20
+
+    // Long texts and large fonts make the window higher; it doesn't shrink under the user's hands.
+    function grow() {
+        if (frame && frame.height < neededHeight)
+            frame.height = Math.ceil(neededHeight)
+    }
+
+    onNeededHeightChanged: grow()
+    onFrameChanged: grow()
+
     Accessible.role: Accessible.Dialog
     Accessible.name: updates.heading
     Accessible.description: updates.text

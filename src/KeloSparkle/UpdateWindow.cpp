@@ -2,12 +2,10 @@
 
 #include "KeloTheme/ViewLoader.h"
 
-#include <QGuiApplication>
-
 namespace kelo {
 
-UpdateWindow::UpdateWindow(ViewLoader &views, const QDBusConnection &bus, QObject *parent)
-    : QObject(parent), m_views(views), m_notification(bus)
+UpdateWindow::UpdateWindow(ViewLoader &views, const QDBusConnection &bus, QString title, QObject *parent)
+    : QObject(parent), m_views(views), m_title(std::move(title)), m_notification(bus)
 {
 }
 
@@ -28,7 +26,7 @@ bool UpdateWindow::makeWindow()
          .properties = {{QStringLiteral("updates"), QVariant::fromValue<QObject *>(this)}},
          .size = m_page.notes.isEmpty() ? smallest : size,
          .kind = ViewKind::ordinary,
-         .title = QGuiApplication::applicationDisplayName(),
+         .title = m_title,
          .surface = nullptr});
     if (!m_window)
         return false;

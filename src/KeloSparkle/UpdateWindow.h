@@ -34,7 +34,7 @@ class UpdateWindow final : public QObject
 
 public:
     /// \a views must outlive the window; nothing is loaded before the first page is shown.
-    UpdateWindow(ViewLoader &views, const QDBusConnection &bus, QObject *parent = nullptr);
+    UpdateWindow(ViewLoader &views, const QDBusConnection &bus, QString title, QObject *parent = nullptr);
     ~UpdateWindow() override;
 
     /// Shows \a page, in the window that is there or in a new one.
@@ -85,6 +85,7 @@ private:
     bool makeWindow();
 
     ViewLoader &m_views;
+    QString m_title;
     DesktopNotification m_notification;
     UpdatePage m_page;
     QPointer<QWindow> m_window;

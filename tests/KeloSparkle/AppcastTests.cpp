@@ -24,6 +24,27 @@ QByteArray item(const QByteArray &version, const QByteArray &more = {}, QByteArr
            "/></item>";
 }
 
+QByteArray shortVersion(const QByteArray &name)
+{
+    return "<sparkle:shortVersionString>" + name + "</sparkle:shortVersionString>";
+}
+
+/// Attributes, or prefixes, without end: their price grows with the square of their number.
+QByteArray manyAttributes(const QByteArray &prefix)
+{
+    QByteArray attributes;
+    for (int i = 0; i < 60'000; ++i)
+        attributes += ' ' + prefix + QByteArray::number(i) + "=\"u\"";
+    return attributes;
+}
+
+/// A feed of exactly \a size bytes.
+QByteArray feedOfSize(qsizetype size)
+{
+    const QByteArray empty = feed(item("1.1") + "<title></title>");
+    return feed(item("1.1") + "<title>" + QByteArray(size - empty.size(), 't') + "</title>");
+}
+
 CheckOutcome chosen(const QByteArray &xml)
 {
     const auto items = parseAppcast(xml);
@@ -90,6 +111,18 @@ TEST(AppcastTests, theNewestReleaseForThisSystemIsChosen)
          item("3.0", "<sparkle:minimumSystemVersion>2.99</sparkle:minimumSystemVersion>") + item("1.0"),
          "needs 3.0"},
         {"no version at all", item("soon") + item(""), "none "},
+        {"another vocabulary's elements",
+         item("1.1", "<o:version xmlns:o=\"urn:o\">9</o:version><o:channel xmlns:o=\"urn:o\">b</o:channel>") +
+             "<item xmlns=\"urn:o\" xmlns:sparkle=\"urn:o\"><sparkle:version>9</sparkle:version></item>",
+         "update 1.1"},
+        {"a name of two lines", item("1.1", shortVersion("1.1\n\nCall us now")), "update 1.1 Call us now"},
+        {"a name that reads backwards",
+         item("1.1", shortVersion("\xE2\x80\xAE"
+                                  "9.9")),
+         "update 9.9"},
+        {"a name without end", item("1.1", shortVersion(QByteArray(500, '7'))),
+         "update 7777777777777777777777777777777777777777"},
+        {"a name of nothing", item("1.1", shortVersion("\xE2\x80\xAE")), "update 1.1"},
         {"an item inside of another element", "<group>" + item("9.9") + "</group>" + item("1.1"),
          "update 1.1"},
     };
@@ -121,10 +154,10 @@ TEST(AppcastTests, aReleaseThatCantBeTrustedIsRefused)
         {"file", "url=\"file:///etc/passwd\" " + length + signedBy, UpdateFault::insecure},
         {"relative", "url=\"m.deb\" " + length + signedBy, UpdateFault::insecure},
         {"with a user", "url=\"https://me:pw@kelo.example/m\" " + length + signedBy, UpdateFault::insecure},
-        {"no length", url + signedBy, UpdateFault::wrongLength},
-        {"negative", url + signedBy + "length=\"-1\"", UpdateFault::wrongLength},
-        {"words", url + signedBy + "length=\"ten\"", UpdateFault::wrongLength},
-        {"too large", url + signedBy + "length=\"99999999999\"", UpdateFault::wrongLength},
+        {"no length", url + signedBy, UpdateFault::malformedFeed},
+        {"negative", url + signedBy + "length=\"-1\"", UpdateFault::malformedFeed},
+        {"words", url + signedBy + "length=\"ten\"", UpdateFault::malformedFeed},
+        {"too large", url + signedBy + "length=\"99999999999\"", UpdateFault::malformedFeed},
     };
 
     for (const auto &row : rows)
@@ -158,12 +191,32 @@ TEST(AppcastTests, whatIsNoHonestFeedIsRefusedWhole)
          "<rss><channel><item><sparkle:version>2</sparkle:version></item></channel></rss>"},
         {"deep", feed(QByteArray("<a>").repeated(40) + QByteArray("</a>").repeated(40))},
         {"endless", feed(QByteArray("<item/>").repeated(2000))},
+        {"endless attributes", feed("<a" + manyAttributes("a") + "/>")},
+        {"endless prefixes", feed("<a" + manyAttributes("xmlns:a") + "/>")},
+        {"endless word", feed("<title>" + QByteArray(500'000, 'x') + "</title>")},
+        {"rubbish behind, in the next piece", feedOfSize(16 * 1024) + "<x"},
         {"zero bytes", feed(QByteArray(3, '\0'))},
     };
 
     EXPECT_EQ(summary(chosen(good)), "update 1.1");
     for (const auto &row : rows)
         EXPECT_FALSE(parseAppcast(row.xml)) << row.name;
+}
+
+TEST(AppcastTests, aFeedOfAnySizeIsReadInPieces)
+{
+    QByteArray releases;
+    for (int i = 0; i < 500; ++i)
+        releases += item("1." + QByteArray::number(i),
+                         "<description>Größer \xF0\x9F\x98\x80 " + QByteArray(50, 'n') + "</description>");
+    const auto items = parseAppcast(feed(releases));
+    ASSERT_TRUE(items);
+    ASSERT_EQ(items->size(), 500U);
+    for (const AppcastItem &one : *items)
+        EXPECT_EQ(one.notes.toStdString(), "Größer \xF0\x9F\x98\x80 " + std::string(50, 'n'));
+
+    for (const qsizetype size : {16 * 1024 - 1, 16 * 1024, 16 * 1024 + 1})
+        EXPECT_EQ(summary(chosen(feedOfSize(size) + "\n")), "update 1.1") << size;
 }
 
 TEST(AppcastTests, notesAreWhatAPersonReadsInThem)
@@ -176,16 +229,36 @@ TEST(AppcastTests, notesAreWhatAPersonReadsInThem)
         {"", ""},
         {"<description>Two\nlines</description>", "Two\nlines"},
         {"<description><![CDATA[<p>One &amp; <b>two</b></p>]]></description>", "One & two"},
+        {"<description><![CDATA[<h2>New</h2>\n<p>Gr&ouml;&szlig;er,\nfür\nalle.</p><p>B<br>C]]></"
+         "description>",
+         "New\n\nGrößer, für alle.\n\nB\nC"},
+        {"<description><![CDATA[<meta charset=latin1>ü<style>p{}</style><!-- no --> <pre>a\n  b</pre>]]>"
+         "</description>",
+         "ü\n\na\n  b"},
         {"<description>&lt;p&gt;Escaped&lt;/p&gt;</description>", "Escaped"},
-        {"<description><![CDATA[<ul><li>a</li><li>b</li></ul>]]></description>", "a\nb"},
+        {"<description><![CDATA[<ul><li>a</li><li>b</li></ul>]]></description>", "• a\n• b"},
+        {"<description><![CDATA[Two<ul><li><p>a</p><ul><li>b</li></ul></li></ul>End]]></description>",
+         "Two\n• a\n• b\nEnd"},
         {"<description><![CDATA[<img src='file:///etc/passwd'>x<script>alert(1)</script>]]></description>",
          "x"},
         {"<description sparkle:format=\"plain-text\">a &lt;b&gt; c</description>", "a <b> c"},
+        {"<description>One\n\nTwo\n \n\t\n\nThree</description>", "One\n\nTwo\n\nThree"},
         {"<description>safe\xE2\x80\xAEtxt</description>", "safetxt"},
     };
 
     for (const auto &row : rows)
         EXPECT_EQ(notesOf(row.description).toStdString(), row.expected) << row.description.constData();
+}
+
+// A layout of these has millions of cells; whoever makes one is busy for minutes.
+TEST(AppcastTests, notesThatAskForEnormousTablesAreRead)
+{
+    for (const QByteArray tag : {"<td colspan=9999>", "<table><tr><td colspan=99999999 rowspan=99999999>",
+                                 "<ul><li>", "<b>", "<table>"}) {
+        const QByteArray description =
+            "<description><![CDATA[x" + tag.repeated(int(19'000 / tag.size())) + "]]></description>";
+        EXPECT_TRUE(notesOf(description).startsWith(QLatin1Char('x'))) << tag.constData();
+    }
 }
 
 } // namespace kelo

@@ -7,7 +7,10 @@
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QTcpServer>
+#include <QThreadPool>
+#include <csignal>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 namespace kelo {
 
@@ -79,6 +82,13 @@ protected:
     {
         const auto *failure = std::get_if<UpdateFailure>(&outcome);
         return failure ? int(failure->fault) : -1;
+    }
+
+    static void pass(int time)
+    {
+        QElapsedTimer timer;
+        for (timer.start(); timer.elapsed() < time;)
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     }
 
     QString folderPath() const { return folder.filePath(QStringLiteral("updates")); }
@@ -203,6 +213,87 @@ TEST_F(EngineTests, aFeedThatCantBeTrustedIsRefused)
     }
 }
 
+TEST_F(EngineTests, whateverEndsNeverEndsSoon)
+{
+    const QByteArray piece(200'000, '1');
+    const QByteArray chunked = "Transfer-Encoding: chunked\r\n\r\n";
+    const QByteArray chunk = "30D40\r\n" + piece + "\r\n";
+
+    const struct
+    {
+        const char *name;
+        Answer answer;
+        UpdateFault expected;
+    } rows[] = {
+        {"body", {.head = "HTTP/1.1 200 OK\r\n\r\n", .endless = piece}, UpdateFault::feedTooLarge},
+        {"body that says it is packed",
+         {.head = "HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\n\r\n", .endless = piece},
+         UpdateFault::feedTooLarge},
+        {"header line", {.head = "HTTP/1.1 200 OK\r\nX: ", .endless = piece}, UpdateFault::refusedByServer},
+        {"body of a redirect",
+         {.head = "HTTP/1.1 302 Moved\r\nLocation: https://localhost:1/\r\n" + chunked, .endless = chunk},
+         UpdateFault::refusedByServer},
+        {"size of a chunk",
+         {.head = "HTTP/1.1 200 OK\r\n" + chunked, .endless = piece},
+         UpdateFault::refusedByServer},
+        {"drops",
+         {.head = "HTTP/1.1 200 OK\r\n\r\n", .endless = "x", .pause = milliseconds(100)},
+         UpdateFault::timedOut},
+    };
+
+    NetworkUpdateEngine patient{{.feed = {.bytes = 50'000,
+                                          .silence = milliseconds(8000),
+                                          .total = milliseconds(8000),
+                                          .memory = 64 * 1024 * 1024},
+                                 .package = {}}};
+    for (const auto &row : rows) {
+        server.answers[feedPath] = row.answer;
+        std::optional<CheckOutcome> outcome;
+        NetworkUpdateEngine &used = row.expected == UpdateFault::timedOut ? engine : patient;
+        used.check(feed, [&](const CheckOutcome &result) { outcome = result; });
+        EXPECT_EQ(faultOf(waitFor(outcome).value_or(CheckOutcome())), int(row.expected)) << row.name;
+    }
+}
+
+// Whoever hears of the end may delete everything, so Qt Network must not be at work with it any more.
+TEST_F(EngineTests, aFetchEndsInTheEventLoopAndNotWithinQtNetwork)
+{
+    QNetworkAccessManager network;
+    QObject context;
+    bool hasReturned = false;
+    std::optional<UpdateFailure> ending;
+    const auto sink = [&](const QByteArray &) {
+        QMetaObject::invokeMethod(
+            &context, [&] { hasReturned = true; }, Qt::QueuedConnection);
+        return false;
+    };
+    const HttpsFetch fetch(network, server.address(feedPath), {.bytes = 50'000}, sink,
+                           [&](const auto &failure) {
+                               EXPECT_TRUE(hasReturned);
+                               ending = failure;
+                           });
+    ASSERT_TRUE(waitFor(ending));
+    EXPECT_EQ(ending->fault, UpdateFault::cannotSave);
+}
+
+TEST_F(EngineTests, mayBeCancelledOrUsedAgainInItsAnswer)
+{
+    server.answers[feedPath] = {.head = "HTTP/1.1 200 OK\r\n\r\n", .endless = QByteArray(100'000, 'x')};
+    std::optional<CheckOutcome> outcome;
+    engine.check(feed, [&](const CheckOutcome &result) {
+        engine.cancel();
+        outcome = result;
+    });
+    EXPECT_EQ(faultOf(waitFor(outcome).value_or(CheckOutcome())), int(UpdateFault::feedTooLarge));
+
+    publish(s_publisher->feed({.package = package, .url = server.address(packagePath)}));
+    outcome.reset();
+    engine.check(feed, [&](const CheckOutcome &) {
+        engine.check(feed, [&](const CheckOutcome &result) { outcome = result; });
+    });
+    EXPECT_TRUE(std::holds_alternative<Update>(waitFor(outcome).value_or(CheckOutcome())));
+}
+
 TEST_F(EngineTests, redirectsWithinHttpsAreFollowed)
 {
     server.answers[QStringLiteral("/moved.xml")] = server.answers[feedPath];
@@ -287,14 +378,71 @@ TEST_F(EngineTests, aCancelledDownloadSaysNothingAndKeepsNothing)
     bool isDone = false;
     engine.download(
         std::get<Update>(outcome), feed, folderPath(), [](qint64) {}, [&](const auto &) { isDone = true; });
-    QElapsedTimer timer;
-    for (timer.start(); timer.elapsed() < 200;)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    pass(200);
     engine.cancel();
     EXPECT_EQ(kept(), QStringList());
-    for (timer.start(); timer.elapsed() < 200;)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    pass(200);
     EXPECT_FALSE(isDone);
+}
+
+TEST_F(EngineTests, anEngineThatGoesKeepsNothing)
+{
+    const CheckOutcome outcome = check();
+    // At any time: while it downloads, while it verifies.
+    for (const int time : {0, 2, 5, 10, 20}) {
+        bool isDone = false;
+        {
+            NetworkUpdateEngine brief;
+            brief.download(
+                std::get<Update>(outcome), feed, folderPath(), [](qint64) {},
+                [&](const auto &) { isDone = true; });
+            pass(time);
+        }
+        QThreadPool::globalInstance()->waitForDone();
+        EXPECT_EQ(kept().isEmpty(), !isDone) << time;
+    }
+}
+
+TEST_F(EngineTests, aFullDiskIsSaidAndNothingIsKept)
+{
+    const CheckOutcome outcome = check();
+    // Stands for a full disk: writes fail behind this size.
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto handler = ::signal(SIGXFSZ, SIG_IGN);
+    for (const rlim_t room : {rlim_t(0), rlim_t(100'000), rlim_t(package.size() - 1)}) {
+        const rlimit full{room, before.rlim_max};
+        ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &full), 0);
+        const DownloadOutcome result = download(std::get<Update>(outcome));
+        ::setrlimit(RLIMIT_FSIZE, &before);
+        EXPECT_EQ(faultOf(result), int(UpdateFault::cannotSave)) << room;
+        EXPECT_EQ(kept(), QStringList()) << room;
+    }
+    ::signal(SIGXFSZ, handler);
+}
+
+TEST_F(EngineTests, theFolderIsItsOwnWhateverStoodThere)
+{
+    const QString elsewhere = folder.filePath(QStringLiteral("documents"));
+    ASSERT_TRUE(QDir().mkpath(elsewhere));
+    QFile letter(elsewhere + QStringLiteral("/letter"));
+    ASSERT_TRUE(letter.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(QFile::link(elsewhere, folderPath()));
+    EXPECT_EQ(faultOf(checkAndDownload()), -1);
+    EXPECT_TRUE(letter.exists());
+    EXPECT_EQ(kept().size(), 1);
+
+    // A link with the name of the package, to a file that isn't there yet.
+    const QString package = folderPath() + QStringLiteral("/mivora_1.1_amd64.pkg");
+    const QString trap = elsewhere + QStringLiteral("/trap");
+    ASSERT_TRUE(QFile::remove(package) && QFile::link(trap, package));
+    EXPECT_EQ(faultOf(checkAndDownload()), -1);
+    EXPECT_FALSE(QFile::exists(trap));
+    EXPECT_FALSE(QFileInfo(package).isSymLink());
+
+    ASSERT_TRUE(QDir(folderPath()).removeRecursively());
+    ASSERT_TRUE(letter.rename(folderPath()));
+    EXPECT_EQ(faultOf(checkAndDownload()), int(UpdateFault::cannotSave)) << "a file is in its place";
 }
 
 TEST_F(EngineTests, packagesHaveHarmlessNames)
@@ -310,6 +458,10 @@ TEST_F(EngineTests, packagesHaveHarmlessNames)
         {"https://k.example/a%2F..%2Fb", "b"},
         {"https://k.example/..", "update-1.1"},
         {"https://k.example/a b", "update-1.1"},
+        {"https://k.example/m.deb%0A", "update-1.1"},
+        {"https://k.example/m.deb%00", "update-1.1"},
+        {"https://k.example/-rf", "update-1.1"},
+        {"https://k.example/m%E2%80%AEbed.sh", "update-1.1"},
     };
 
     for (const auto &row : rows) {

@@ -2,6 +2,7 @@
 
 #include <QSslConfiguration>
 #include <QTcpSocket>
+#include <QTimer>
 #include <QUrl>
 #include <stdexcept>
 
@@ -42,14 +43,33 @@ void HttpsServer::answer(QTcpSocket *socket, const QByteArray &request)
     const Answer answer = answers.value(path, Answer{.status = 404});
     if (answer.isSilent)
         return;
+    const QByteArray body = answer.body.left(answer.cutAfter < 0 ? answer.body.size() : answer.cutAfter);
+    socket->write((answer.head.isEmpty() ? headOf(answer) : answer.head) + body);
+    if (answer.endless.isEmpty())
+        socket->disconnectFromHost();
+    else
+        sendForEver(socket, answer);
+}
+
+QByteArray HttpsServer::headOf(const Answer &answer)
+{
     QByteArray head = "HTTP/1.1 " + QByteArray::number(answer.status) + " Answer\r\nConnection: close\r\n";
     if (!answer.location.isEmpty())
         head += "Location: " + answer.location + "\r\n";
     if (!answer.hidesLength)
         head += "Content-Length: " + QByteArray::number(answer.body.size()) + "\r\n";
-    socket->write(head + "\r\n" +
-                  answer.body.left(answer.cutAfter < 0 ? answer.body.size() : answer.cutAfter));
-    socket->disconnectFromHost();
+    return head + "\r\n";
+}
+
+void HttpsServer::sendForEver(QTcpSocket *socket, const Answer &answer)
+{
+    constexpr qint64 mostWaiting = 256 * 1024;
+    auto *timer = new QTimer(socket);
+    connect(timer, &QTimer::timeout, socket, [socket, endless = answer.endless] {
+        if (socket->bytesToWrite() < mostWaiting)
+            socket->write(endless);
+    });
+    timer->start(answer.pause);
 }
 
 } // namespace kelo

@@ -4,6 +4,7 @@
 #include <QHash>
 #include <QSslServer>
 #include <QStringList>
+#include <chrono>
 
 namespace kelo {
 
@@ -20,6 +21,12 @@ struct Answer
     qint64 cutAfter = -1;
     /// Without a Content-Length: the body ends where the connection does.
     bool hidesLength = false;
+    /// Stands for the usual head of the answer, with the empty line behind it or without.
+    QByteArray head = {};
+    /// Sent again and again after the body, until the client has enough.
+    QByteArray endless = {};
+    /// The time between two of these.
+    std::chrono::milliseconds pause{0};
 };
 
 /// A web server on the loopback address, with a real certificate. Runs in the event loop of the test.
@@ -40,6 +47,8 @@ public:
 private:
     void serve(QTcpSocket *socket);
     void answer(QTcpSocket *socket, const QByteArray &request);
+    static QByteArray headOf(const Answer &answer);
+    static void sendForEver(QTcpSocket *socket, const Answer &answer);
 };
 
 } // namespace kelo

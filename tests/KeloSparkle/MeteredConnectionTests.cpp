@@ -1,10 +1,12 @@
 #include "KeloSparkle/MeteredConnection.h"
+#include "KeloSparkle/UpdateSchedule.h"
 
 #include "support/PrivateBus.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QObject>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <optional>
 
@@ -20,6 +22,13 @@ class FakeNetworkManager : public QObject
     Q_PROPERTY(uint Metered MEMBER m_metered)
 
 public:
+    bool appearOn(QDBusConnection bus)
+    {
+        return bus.registerObject(QStringLiteral("/org/freedesktop/NetworkManager"), this,
+                                  QDBusConnection::ExportAllProperties) &&
+               bus.registerService(QStringLiteral("org.freedesktop.NetworkManager"));
+    }
+
     uint m_metered = 0;
 };
 
@@ -44,16 +53,43 @@ TEST(MeteredConnectionTests, isWhatNetworkManagerSays)
     EXPECT_EQ(askedOn(bus.connection()), false) << "without NetworkManager";
 
     FakeNetworkManager manager;
-    QDBusConnection service = bus.connection();
-    service.registerObject(QStringLiteral("/org/freedesktop/NetworkManager"), &manager,
-                           QDBusConnection::ExportAllProperties);
-    ASSERT_TRUE(service.registerService(QStringLiteral("org.freedesktop.NetworkManager")));
+    ASSERT_TRUE(manager.appearOn(bus.connection()));
     // Unknown, yes, no, guessed yes, guessed no.
     const bool expected[] = {false, true, false, true, false};
     for (uint value = 0; value < 5; ++value) {
         manager.m_metered = value;
         EXPECT_EQ(askedOn(bus.connection()), expected[value]) << value;
     }
+}
+
+TEST(MeteredConnectionTests, nothingIsDueWhileTheConnectionIsMetered)
+{
+    if (!support::PrivateBus::isInstalled())
+        GTEST_SKIP() << "no dbus-daemon";
+    support::PrivateBus bus;
+    FakeNetworkManager manager;
+    ASSERT_TRUE(manager.appearOn(bus.connection()));
+
+    const QTemporaryDir folder;
+    UpdateMemory memory(folder.filePath(QStringLiteral("updates.ini")));
+    QDateTime now = QDateTime::currentDateTimeUtc();
+    UpdateSchedule schedule(
+        memory, [&] { return bus.connection(); }, [&] { return now; });
+    schedule.start();
+    now = now.addDays(2);
+    int dues = 0;
+    QObject::connect(&schedule, &UpdateSchedule::due, [&] { ++dues; });
+    const auto duesOfATick = [&] {
+        dues = 0;
+        schedule.tick();
+        // Its question was asked before this one, so it is answered before.
+        askedOn(bus.connection());
+        return dues;
+    };
+    manager.m_metered = 1;
+    EXPECT_EQ(duesOfATick(), 0);
+    manager.m_metered = 2;
+    EXPECT_EQ(duesOfATick(), 1);
 }
 
 } // namespace kelo

@@ -1,6 +1,7 @@
 #include "KeloSparkle/UpdateSchedule.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -16,12 +17,14 @@ const QDateTime launch = QDateTime::fromString(QStringLiteral("2026-03-10T09:00:
 struct ScheduleUnderTest
 {
     QTemporaryDir folder;
-    UpdateMemory memory{folder.filePath(QStringLiteral("updates.ini"))};
+    UpdateMemory memory;
     QDateTime now = launch;
-    UpdateSchedule schedule{memory, QDBusConnection(QStringLiteral("none")), [this] { return now; }};
+    UpdateSchedule schedule{memory, [] { return QDBusConnection(QStringLiteral("none")); },
+                            [this] { return now; }};
     int dues = 0;
 
-    ScheduleUnderTest()
+    explicit ScheduleUnderTest(const QString &file = QStringLiteral("updates.ini"))
+        : memory(folder.filePath(file))
     {
         QObject::connect(&schedule, &UpdateSchedule::due, [this] {
             ++dues;
@@ -77,6 +80,31 @@ TEST(ScheduleTests, isDueOnceADayAndRemembersItOverRestarts)
 
     UpdateMemory again(first.folder.filePath(QStringLiteral("updates.ini")));
     EXPECT_EQ(again.lastCheck(), first.now);
+}
+
+TEST(ScheduleTests, isDueOnceADayEvenIfNothingCanBeWritten)
+{
+    ScheduleUnderTest used(QStringLiteral("taken/updates.ini"));
+    QFile file(used.folder.filePath(QStringLiteral("taken")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    EXPECT_EQ(used.duesAfter(61 * minutes), 1);
+    EXPECT_EQ(used.duesAfter(2 * hours), 0);
+    used.memory.setAnnouncedVersion(QStringLiteral("1.1"));
+    EXPECT_EQ(used.memory.announcedVersion(), QStringLiteral("1.1"));
+    EXPECT_EQ(used.duesAfter(25 * hours), 1);
+}
+
+TEST(ScheduleTests, aClockThatIsSetRightDoesNotPutItOffForYears)
+{
+    ScheduleUnderTest launchedInTheFuture;
+    EXPECT_EQ(launchedInTheFuture.duesAfter(-400 * 24 * hours), 0);
+    EXPECT_EQ(launchedInTheFuture.duesAfter(61 * minutes), 1);
+
+    ScheduleUnderTest checkedInTheFuture;
+    EXPECT_EQ(checkedInTheFuture.duesAfter(61 * minutes), 1);
+    EXPECT_EQ(checkedInTheFuture.duesAfter(-400 * 24 * hours), 0);
+    EXPECT_EQ(checkedInTheFuture.duesAfter(61 * minutes), 1);
+    EXPECT_EQ(checkedInTheFuture.duesAfter(23 * hours), 0);
 }
 
 } // namespace kelo

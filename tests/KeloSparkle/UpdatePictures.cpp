@@ -27,6 +27,9 @@ std::vector<Picture> pictures()
                                   "• Join links of two more services are found.\n"
                                   "• <b>Markup</b> is shown as it is written.\n\n")
                        .repeated(4);
+    Update longNamed = update;
+    longNamed.displayVersion = QString(40, QLatin1Char('7'));
+    longNamed.notes = QString(20'000, QLatin1Char('\n')) + QString(400, QLatin1Char('w'));
     return {
         {"not-configured", notConfiguredPage(program)},
         {"checking", checkingPage()},
@@ -38,9 +41,14 @@ std::vector<Picture> pictures()
         {"verifying", downloadingPage(program, update, update.length)},
         {"ready", readyPage(program, update)},
         {"lying", lyingPage(QStringLiteral("/home/kim/.cache/mivora/updates/mivora_1.2_amd64.deb"))},
-        {"unreachable", failurePage(program, {UpdateFault::unreachable, {}})},
-        {"untrusted", failurePage(program, {UpdateFault::untrustedServer, {}})},
-        {"refused", failurePage(program, {UpdateFault::wrongSignature, {}})},
+        {"lying-deep",
+         lyingPage(QStringLiteral("/home/kim") + QStringLiteral("/a-folder-with-a-long-name").repeated(10))},
+        {"older", failurePage(program, {UpdateFault::olderVersion, {}}, UpdateStep::download)},
+        {"unreachable", failurePage(program, {UpdateFault::unreachable, {}}, UpdateStep::check)},
+        {"untrusted", failurePage(program, {UpdateFault::untrustedServer, {}}, UpdateStep::download)},
+        {"refused", failurePage(program, {UpdateFault::wrongSignature, {}}, UpdateStep::download)},
+        {"gone", failurePage(program, {UpdateFault::vanished, {}}, UpdateStep::download)},
+        {"long-name", updatePage(program, longNamed)},
     };
 }
 
@@ -56,14 +64,13 @@ void wait(int milliseconds)
 int main(int argc, char **argv)
 {
     QGuiApplication app(argc, argv);
-    QGuiApplication::setApplicationDisplayName(QStringLiteral("Mivora"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const QDBusConnection noBus(QStringLiteral("none"));
     Appearance appearance(noBus);
     ViewLoader views(appearance);
     bool isSaved = true;
     for (const Picture &picture : pictures()) {
-        UpdateWindow window(views, noBus);
+        UpdateWindow window(views, noBus, QStringLiteral("Mivora"));
         window.show(picture.page, Attention::taken);
         wait(500);
         const QRect area = window.window() ? window.window()->frameGeometry() : QRect();

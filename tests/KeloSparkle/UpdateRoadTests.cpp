@@ -70,9 +70,11 @@ protected:
                 .toJson());
     }
 
-    SparkleUpdater &start()
+    SparkleUpdater &start() { return start(views); }
+
+    SparkleUpdater &start(ViewLoader &loader)
     {
-        UpdaterHost host = makeUpdaterHost(views, noBus, {QStringLiteral("Mivora"), QStringLiteral("1.0")});
+        UpdaterHost host = makeUpdaterHost(loader, noBus, {QStringLiteral("Mivora"), QStringLiteral("1.0")});
         host.open = [this](const QString &path, PackageOpened done) {
             opened << path;
             done(canOpen);
@@ -91,6 +93,18 @@ protected:
     {
         wait([this] { return window().isVisible() && !window().isWorking(); });
         return window().heading().toStdString();
+    }
+
+    QStringList kept() const
+    {
+        return QDir(folder.filePath(QStringLiteral("packages"))).entryList(QDir::Files | QDir::Hidden);
+    }
+
+    /// Until it is known that there is a new version, which is not yet downloaded.
+    void reachTheOffer()
+    {
+        start().checkForUpdates();
+        ASSERT_EQ(outcome(), "A new version of Mivora is available");
     }
 
     static void wait(const std::function<bool()> &isOver, int milliseconds = 10'000)
@@ -129,6 +143,7 @@ TEST_F(UpdateRoadTests, aUserIsLedFromTheCheckToTheInstaller)
 {
     start().checkForUpdates();
     EXPECT_EQ(window().heading(), QStringLiteral("Checking for updates…"));
+    EXPECT_EQ(window().window()->title(), QStringLiteral("Mivora"));
     EXPECT_EQ(outcome(), "A new version of Mivora is available");
     EXPECT_EQ(window().notes(), QStringLiteral("<b>Faster</b>"));
     EXPECT_EQ(server.requests, QStringList(feedPath)) << "nothing is downloaded unasked";
@@ -164,13 +179,124 @@ TEST_F(UpdateRoadTests, aRefusedPackageIsSaidPlainlyAndCanBeTriedAgain)
     outcome();
     window().pressPrimary();
     EXPECT_EQ(outcome(), "The update was refused");
-    EXPECT_EQ(QDir(folder.filePath(QStringLiteral("packages"))).entryList(QDir::Files | QDir::Hidden),
-              QStringList());
+    EXPECT_EQ(kept(), QStringList());
 
     publish(QStringLiteral("1.1"));
     window().pressSecondary();
     EXPECT_EQ(outcome(), "A new version of Mivora is available");
     EXPECT_EQ(opened, QStringList());
+}
+
+TEST_F(UpdateRoadTests, whatFailsIsCalledByItsName)
+{
+    const struct
+    {
+        Answer answer;
+        const char *heading;
+    } rows[] = {
+        {{.status = 404}, "Couldn't download the update"},
+        {{.status = 302, .location = "http://localhost:1/"}, "Couldn't download the update"},
+        {{.body = package.chopped(1)}, "The update was refused"},
+    };
+
+    for (const auto &row : rows) {
+        reachTheOffer();
+        server.answers[packagePath] = row.answer;
+        window().pressPrimary();
+        EXPECT_EQ(outcome(), row.heading);
+        EXPECT_EQ(kept(), QStringList()) << row.heading;
+    }
+    EXPECT_EQ(opened, QStringList());
+}
+
+TEST_F(UpdateRoadTests, aPackageThatIsGoneIsNotOpened)
+{
+    reachTheOffer();
+    window().pressPrimary();
+    EXPECT_EQ(outcome(), "Mivora 1.1 is ready to install");
+    ASSERT_TRUE(QDir(folder.filePath(QStringLiteral("packages"))).removeRecursively());
+    window().pressPrimary();
+    EXPECT_EQ(outcome(), "The package is gone");
+    EXPECT_EQ(opened, QStringList());
+
+    window().pressSecondary();
+    EXPECT_EQ(outcome(), "A new version of Mivora is available");
+}
+
+TEST_F(UpdateRoadTests, theWindowGrowsWithItsText)
+{
+    start();
+    window().show(lyingPage(QStringLiteral("/home")), Attention::taken);
+    const int usual = window().window()->height();
+    window().update(lyingPage(QString(600, QLatin1Char('w'))));
+    wait([&] { return window().window()->height() > usual; });
+    EXPECT_GT(window().window()->height(), usual);
+}
+
+TEST_F(UpdateRoadTests, whoeverAsksTwiceIsShownWhatIsGoingOn)
+{
+    start().checkForUpdates();
+    updater->checkForUpdates();
+    updater->controller().checkInBackground();
+    outcome();
+    updater->checkForUpdates();
+    EXPECT_EQ(server.requests, QStringList(feedPath));
+
+    server.answers[packagePath].isSilent = true;
+    window().pressPrimary();
+    wait([this] { return server.requests.size() > 1; });
+    updater->checkForUpdates();
+    updater->controller().checkInBackground();
+    EXPECT_EQ(window().heading(), QStringLiteral("Downloading Mivora 1.1…"));
+    EXPECT_EQ(server.requests, QStringList({feedPath, packagePath}));
+}
+
+TEST_F(UpdateRoadTests, aBackgroundCheckBecomesTheUsersWhenTheyAsk)
+{
+    publish(QStringLiteral("1.0"));
+    start().controller().checkInBackground();
+    updater->checkForUpdates();
+    EXPECT_EQ(outcome(), "You're up to date");
+    EXPECT_EQ(server.requests, QStringList(feedPath));
+}
+
+TEST_F(UpdateRoadTests, closingTheWindowOrQuittingEndsADownload)
+{
+    reachTheOffer();
+    server.answers[packagePath] = {.head = "HTTP/1.1 200 OK\r\n\r\n",
+                                   .endless = QByteArray(1000, 'p'),
+                                   .pause = std::chrono::milliseconds(10)};
+    for (const bool isQuit : {false, true}) {
+        window().pressPrimary();
+        wait([this] { return window().progress() > 0; });
+        EXPECT_TRUE(window().isWorking());
+        if (isQuit) {
+            updater.reset();
+        } else {
+            window().window()->close();
+            EXPECT_FALSE(window().isVisible());
+        }
+        wait([] { return false; }, 100);
+        EXPECT_EQ(kept(), QStringList());
+        if (!isQuit)
+            reachTheOffer();
+    }
+}
+
+TEST_F(UpdateRoadTests, withoutAWindowEachCheckStartsAnew)
+{
+    const auto shown = qgetenv("MIVORA_VIEWS");
+    qputenv("MIVORA_VIEWS", "/nonexistent");
+    ViewLoader none(appearance);
+    start(none);
+    for (int checks = 1; checks < 3; ++checks) {
+        updater->checkForUpdates();
+        wait([this] { return window().heading() == QStringLiteral("A new version of Mivora is available"); });
+        EXPECT_FALSE(window().isVisible());
+        EXPECT_EQ(server.requests.size(), checks);
+    }
+    updater.reset();
+    shown.isEmpty() ? qunsetenv("MIVORA_VIEWS") : qputenv("MIVORA_VIEWS", shown);
 }
 
 TEST_F(UpdateRoadTests, whoeverAsksIsAnswered)

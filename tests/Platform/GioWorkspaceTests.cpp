@@ -130,7 +130,8 @@ TEST_F(WorkspaceTest, handlerWithoutItsProgramIsNone)
 TEST_F(WorkspaceTest, appInstalledMeanwhileIsFound)
 {
     EXPECT_FALSE(m_workspace.hasHandler(QStringLiteral("msteams")));
-    s_desktop->handler("msteams", "recorder teams %u");
+    // Programs that live in a folder of their own quote it.
+    s_desktop->handler("msteams", R"("recorder" teams %u)");
     EXPECT_TRUE(QTest::qWaitFor([&] { return m_workspace.hasHandler(QStringLiteral("msteams")); }));
     EXPECT_EQ(open(QStringLiteral("msteams://l/1")), true);
     EXPECT_TRUE(isRecorded({QStringLiteral("teams"), QStringLiteral("msteams://l/1")}));

@@ -4,8 +4,6 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
-#include <QDir>
-#include <QFile>
 #include <QStandardPaths>
 #include <QThread>
 #include <stdexcept>
@@ -16,16 +14,6 @@ namespace {
 
 const QStringList programs{QStringLiteral("openbox"), QStringLiteral("xfce4-panel"), QStringLiteral("xterm"),
                            QStringLiteral("xdotool"), QStringLiteral("dbus-daemon")};
-
-// The bus starts the settings service that the task bar needs, and nothing else.
-QString serviceFolder(const QTemporaryDir &home)
-{
-    const QString folder = home.filePath(QStringLiteral("services"));
-    const QString name = QStringLiteral("/org.xfce.Xfconf.service");
-    QDir().mkpath(folder);
-    QFile::link(QStringLiteral("/usr/share/dbus-1/services") + name, folder + name);
-    return folder;
-}
 
 bool hasTaskBar()
 {
@@ -67,20 +55,16 @@ bool Desktop::isInstalled()
                        [](const QString &name) { return !QStandardPaths::findExecutable(name).isEmpty(); });
 }
 
-Desktop::Desktop() : m_bus(serviceFolder(m_home))
+Desktop::Desktop() : m_bus(m_home.busServices())
 {
     m_bus.enter();
-    qputenv("HOME", m_home.path().toLocal8Bit());
-    qputenv("XDG_CONFIG_HOME", m_home.path().toLocal8Bit());
-    qputenv("XDG_CACHE_HOME", m_home.path().toLocal8Bit());
-    qputenv("XDG_RUNTIME_DIR", m_home.path().toLocal8Bit());
     start(QStringLiteral("openbox"), {});
     start(QStringLiteral("xfce4-panel"), {QStringLiteral("--disable-wm-check")});
     if (!waitFor(hasTaskBar, std::chrono::seconds(60)))
         throw std::runtime_error("the task bar doesn't appear");
     start(QStringLiteral("xterm"),
           {QStringLiteral("-geometry"), QStringLiteral("60x12+80+320"), QStringLiteral("-e"),
-           QStringLiteral("cat > '%1'").arg(m_home.filePath(QStringLiteral("typed")))});
+           QStringLiteral("cat > '%1'").arg(m_home.path(QStringLiteral("typed")))});
     if (!waitFor(terminalIsActive, std::chrono::seconds(60)))
         throw std::runtime_error("the terminal doesn't get the keyboard");
 }
@@ -105,8 +89,7 @@ void Desktop::start(const QString &program, const QStringList &arguments)
 
 QByteArray Desktop::typed() const
 {
-    QFile file(m_home.filePath(QStringLiteral("typed")));
-    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
+    return m_home.read(QStringLiteral("typed"));
 }
 
 std::unique_ptr<QProcess> Desktop::startActing(const QStringList &xdotoolArguments)

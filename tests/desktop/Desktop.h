@@ -1,10 +1,10 @@
 #pragma once
 
+#include "desktop/HomeFolder.h"
 #include "support/PrivateBus.h"
 
 #include <QProcess>
 #include <QRect>
-#include <QTemporaryDir>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -43,7 +43,7 @@ public:
 private:
     void start(const QString &program, const QStringList &arguments);
 
-    QTemporaryDir m_home;
+    HomeFolder m_home;
     PrivateBus m_bus;
     std::vector<std::unique_ptr<QProcess>> m_programs;
 };

@@ -6,9 +6,6 @@
 #include <QDBusMessage>
 #include <QDBusReply>
 #include <QDBusVariant>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QStandardPaths>
 #include <csignal>
 #include <stdexcept>
@@ -48,16 +45,6 @@ constexpr const char *panelConfiguration = R"(<?xml version="1.0" encoding="UTF-
 </channel>
 )";
 
-// The bus starts the settings service that the panel needs, and nothing else.
-QString serviceFolder(const QTemporaryDir &home)
-{
-    const QString folder = home.filePath(QStringLiteral("services"));
-    const QString name = QStringLiteral("/org.xfce.Xfconf.service");
-    QDir().mkpath(folder);
-    QFile::link(QStringLiteral("/usr/share/dbus-1/services") + name, folder + name);
-    return folder;
-}
-
 } // namespace
 
 bool TrayDesktop::isInstalled()
@@ -66,13 +53,10 @@ bool TrayDesktop::isInstalled()
                        [](const QString &name) { return !QStandardPaths::findExecutable(name).isEmpty(); });
 }
 
-TrayDesktop::TrayDesktop() : m_bus(serviceFolder(m_home)), m_connection(m_bus.connection())
+TrayDesktop::TrayDesktop() : m_bus(m_home.busServices()), m_connection(m_bus.connection())
 {
     m_bus.enter();
-    for (const char *folder :
-         {"HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "XDG_RUNTIME_DIR"})
-        qputenv(folder, m_home.path().toLocal8Bit());
-    write(QStringLiteral("xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml"), panelConfiguration);
+    m_home.write(QStringLiteral("xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml"), panelConfiguration);
     start(QStringLiteral("openbox"), {});
     startPanel();
 }
@@ -85,23 +69,6 @@ TrayDesktop::~TrayDesktop()
         (*program)->kill();
         (*program)->waitForFinished(5000);
     }
-}
-
-void TrayDesktop::write(const QString &relative, const QByteArray &content, bool isProgram) const
-{
-    const QString file = path(relative);
-    QDir().mkpath(QFileInfo(file).path());
-    QFile out(file);
-    if (!out.open(QFile::WriteOnly) || out.write(content) != content.size())
-        throw std::runtime_error("can't write " + file.toStdString());
-    if (isProgram)
-        out.setPermissions(out.permissions() | QFile::ExeOwner | QFile::ExeUser);
-}
-
-QByteArray TrayDesktop::read(const QString &relative) const
-{
-    QFile file(path(relative));
-    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 QProcessEnvironment TrayDesktop::environment() const

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "desktop/HomeFolder.h"
 #include "support/PrivateBus.h"
 
 #include <QProcess>
-#include <QTemporaryDir>
 #include <QTimeZone>
 #include <memory>
 #include <vector>
@@ -24,11 +24,15 @@ public:
     Q_DISABLE_COPY_MOVE(TrayDesktop)
 
     /// A path below the home folder.
-    QString path(const QString &relative) const { return m_home.filePath(relative); }
+    QString path(const QString &relative) const { return m_home.path(relative); }
 
     /// Writes a file below the home folder, with the folders above it.
-    void write(const QString &relative, const QByteArray &content, bool isProgram = false) const;
-    QByteArray read(const QString &relative) const;
+    void write(const QString &relative, const QByteArray &content, bool isProgram = false) const
+    {
+        m_home.write(relative, content, isProgram);
+    }
+
+    QByteArray read(const QString &relative) const { return m_home.read(relative); }
 
     /// The environment that programs are started with.
     QProcessEnvironment environment() const;
@@ -51,7 +55,7 @@ public:
 private:
     void start(const QString &program, const QStringList &arguments);
 
-    QTemporaryDir m_home;
+    HomeFolder m_home;
     PrivateBus m_bus;
     QDBusConnection m_connection;
     std::vector<std::unique_ptr<QProcess>> m_programs;

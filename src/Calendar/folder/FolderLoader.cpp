@@ -229,7 +229,8 @@ void FolderLoader::scanAndLoad(Compare compare)
 std::vector<FileJob> FolderLoader::scan(Compare compare, EventChanges &changes)
 {
     m_watch.beginRound();
-    std::vector<FolderListing> folders = m_tree.list([this](const std::string &path) { m_watch.add(path); });
+    std::vector<FolderListing> folders =
+        m_tree.list([this](const std::string &path) { m_watch.add(path, FolderWatch::Interest::content); });
     watchAboveRoots();
     m_watch.endRound();
     m_folderTimes.clear();
@@ -250,7 +251,7 @@ void FolderLoader::watchAboveRoots()
         std::string above = parentOf(root);
         while (above != "/" && !exists(above))
             above = parentOf(above);
-        m_watch.add(above);
+        m_watch.add(above, FolderWatch::Interest::names);
     }
 }
 

@@ -13,10 +13,8 @@ namespace mivora {
 
 namespace {
 
-// One mask for all: a folder that is watched for two reasons has only one watch.
-constexpr std::uint32_t watchedEvents = IN_CLOSE_WRITE | IN_MOVED_FROM | IN_MOVED_TO | IN_CREATE | IN_DELETE |
-                                        IN_DELETE_SELF | IN_MOVE_SELF | IN_ATTRIB | IN_ONLYDIR |
-                                        IN_EXCL_UNLINK;
+constexpr std::uint32_t nameEvents = IN_MOVED_FROM | IN_MOVED_TO | IN_CREATE | IN_DELETE | IN_DELETE_SELF |
+                                     IN_MOVE_SELF | IN_ATTRIB | IN_ONLYDIR | IN_EXCL_UNLINK;
 
 /// A new file is empty until it is written, and its writing is told separately; a link is complete at once.
 bool isCompleteWhenCreated(const std::string &path)
@@ -45,11 +43,14 @@ void FolderWatch::beginRound()
     m_isComplete = m_inotify.isOpen();
 }
 
-void FolderWatch::add(const std::string &path)
+void FolderWatch::add(const std::string &path, Interest interest)
 {
     if (!m_inotify.isOpen())
         return;
-    const int watch = ::inotify_add_watch(m_inotify.number(), path.c_str(), watchedEvents);
+    // A folder that is watched for two reasons has only one watch, for all that either wants to know.
+    const std::uint32_t events =
+        interest == Interest::content ? nameEvents | IN_CLOSE_WRITE : nameEvents | IN_MASK_ADD;
+    const int watch = ::inotify_add_watch(m_inotify.number(), path.c_str(), events);
     if (watch >= 0) {
         // A folder reached a second time, by a link, keeps its first name.
         if (m_round.insert(watch).second)

@@ -38,8 +38,14 @@ public:
 
     void beginRound();
 
-    /// Watches the folder \a path from now on. A folder that isn't there is passed over.
-    void add(const std::string &path);
+    enum class Interest {
+        content, ///< also what is written into the files
+        names,   ///< what comes and goes: in a home folder much is written that is none of ours
+    };
+
+    /// Watches the folder \a path from now on. A folder that isn't there is passed over. Within a round
+    /// folders of content come first.
+    void add(const std::string &path, Interest interest);
 
     void endRound();
 

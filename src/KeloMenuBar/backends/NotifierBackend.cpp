@@ -9,7 +9,10 @@ namespace kelo {
 
 NotifierBackend::NotifierBackend(const QDBusConnection &bus, const QString &id, std::function<Menu()> build,
                                  std::function<void(QPoint)> openMenu)
-    : m_bus(bus), m_item(new NotifierItem(id, std::move(openMenu), &m_itemObject)), m_host(bus)
+    : m_bus(bus), m_openMenu(std::move(openMenu)),
+      m_item(new NotifierItem(
+          bus, id, [this](QPoint point) { return this->openMenu(point); }, &m_itemObject)),
+      m_host(bus)
 {
     new DBusMenu(bus, std::move(build), &m_menuObject);
     m_bus.registerObject(QLatin1String(NotifierItem::objectPath), &m_itemObject);
@@ -36,10 +39,19 @@ void NotifierBackend::show(const StatusItemState &state)
 void NotifierBackend::adopt(const StatusHost &host)
 {
     m_hasHost = true;
+    m_hostOpensMenu = opensRefusedMenu(host);
     m_presentation = presentationOverride().value_or(presentationFor(host));
     publish();
     m_host.registerItem();
     Q_EMIT hostChanged(true);
+}
+
+bool NotifierBackend::openMenu(QPoint point)
+{
+    if (m_hostOpensMenu)
+        return false;
+    m_openMenu(point);
+    return true;
 }
 
 void NotifierBackend::publish()

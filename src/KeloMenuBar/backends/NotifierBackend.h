@@ -35,9 +35,11 @@ Q_SIGNALS:
 
 private:
     void adopt(const StatusHost &host);
+    bool openMenu(QPoint point);
     void publish();
 
     QDBusConnection m_bus;
+    std::function<void(QPoint)> m_openMenu;
     // What is exported: the interfaces are its adaptors.
     QObject m_itemObject;
     QObject m_menuObject;
@@ -47,6 +49,7 @@ private:
     Presentation m_presentation = Presentation::Square;
     // Nothing is drawn or looked up before there is somebody to show it to.
     bool m_hasHost = false;
+    bool m_hostOpensMenu = false;
 };
 
 } // namespace kelo

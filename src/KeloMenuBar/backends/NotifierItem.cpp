@@ -1,5 +1,6 @@
 #include "KeloMenuBar/backends/NotifierItem.h"
 
+#include <QDBusError>
 #include <utility>
 
 namespace kelo {
@@ -11,8 +12,9 @@ constexpr int pictureHeights[] = {22, 44};
 
 } // namespace
 
-NotifierItem::NotifierItem(const QString &id, std::function<void(QPoint)> openMenu, QObject *exported)
-    : QDBusAbstractAdaptor(exported), m_id(id), m_openMenu(std::move(openMenu))
+NotifierItem::NotifierItem(const QDBusConnection &bus, const QString &id,
+                           std::function<bool(QPoint)> openMenu, QObject *exported)
+    : QDBusAbstractAdaptor(exported), m_bus(bus), m_id(id), m_openMenu(std::move(openMenu))
 {
     registerNotifierTypes();
 }
@@ -52,15 +54,24 @@ QList<NotifierPixmap> NotifierItem::iconPixmap()
     return m_pixmaps;
 }
 
-// Some hosts (MATE's) activate an item although it says that it is but a menu.
-void NotifierItem::Activate(int x, int y)
+// Some hosts (MATE's, Plasma's) activate an item although it says that it is but a menu.
+void NotifierItem::Activate(int x, int y, const QDBusMessage &call)
 {
-    m_openMenu({x, y});
+    openMenu({x, y}, call);
 }
 
-void NotifierItem::ContextMenu(int x, int y)
+void NotifierItem::ContextMenu(int x, int y, const QDBusMessage &call)
 {
-    m_openMenu({x, y});
+    openMenu({x, y}, call);
+}
+
+void NotifierItem::openMenu(QPoint point, const QDBusMessage &call)
+{
+    if (m_openMenu(point))
+        return;
+    call.setDelayedReply(true);
+    m_bus.send(
+        call.createErrorReply(QDBusError::NotSupported, QStringLiteral("its menu is the host's to open")));
 }
 
 void NotifierItem::SecondaryActivate(int, int) {}

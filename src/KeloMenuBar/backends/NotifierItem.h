@@ -4,6 +4,8 @@
 #include "KeloMenuBar/backends/NotifierTypes.h"
 
 #include <QDBusAbstractAdaptor>
+#include <QDBusConnection>
+#include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QPoint>
 #include <functional>
@@ -40,8 +42,10 @@ public:
     static constexpr char objectPath[] = "/StatusNotifierItem";
     static constexpr char menuPath[] = "/StatusNotifierItem/Menu";
 
-    /// @p id names the program. @p openMenu is for hosts that leave the menu to us.
-    NotifierItem(const QString &id, std::function<void(QPoint)> openMenu, QObject *exported);
+    /// @p id names the program. @p openMenu is for hosts that leave the menu to us, and answers whether it
+    /// did; hosts that are refused open theirs.
+    NotifierItem(const QDBusConnection &bus, const QString &id, std::function<bool(QPoint)> openMenu,
+                 QObject *exported);
 
     /// Shows these properties from now on; announces those that are different from before.
     void setProperties(const NotifierProperties &properties);
@@ -82,8 +86,8 @@ public:
     uint orderingIndex() const { return 0; }
 
 public Q_SLOTS:
-    void Activate(int x, int y);
-    void ContextMenu(int x, int y);
+    void Activate(int x, int y, const QDBusMessage &call);
+    void ContextMenu(int x, int y, const QDBusMessage &call);
     void SecondaryActivate(int x, int y);
     void XAyatanaSecondaryActivate(uint timestamp);
     void Scroll(int delta, const QString &orientation);
@@ -100,10 +104,12 @@ Q_SIGNALS:
     void XAyatanaNewLabel(const QString &label, const QString &guide);
 
 private:
+    void openMenu(QPoint point, const QDBusMessage &call);
     void announceChanges(const NotifierProperties &before);
 
+    QDBusConnection m_bus;
     QString m_id;
-    std::function<void(QPoint)> m_openMenu;
+    std::function<bool(QPoint)> m_openMenu;
     NotifierProperties m_properties;
     QList<NotifierPixmap> m_pixmaps;
 };

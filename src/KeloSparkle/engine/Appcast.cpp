@@ -2,6 +2,7 @@
 
 #include "KeloSparkle/engine/NotesText.h"
 
+#include <QDeadlineTimer>
 #include <QXmlStreamReader>
 
 namespace kelo {
@@ -10,23 +11,53 @@ namespace {
 
 constexpr std::size_t mostItems = 1000;
 constexpr int deepest = 32;
+constexpr qsizetype pieceBytes = 16 * 1024;
+// Tags have a price that grows with the square of their attributes.
+constexpr int mostPiecesOfAToken = 8;
+constexpr std::chrono::seconds patience(5);
+const QString sparkle = QStringLiteral("http://www.andymatuschak.org/xml-namespaces/sparkle");
 
 /// Reads one document from its start to its end, once.
 class AppcastReader final
 {
 public:
-    explicit AppcastReader(const QByteArray &xml) : m_xml(xml) {}
-
-    std::optional<std::vector<AppcastItem>> read()
+    std::optional<std::vector<AppcastItem>> read(const QByteArray &xml)
     {
-        while (!m_xml.atEnd() && m_isFine)
-            handle(m_xml.readNext());
-        if (!m_isFine || m_xml.hasError() || !m_hasChannel)
+        const QDeadlineTimer deadline(patience);
+        int piecesOfAToken = 0;
+        for (qsizetype at = 0; at < xml.size() && m_isFine; at += pieceBytes) {
+            if (m_xml.tokenType() == QXmlStreamReader::EndDocument)
+                return xml.mid(at).trimmed().isEmpty() ? result() : std::nullopt;
+            m_xml.addData(xml.mid(at, pieceBytes));
+            piecesOfAToken = readPiece() ? 0 : piecesOfAToken + 1;
+            m_isFine = m_isFine && piecesOfAToken < mostPiecesOfAToken && !deadline.hasExpired();
+        }
+        return result();
+    }
+
+private:
+    std::optional<std::vector<AppcastItem>> result()
+    {
+        if (!m_isFine || !m_xml.atEnd() || m_xml.hasError() || !m_hasChannel)
             return std::nullopt;
         return std::move(m_items);
     }
 
-private:
+    /// Whether a token ended in it.
+    bool readPiece()
+    {
+        bool hasToken = false;
+        while (m_isFine && !m_xml.atEnd()) {
+            const auto token = m_xml.readNext();
+            if (m_xml.error() == QXmlStreamReader::PrematureEndOfDocumentError)
+                break;
+            m_isFine = !m_xml.hasError();
+            hasToken = true;
+            handle(token);
+        }
+        return hasToken;
+    }
+
     void handle(QXmlStreamReader::TokenType token)
     {
         switch (token) {
@@ -67,7 +98,7 @@ private:
 
     void startItem()
     {
-        m_isInItem = m_xml.name() == QLatin1String("item");
+        m_isInItem = isPlain() && m_xml.name() == QLatin1String("item");
         if (m_isInItem)
             m_items.emplace_back();
     }
@@ -76,7 +107,7 @@ private:
     {
         m_text.clear();
         m_format = attribute("format");
-        if (!m_isInItem || m_xml.name() != QLatin1String("enclosure"))
+        if (!m_isInItem || !isPlain() || m_xml.name() != QLatin1String("enclosure"))
             return;
         AppcastItem &item = m_items.back();
         const auto attributes = m_xml.attributes();
@@ -103,9 +134,11 @@ private:
         AppcastItem &item = m_items.back();
         const auto name = m_xml.name();
         const QString text = m_text.trimmed();
-        if (m_xml.namespaceUri().isEmpty()) {
+        if (isPlain()) {
             if (name == QLatin1String("description"))
                 item.notes = m_format == QLatin1String("plain-text") ? plainNotes(text) : notesOfMarkup(text);
+        } else if (m_xml.namespaceUri() != sparkle) {
+            return;
         } else if (name == QLatin1String("version")) {
             takeUnlessEmpty(item.version, text);
         } else if (name == QLatin1String("shortVersionString")) {
@@ -117,6 +150,9 @@ private:
         }
     }
 
+    /// Whether the element is RSS's own, which has no namespace.
+    bool isPlain() const { return m_xml.namespaceUri().isEmpty(); }
+
     static void takeUnlessEmpty(QString &field, const QString &value)
     {
         if (!value.isEmpty())
@@ -125,7 +161,6 @@ private:
 
     QString attribute(const char *name) const
     {
-        static const QString sparkle = QStringLiteral("http://www.andymatuschak.org/xml-namespaces/sparkle");
         return m_xml.attributes().value(sparkle, QLatin1String(name)).toString();
     }
 
@@ -146,7 +181,7 @@ private:
 
 std::optional<std::vector<AppcastItem>> parseAppcast(const QByteArray &xml)
 {
-    return AppcastReader(xml).read();
+    return AppcastReader().read(xml);
 }
 
 } // namespace kelo

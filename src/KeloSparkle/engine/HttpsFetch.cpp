@@ -2,9 +2,11 @@
 
 #include "KeloSparkle/engine/UpdateChoice.h"
 
+#include <QFile>
 #include <QNetworkAccessManager>
 #include <QNetworkRequest>
 #include <array>
+#include <unistd.h>
 
 namespace kelo {
 
@@ -33,6 +35,15 @@ UpdateFault faultOf(QNetworkReply::NetworkError error)
     if (known != knownErrors.end())
         return known->fault;
     return error > QNetworkReply::UnknownProxyError ? UpdateFault::refusedByServer : UpdateFault::unreachable;
+}
+
+/// The bytes of memory that the process uses; 0 where the system doesn't tell (proc(5), statm).
+qint64 memoryInUse()
+{
+    QFile file(QStringLiteral("/proc/self/statm"));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    return file.readAll().split(' ').value(1).toLongLong() * ::sysconf(_SC_PAGESIZE);
 }
 
 } // namespace
@@ -73,11 +84,26 @@ void HttpsFetch::start(QNetworkAccessManager &network, const QUrl &url)
     m_reply.reset(network.get(request));
     m_reply->setReadBufferSize(bufferBytes);
     connect(m_reply.get(), &QNetworkReply::readyRead, this, &HttpsFetch::take);
-    connect(m_reply.get(), &QNetworkReply::finished, this, [this] {
+    const auto end = [this] {
         take();
         finish();
-    });
+    };
+    connect(m_reply.get(), &QNetworkReply::finished, this, end, Qt::QueuedConnection);
     m_deadline.start(m_limits.total);
+    watchMemory();
+}
+
+void HttpsFetch::watchMemory()
+{
+    // Qt Network hoards header lines, the bodies of redirects and the size lines of chunks without a bound,
+    // and without a word before they end. A hostile server could fill the memory within seconds.
+    constexpr std::chrono::milliseconds interval(50);
+    m_memoryBefore = memoryInUse();
+    connect(&m_memoryWatch, &QTimer::timeout, this, [this] {
+        if (memoryInUse() - m_memoryBefore > m_limits.memory)
+            fail(UpdateFault::refusedByServer, QStringLiteral("The answer takes too much memory"));
+    });
+    m_memoryWatch.start(interval);
 }
 
 void HttpsFetch::take()
@@ -97,7 +123,8 @@ void HttpsFetch::fail(UpdateFault fault, const QString &detail)
     if (m_failure)
         return;
     m_failure = {fault, detail};
-    // Leads to finish(), now or later.
+    m_memoryWatch.stop();
+    // Leads to finish(), later.
     if (m_reply)
         m_reply->abort();
 }
@@ -107,6 +134,7 @@ void HttpsFetch::finish()
     if (!m_done)
         return;
     m_deadline.stop();
+    m_memoryWatch.stop();
     const auto result = outcome();
     // The fetch may be gone when this returns.
     const Done done = std::exchange(m_done, nullptr);

@@ -18,6 +18,8 @@ struct FetchLimits
     std::chrono::milliseconds silence = std::chrono::seconds(20);
     std::chrono::milliseconds total = std::chrono::seconds(60);
     int redirects = 5;
+    /// That the process may grow by meanwhile.
+    qint64 memory = 256 * 1024 * 1024;
 };
 
 /// One GET over https, also after redirects, within limits. Ends by itself when it is deleted.
@@ -26,7 +28,8 @@ class HttpsFetch final : public QObject
 public:
     /// False when the bytes could not be kept.
     using Sink = std::function<bool(const QByteArray &)>;
-    /// Nothing when all of the body went to the sink. Called once; the fetch may be deleted in it.
+    /// Nothing when all of the body went to the sink. Called once, from the event loop and never from within
+    /// Qt Network: the fetch and the network access manager may be deleted in it.
     using Done = std::function<void(const std::optional<UpdateFailure> &)>;
 
     HttpsFetch(QNetworkAccessManager &network, const QUrl &url, const FetchLimits &limits, Sink sink,
@@ -37,6 +40,7 @@ private:
     void take();
     void finish();
     void fail(UpdateFault fault, const QString &detail = {});
+    void watchMemory();
     std::optional<UpdateFailure> outcome() const;
 
     struct Abort
@@ -48,6 +52,8 @@ private:
     Sink m_sink;
     Done m_done;
     QTimer m_deadline;
+    QTimer m_memoryWatch;
+    qint64 m_memoryBefore = 0;
     qint64 m_received = 0;
     /// What the fetch itself found wrong, whatever the reply says afterwards.
     std::optional<UpdateFailure> m_failure;

@@ -1,5 +1,6 @@
 #include "KeloSparkle/engine/NetworkUpdateEngine.h"
 
+#include "KeloSparkle/engine/Aside.h"
 #include "KeloSparkle/engine/Signature.h"
 #include "KeloSparkle/engine/UpdateChoice.h"
 
@@ -28,36 +29,49 @@ void NetworkUpdateEngine::check(const UpdateFeed &feed, std::function<void(const
 {
     cancel();
     m_feed.clear();
-    if (decodePublicKey(feed.publicKey).isEmpty()) {
-        m_answer = std::make_unique<QObject>();
-        QMetaObject::invokeMethod(
-            m_answer.get(),
-            [done = std::move(done)] {
-                done(UpdateFailure{UpdateFault::unusableKey, {}});
-            },
-            Qt::QueuedConnection);
-        return;
-    }
+    m_runningVersion = feed.runningVersion;
+    m_done = std::move(done);
+    if (decodePublicKey(feed.publicKey).isEmpty())
+        return answerLater(UpdateFailure{UpdateFault::unusableKey, {}});
     const auto sink = [this](const QByteArray &bytes) {
         m_feed += bytes;
         return true;
     };
-    m_fetch = std::make_unique<HttpsFetch>(
-        network(), feed.address, m_limits.feed, sink,
-        [this, version = feed.runningVersion, done = std::move(done)](
-            const std::optional<UpdateFailure> &failure) { fetched(failure, version, done); });
+    m_fetch = std::make_unique<HttpsFetch>(network(), feed.address, m_limits.feed, sink,
+                                           [this](const auto &failure) { fetched(failure); });
 }
 
-void NetworkUpdateEngine::fetched(const std::optional<UpdateFailure> &failure, const QString &runningVersion,
-                                  const std::function<void(const CheckOutcome &)> &done)
+void NetworkUpdateEngine::answerLater(const CheckOutcome &outcome)
+{
+    m_answer = std::make_unique<QObject>();
+    QMetaObject::invokeMethod(
+        m_answer.get(), [this, outcome] { finish(outcome); }, Qt::QueuedConnection);
+}
+
+void NetworkUpdateEngine::fetched(const std::optional<UpdateFailure> &failure)
 {
     if (failure)
-        return done(*failure);
-    const auto items = parseAppcast(m_feed);
-    m_feed.clear();
+        return finish(*failure);
+    m_reading = std::make_unique<QFutureWatcher<std::optional<std::vector<AppcastItem>>>>();
+    // Queued: the watcher is deleted when the user cancels in the callback.
+    QObject::connect(
+        m_reading.get(), &QFutureWatcherBase::finished, m_reading.get(), [this] { choose(); },
+        Qt::QueuedConnection);
+    m_reading->setFuture(runAside([xml = std::exchange(m_feed, {})] { return parseAppcast(xml); }));
+}
+
+void NetworkUpdateEngine::choose()
+{
+    const auto items = m_reading->result();
     if (!items)
-        return done(UpdateFailure{UpdateFault::malformedFeed, {}});
-    done(chooseUpdate(*items, {runningVersion, systemVersion()}));
+        return finish(UpdateFailure{UpdateFault::malformedFeed, {}});
+    finish(chooseUpdate(*items, {m_runningVersion, systemVersion()}));
+}
+
+void NetworkUpdateEngine::finish(const CheckOutcome &outcome)
+{
+    const auto done = std::exchange(m_done, nullptr);
+    done(outcome);
 }
 
 void NetworkUpdateEngine::download(const Update &update, const UpdateFeed &feed, const QString &folder,
@@ -73,6 +87,7 @@ void NetworkUpdateEngine::download(const Update &update, const UpdateFeed &feed,
 void NetworkUpdateEngine::cancel()
 {
     m_answer.reset();
+    m_reading.reset();
     m_fetch.reset();
     m_download.reset();
     m_network.reset();

@@ -2,6 +2,8 @@
 
 #include "KeloSparkle/engine/PackageDownload.h"
 
+#include "KeloSparkle/engine/Appcast.h"
+
 #include <QNetworkAccessManager>
 
 namespace kelo {
@@ -27,15 +29,21 @@ public:
 
 private:
     QNetworkAccessManager &network();
-    void fetched(const std::optional<UpdateFailure> &failure, const QString &runningVersion,
-                 const std::function<void(const CheckOutcome &)> &done);
+    void answerLater(const CheckOutcome &outcome);
+    void fetched(const std::optional<UpdateFailure> &failure);
+    void choose();
+    void finish(const CheckOutcome &outcome);
 
     EngineLimits m_limits;
     /// Connections are kept for the time of one check and its download.
     std::unique_ptr<QNetworkAccessManager> m_network;
     QByteArray m_feed;
+    QString m_runningVersion;
+    std::function<void(const CheckOutcome &)> m_done;
     /// Alive while an answer is due that needs no network.
     std::unique_ptr<QObject> m_answer;
+    /// Of the feed, which is read on another thread.
+    std::unique_ptr<QFutureWatcher<std::optional<std::vector<AppcastItem>>>> m_reading;
     std::unique_ptr<HttpsFetch> m_fetch;
     std::unique_ptr<PackageDownload> m_download;
 };

@@ -1,13 +1,12 @@
 #include "KeloSparkle/engine/PackageDownload.h"
 
+#include "KeloSparkle/engine/Aside.h"
 #include "KeloSparkle/engine/DebianPackage.h"
 #include "KeloSparkle/engine/Signature.h"
 #include "KeloSparkle/engine/Version.h"
 
 #include <QDir>
-#include <QPromise>
 #include <QRegularExpression>
-#include <QThreadPool>
 
 namespace kelo {
 
@@ -15,11 +14,14 @@ namespace {
 
 bool prepareFolder(const QString &path)
 {
+    // Whatever a link points to is not ours to empty.
+    if (QFileInfo(path).isSymLink() && !QFile::remove(path))
+        return false;
     QDir folder(path);
     if (!folder.mkpath(QStringLiteral(".")))
         return false;
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    for (const QString &old : folder.entryList(QDir::Files | QDir::Hidden))
+    for (const QString &old : folder.entryList(QDir::Files | QDir::System | QDir::Hidden))
         folder.remove(old);
     return true;
 }
@@ -35,7 +37,8 @@ bool isNewerThan(const QString &running, const QString &version)
 
 QString packageFileName(const Update &update)
 {
-    static const QRegularExpression harmless(QStringLiteral("^[A-Za-z0-9][A-Za-z0-9._+~-]{0,120}$"));
+    static const QRegularExpression harmless(
+        QRegularExpression::anchoredPattern(QStringLiteral("[A-Za-z0-9][A-Za-z0-9._+~-]{0,120}")));
     static const QRegularExpression odd(QStringLiteral("[^A-Za-z0-9.-]"));
     const QString name = update.url.fileName(QUrl::FullyDecoded);
     if (harmless.match(name).hasMatch())
@@ -89,14 +92,8 @@ void PackageDownload::fetched(const std::optional<UpdateFailure> &failure)
 void PackageDownload::verify()
 {
     // Hashing a large file takes longer than a frame.
-    const auto promise = std::make_shared<QPromise<bool>>();
-    m_verification.setFuture(promise->future());
-    promise->start();
-    QThreadPool::globalInstance()->start(
-        [promise, file = m_file, signature = m_job.update.signature, key = m_job.publicKey] {
-            promise->addResult(isSignedBy(*file, signature, key));
-            promise->finish();
-        });
+    m_verification.setFuture(runAside([file = m_file, signature = m_job.update.signature,
+                                       key = m_job.publicKey] { return isSignedBy(*file, signature, key); }));
 }
 
 void PackageDownload::verified()

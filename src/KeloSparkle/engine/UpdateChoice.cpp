@@ -1,5 +1,6 @@
 #include "KeloSparkle/engine/UpdateChoice.h"
 
+#include "KeloSparkle/engine/NotesText.h"
 #include "KeloSparkle/engine/Signature.h"
 #include "KeloSparkle/engine/Version.h"
 
@@ -35,9 +36,17 @@ void keepNewer(std::optional<Candidate> &newest, const Version &version, const A
         newest = Candidate{version, &item};
 }
 
-const QString &nameOf(const AppcastItem &item)
+/// It stands in headings, so it is one line, and a short one.
+QString lineOf(const QString &text)
 {
-    return item.shortVersion.isEmpty() ? item.version : item.shortVersion;
+    constexpr qsizetype longest = 40;
+    return plainNotes(text.left(longest)).simplified();
+}
+
+QString nameOf(const AppcastItem &item)
+{
+    const QString name = lineOf(item.shortVersion);
+    return name.isEmpty() ? lineOf(item.version) : name;
 }
 
 CheckOutcome offer(const AppcastItem &item)
@@ -53,7 +62,7 @@ CheckOutcome offer(const AppcastItem &item)
     if (update.signature.isEmpty())
         return UpdateFailure{UpdateFault::unsignedPackage, item.url};
     if (update.length <= 0 || update.length > largestPackage)
-        return UpdateFailure{UpdateFault::wrongLength, item.length};
+        return UpdateFailure{UpdateFault::malformedFeed, item.length};
     return update;
 }
 

@@ -1,4 +1,5 @@
-# What needs the network and libsodium is in a plug-in, loaded with the first check.
+# What needs the network, libsodium and libxml2 is in a plug-in, loaded with the first check.
+pkg_check_modules(libxml REQUIRED IMPORTED_TARGET libxml-2.0)
 pkg_check_modules(sodium REQUIRED IMPORTED_TARGET GLOBAL libsodium)
 
 mivora_module(
@@ -6,9 +7,10 @@ mivora_module(
     FOLDER ${CMAKE_CURRENT_SOURCE_DIR}
     DEPENDS KeloSparkle
     LIBRARIES Qt6::Gui Qt6::Network
-    PRIVATE_LIBRARIES PkgConfig::sodium
+    PRIVATE_LIBRARIES PkgConfig::libxml PkgConfig::sodium
     SOURCES engine/Appcast.cpp
             engine/Appcast.h
+            engine/Aside.h
             engine/DebianPackage.cpp
             engine/DebianPackage.h
             engine/HttpsFetch.cpp

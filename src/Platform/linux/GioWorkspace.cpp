@@ -77,14 +77,8 @@ bool GioWorkspace::hasHandler(const QString &scheme) const
 {
     const std::unique_ptr<GAppInfo, Unref> handler(
         g_app_info_get_default_for_uri_scheme(scheme.toLower().toUtf8().constData()));
-    if (!handler)
-        return false;
-    // An entry that is only started over D-Bus names no program.
-    const char *program = g_app_info_get_executable(handler.get());
-    if (!program || !*program)
-        return true;
-    const std::unique_ptr<char, decltype(&g_free)> found(g_find_program_in_path(program), g_free);
-    return found != nullptr;
+    // GIO itself passes over an entry whose program is missing.
+    return handler != nullptr;
 }
 
 } // namespace mivora

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "support/PrivateBus.h"
+
+#include <QObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <functional>
+
+namespace mivora {
+
+/// Stands for a panel: hears of the item that a program shows.
+class ItemWatcher final : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
+
+public:
+    explicit ItemWatcher(QDBusConnection bus);
+
+    int items = 0;
+
+public Q_SLOTS:
+    void RegisterStatusNotifierItem(const QString &service);
+};
+
+/// Lets events happen until \a isOver, or the time is.
+void spendTime(const std::function<bool()> &isOver, int milliseconds);
+
+/// A home of its own, and the environment of programs that live in it and on \a bus.
+QProcessEnvironment environmentIn(const QTemporaryDir &home, const support::PrivateBus &bus);
+
+/// The processor's time of all threads so far, in seconds (proc(5), schedstat).
+double processorTime(qint64 process);
+
+/// How often the program's threads woke up by themselves so far (proc(5), voluntary_ctxt_switches).
+double wakeUps(qint64 process);
+
+/// A value of /proc/PID/smaps_rollup in kB, as "Rss:".
+double memory(qint64 process, const char *name);
+
+/// All of a file; empty when it can't be read.
+QByteArray contentOf(const QString &path);
+
+} // namespace mivora
