@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QLocale>
+
+namespace mivora {
+
+/// Gives the application its texts in the first of the languages of \a locale that there is a translation
+/// for, Qt's own texts in the same language where they are installed. English, with its plural forms, when
+/// there is none. The system's locale knows LANGUAGE, LC_ALL, LC_MESSAGES and LANG.
+///
+/// Needs the application object and comes before anything is shown. Called again, it changes the language.
+void installTranslations(const QLocale &locale = QLocale::system());
+
+} // namespace mivora
