@@ -5,7 +5,7 @@
     <name>AccountsHint</name>
     <message>
         <source>Internet Accounts</source>
-        <translation>Internet-Konten</translation>
+        <translation>Internetkonten</translation>
     </message>
     <message>
         <source>Using Google or Outlook? Add the account in %1 and its calendars show up here.</source>
@@ -68,14 +68,14 @@
     <name>CalendarListFooter</name>
     <message>
         <source>Google or Outlook calendar missing? Add the account under System Settings → Internet Accounts and it appears here.</source>
-        <translation>Fehlt ein Kalender von Google oder Outlook? Fügen Sie das Konto unter Systemeinstellungen → Internet-Konten hinzu, dann erscheint er hier.</translation>
+        <translation>Fehlt ein Kalender von Google oder Outlook? Fügen Sie das Konto unter Systemeinstellungen → Internetkonten hinzu, dann erscheint er hier.</translation>
     </message>
 </context>
 <context>
     <name>CalendarStep</name>
     <message>
         <source>Let Mivora read your calendar</source>
-        <translation>Mivora darf Ihren Kalender lesen</translation>
+        <translation>Mivora Ihren Kalender lesen lassen</translation>
     </message>
     <message>
         <source>Mivora needs Full Access to see your meetings and their Join links. It reads them on this Mac and never stores or uploads anything.</source>
@@ -544,7 +544,7 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
     <message>
         <source>Snooze 1 min</source>
-        <translation>In 1&#xa0;min erinnern</translation>
+        <translation>1&#xa0;min später</translation>
     </message>
     <message>
         <source>Dismiss</source>
@@ -583,7 +583,7 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
     <message>
         <source>Snooze 1 min</source>
-        <translation>In 1&#xa0;min erinnern</translation>
+        <translation>1&#xa0;min später</translation>
     </message>
 </context>
 <context>
@@ -871,11 +871,11 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <name>WelcomeStep</name>
     <message>
         <source>Your next meeting, one click away.</source>
-        <translation>Ihr nächster Termin, nur einen Klick entfernt.</translation>
+        <translation>Mit einem Klick im nächsten Termin.</translation>
     </message>
     <message>
         <source>The countdown lives in your menu bar. A minute before, a small panel offers Join, Snooze or Dismiss.</source>
-        <translation>Der Countdown steht in Ihrer Menüleiste. Eine Minute vorher können Sie in einem kleinen Fenster beitreten, sich später erinnern lassen oder es ausblenden.</translation>
+        <translation>Der Countdown steht in Ihrer Menüleiste. Eine Minute vorher bietet ein kleines Fenster Beitreten, Erinnern und Ausblenden an.</translation>
     </message>
 </context>
 <context>
@@ -960,7 +960,7 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
     <message>
         <source>Snooze 1 min</source>
-        <translation>In 1&#xa0;min erinnern</translation>
+        <translation>1&#xa0;min später</translation>
     </message>
     <message>
         <source>Dismiss</source>

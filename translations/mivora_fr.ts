@@ -79,7 +79,7 @@
     </message>
     <message>
         <source>Mivora needs Full Access to see your meetings and their Join links. It reads them on this Mac and never stores or uploads anything.</source>
-        <translation>Mivora a besoin d’un accès complet pour voir vos réunions et leurs liens. Tout est lu sur cet ordinateur&#x202f;; rien n’est jamais enregistré ni envoyé.</translation>
+        <translation>Mivora a besoin d’un accès complet pour voir vos réunions et leurs liens. Tout est lu sur cet ordinateur&#x202f;; rien n’est enregistré ni envoyé.</translation>
     </message>
     <message>
         <source>Allow Calendar Access</source>
