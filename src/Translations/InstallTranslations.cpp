@@ -48,6 +48,17 @@ void installQtTexts(const QLocale &locale)
         delete translator;
 }
 
+/// Whether messages are asked for in no language at all, as scripts do.
+bool isMessageLocaleC()
+{
+    for (const char *variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        const QByteArray name = qgetenv(variable);
+        if (!name.isEmpty())
+            return name == "C" || name == "POSIX" || name.startsWith("C.");
+    }
+    return true;
+}
+
 } // namespace
 
 void installTranslations(const QLocale &locale)
@@ -61,6 +72,11 @@ void installTranslations(const QLocale &locale)
     if (!translator->language().startsWith(QLatin1String("en")))
         installQtTexts(QLocale(translator->language()));
     QCoreApplication::installTranslator(translator);
+}
+
+void installTranslations()
+{
+    installTranslations(isMessageLocaleC() ? QLocale::c() : QLocale::system());
 }
 
 } // namespace mivora

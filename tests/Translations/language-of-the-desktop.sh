@@ -32,6 +32,7 @@ german='mivora: Mivora läuft nicht; starten Sie es mit `mivora`'
 french='mivora: Mivora n’est pas lancé ; lancez-le avec `mivora`'
 check 'no language' "$english" "$(refusal A=)"
 check 'C' "$english" "$(refusal LC_ALL=C.UTF-8)"
+check 'C with a list of languages' "$english" "$(refusal LC_ALL=C.UTF-8 LANG=de_DE.UTF-8 LANGUAGE=de)"
 check 'English' "$english" "$(refusal LANG=en_GB.UTF-8)"
 check 'German' "$german" "$(refusal LANG=de_AT.UTF-8)"
 check 'French' "$french" "$(refusal LANG=fr_CA.UTF-8)"
