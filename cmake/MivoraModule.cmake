@@ -109,6 +109,15 @@ function(mivora_module name)
     endif()
 endfunction()
 
+# mivora_plugin(NAME [LIBRARIES …] SOURCES files…): a plug-in that kelo::PluginFile finds, here and when it is
+# installed to ${CMAKE_INSTALL_LIBDIR}/mivora.
+function(mivora_plugin name)
+    cmake_parse_arguments(arg "" "" "LIBRARIES;SOURCES" ${ARGN})
+    add_library(${name} MODULE ${arg_SOURCES})
+    set_target_properties(${name} PROPERTIES PREFIX "")
+    target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} MivoraOptions)
+endfunction()
+
 # mivora_test(NAME DEPENDS modules… [LABELS …] [TIMEOUT s] [GUI] [NO_MAIN] SOURCES files…)
 #
 # One GoogleTest program, run by ctest. GUI runs it with a QGuiApplication on the offscreen platform.

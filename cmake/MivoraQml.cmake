@@ -35,7 +35,8 @@ function(mivora_views name)
     endforeach()
     file(CONFIGURE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/QmlModules.cpp CONTENT "${imports}")
     list(TRANSFORM modules APPEND plugin OUTPUT_VARIABLE plugins)
-    add_library(${name} MODULE ${arg_SOURCES} ${CMAKE_CURRENT_BINARY_DIR}/QmlModules.cpp)
-    set_target_properties(${name} PROPERTIES PREFIX "")
-    target_link_libraries(${name} PRIVATE Qt6::Quick Qt6::Svg MivoraOptions ${modules} ${plugins})
+    mivora_plugin(
+        ${name}
+        LIBRARIES Qt6::Quick Qt6::Svg ${modules} ${plugins}
+        SOURCES ${arg_SOURCES} ${CMAKE_CURRENT_BINARY_DIR}/QmlModules.cpp)
 endfunction()

@@ -1,6 +1,7 @@
 #include "App/CalendarStores.h"
 
 #include "Calendar/CombinedStore.h"
+#include "Calendar/desktop/DesktopStore.h"
 #include "Calendar/folder/CalendarRoots.h"
 #include "Calendar/folder/FolderStore.h"
 #include "Platform/DefaultsStore.h"
@@ -33,11 +34,16 @@ std::vector<std::string> ownAddresses(const DefaultsStore &defaults)
 std::unique_ptr<EventStore> makeCalendarStore(const StoreOptions &options, const DefaultsStore &defaults,
                                               AccessMemory &access)
 {
+    const EventWindow window = windowAround(options.now, options.zone);
+    const std::vector<std::string> addresses = ownAddresses(defaults);
     std::vector<CombinedStore::Part> parts;
-    FolderStore::Setup folders{.roots = rootsOf(options),
-                               .window = windowAround(options.now, options.zone),
-                               .addresses = ownAddresses(defaults)};
+    FolderStore::Setup folders{.roots = rootsOf(options), .window = window, .addresses = addresses};
     parts.push_back({"folders", std::make_unique<FolderStore>(std::move(folders))});
+    if (options.folders.empty() && qEnvironmentVariable("MIVORA_EDS") != QLatin1String("none")) {
+        DesktopStore::Setup desktop{
+            .bus = QDBusConnection::sessionBus(), .window = window, .addresses = addresses};
+        parts.push_back({"desktop", std::make_unique<DesktopStore>(std::move(desktop))});
+    }
     return std::make_unique<CombinedStore>(std::move(parts), access);
 }
 

@@ -23,8 +23,9 @@ struct StoreOptions
     QTimeZone zone;
 };
 
-/// All of the user's calendars as one store: what the desktop keeps and the folders of iCalendar files. The
-/// user's addresses come from the key "addresses" of \a defaults. \a access must outlive the store.
+/// All of the user's calendars as one store: the folders of iCalendar files and what the desktop keeps,
+/// unless $MIVORA_EDS is "none". The user's addresses come from the key "addresses" of \a defaults. \a access
+/// must outlive the store.
 std::unique_ptr<EventStore> makeCalendarStore(const StoreOptions &options, const DefaultsStore &defaults,
                                               AccessMemory &access);
 

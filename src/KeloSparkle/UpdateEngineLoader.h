@@ -1,13 +1,12 @@
 #pragma once
 
-#include <QPluginLoader>
+#include "KeloPlugin/PluginFile.h"
 
 namespace kelo {
 
 class UpdateEngine;
 
-/// Loads the update engine's plug-in on first need. Looked for in $MIVORA_UPDATES (a file), then in
-/// lib/mivora and lib beside the program's bin folder.
+/// Loads the update engine's plug-in ($MIVORA_UPDATES, see PluginFile) on first need.
 class UpdateEngineLoader final
 {
 public:
@@ -15,7 +14,7 @@ public:
     UpdateEngine *engine();
 
 private:
-    QPluginLoader m_plugin;
+    PluginFile m_plugin{"mivora-updates", "MIVORA_UPDATES"};
 };
 
 } // namespace kelo

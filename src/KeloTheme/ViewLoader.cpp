@@ -3,8 +3,6 @@
 #include "KeloTheme/Appearance.h"
 #include "KeloTheme/GlassSurface.h"
 
-#include <QCoreApplication>
-#include <QFileInfo>
 #include <QLoggingCategory>
 
 namespace kelo {
@@ -12,16 +10,6 @@ namespace kelo {
 namespace {
 
 Q_LOGGING_CATEGORY(log, "kelo.theme")
-
-QString pluginFile()
-{
-    const QString wanted = qEnvironmentVariable("MIVORA_VIEWS");
-    if (!wanted.isEmpty())
-        return wanted;
-    const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/../lib/");
-    const QString installed = beside + QStringLiteral("mivora/mivora-views.so");
-    return QFileInfo::exists(installed) ? installed : beside + QStringLiteral("mivora-views.so");
-}
 
 } // namespace
 
@@ -36,11 +24,10 @@ bool ViewLoader::load()
 {
     if (m_host || m_hasFailed)
         return m_host;
-    m_plugin.setFileName(pluginFile());
-    m_host = qobject_cast<ViewHost *>(m_plugin.instance());
+    m_host = m_plugin.get<ViewHost>();
     m_hasFailed = !m_host;
     if (m_hasFailed)
-        qCCritical(log).noquote() << "The views can't be loaded:" << m_plugin.errorString();
+        qCCritical(log).noquote() << "The views can't be loaded:" << m_plugin.errorText();
     else
         m_host->start({&m_appearance, &GlassSurface::image});
     return m_host;

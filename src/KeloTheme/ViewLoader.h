@@ -1,16 +1,16 @@
 #pragma once
 
+#include "KeloPlugin/PluginFile.h"
 #include "KeloTheme/ViewHost.h"
 
 #include <QObject>
-#include <QPluginLoader>
 
 namespace kelo {
 
 class Appearance;
 
-/// Loads the views' plug-in on first need. Looked for in $MIVORA_VIEWS (a file), then in lib/mivora and lib
-/// beside the program's bin folder. Without it the program goes on; windows are then absent.
+/// Loads the views' plug-in ($MIVORA_VIEWS, see PluginFile) on first need. Without it the program goes on;
+/// windows are then absent.
 class ViewLoader final
 {
 public:
@@ -36,7 +36,7 @@ private:
     bool load();
 
     Appearance &m_appearance;
-    QPluginLoader m_plugin;
+    PluginFile m_plugin{"mivora-views", "MIVORA_VIEWS"};
     ViewHost *m_host = nullptr;
     bool m_hasFailed = false;
     QObject m_later;

@@ -6,6 +6,8 @@ calendars=$2
 home=$(mktemp -d)
 trap 'rm -rf "$home"' EXIT
 unset XDG_CONFIG_HOME XDG_STATE_HOME XDG_DATA_HOME MIVORA_CALENDARS
+# No calendars of the desktop.
+export DBUS_SESSION_BUS_ADDRESS=disabled:
 export HOME="$home" TZ=Europe/Berlin LC_ALL=C.UTF-8
 failures=0
 

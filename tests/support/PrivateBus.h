@@ -13,8 +13,9 @@ namespace support {
 class PrivateBus final
 {
 public:
-    /// Throws std::runtime_error when the daemon can't be started.
-    explicit PrivateBus(const QString &serviceFolder = {});
+    /// \a rules are further elements of the bus's policy. Throws std::runtime_error when the daemon can't be
+    /// started.
+    explicit PrivateBus(const QString &serviceFolder = {}, const QByteArray &rules = {});
 
     /// Whether dbus-daemon can be run at all; a test that needs a bus is skipped without it.
     static bool isInstalled();

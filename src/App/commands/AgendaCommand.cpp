@@ -53,8 +53,8 @@ int show(const QJsonObject &agenda, const AgendaRequest &request)
     }
     if (authorization == QLatin1String("denied")) {
         complain(
-            "no calendars can be read; put a folder of iCalendar files at ~/.calendars, or name one with "
-            "--calendars DIR or $MIVORA_CALENDARS");
+            "no calendars can be read; add one to the desktop's calendar, put a folder of iCalendar files at "
+            "~/.calendars, or name one with --calendars DIR or $MIVORA_CALENDARS");
         return exitCouldNot;
     }
     if (!request.json)

@@ -1,7 +1,7 @@
 #include "Calendar/folder/FileIndex.h"
 
+#include "Calendar/OccurrenceList.h"
 #include "Calendar/folder/CollectionLayout.h"
-#include "Calendar/folder/OccurrenceList.h"
 
 #include <QString>
 #include <algorithm>
@@ -119,12 +119,6 @@ void appendFileCalendars(const FileCollection &root, std::vector<StoreCalendar> 
 std::string withoutSuffix(const std::string &name)
 {
     return name.substr(0, name.size() - 4);
-}
-
-void EventChanges::append(EventChanges other)
-{
-    moveAll(other.removed, removed);
-    moveAll(other.added, added);
 }
 
 std::vector<FileJob> FileIndex::update(std::vector<FolderListing> folders, Compare compare,

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Calendar/StoreMemory.h"
 #include "Calendar/folder/FolderTree.h"
-#include "Calendar/ical/CalendarText.h"
 
 #include <memory>
 #include <string>
@@ -61,17 +61,6 @@ struct FileJob
 
 /// The name of a calendar file without its ".ics".
 std::string withoutSuffix(const std::string &name);
-
-/// Occurrences that came and went.
-struct EventChanges
-{
-    StoreEvents removed;
-    StoreEvents added;
-
-    bool isEmpty() const { return removed.empty() && added.empty(); }
-
-    void append(EventChanges other);
-};
 
 /// Which files an update compares with what lies in their folders now.
 enum class Compare { newFiles, allFiles };

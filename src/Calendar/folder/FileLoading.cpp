@@ -1,12 +1,12 @@
 #include "Calendar/folder/FileLoading.h"
 
 #include "Calendar/CalendarLog.h"
+#include "Calendar/CurrentUser.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <iterator>
-#include <map>
 #include <mutex>
 #include <thread>
 
@@ -40,38 +40,11 @@ public:
         m_addresses = owner ? std::vector{*owner} : request.addresses;
     }
 
-    void mark(std::vector<StoreAttendee> &attendees) const
-    {
-        for (StoreAttendee &attendee : attendees)
-            attendee.isCurrentUser =
-                std::find(m_addresses.begin(), m_addresses.end(), attendee.address) != m_addresses.end();
-    }
+    void mark(std::vector<StoreAttendee> &attendees) const { markCurrentUser(attendees, m_addresses); }
 
 private:
     std::vector<std::string> m_addresses;
 };
-
-/// Puts the old objects in the place of equal new ones; what is left of the old ones is returned.
-StoreEvents keepUnchanged(StoreEvents old, StoreEvents &events, StoreEvents &added)
-{
-    std::multimap<Timestamp, std::shared_ptr<const StoreEvent>> known;
-    for (std::shared_ptr<const StoreEvent> &event : old)
-        known.emplace(event->start, std::move(event));
-    for (std::shared_ptr<const StoreEvent> &event : events) {
-        const auto [first, last] = known.equal_range(event->start);
-        const auto same = std::find_if(first, last, [&](const auto &k) { return *k.second == *event; });
-        if (same == last) {
-            added.push_back(event);
-        } else {
-            event = std::move(same->second);
-            known.erase(same);
-        }
-    }
-    StoreEvents left;
-    for (auto &[start, event] : known)
-        left.push_back(std::move(event));
-    return left;
-}
 
 /// One thread's share of the work.
 class LoadingTurn
@@ -183,8 +156,7 @@ void LoadingTurn::takeOccurrences(const FileJob &job, CalendarText &text)
         own.mark(occurrence.attendees);
         events.push_back(std::make_shared<const StoreEvent>(std::move(occurrence)));
     }
-    StoreEvents gone = keepUnchanged(std::move(job.entry->occurrences), events, result.changes.added);
-    std::move(gone.begin(), gone.end(), std::back_inserter(result.changes.removed));
+    keepUnchanged(std::move(job.entry->occurrences), events, result.changes);
     job.entry->occurrences = std::move(events);
 }
 

@@ -41,7 +41,7 @@ bool exists(const std::string &path)
 FolderLoader::FolderLoader(Setup setup, std::function<void()> onNews)
     : m_tree(setup.roots),
       m_index(setup.roots), m_request{setup.window, std::move(setup.addresses), &m_isStopping},
-      m_onNews(std::move(onNews)), m_wakeUp(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
+      m_news(std::move(onNews)), m_wakeUp(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
 {
     if (!m_wakeUp.isOpen())
         qFatal("Mivora: no event descriptor: %s", std::strerror(errno));
@@ -71,12 +71,6 @@ void FolderLoader::rescan()
         m_rescanWanted = true;
     }
     wake();
-}
-
-std::vector<LoaderNews> FolderLoader::takeNews()
-{
-    const std::lock_guard lock(m_mutex);
-    return std::exchange(m_news, {});
 }
 
 void FolderLoader::wake() const
@@ -286,15 +280,8 @@ void FolderLoader::publish(EventChanges changes, bool isChange)
     }
     news.isChange = isChange || !changes.isEmpty() || news.calendars;
     news.changes = std::move(changes);
-    news.isReadable = m_isReadable;
-    bool isFirst = false;
-    {
-        const std::lock_guard lock(m_mutex);
-        isFirst = m_news.empty();
-        m_news.push_back(std::move(news));
-    }
-    if (isFirst)
-        m_onNews();
+    news.status = m_isReadable ? AuthorizationStatus::fullAccess : AuthorizationStatus::denied;
+    m_news.push(std::move(news));
 }
 
 void FolderLoader::checkUnwatched()

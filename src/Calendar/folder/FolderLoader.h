@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Calendar/NewsQueue.h"
 #include "Calendar/folder/ChangeBatch.h"
 #include "Calendar/folder/FileLoading.h"
 #include "Calendar/folder/FolderWatch.h"
@@ -11,18 +12,6 @@
 #include <unordered_map>
 
 namespace mivora {
-
-/// What the loader found out in one go.
-struct LoaderNews
-{
-    EventChanges changes;
-    /// Only when they differ from the last ones.
-    std::optional<std::vector<StoreCalendar>> calendars;
-    /// Whether at least one root can be read.
-    bool isReadable = false;
-    /// Whether there is anything new to see.
-    bool isChange = false;
-};
 
 /// Loads calendar folders on a thread of its own, and then follows their changes. Nothing here blocks the
 /// caller, except the destructor, which waits for the file being read.
@@ -47,7 +36,7 @@ public:
     void rescan();
 
     /// What is new since the last call, oldest first.
-    std::vector<LoaderNews> takeNews();
+    std::vector<LoaderNews> takeNews() { return m_news.take(); }
 
 private:
     void run();
@@ -89,8 +78,7 @@ private:
     std::mutex m_mutex;
     std::optional<EventWindow> m_wantedWindow;
     bool m_rescanWanted = false;
-    std::vector<LoaderNews> m_news;
-    std::function<void()> m_onNews;
+    NewsQueue m_news;
     FileDescriptor m_wakeUp;
     std::thread m_thread;
 };

@@ -1,20 +1,12 @@
 #pragma once
 
-#include "Calendar/EventStore.h"
-#include "Calendar/folder/OccurrenceList.h"
-#include "Calendar/ical/CalendarText.h"
+#include "Calendar/StoreMemory.h"
 
-#include <map>
 #include <memory>
 
 namespace mivora {
 
 class FolderLoader;
-struct LoaderNews;
-
-/// The days around \a now that a calendar is loaded for at first: from yesterday on, as far as a day's end
-/// and the next midnight need no other load.
-EventWindow windowAround(Timestamp now, const QTimeZone &zone);
 
 /// Calendars in folders of iCalendar files, as vdirsyncer, khal and others keep them.
 ///
@@ -40,10 +32,11 @@ public:
     explicit FolderStore(Setup setup, QObject *parent = nullptr);
     ~FolderStore() override;
 
-    AuthorizationStatus authorizationStatus() const override;
+    AuthorizationStatus authorizationStatus() const override { return m_memory.status(); }
+
     void requestFullAccess(AccessAnswer answer) override;
 
-    std::vector<StoreCalendar> calendars() const override { return m_calendars; }
+    std::vector<StoreCalendar> calendars() const override { return m_memory.calendars(); }
 
     StoreEvents events(Timestamp from, Timestamp to,
                        const std::optional<std::set<std::string>> &calendarIDs) override;
@@ -57,18 +50,11 @@ public:
 
 private:
     void receiveNews();
-    void apply(LoaderNews news);
     void answerRequests();
-    void wantInterval(Timestamp from, Timestamp to);
 
-    std::vector<StoreCalendar> m_calendars;
-    std::map<std::string, OccurrenceList> m_occurrences;
+    StoreMemory m_memory;
     std::vector<AccessAnswer> m_waiting;
-    EventWindow m_window;
-    /// What was asked for since the window was chosen.
-    std::optional<std::pair<Timestamp, Timestamp>> m_asked;
     bool m_isLoaded = false;
-    bool m_isReadable = false;
     /// Last, so that it is gone before what it reports to.
     std::unique_ptr<FolderLoader> m_loader;
 };

@@ -19,6 +19,4 @@ target_sources(
             folder/FolderTree.cpp
             folder/FolderTree.h
             folder/FolderWatch.cpp
-            folder/FolderWatch.h
-            folder/OccurrenceList.cpp
-            folder/OccurrenceList.h)
+            folder/FolderWatch.h)

@@ -21,18 +21,6 @@ std::string addressIn(std::string_view value)
     return address;
 }
 
-/// COLOR holds a name of CSS 3 (RFC 7986, 5.9), though some programs write the hexadecimal form.
-std::optional<Color> colorFrom(const std::string &text)
-{
-    if (text.starts_with('#'))
-        return Color::fromHex(text);
-    const QString name = QString::fromStdString(text);
-    if (!QColor::isValidColor(name))
-        return std::nullopt;
-    const QColor named(name);
-    return Color{std::uint8_t(named.red()), std::uint8_t(named.green()), std::uint8_t(named.blue())};
-}
-
 /// What the header says, the better known of two properties first.
 struct Header
 {
@@ -60,6 +48,17 @@ Header readProperties(std::string_view text)
 }
 
 } // namespace
+
+std::optional<Color> colorFrom(const std::string &text)
+{
+    if (const std::optional<Color> color = Color::fromHex(text))
+        return color;
+    const QString name = QString::fromStdString(text);
+    if (!QColor::isValidColor(name))
+        return std::nullopt;
+    const QColor named(name);
+    return Color{std::uint8_t(named.red()), std::uint8_t(named.green()), std::uint8_t(named.blue())};
+}
 
 void readHeader(std::string_view text, CalendarText &calendar)
 {

@@ -28,6 +28,4 @@ mivora_module(
             engine/Version.cpp
             engine/Version.h)
 
-add_library(mivora-updates MODULE engine/UpdatesPlugin.cpp engine/UpdatesPlugin.h)
-set_target_properties(mivora-updates PROPERTIES PREFIX "")
-target_link_libraries(mivora-updates PRIVATE KeloSparkleEngine MivoraOptions)
+mivora_plugin(mivora-updates LIBRARIES KeloSparkleEngine SOURCES engine/UpdatesPlugin.cpp engine/UpdatesPlugin.h)

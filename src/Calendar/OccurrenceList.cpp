@@ -1,4 +1,4 @@
-#include "Calendar/folder/OccurrenceList.h"
+#include "Calendar/OccurrenceList.h"
 
 #include <algorithm>
 

@@ -1,0 +1,157 @@
+#include "Calendar/EventKitSource.h"
+#include "Calendar/LoadWait.h"
+#include "Calendar/desktop/DesktopStore.h"
+#include "CalendarEds/EdsMaker.h"
+#include "CalendarEds/EdsWorld.h"
+#include "CalendarSamples.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTimeZone>
+#include <benchmark/benchmark.h>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+#include <unistd.h>
+
+using namespace mivora;
+
+namespace {
+
+constexpr Timestamp now = timestampFromSeconds(1773136800); // 2026-03-10, 10:00 UTC
+
+/// A server with one large calendar.
+struct Desktop
+{
+    Desktop()
+    {
+        calendar = maker.addCalendar("Work");
+        std::ifstream file(samples::folderWithOneFile(10000) + "/work/all.ics");
+        std::stringstream text;
+        text << file.rdbuf();
+        maker.import(calendar, text.str());
+    }
+
+    support::EdsWorld world;
+    support::EdsMaker maker;
+    std::string calendar;
+};
+
+Desktop *desktop = nullptr;
+
+double residentMegabytes()
+{
+    std::ifstream file("/proc/self/statm");
+    long size = 0, resident = 0;
+    file >> size >> resident;
+    return double(resident) * double(sysconf(_SC_PAGESIZE)) / (1 << 20);
+}
+
+std::unique_ptr<DesktopStore> loadedStore()
+{
+    auto store = std::make_unique<DesktopStore>(
+        DesktopStore::Setup{.bus = QDBusConnection::sessionBus(),
+                            .window = windowAround(now, QTimeZone("Europe/Berlin")),
+                            .addresses = {"ann@example.com"}});
+    waitUntilLoaded(*store, std::chrono::minutes(1));
+    return store;
+}
+
+/// From nothing to all occurrences in memory; the server runs already.
+void Load(benchmark::State &state)
+{
+    const double before = residentMegabytes();
+    std::size_t count = 0;
+    for (auto _ : state) {
+        auto store = loadedStore();
+        state.PauseTiming();
+        count = store->events(now - Seconds(86400), now + Seconds(3 * 86400), std::nullopt).size();
+        state.counters["residentMB"] = residentMegabytes() - before;
+        store.reset();
+        state.ResumeTiming();
+    }
+    state.counters["occurrences"] = double(count);
+}
+
+void RefreshWithNothingChanged(benchmark::State &state)
+{
+    EventKitSource source(loadedStore());
+    std::size_t count = 0;
+    for (auto _ : state)
+        count = source.meetings(now, now + Seconds(14 * 3600), std::nullopt).size();
+    state.counters["meetings"] = double(count);
+}
+
+std::string changedEvent(int version)
+{
+    std::string text =
+        "BEGIN:VEVENT\r\nUID:changing\r\nDTSTAMP:20260101T000000Z\r\nDTSTART:20260310T120000Z\r\n";
+    return text.append("DURATION:PT1H\r\nSUMMARY:")
+        .append(std::to_string(version))
+        .append("\r\nEND:VEVENT\r\n");
+}
+
+/// From the server's confirmation of another program's change until the store can give it.
+void OneChange(benchmark::State &state)
+{
+    static int version = 0;
+    const auto store = loadedStore();
+    if (version == 0)
+        desktop->maker.create(desktop->calendar, changedEvent(0));
+    const auto isSeen = [&] {
+        for (const auto &event : store->events(now, now + Seconds(14 * 3600), std::nullopt))
+            if (event->title == std::to_string(version))
+                return true;
+        return false;
+    };
+    for (auto _ : state) {
+        desktop->maker.modify(desktop->calendar, changedEvent(++version));
+        QElapsedTimer timer;
+        timer.start();
+        while (!isSeen())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        state.SetIterationTime(double(timer.nsecsElapsed()) * 1e-9);
+    }
+}
+
+/// The longest that the main thread was away from its events while a store loads.
+void LongestPauseWhileLoading(benchmark::State &state)
+{
+    double longest = 0;
+    for (auto _ : state) {
+        auto store = std::make_unique<DesktopStore>(
+            DesktopStore::Setup{.bus = QDBusConnection::sessionBus(),
+                                .window = windowAround(now, QTimeZone("Europe/Berlin")),
+                                .addresses = {}});
+        while (!store->isLoaded()) {
+            QElapsedTimer timer;
+            timer.start();
+            QCoreApplication::processEvents();
+            longest = std::max(longest, double(timer.nsecsElapsed()) * 1e-6);
+            usleep(200);
+        }
+    }
+    state.counters["longest_ms"] = longest;
+}
+
+BENCHMARK(Load)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(LongestPauseWhileLoading)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(RefreshWithNothingChanged)->Unit(benchmark::kMicrosecond);
+BENCHMARK(OneChange)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(50);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (!support::EdsWorld::isInstalled()) {
+        std::cerr << "Evolution Data Server is not installed\n";
+        return 0;
+    }
+    Desktop made;
+    desktop = &made;
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

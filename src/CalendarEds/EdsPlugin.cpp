@@ -1,0 +1,12 @@
+#include "CalendarEds/EdsPlugin.h"
+
+#include "CalendarEds/EdsDesktop.h"
+
+namespace mivora {
+
+std::unique_ptr<DesktopCalendars> EdsPlugin::make()
+{
+    return std::make_unique<EdsDesktop>();
+}
+
+} // namespace mivora

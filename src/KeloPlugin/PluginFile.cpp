@@ -1,0 +1,30 @@
+#include "KeloPlugin/PluginFile.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+namespace kelo {
+
+namespace {
+
+QString pathOf(const char *name, const char *variable)
+{
+    const QString wanted = qEnvironmentVariable(variable);
+    if (!wanted.isEmpty())
+        return wanted;
+    const QString file = QString::fromLatin1(name) + QStringLiteral(".so");
+    const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/../lib/");
+    const QString installed = beside + QStringLiteral("mivora/") + file;
+    return QFileInfo::exists(installed) ? installed : beside + file;
+}
+
+} // namespace
+
+QObject *PluginFile::object()
+{
+    if (!m_loader.isLoaded())
+        m_loader.setFileName(pathOf(m_name, m_variable));
+    return m_loader.instance();
+}
+
+} // namespace kelo

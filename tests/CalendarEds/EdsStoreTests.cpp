@@ -1,0 +1,354 @@
+#include "Calendar/CalendarFolder.h"
+#include "Calendar/desktop/DesktopStore.h"
+#include "CalendarEds/EdsMaker.h"
+#include "CalendarEds/EdsWorld.h"
+
+#include <QDirIterator>
+#include <QElapsedTimer>
+#include <csignal>
+#include <gmock/gmock.h>
+
+namespace mivora {
+
+namespace {
+
+using namespace std::chrono_literals;
+using support::EdsMaker;
+using support::EdsWorld;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+using Titles = std::vector<std::string>;
+
+/// A VEVENT of an hour.
+std::string event(const std::string &uid, const std::string &start, const std::string &more = {})
+{
+    std::string text = "BEGIN:VEVENT\r\nUID:";
+    text.append(uid).append("\r\nDTSTAMP:20260101T000000Z\r\nDTSTART").append(start);
+    text.append("\r\nDURATION:PT1H\r\nSUMMARY:").append(uid).append("\r\n");
+    return text.append(more).append("END:VEVENT\r\n");
+}
+
+/// The store over the real server, for the days around 10 March 2026 in UTC.
+class EdsStoreTest : public testing::Test
+{
+protected:
+    static void SetUpTestSuite()
+    {
+        if (EdsWorld::isInstalled()) {
+            world = new EdsWorld;
+            world->writeSource(QStringLiteral("acme"),
+                               "[Data Source]\nDisplayName=Acme\nEnabled=true\n"
+                               "[Collection]\nBackendName=none\nIdentity=Ann@Acme.example\n");
+            world->writeSource(QStringLiteral("acme-calendar"),
+                               "[Data Source]\nDisplayName=Ann\nEnabled=true\nParent=acme\n"
+                               "[Calendar]\nBackendName=local\n");
+        }
+    }
+
+    static void TearDownTestSuite()
+    {
+        delete world;
+        world = nullptr;
+    }
+
+    void SetUp() override
+    {
+        if (!world)
+            GTEST_SKIP() << "Evolution Data Server is not installed";
+        maker = std::make_unique<EdsMaker>();
+        calendar = maker->addCalendar("Work");
+        openStore();
+    }
+
+    void TearDown() override
+    {
+        store.reset();
+        if (maker && !calendar.empty())
+            maker->removeCalendar(calendar);
+    }
+
+    void openStore()
+    {
+        const char *now = "2026-03-10T08:00:00Z";
+        store = std::make_unique<DesktopStore>(
+            DesktopStore::Setup{.bus = world->bus().connection(),
+                                .window = windowAround(at(now), QTimeZone::utc()),
+                                .addresses = {"me@example.com"}});
+        QObject::connect(store.get(), &EventStore::changed, store.get(), [this] { ++changes; });
+        ASSERT_TRUE(waitFor([this] { return store->isLoaded(); }, 40s));
+    }
+
+    StoreEvents eventsOf(const std::string &id, const char *from = "2026-03-10T00:00:00Z",
+                         const char *to = "2026-03-11T00:00:00Z")
+    {
+        return store->events(at(from), at(to), std::set{id});
+    }
+
+    Titles titles(const char *from = "2026-03-10T00:00:00Z", const char *to = "2026-03-11T00:00:00Z")
+    {
+        Titles found;
+        for (const auto &event : eventsOf(calendar, from, to))
+            found.push_back(event->title.value_or("-"));
+        std::sort(found.begin(), found.end());
+        return found;
+    }
+
+    bool waitForTitles(const Titles &wanted)
+    {
+        return waitFor([&] { return titles() == wanted; }, 40s);
+    }
+
+    std::optional<StoreCalendar> calendarNamed(const std::string &id) const
+    {
+        for (const StoreCalendar &known : store->calendars())
+            if (known.id == id)
+                return known;
+        return std::nullopt;
+    }
+
+    template<typename Condition> bool waitForCalendar(Condition condition)
+    {
+        return waitFor([&] { return condition(calendarNamed(calendar)); }, 20s);
+    }
+
+    static EdsWorld *world;
+    std::unique_ptr<EdsMaker> maker;
+    std::string calendar;
+    std::unique_ptr<DesktopStore> store;
+    int changes = 0;
+};
+
+EdsWorld *EdsStoreTest::world = nullptr;
+
+TEST_F(EdsStoreTest, followsCalendars)
+{
+    ASSERT_TRUE(calendarNamed(calendar));
+    EXPECT_EQ(calendarNamed(calendar)->title, "Work");
+    EXPECT_EQ(calendarNamed(calendar)->sourceTitle, "On This Computer");
+    EXPECT_EQ(calendarNamed(calendar)->color, Color::fromHex("#3584e4"));
+    EXPECT_EQ(store->authorizationStatus(), AuthorizationStatus::fullAccess);
+
+    maker->rename(calendar, "Office");
+    EXPECT_TRUE(waitForCalendar([](const auto &known) { return known && known->title == "Office"; }));
+    maker->recolor(calendar, "#ff0000");
+    EXPECT_TRUE(waitForCalendar(
+        [](const auto &known) { return known && known->color == Color::fromHex("#ff0000"); }));
+
+    maker->create(calendar, event("seen", ":20260310T090000Z"));
+    EXPECT_TRUE(waitForTitles({"seen"}));
+    maker->setEnabled(calendar, false);
+    EXPECT_TRUE(waitForCalendar([](const auto &known) { return !known; }));
+    EXPECT_THAT(titles(), IsEmpty());
+    maker->setEnabled(calendar, true);
+    EXPECT_TRUE(waitForTitles({"seen"}));
+
+    maker->removeCalendar(std::exchange(calendar, {}));
+    EXPECT_TRUE(waitForCalendar([](const auto &known) { return !known; }));
+}
+
+TEST_F(EdsStoreTest, followsEvents)
+{
+    maker->create(calendar, event("one", ":20260310T090000Z"));
+    maker->create(calendar, event("two", ":20260310T110000Z"));
+    EXPECT_TRUE(waitForTitles({"one", "two"}));
+    maker->modify(calendar, event("one", ":20260311T090000Z"));
+    EXPECT_TRUE(waitForTitles({"two"}));
+    maker->modify(calendar, event("one", ":20270311T090000Z"));
+    maker->modify(calendar, event("one", ":20260310T120000Z"));
+    EXPECT_TRUE(waitForTitles({"one", "two"}));
+    maker->modify(calendar, event("two", ":20260310T110000Z", "STATUS:CANCELLED\r\n"));
+    EXPECT_TRUE(waitForTitles({"one"}));
+    maker->remove(calendar, "one");
+    EXPECT_TRUE(waitForTitles({}));
+}
+
+TEST_F(EdsStoreTest, tellsOfABurstFewTimes)
+{
+    Titles wanted;
+    std::string text = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n";
+    for (int i = 100; i < 300; ++i) {
+        wanted.push_back("burst " + std::to_string(i));
+        text.append(event(wanted.back(), ":20260310T090000Z"));
+    }
+    changes = 0;
+    maker->import(calendar, text.append("END:VCALENDAR\r\n"));
+    EXPECT_TRUE(waitForTitles(wanted));
+    EXPECT_LT(changes, 40);
+}
+
+TEST_F(EdsStoreTest, knowsWhereOccurrencesWentTo)
+{
+    const std::string series = event("series", ":20260301T090000Z", "RRULE:FREQ=DAILY;COUNT=60\r\n");
+    maker->create(calendar, series);
+    EXPECT_TRUE(waitForTitles({"series"}));
+
+    // To another day of the window, to a day far outside of it, and back.
+    for (const char *start : {":20260312T150000Z", ":20270601T150000Z", ":20260310T200000Z"}) {
+        maker->modify(calendar, event("series", start, "RECURRENCE-ID:20260310T090000Z\r\n"),
+                      EdsMaker::Which::thisOne);
+        const bool isOnTheDay = std::string_view(start).starts_with(":20260310");
+        EXPECT_TRUE(waitForTitles(isOnTheDay ? Titles{"series"} : Titles{})) << start;
+    }
+    ASSERT_EQ(eventsOf(calendar).size(), 1U);
+    EXPECT_EQ(eventsOf(calendar).front()->start, at("2026-03-10T20:00:00Z"));
+
+    maker->remove(calendar, "series", "20260311T090000Z", EdsMaker::Which::thisOne);
+    EXPECT_TRUE(waitFor([&] { return titles("2026-03-11T00:00:00Z", "2026-03-12T00:00:00Z").empty(); }, 20s));
+    EXPECT_EQ(titles("2026-03-12T00:00:00Z", "2026-03-13T00:00:00Z"), Titles{"series"});
+
+    maker->remove(calendar, "series");
+    EXPECT_TRUE(waitFor([&] { return titles("2026-03-09T00:00:00Z", "2026-03-13T00:00:00Z").empty(); }, 20s));
+}
+
+TEST_F(EdsStoreTest, givesTheFieldsOfEvents)
+{
+    maker->import(calendar, "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nBEGIN:VTIMEZONE\r\nTZID:Moon Base\r\n"
+                            "BEGIN:STANDARD\r\nDTSTART:19700101T000000\r\nTZOFFSETFROM:+0130\r\n"
+                            "TZOFFSETTO:+0130\r\nEND:STANDARD\r\nEND:VTIMEZONE\r\n" +
+                                event("zoned", ";TZID=Moon Base:20260310T103000",
+                                      "X-GOOGLE-CONFERENCE:https://meet.google.com/abc-defg-hij\r\n"
+                                      "LOCATION:Room\\, 2\r\nDESCRIPTION:Bring\\nnothing\r\n"
+                                      "ATTENDEE;PARTSTAT=DECLINED:mailto:Me@Example.com\r\n"
+                                      "ATTENDEE;PARTSTAT=ACCEPTED:mailto:you@example.com\r\n") +
+                                "END:VCALENDAR\r\n");
+    ASSERT_TRUE(waitFor([&] { return eventsOf(calendar).size() == 1; }, 20s));
+    const StoreEvent &found = *eventsOf(calendar).front();
+    EXPECT_EQ(found.eventIdentifier, "zoned");
+    EXPECT_EQ(found.calendarID, calendar);
+    EXPECT_EQ(found.start, at("2026-03-10T09:00:00Z"));
+    EXPECT_EQ(found.url, "https://meet.google.com/abc-defg-hij");
+    EXPECT_EQ(found.location, "Room, 2");
+    EXPECT_EQ(found.notes, "Bring\nnothing");
+    EXPECT_THAT(found.attendees,
+                ElementsAre(StoreAttendee{"me@example.com", ParticipantStatus::declined, true},
+                            StoreAttendee{"you@example.com", ParticipantStatus::accepted, false}));
+}
+
+TEST_F(EdsStoreTest, knowsTheUserByTheAccount)
+{
+    const std::string own = "acme-calendar";
+    maker->create(own, event("review", ":20260310T090000Z",
+                             "ATTENDEE:mailto:me@example.com\r\nATTENDEE:mailto:ann@acme.example\r\n"));
+    ASSERT_TRUE(waitFor([&] { return eventsOf(own).size() == 1; }, 20s));
+    EXPECT_EQ(calendarNamed(own)->sourceTitle, "Acme");
+    const auto &attendees = eventsOf(own).front()->attendees;
+    ASSERT_EQ(attendees.size(), 2U);
+    EXPECT_FALSE(attendees[0].isCurrentUser);
+    EXPECT_TRUE(attendees[1].isCurrentUser);
+}
+
+TEST_F(EdsStoreTest, loadsOtherDaysWhenAsked)
+{
+    maker->create(calendar, event("later", ":20260601T090000Z"));
+    maker->create(calendar, event("weekly", ":20260302T090000Z", "RRULE:FREQ=WEEKLY\r\n"));
+    titles("2026-06-01T00:00:00Z", "2026-06-02T00:00:00Z");
+    EXPECT_TRUE(waitFor(
+        [&] {
+            return titles("2026-06-01T00:00:00Z", "2026-06-02T00:00:00Z") == Titles{"later", "weekly"};
+        },
+        20s));
+}
+
+TEST_F(EdsStoreTest, readsTheSameAsFromFiles)
+{
+    // A calendar's files in EDS, and the same as a folder, in the week of a change of the clocks.
+    const std::string folder = std::string(MIVORA_TEST_DATA) + "/calendars";
+    QDirIterator files(QString::fromStdString(folder), {QStringLiteral("*.ics")}, QDir::Files,
+                       QDirIterator::Subdirectories);
+    const QTimeZone zone = zoneNamed("Europe/Berlin");
+    const Timestamp from = at("2026-03-23T00:00:00+01:00"), to = at("2026-04-01T00:00:00+02:00");
+    LoadedStore asFolder({folder}, {"me@example.com"}, zone, "2026-03-23T08:00:00Z");
+    while (files.hasNext()) {
+        QFile file(files.next());
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        maker->import(calendar, file.readAll().toStdString());
+    }
+    store->setTimeZone(zone);
+
+    using Meetings =
+        std::multiset<std::tuple<Timestamp, Timestamp, std::vector<std::string>, std::size_t, bool>>;
+    const auto meetings = [&](EventStore &asked) {
+        Meetings found;
+        for (const auto &event : asked.events(from, to, std::nullopt))
+            found.emplace(event->start, event->end,
+                          std::vector{event->eventIdentifier.value_or("-"), event->title.value_or("-"),
+                                      event->url.value_or("-"), event->location.value_or("-"),
+                                      event->notes.value_or("-")},
+                          event->attendees.size(), event->isAllDay);
+        return found;
+    };
+    waitFor([&] { return meetings(asFolder.store()).size() > 10; });
+    Meetings wanted;
+    waitFor([&] { return meetings(*store) == (wanted = meetings(asFolder.store())); }, 20s);
+    EXPECT_THAT(meetings(*store), testing::ContainerEq(wanted));
+    EXPECT_GT(wanted.size(), 10U);
+}
+
+TEST_F(EdsStoreTest, comesBackAfterItsServersDied)
+{
+    maker->create(calendar, event("before", ":20260310T090000Z"));
+    ASSERT_TRUE(waitForTitles({"before"}));
+    for (const char *server : {EdsWorld::calendarName, EdsWorld::sourcesName}) {
+        for (const pid_t process : world->processes())
+            if (process == world->processOf(server))
+                kill(process, SIGKILL);
+        waitAWhile(300ms);
+        EXPECT_EQ(store->authorizationStatus(), AuthorizationStatus::fullAccess);
+        EXPECT_EQ(titles().front(), "before");
+        maker = std::make_unique<EdsMaker>();
+        maker->create(calendar, event(server, ":20260310T090000Z"));
+        EXPECT_TRUE(waitFor(
+            [&] {
+                const Titles now = titles();
+                return std::count(now.begin(), now.end(), server) == 1;
+            },
+            40s))
+            << server;
+    }
+    // What is new since then is followed as well.
+    const std::string added = maker->addCalendar("Added");
+    maker->create(added, event("new", ":20260310T090000Z"));
+    EXPECT_TRUE(waitFor([&] { return eventsOf(added).size() == 1; }, 40s));
+    maker->removeCalendar(added);
+}
+
+TEST_F(EdsStoreTest, answersWhileItsServersHang)
+{
+    maker->create(calendar, event("before", ":20260310T090000Z"));
+    ASSERT_TRUE(waitForTitles({"before"}));
+    const std::vector<pid_t> servers = world->processes();
+    for (const pid_t process : servers)
+        kill(process, SIGSTOP);
+    QElapsedTimer timer;
+    timer.start();
+    EXPECT_EQ(titles(), Titles{"before"});
+    titles("2026-03-20T00:00:00Z", "2026-03-21T00:00:00Z");
+    EXPECT_TRUE(calendarNamed(calendar));
+    waitAWhile(500ms);
+    EXPECT_EQ(titles(), Titles{"before"});
+    // It can be closed, and another one opened.
+    store.reset();
+    EXPECT_LT(timer.elapsed(), 5000);
+    for (const pid_t process : servers)
+        kill(process, SIGCONT);
+    openStore();
+    maker->create(calendar, event("after", ":20260310T100000Z"));
+    EXPECT_TRUE(waitForTitles({"after", "before"}));
+}
+
+TEST_F(EdsStoreTest, showsTheOthersWhenACalendarFails)
+{
+    const std::string broken = maker->addCalDav("Nobody there", 1, "/none/", "me@example.com");
+    maker->create(calendar, event("fine", ":20260310T090000Z"));
+    EXPECT_TRUE(waitForTitles({"fine"}));
+    store.reset();
+    openStore();
+    EXPECT_TRUE(waitForTitles({"fine"}));
+    EXPECT_TRUE(calendarNamed(broken));
+    maker->removeCalendar(broken);
+}
+
+} // namespace
+
+} // namespace mivora

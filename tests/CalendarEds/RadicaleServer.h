@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QProcess>
+#include <QTemporaryDir>
+#include <string>
+
+namespace support {
+
+/// A real CalDAV server on this machine alone, and an HTTP client for it.
+class RadicaleServer final
+{
+public:
+    static bool isInstalled();
+
+    /// The user is "ann"; with an empty \a password everybody is let in. Throws std::runtime_error when the
+    /// server doesn't start.
+    explicit RadicaleServer(const QString &password = {});
+    ~RadicaleServer();
+    Q_DISABLE_COPY_MOVE(RadicaleServer)
+
+    int port() const { return m_port; }
+
+    /// Each returns whether the server agreed.
+    bool makeCalendar(const QString &path);
+    bool put(const QString &path, const std::string &text);
+    bool remove(const QString &path);
+
+private:
+    bool request(const QStringList &arguments, const QString &path, const QByteArray &body = {});
+
+    void writeConfiguration() const;
+
+    QString m_password;
+    QTemporaryDir m_folder;
+    QProcess m_process;
+    int m_port = 0;
+};
+
+} // namespace support
