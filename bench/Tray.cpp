@@ -122,7 +122,8 @@ void idle(benchmark::State &state, const char *program)
         QProcess process;
         if (!session().startItem(process, QLatin1String(program)))
             return state.SkipWithError("no item was registered");
-        spendTime([] { return false; }, 3000);
+        // The looking around after the start is over by then.
+        spendTime([] { return false; }, 15'000);
         const double wakeUpsBefore = wakeUps(process.processId());
         const double timeBefore = processorTime(process.processId());
         spendTime([] { return false; }, 60'000);

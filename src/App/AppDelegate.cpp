@@ -213,6 +213,25 @@ std::optional<QString> AppDelegate::perform(const QString &action, const QString
     return tr("Mivora knows no action \"%1\"").arg(action);
 }
 
+void AppDelegate::performWhenLoaded(const QString &action, const QString &argument,
+                                    const std::function<void(const std::optional<QString> &)> &answer)
+{
+    const EventStore &store = m_source.store();
+    const bool isAboutMeetings = action != QLatin1String("settings") && action != QLatin1String("quit");
+    if (store.isLoaded() || !isAboutMeetings) {
+        answer(perform(action, argument));
+        return;
+    }
+    auto *waiting = new QObject(this);
+    connect(&store, &EventStore::changed, waiting, [this, &store, waiting, action, argument, answer] {
+        if (!store.isLoaded())
+            return;
+        disconnect(&store, nullptr, waiting, nullptr);
+        waiting->deleteLater();
+        answer(perform(action, argument));
+    });
+}
+
 std::optional<QString> AppDelegate::performSettings(const QString &page)
 {
     const auto chosen = settingsPageFromRawValue(page);

@@ -78,6 +78,11 @@ public:
     /// Has the command line's verb \a action done. Nothing when it was done, else why not, in one line.
     std::optional<QString> perform(const QString &action, const QString &argument);
 
+    /// The same once the calendars have been read for the first time, where the action is about meetings: a
+    /// launcher may have started the program for it. \a answer is given what perform() returns.
+    void performWhenLoaded(const QString &action, const QString &argument,
+                           const std::function<void(const std::optional<QString> &failure)> &answer);
+
     /// The agenda in its public JSON form.
     QByteArray agenda() const;
 

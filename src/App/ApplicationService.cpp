@@ -32,11 +32,12 @@ public Q_SLOTS:
                         const QDBusMessage &call)
     {
         const QString argument = parameters.isEmpty() ? QString() : parameters.first().toString();
-        if (const auto failure = m_service->m_actions.perform(action, argument)) {
-            call.setDelayedReply(true);
-            m_service->m_bus.send(
-                call.createErrorReply(QStringLiteral("app.kelo.Mivora.Error.CouldNot"), *failure));
-        }
+        call.setDelayedReply(true);
+        m_service->m_actions.perform(
+            action, argument, [bus = m_service->m_bus, call](const std::optional<QString> &failure) {
+                const QString error = QStringLiteral("app.kelo.Mivora.Error.CouldNot");
+                bus.send(failure ? call.createErrorReply(error, *failure) : call.createReply());
+            });
     }
 
 private:

@@ -22,9 +22,11 @@ bool claimApplicationName(const QDBusConnection &bus);
 /// What others can ask of the running program.
 struct ApplicationActions
 {
-    /// Runs the command \a action with its optional \a argument. Nothing when it was done, else one line that
-    /// says why not.
-    std::function<std::optional<QString>(const QString &action, const QString &argument)> perform;
+    /// Told nothing when a command was done, else one line that says why not.
+    using Answer = std::function<void(const std::optional<QString> &failure)>;
+
+    /// Runs the command \a action with its optional \a argument, and answers then or later.
+    std::function<void(const QString &action, const QString &argument, const Answer &answer)> perform;
     /// The program was started again: bring its settings up.
     std::function<void()> activate;
     /// The agenda as `mivora agenda --json` prints it.

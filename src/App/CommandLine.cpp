@@ -18,6 +18,7 @@ constexpr const char *description =
 /// The parser writes into the requests; the one whose command was given is the result.
 struct Requests
 {
+    StartRequest start;
     AgendaRequest agenda;
     DetectRequest detect;
     RemoteRequest settings;
@@ -145,7 +146,7 @@ Request chosenRequest(const CLI::App &app, Requests &requests)
 {
     const auto given = app.get_subcommands();
     if (given.empty())
-        return StartRequest{};
+        return requests.start;
     const std::string name = given.front()->get_name();
     if (name == "agenda")
         return requests.agenda;
@@ -168,6 +169,9 @@ Request parseCommandLine(int argc, const char *const *argv)
     app.set_help_flag("-h,--help", "Print this help and end");
     app.require_subcommand(0, 1);
     Requests requests;
+    app.add_flag_callback(
+        "--service", [&requests] { requests.start.startedBy = StartedBy::sessionBus; },
+        "Start for the session bus, which asks for what it wants then");
     addAgenda(app, requests.agenda);
     addDetect(app, requests.detect);
     addRemoteCommands(app, requests.settings);

@@ -10,9 +10,13 @@
 /// What the user asked for on the command line.
 namespace mivora {
 
-/// `mivora`: start, or bring the running one's settings up.
+/// Who starts the program. The session bus starts it in order to activate it right afterwards.
+enum class StartedBy { user, sessionBus };
+
+/// `mivora`: start, or bring the running one's settings up. `mivora --service`: start for the session bus.
 struct StartRequest
 {
+    StartedBy startedBy = StartedBy::user;
 };
 
 /// `mivora agenda`

@@ -49,8 +49,7 @@ void ConflictAlert::close()
     // Not now: the button that was pressed belongs to the window.
     m_window->hide();
     m_window.release()->deleteLater();
-    QMetaObject::invokeMethod(
-        this, [this] { m_views.releaseUnused(); }, Qt::QueuedConnection);
+    m_views.releaseUnusedLater();
 }
 
 } // namespace mivora

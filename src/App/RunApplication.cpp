@@ -3,7 +3,6 @@
 #include "App/AppDelegate.h"
 #include "App/ApplicationService.h"
 #include "App/CalendarStores.h"
-#include "App/CommandLine.h"
 #include "App/Output.h"
 #include "App/RunningInstance.h"
 #include "Calendar/LocalDay.h"
@@ -12,6 +11,8 @@
 
 #include <QGuiApplication>
 #include <QThread>
+#include <memory>
+#include <utility>
 
 namespace mivora {
 
@@ -29,11 +30,22 @@ int openSettingsOfRunningOne()
     return exitCouldNot;
 }
 
-ApplicationActions actionsOf(AppDelegate &delegate)
+/// The bus activates what it has started: that is the start itself, and brings no settings up.
+ApplicationActions actionsOf(AppDelegate &delegate, StartedBy startedBy)
 {
-    return {.perform = [&delegate](const QString &action,
-                                   const QString &argument) { return delegate.perform(action, argument); },
-            .activate = [&delegate] { delegate.reopen(); },
+    const auto isFirstRequest = std::make_shared<bool>(true);
+    const bool isStart = startedBy == StartedBy::sessionBus;
+    return {.perform =
+                [&delegate, isFirstRequest](const QString &action, const QString &argument,
+                                            const ApplicationActions::Answer &answer) {
+                    *isFirstRequest = false;
+                    delegate.performWhenLoaded(action, argument, answer);
+                },
+            .activate =
+                [&delegate, isFirstRequest, isStart] {
+                    if (!std::exchange(*isFirstRequest, false) || !isStart)
+                        delegate.reopen();
+                },
             .agenda = [&delegate] { return delegate.agenda(); }};
 }
 
@@ -50,7 +62,7 @@ bool chooseWindowSystem()
     return true;
 }
 
-int run()
+int run(StartedBy startedBy)
 {
     const LinuxPlatform platform = makeLinuxPlatform();
     const SystemClock clock;
@@ -71,7 +83,7 @@ int run()
                           .clock = clock,
                           .bus = bus,
                           .store = std::move(store)});
-    ApplicationService service(bus, actionsOf(delegate));
+    ApplicationService service(bus, actionsOf(delegate, startedBy));
     delegate.launch();
     QObject::connect(&delegate, &AppDelegate::refreshed, &service, &ApplicationService::announceAgenda);
     return QGuiApplication::exec();
@@ -79,7 +91,7 @@ int run()
 
 } // namespace
 
-int runApplication(int &argc, char **argv)
+int runApplication(int &argc, char **argv, StartedBy startedBy)
 {
     if (!chooseWindowSystem()) {
         complain("there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set");
@@ -92,7 +104,7 @@ int runApplication(int &argc, char **argv)
     QGuiApplication::setQuitOnLastWindowClosed(false);
     if (!claimApplicationName(QDBusConnection::sessionBus()))
         return openSettingsOfRunningOne();
-    return run();
+    return run(startedBy);
 }
 
 } // namespace mivora

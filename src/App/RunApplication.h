@@ -1,9 +1,11 @@
 #pragma once
 
+#include "App/CommandLine.h"
+
 namespace mivora {
 
 /// Starts the application in the tray and runs it until it quits; where one runs already, brings up its
 /// settings instead. Returns the exit status.
-int runApplication(int &argc, char **argv);
+int runApplication(int &argc, char **argv, StartedBy startedBy);
 
 } // namespace mivora

@@ -20,7 +20,10 @@ struct Runner
     int &argc;
     char **argv;
 
-    int operator()(const StartRequest &) const { return runApplication(argc, argv); }
+    int operator()(const StartRequest &request) const
+    {
+        return runApplication(argc, argv, request.startedBy);
+    }
 
     int operator()(const FinishedRequest &request) const
     {

@@ -95,6 +95,7 @@ bool HotKeyRecorder::eventFilter(QObject *watched, QEvent *event)
 
 void HotKeyRecorder::judge(const QKeyEvent &key)
 {
+    m_grab.prolong();
     // What a held key repeats was judged when it went down.
     if (key.isAutoRepeat())
         return;
@@ -121,14 +122,18 @@ void HotKeyRecorder::choose(const HotKeyCombo &combo)
 
 void HotKeyRecorder::updateSuspension()
 {
-    const bool suspends = m_recording && QGuiApplication::focusWindow();
+    const QWindow *window = QGuiApplication::focusWindow();
+    const bool suspends = m_recording && window;
     if (suspends == m_hasSuspended || !m_service)
         return;
     m_hasSuspended = suspends;
-    if (suspends)
+    if (suspends) {
         m_service->suspend();
-    else
+        m_grab.take(*window);
+    } else {
+        m_grab.release();
         m_service->resume();
+    }
 }
 
 } // namespace kelo

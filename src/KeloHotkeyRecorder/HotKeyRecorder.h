@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KeloHotkey/HotKeyCombo.h"
+#include "KeloHotkeyRecorder/KeyboardGrab.h"
 #include "KeloHotkeyRecorder/SystemBeep.h"
 
 #include <QObject>
@@ -15,8 +16,9 @@ class HotKeyService;
 
 /// Records a shortcut from the keyboard; HotKeyRecorder.qml shows it. Main thread only.
 ///
-/// While it records, no key reaches a window of the program. The registered global shortcuts are suspended
-/// for as long as one of the program's windows has the keyboard: elsewhere they go on working.
+/// While it records and one of the program's windows has the keyboard, no key reaches a window, the window
+/// manager gets none of those that it acts on, and the registered global shortcuts are suspended. In the
+/// windows of others all goes on working.
 class HotKeyRecorder final : public QObject
 {
     Q_OBJECT
@@ -83,6 +85,7 @@ private:
     HotKeyCombo m_defaultCombo;
     bool m_recording = false;
     bool m_hasSuspended = false;
+    KeyboardGrab m_grab;
 };
 
 } // namespace kelo

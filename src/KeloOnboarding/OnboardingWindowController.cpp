@@ -99,12 +99,8 @@ void OnboardingWindowController::dropWindow()
     m_window->removeEventFilter(this);
     m_model->close();
     QMetaObject::invokeMethod(
-        qApp,
-        [window = m_window, &views = m_views] {
-            delete window;
-            views.releaseUnused();
-        },
-        Qt::QueuedConnection);
+        qApp, [window = m_window] { delete window; }, Qt::QueuedConnection);
+    m_views.releaseUnusedLater();
     m_window.clear();
     m_model.clear();
 }

@@ -6,6 +6,7 @@
 #include <QCursor>
 #include <QFontMetricsF>
 #include <QGuiApplication>
+#include <QLoggingCategory>
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -13,6 +14,8 @@
 namespace kelo {
 
 namespace {
+
+Q_LOGGING_CATEGORY(log, "kelo.panel")
 
 constexpr int fontPixels = 13;
 constexpr int padding = 18;
@@ -48,6 +51,10 @@ ToastController::ToastController(ViewLoader &views, const QDBusConnection &bus)
     m_controller.hidesOnResignKey = false;
     m_hideTimer.setSingleShot(true);
     connect(&m_hideTimer, &QTimer::timeout, &m_controller, &FloatingPanelController::hide);
+    // A window that the desktop places would take the keyboard, for a message that can be missed.
+    connect(&m_notification, &DesktopNotification::failed, this, [this] {
+        qCWarning(log).noquote() << "The desktop shows no notifications; this one was:" << m_text;
+    });
 }
 
 void ToastController::show(const QString &text)

@@ -31,6 +31,25 @@ FocusScope {
         highlighted = Math.max(0, Math.min(picker.texts.length - 1, highlighted + steps))
     }
 
+    function highlightUnder(place) {
+        const inRows = mapToItem(rows, place.x, place.y)
+        const index = Math.floor(inRows.y / sheet.rowHeight)
+        if (inRows.x >= 0 && inRows.x < rows.width && index >= 0 && index < picker.texts.length)
+            highlighted = index
+    }
+
+    // Only a pointer that moves chooses: the list opens under one that rests, some time after the first keys.
+    HoverHandler {
+        property point restsAt: Qt.point(-1, -1)
+
+        onPointChanged: {
+            const place = point.position
+            const moved = restsAt.x >= 0 && (place.x !== restsAt.x || place.y !== restsAt.y)
+            restsAt = place
+            if (moved)
+                root.highlightUnder(place)
+        }
+    }
     MouseArea {
         anchors.fill: parent
         onPressed: root.picker.close()
@@ -85,7 +104,6 @@ FocusScope {
                     onImplicitWidthChanged: rows.widest = Math.max(rows.widest, implicitWidth)
                     isChosen: index === root.picker.currentIndex
                     isHighlighted: index === root.highlighted
-                    onEntered: root.highlighted = index
                     onClicked: root.picker.pick(index)
                 }
             }

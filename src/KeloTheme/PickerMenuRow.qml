@@ -10,7 +10,6 @@ Item {
     property bool isHighlighted
     readonly property color textColor: isHighlighted ? Appearance.colors.accentLabel : Appearance.colors.label
 
-    signal entered
     signal clicked
 
     implicitWidth: Math.ceil(label.implicitWidth) + 40
@@ -48,7 +47,6 @@ Item {
         elide: Text.ElideRight
         Accessible.ignored: true
     }
-    HoverHandler { onHoveredChanged: if (hovered) root.entered() }
     TapHandler {
         gesturePolicy: TapHandler.ReleaseWithinBounds
         onTapped: root.clicked()

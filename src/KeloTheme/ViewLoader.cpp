@@ -44,4 +44,10 @@ void ViewLoader::releaseUnused()
         m_host->releaseUnused();
 }
 
+void ViewLoader::releaseUnusedLater()
+{
+    QMetaObject::invokeMethod(
+        &m_later, [this] { releaseUnused(); }, Qt::QueuedConnection);
+}
+
 } // namespace kelo

@@ -1,5 +1,7 @@
 #include "Views/ViewWindow.h"
 
+#include "Views/ApplicationIcon.h"
+
 #include <QLoggingCategory>
 #include <QQmlComponent>
 #include <QQmlEngine>
@@ -52,6 +54,8 @@ std::unique_ptr<QQuickWindow> makeViewWindow(QQmlEngine &engine, const ViewSpec 
     if (isFloating) {
         setTranslucent(*window);
         properties.insert(QStringLiteral("surface"), QVariant::fromValue(spec.surface));
+    } else {
+        window->setIcon(applicationIcon());
     }
     const QString frame = isFloating ? QStringLiteral("FloatingSurface") : QStringLiteral("WindowSurface");
     QQuickItem *root =

@@ -1,5 +1,6 @@
 #include "Views/ViewsPlugin.h"
 
+#include "Views/CodePages.h"
 #include "Views/ContextImages.h"
 #include "Views/SymbolImages.h"
 #include "Views/ViewWindow.h"
@@ -55,6 +56,7 @@ void ViewsPlugin::releaseUnused()
     m_engine.reset();
     // The engine's memory is scattered over the heap: without this the system doesn't get it back.
     malloc_trim(0);
+    releaseCodePages();
 }
 
 } // namespace kelo

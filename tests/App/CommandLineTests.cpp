@@ -35,7 +35,8 @@ TEST(CommandLine, readsTheRequests)
     EXPECT_EQ(std::get<AccessRequest>(parsed({"access"})).action, AccessRequest::Action::status);
     EXPECT_EQ(std::get<AccessRequest>(parsed({"access", "reset"})).action, AccessRequest::Action::reset);
     EXPECT_EQ(std::get<RemoteRequest>(parsed({"settings", "calendars"})).page, "calendars");
-    EXPECT_TRUE(std::holds_alternative<StartRequest>(parsed({})));
+    EXPECT_EQ(std::get<StartRequest>(parsed({})).startedBy, StartedBy::user);
+    EXPECT_EQ(std::get<StartRequest>(parsed({"--service"})).startedBy, StartedBy::sessionBus);
 }
 
 TEST(CommandLine, badArgumentsAreNamedWithWhatWasExpected)

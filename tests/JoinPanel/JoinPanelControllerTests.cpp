@@ -6,6 +6,7 @@
 #include <QAccessible>
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QProcess>
 #include <QTest>
 #include <gmock/gmock.h>
 #include <linux/input-event-codes.h>
@@ -163,6 +164,28 @@ TEST_F(JoinPanelControllerTest, theNotificationGoesWithTheProgram)
     EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.calls.size() == 2; }));
     EXPECT_EQ(desktop.calls.back(), "close 7");
     qunsetenv("MIVORA_PANEL");
+}
+
+TEST_F(JoinPanelControllerTest, theNotificationGoesWithTheProcess)
+{
+    if (!support::PrivateBus::isInstalled())
+        GTEST_SKIP() << "dbus-daemon is not installed";
+    support::PrivateBus bus;
+    kelo::FakeNotifications desktop(bus.connection());
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QString::fromLatin1(bus.address()));
+    environment.insert(QStringLiteral("MIVORA_PANEL"), QStringLiteral("notification"));
+    QProcess program;
+    program.setProcessEnvironment(environment);
+    program.start(QCoreApplication::applicationDirPath() + QStringLiteral("/panel-puppet"), {});
+    program.write("show\n");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return desktop.calls.size() == 1; }, 20'000));
+    QTest::qWait(100);
+    program.write("quit\n");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return program.state() == QProcess::NotRunning; }, 20'000));
+    EXPECT_EQ(program.exitCode(), 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.calls.size() == 2; }));
+    EXPECT_EQ(desktop.calls.back(), "close 7");
 }
 
 TEST_F(JoinPanelControllerTest, isAWindowWhereThereAreNoNotificationsEither)

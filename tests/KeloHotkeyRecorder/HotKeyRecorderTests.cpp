@@ -7,6 +7,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QWindow>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <linux/input-event-codes.h>
 #include <xcb/xcb.h>
@@ -35,7 +36,8 @@ public:
 
     void loseFocus()
     {
-        focus(XCB_NONE);
+        // Without any focus the server drops all keys, those of window managers as well.
+        focus(xcb_setup_roots_iterator(xcb_get_setup(X11Keyboard::connection())).data->root);
         EXPECT_TRUE(QTest::qWaitFor([this] { return !isActive(); }));
     }
 
@@ -49,6 +51,38 @@ private:
     }
 
     void keyPressEvent(QKeyEvent *) override { ++presses; }
+};
+
+/// A window manager that closes windows by Alt and F4.
+class Manager final
+{
+public:
+    Manager()
+    {
+        const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
+        auto *error = xcb_request_check(
+            m_connection, xcb_grab_key_checked(m_connection, false, root, XCB_MOD_MASK_1, KEY_F4 + 8,
+                                               XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+        EXPECT_FALSE(error);
+        std::free(error);
+    }
+
+    ~Manager() { xcb_disconnect(m_connection); }
+    Q_DISABLE_COPY_MOVE(Manager)
+
+    /// How often its key was pressed since the last call.
+    int presses()
+    {
+        int count = 0;
+        while (auto *event = xcb_poll_for_event(m_connection)) {
+            count += (event->response_type & 0x7f) == XCB_KEY_PRESS ? 1 : 0;
+            std::free(event);
+        }
+        return count;
+    }
+
+private:
+    xcb_connection_t *m_connection = xcb_connect(nullptr, nullptr);
 };
 
 constexpr HotKeyCombo commandShiftJ{38, commandKey | shiftKey};
@@ -148,6 +182,28 @@ TEST_F(HotKeyRecorderTest, suspendsShortcutsWhileItHasTheKeyboard)
         EXPECT_TRUE(m_service.isSuspended());
     }
     EXPECT_FALSE(m_service.isSuspended());
+}
+
+TEST_F(HotKeyRecorderTest, takesKeysFromTheWindowManager)
+{
+    Manager manager;
+    tap({KEY_LEFTALT, KEY_F4});
+    EXPECT_EQ(manager.presses(), 1) << "its own while nothing is recorded";
+    m_recorder.toggle();
+    tap({KEY_LEFTALT, KEY_F4});
+    EXPECT_EQ(m_chosen, (std::vector{HotKeyCombo{118, optionKey}}));
+    EXPECT_EQ(manager.presses(), 0);
+    tap({KEY_LEFTALT, KEY_F4});
+    EXPECT_EQ(manager.presses(), 1) << "recording is over";
+
+    m_recorder.toggle();
+    m_window.loseFocus();
+    tap({KEY_LEFTALT, KEY_F4});
+    EXPECT_EQ(manager.presses(), 1) << "the keyboard is elsewhere";
+    m_window.takeFocus();
+    tap({KEY_LEFTALT, KEY_F4});
+    EXPECT_EQ(manager.presses(), 0);
+    EXPECT_EQ(m_service.suspensions, m_service.resumptions);
 }
 
 TEST_F(HotKeyRecorderTest, offersToGoBackToTheDefault)

@@ -132,6 +132,13 @@ TEST_F(XdgLoginItemTest, anyProgramPathIsStartedAsItIs)
     }
 }
 
+TEST_F(XdgLoginItemTest, anEntryOfAProgramThatIsGoneIsPassedOver)
+{
+    XdgLoginItem({m_user, {}, m_root.filePath(QStringLiteral("removed"))}).setEnabled(true);
+    const QByteArray entry = QFile::encodeName(m_user + QStringLiteral("/autostart/app.kelo.Mivora.desktop"));
+    EXPECT_FALSE(g_desktop_app_info_new_from_filename(entry.constData())) << userEntry();
+}
+
 TEST_F(XdgLoginItemTest, percentSignIsNoFieldCode)
 {
     EXPECT_EQ(execLine(QStringLiteral("/opt/100%/mivora")), QStringLiteral("\"/opt/100%%/mivora\""));

@@ -1,3 +1,4 @@
+#include "KeloPanel/ToastController.h"
 #include "KeloPanel/backends/X11Connection.h"
 #include "desktop/Desktop.h"
 #include "desktop/PanelUnderTest.h"
@@ -5,8 +6,10 @@
 
 #include <QAccessible>
 #include <QGuiApplication>
+#include <QProcess>
 #include <QScreen>
 #include <QSignalSpy>
+#include <QStandardPaths>
 #include <algorithm>
 #include <cstdlib>
 #include <gmock/gmock.h>
@@ -68,6 +71,34 @@ QRect workArea()
     const auto area = x11.values(x11.root(), "_NET_WORKAREA");
     return {int(area[0]), int(area[1]), int(area[2]), int(area[3])};
 }
+
+/// While it lives, the screen has another resolution (RandR).
+class SmallerScreen final
+{
+public:
+    SmallerScreen()
+    {
+        const QStringList mode{QStringLiteral("small")};
+        xrandr(QStringList(QStringLiteral("--newmode")) + mode +
+               QStringLiteral("38.25 800 832 912 1024 600 603 607 624").split(QLatin1Char(' ')));
+        xrandr(QStringList{QStringLiteral("--addmode"), QStringLiteral("screen")} + mode);
+        xrandr(m_output + mode);
+    }
+
+    ~SmallerScreen() { xrandr(m_output + QStringList(m_mode)); }
+    Q_DISABLE_COPY_MOVE(SmallerScreen)
+
+private:
+    static void xrandr(const QStringList &arguments)
+    {
+        EXPECT_EQ(QProcess::execute(QStringLiteral("xrandr"), arguments), 0);
+    }
+
+    const QStringList m_output{QStringLiteral("--output"), QStringLiteral("screen"),
+                               QStringLiteral("--mode")};
+    const QSize m_size = QGuiApplication::primaryScreen()->size();
+    const QString m_mode = QStringLiteral("%1x%2").arg(m_size.width()).arg(m_size.height());
+};
 
 xcb_window_t focus()
 {
@@ -132,6 +163,22 @@ TEST_F(JoinPanelOnDesktop, standsInEachCornerOfTheWorkArea)
             << rawValue(corner).toStdString();
         test.panel.hide();
     }
+}
+
+TEST_F(JoinPanelOnDesktop, staysOnAScreenThatBecomesSmaller)
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("xrandr")).isEmpty())
+        GTEST_SKIP() << "xrandr is not installed";
+    showPanel();
+    const SmallerScreen smaller;
+    EXPECT_TRUE(waitFor([&] { return workArea().right() < 800; }));
+    const auto isInside = [&] { return workArea().contains(frameOnScreen(*test.window())); };
+    EXPECT_TRUE(waitFor(isInside)) << frameOnScreen(*test.window()).x();
+    EXPECT_TRUE(test.panel.isVisible());
+    test.panel.hide();
+    showPanel();
+    const QRect frame = frameOnScreen(*test.window());
+    EXPECT_EQ(frame.topRight(), workArea().topRight() + QPoint(-12, 12)) << "the corner of what there is now";
 }
 
 TEST_F(JoinPanelOnDesktop, losesNoKeystrokeOfTheTerminal)
@@ -252,6 +299,29 @@ TEST_F(JoinPanelOnDesktop, buttonsDoWhatTheySay)
     ASSERT_TRUE(waitFor([&] { return test.actions.size() >= 3; }));
     EXPECT_THAT(test.actions,
                 ElementsAre("join Design review", "snooze Design review", "dismiss Design review"));
+}
+
+TEST_F(JoinPanelOnDesktop, aToastLeavesKeyboardAndMouseAloneAndGoesByItself)
+{
+    kelo::ToastController toast(test.views, QDBusConnection(QStringLiteral("none")));
+    const auto typed = desktop->typed();
+    for (const char *text : {"Couldn't open Zoom. Link copied.", "Couldn't open Teams. Link copied."}) {
+        toast.show(QLatin1String(text));
+        ASSERT_TRUE(toast.isVisible());
+        EXPECT_EQ(focus(), terminal);
+    }
+    ASSERT_TRUE(waitFor([] { return topmostVisibleWindow() != XCB_WINDOW_NONE; }));
+    const kelo::X11Connection x11;
+    auto *place =
+        xcb_get_geometry_reply(x11.get(), xcb_get_geometry(x11.get(), topmostVisibleWindow()), nullptr);
+    desktop->act({QStringLiteral("mousemove"), QString::number(place->x + place->width / 2),
+                  QString::number(place->y + place->height / 2), QStringLiteral("click"),
+                  QStringLiteral("1")});
+    EXPECT_TRUE(workArea().contains(QRect(place->x, place->y, place->width, place->height)));
+    std::free(place);
+    EXPECT_TRUE(toast.isVisible()) << "a click is not for it";
+    EXPECT_TRUE(waitFor([&] { return !toast.isVisible(); }, 10s));
+    EXPECT_EQ(desktop->typed(), typed);
 }
 
 } // namespace mivora

@@ -29,7 +29,6 @@ int main(int argc, char **argv)
 {
     QGuiApplication app(argc, argv);
     KeyLog window;
-    window.resize(600, 400);
-    window.show();
+    window.showMaximized();
     return QGuiApplication::exec();
 }

@@ -50,6 +50,9 @@ const std::vector<State> &states()
          120, Service::zoom, Color{0x34, 0xa8, 0x53}},
         {"\xD7\xA4\xD7\x92\xD7\x99\xD7\xA9\xD7\xAA \xD7\xA6\xD7\x95\xD7\x95\xD7\xAA", -300, Service::zoom,
          Color{0x34, 0xa8, 0x53}, Qt::RightToLeft},
+        {longTitle, 60, std::nullopt, Color{0x10, 0x9c, 0xa8}, Qt::RightToLeft},
+        {std::string(300, 'W'), 300, Service::meet, Color{0xe5, 0x53, 0x4b}},
+        {"", 300, Service::zoom, Color{0x42, 0x85, 0xf4}},
     };
     return all;
 }

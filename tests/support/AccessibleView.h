@@ -4,6 +4,7 @@
 #include <QPoint>
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 class QWindow;
 
@@ -28,6 +29,9 @@ public:
     /// Clicks in the middle of the item; false when there is none. `place` is a part of its width.
     bool click(QAccessible::Role role, const QString &name, double place = 0.5) const;
 
+    /// Moves the mouse onto the middle of the item, and leaves it there; false when there is none.
+    bool point(QAccessible::Role role, const QString &name) const;
+
     /// Types the key into the window.
     void type(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const;
 
@@ -36,6 +40,7 @@ public:
 
 private:
     QList<QAccessibleInterface *> all() const;
+    std::optional<QPoint> pointOn(QAccessible::Role role, const QString &name, double place) const;
 
     QWindow &m_window;
 };

@@ -84,6 +84,13 @@ void X11Connection::setInputFocus(xcb_window_t window) const
     xcb_discard_reply(m_connection, cookie.sequence);
 }
 
+void X11Connection::raise(xcb_window_t window) const
+{
+    const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+    xcb_configure_window(m_connection, window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    xcb_flush(m_connection);
+}
+
 std::optional<RunningApp> X11Connection::activeApp() const
 {
     const auto active = values(m_root, "_NET_ACTIVE_WINDOW");

@@ -39,6 +39,9 @@ public:
     /// Nothing happens when the window is gone or not to be seen.
     void setInputFocus(xcb_window_t window) const;
 
+    /// Above all other windows of the display.
+    void raise(xcb_window_t window) const;
+
     std::optional<RunningApp> activeApp() const;
 
     void flush() const { xcb_flush(m_connection); }

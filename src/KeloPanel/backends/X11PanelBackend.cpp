@@ -1,6 +1,7 @@
 #include "KeloPanel/backends/X11PanelBackend.h"
 
 #include <QBitmap>
+#include <QCoreApplication>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QPainter>
@@ -47,7 +48,13 @@ QRegion stretched(const StretchableImage &mask, const QSize &size)
 
 } // namespace
 
-X11PanelBackend::X11PanelBackend() : m_isXWayland(runsUnderWayland()) {}
+X11PanelBackend::X11PanelBackend() : m_isXWayland(runsUnderWayland())
+{
+    if (!m_isXWayland)
+        return;
+    m_stacking = m_x11.atom("_NET_CLIENT_LIST_STACKING");
+    QCoreApplication::instance()->installNativeEventFilter(this);
+}
 
 void X11PanelBackend::dress(QWindow &window)
 {
@@ -71,6 +78,8 @@ void X11PanelBackend::orderFront(QWindow &window, const QPoint &origin, const Fl
     window.setGeometry(QRect(origin, frame.windowSize));
     window.show();
     window.raise();
+    if (m_isXWayland)
+        m_onTop = idOf(window);
 }
 
 void X11PanelBackend::takeKeyboard(QWindow &window)
@@ -91,6 +100,7 @@ void X11PanelBackend::takeKeyboard(QWindow &window)
 
 void X11PanelBackend::orderOut(QWindow &window)
 {
+    m_onTop = XCB_WINDOW_NONE;
     returnKeyboard(window);
     window.hide();
 }
@@ -105,6 +115,18 @@ bool X11PanelBackend::eventFilter(QObject *watched, QEvent *event)
     else if (event->type() == QEvent::Leave && m_isXWayland)
         pointerLeft(window);
     return QObject::eventFilter(watched, event);
+}
+
+// What compositors show on top isn't on top for the X server once they raise a window of another X11 program:
+// clicks on the panel would go to that one. The list tells of it; the panel itself is not in it.
+bool X11PanelBackend::nativeEventFilter(const QByteArray &, void *message, qintptr *)
+{
+    const auto *event = static_cast<const xcb_generic_event_t *>(message);
+    if (m_onTop == XCB_WINDOW_NONE || (event->response_type & 0x7f) != XCB_PROPERTY_NOTIFY)
+        return false;
+    if (static_cast<const xcb_property_notify_event_t *>(message)->atom == m_stacking)
+        m_x11.raise(m_onTop);
+    return false;
 }
 
 void X11PanelBackend::setType(const QWindow &window, WindowType type)
@@ -152,7 +174,9 @@ void X11PanelBackend::returnKeyboard(const QWindow &window)
     if (m_hasGrab)
         xcb_ungrab_keyboard(m_x11.get(), XCB_CURRENT_TIME);
     m_hasGrab = false;
-    if (m_previousFocus != XCB_WINDOW_NONE && m_x11.inputFocus() == idOf(window))
+    // A compositor gives the keyboard to whom it likes when the window that has it is unmapped; given away
+    // before, GNOME's leaves it with nobody.
+    if (!m_isXWayland && m_previousFocus != XCB_WINDOW_NONE && m_x11.inputFocus() == idOf(window))
         m_x11.setInputFocus(m_previousFocus);
     m_previousFocus = XCB_WINDOW_NONE;
     m_x11.flush();

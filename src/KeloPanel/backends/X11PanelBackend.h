@@ -3,6 +3,7 @@
 #include "KeloPanel/backends/PanelBackend.h"
 #include "KeloPanel/backends/X11Connection.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QObject>
 
 namespace kelo {
@@ -12,7 +13,7 @@ namespace kelo {
 ///
 /// Under XWayland the compositor decides about the keyboard, by the type of the window: notifications never
 /// get it. So the window is an ordinary one while the pointer moves on it, and a notification all other time.
-class X11PanelBackend final : public QObject, public PanelBackend
+class X11PanelBackend final : public QObject, public QAbstractNativeEventFilter, public PanelBackend
 {
     Q_OBJECT
 
@@ -23,6 +24,8 @@ public:
     void orderFront(QWindow &window, const QPoint &origin, const FloatingFrame &frame) override;
     void takeKeyboard(QWindow &window) override;
     void orderOut(QWindow &window) override;
+
+    bool nativeEventFilter(const QByteArray &type, void *message, qintptr *result) override;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -39,6 +42,9 @@ private:
     bool m_isXWayland = false;
     WindowType m_type = WindowType::notification;
     bool m_hasGrab = false;
+    xcb_atom_t m_stacking = XCB_ATOM_NONE;
+    /// Under XWayland, while it is on screen: the window whose place above the others is to be kept.
+    xcb_window_t m_onTop = XCB_WINDOW_NONE;
     xcb_window_t m_previousFocus = XCB_WINDOW_NONE;
 };
 

@@ -33,7 +33,11 @@ void fillIn(DesktopEntry &entry, const QString &program)
     entry.setString("Type", QStringLiteral("Application"));
     if (!entry.contains("Name"))
         entry.setString("Name", QStringLiteral("Mivora"));
+    if (!entry.contains("Icon"))
+        entry.setString("Icon", QStringLiteral("app.kelo.Mivora"));
     entry.setString("Exec", execLine(program));
+    // Without the program the entry is passed over: it stays behind when a package is removed.
+    entry.setString("TryExec", program);
 }
 
 } // namespace

@@ -1,0 +1,43 @@
+# Completion of mivora for fish.
+
+complete -c mivora -f
+
+function __mivora_command
+    complete -c mivora -n __fish_use_subcommand -a $argv[1] -d $argv[2]
+end
+__mivora_command agenda "Print today's meetings, the next one and its countdown"
+__mivora_command detect "Print the join link of an event's texts"
+__mivora_command join "Join the meeting of the panel, or else the next one with a link"
+__mivora_command snooze "Hide the panel for a minute"
+__mivora_command dismiss "Hide the panel of this meeting"
+__mivora_command copy "Copy the join link of the meeting that would be joined"
+__mivora_command settings "Open the settings"
+__mivora_command quit "End the running program"
+__mivora_command defaults "Read and write the settings store"
+__mivora_command access "Show, give or take back the permission to read your calendars"
+functions -e __mivora_command
+complete -c mivora -s h -l help -d "Print help"
+complete -c mivora -n __fish_use_subcommand -l version -d "Print the version"
+
+complete -c mivora -n "__fish_seen_subcommand_from agenda detect" -l json -d "Print JSON"
+complete -c mivora -n "__fish_seen_subcommand_from agenda" -l follow -d "Print again whenever something changes"
+complete -c mivora -n "__fish_seen_subcommand_from agenda" -l at -x -d "Show the agenda of this time (RFC 3339)"
+complete -c mivora -n "__fish_seen_subcommand_from agenda" -l calendars -x -a "(__fish_complete_directories)" \
+    -d "Read this folder instead of your own"
+complete -c mivora -n "__fish_seen_subcommand_from detect" -l url -x -d "The event's URL"
+complete -c mivora -n "__fish_seen_subcommand_from detect" -l location -x -d "The event's location"
+complete -c mivora -n "__fish_seen_subcommand_from detect" -l notes -x -d "The event's notes"
+complete -c mivora -n "__fish_seen_subcommand_from settings" -a "general calendars"
+complete -c mivora -n "__fish_seen_subcommand_from access" -a "status allow reset"
+
+set -l actions list read write delete
+set -l keys showTitle titleWidth leadMinutes panelCorner remindWithoutLink joinHotKey disabledCalendarIDs \
+    browserServices hasCompletedOnboarding addresses
+set -l in_defaults "__fish_seen_subcommand_from defaults"
+complete -c mivora -n "$in_defaults; and not __fish_seen_subcommand_from $actions" -a "$actions"
+complete -c mivora -n "$in_defaults; and __fish_seen_subcommand_from read write delete
+    and not __fish_seen_subcommand_from $keys" -a "$keys"
+set -l is_value_of "$in_defaults; and __fish_seen_subcommand_from write; and __fish_seen_subcommand_from"
+complete -c mivora -n "$is_value_of showTitle remindWithoutLink hasCompletedOnboarding" -a "true false"
+complete -c mivora -n "$is_value_of leadMinutes" -a "0 1 2 5"
+complete -c mivora -n "$is_value_of panelCorner" -a "topLeft topRight bottomLeft bottomRight"

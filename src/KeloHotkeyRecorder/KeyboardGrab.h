@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QTimer>
+
+class QWindow;
+struct xcb_connection_t;
+
+namespace kelo {
+
+/// Takes all keys of an X display, those included that the window manager would act on, such as the ones that
+/// close a window. Does nothing where the application has no X display.
+///
+/// A grab left alone would keep the screen from being locked, so it ends by itself after half a minute
+/// without a key.
+class KeyboardGrab final
+{
+public:
+    KeyboardGrab();
+    ~KeyboardGrab();
+    Q_DISABLE_COPY_MOVE(KeyboardGrab)
+
+    /// From now on the keys go to the window, which has the keyboard's focus.
+    void take(const QWindow &window);
+
+    void release();
+
+    /// To be called for each key.
+    void prolong();
+
+private:
+    /// Null when nothing is grabbed.
+    xcb_connection_t *m_connection = nullptr;
+    QTimer m_limit;
+};
+
+} // namespace kelo

@@ -1,0 +1,176 @@
+#include "App/AppDelegate.h"
+
+#include "Calendar/FakeEventStore.h"
+#include "JoinPanel/JoinPanelController.h"
+#include "Platform/fake/FakeLoginItem.h"
+#include "Platform/fake/FakePasteboard.h"
+#include "Platform/fake/FakeSystemEvents.h"
+#include "Platform/fake/FakeWorkspace.h"
+#include "Platform/fake/MemoryDefaultsStore.h"
+#include "Preferences/Settings.h"
+#include "Scheduling/Scheduler.h"
+#include "support/FakeClock.h"
+#include "support/FakeHotKeyService.h"
+#include "support/MeetingFactory.h"
+
+#include <QTest>
+#include <gtest/gtest.h>
+
+// The whole application put together, on a clock and a calendar of the test's.
+namespace mivora {
+
+namespace {
+
+const QString zoomLink = QStringLiteral("https://zoom.us/j/123456789");
+
+std::unique_ptr<MemoryDefaultsStore> pastTheFirstRun()
+{
+    auto defaults = std::make_unique<MemoryDefaultsStore>();
+    defaults->setBoolean(settingsKey::hasCompletedOnboarding, true);
+    return defaults;
+}
+
+class RunningApp : public testing::Test
+{
+protected:
+    RunningApp()
+    {
+        clock.time = at("2026-03-10T08:50:00Z");
+        store->storeCalendars = {{"work", "Work", "Account", std::nullopt}};
+        store->add("Design review", secondsOf("2026-03-10T09:00:00Z")).url = zoomLink.toStdString();
+        delegate.launch();
+    }
+
+    static double secondsOf(const char *time) { return at(time).time_since_epoch().count(); }
+
+    /// What the tick does, and every event of the system.
+    void wakeAt(const char *time)
+    {
+        clock.time = at(time);
+        Q_EMIT systemEvents.didWake();
+    }
+
+    bool isPanelShown() { return delegate.panel().isVisible(); }
+
+    const JoinPanelModel &panel() { return delegate.panel().model(); }
+
+    std::unique_ptr<MemoryDefaultsStore> ownedDefaults = pastTheFirstRun();
+    MemoryDefaultsStore &defaults = *ownedDefaults;
+    FakeLoginItem loginItem;
+    FakeWorkspace workspace;
+    FakePasteboard pasteboard;
+    FakeSystemEvents systemEvents;
+    kelo::FakeHotKeyService hotKeys;
+    FakeClock clock;
+    std::unique_ptr<FakeEventStore> ownedStore = std::make_unique<FakeEventStore>();
+    FakeEventStore *store = ownedStore.get();
+    AppDelegate delegate{{.workspace = workspace,
+                          .pasteboard = pasteboard,
+                          .loginItem = loginItem,
+                          .defaults = defaults,
+                          .systemEvents = systemEvents,
+                          .hotKeys = hotKeys,
+                          .clock = clock,
+                          .bus = QDBusConnection(QStringLiteral("none")),
+                          .store = std::move(ownedStore)}};
+};
+
+} // namespace
+
+TEST_F(RunningApp, showsThePanelInTimeAndKeepsItsTimeLineLive)
+{
+    EXPECT_FALSE(isPanelShown());
+    wakeAt("2026-03-10T08:58:59Z");
+    EXPECT_FALSE(isPanelShown());
+    wakeAt("2026-03-10T08:59:00Z");
+    ASSERT_TRUE(isPanelShown());
+    EXPECT_EQ(panel().title(), QStringLiteral("Design review"));
+    EXPECT_EQ(panel().timeText(), QStringLiteral("Starts in 1m"));
+    wakeAt("2026-03-10T08:59:30Z");
+    EXPECT_EQ(panel().timeText(), QStringLiteral("Starting now"));
+    wakeAt("2026-03-10T09:01:00Z");
+    EXPECT_EQ(panel().timeText(), QStringLiteral("Started 1m ago"));
+
+    store->storeEvents.clear();
+    Q_EMIT store->changed();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !isPanelShown(); })) << "the meeting was taken off the calendar";
+}
+
+TEST_F(RunningApp, snoozeBringsThePanelBackAfterAMinute)
+{
+    wakeAt("2026-03-10T08:59:00Z");
+    panel().snooze();
+    EXPECT_FALSE(isPanelShown());
+    wakeAt("2026-03-10T08:59:59Z");
+    EXPECT_FALSE(isPanelShown());
+    wakeAt("2026-03-10T09:00:00Z");
+    ASSERT_TRUE(isPanelShown());
+    EXPECT_EQ(panel().title(), QStringLiteral("Design review"));
+    EXPECT_EQ(panel().timeText(), QStringLiteral("Starting now"));
+}
+
+TEST_F(RunningApp, dismissAndJoinEndThePanelForGood)
+{
+    store->add("Planning", secondsOf("2026-03-10T09:10:00Z")).url = zoomLink.toStdString();
+    wakeAt("2026-03-10T08:59:00Z");
+    panel().dismiss();
+    EXPECT_FALSE(isPanelShown());
+    wakeAt("2026-03-10T09:01:00Z");
+    EXPECT_FALSE(isPanelShown());
+
+    wakeAt("2026-03-10T09:09:00Z");
+    ASSERT_TRUE(isPanelShown());
+    EXPECT_EQ(panel().title(), QStringLiteral("Planning"));
+    panel().join();
+    EXPECT_FALSE(isPanelShown());
+    EXPECT_EQ(workspace.opened, QStringList{zoomLink});
+    wakeAt("2026-03-10T09:10:00Z");
+    EXPECT_FALSE(isPanelShown());
+}
+
+TEST_F(RunningApp, moveToTheNextMeetingInPlace)
+{
+    store->add("Planning", secondsOf("2026-03-10T09:00:30Z")).url = zoomLink.toStdString();
+    wakeAt("2026-03-10T08:59:30Z");
+    ASSERT_TRUE(isPanelShown());
+    QWindow *window = delegate.panel().controller().panel().window();
+    const QPoint place = window->position();
+    const QString first = panel().title();
+    panel().dismiss();
+    ASSERT_TRUE(isPanelShown());
+    EXPECT_NE(panel().title(), first);
+    EXPECT_EQ(delegate.panel().controller().panel().window(), window);
+    EXPECT_EQ(window->position(), place);
+}
+
+TEST_F(RunningApp, copiesALinkThatNothingOpens)
+{
+    workspace.succeeds = false;
+    wakeAt("2026-03-10T08:59:00Z");
+    panel().join();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !pasteboard.texts.isEmpty(); }));
+    EXPECT_EQ(pasteboard.texts, QStringList{zoomLink});
+    EXPECT_FALSE(isPanelShown());
+}
+
+TEST_F(RunningApp, followsSettingsThatAnotherProcessWrites)
+{
+    wakeAt("2026-03-10T08:55:00Z");
+    EXPECT_FALSE(isPanelShown());
+    defaults.changeFromOutside([](DefaultsStore &store) { store.setInteger(settingsKey::leadMinutes, 5); });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isPanelShown(); }));
+}
+
+TEST_F(RunningApp, opensOneSettingsWindow)
+{
+    EXPECT_FALSE(delegate.perform(QStringLiteral("settings"), QStringLiteral("calendars")));
+    EXPECT_FALSE(delegate.perform(QStringLiteral("settings"), {}));
+    delegate.reopen();
+    int windows = 0;
+    for (const QWindow *window : QGuiApplication::topLevelWindows())
+        windows += window->isVisible() && window->title() == QLatin1String("Calendars") ? 1 : 0;
+    EXPECT_EQ(windows, 1);
+    EXPECT_TRUE(delegate.perform(QStringLiteral("settings"), QStringLiteral("other")));
+}
+
+} // namespace mivora

@@ -1,0 +1,69 @@
+#!/usr/bin/env bash
+# The shells complete what the program takes: its own messages say what that is.
+#   completions.sh PROGRAM FOLDER
+# fish and zsh are asked where they are installed.
+set -euo pipefail
+program=$1 folder=$2
+failures=0
+
+# expected ARGUMENT…: the words that the program names when it is given a wrong one at the end.
+expected() { # shellcheck disable=SC2001
+    "$program" "$@" nonsense 2>&1 | sed 's/.*expected \(one of \)*//; s/, got .*//; s/ (mivora .*//; s/-h, //' | tr -d ' ' | tr ',' '\n'
+}
+# missing SHELL LINE WORD…: those of the words that the shell doesn't offer after the line.
+missing() {
+    local offered
+    offered=$("by_$1" "$2")
+    printf '%s\n' "${@:3}" | grep -vxF -e "$offered" || true
+}
+# offers SHELL LINE WORD…: a terminal may be drawn upon while it lists, so it is asked again.
+offers() {
+    local left
+    for _ in 1 2 3; do
+        left=$(missing "$@")
+        [ -n "$left" ] || return 0
+    done
+    printf 'FAILED: after "%s" %s does not offer %s\n' "$2" "$1" "${left//$'\n'/, }" >&2
+    failures=$((failures + 1))
+}
+
+by_bash() {
+    bash -c '. "$1"; read -ra COMP_WORDS <<<"$2"; COMP_WORDS+=("$3"); COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
+        _mivora; printf "%s\n" "${COMPREPLY[@]}"' _ "$folder/mivora.bash" "${1% *}" "${1##* }"
+}
+by_fish() {
+    fish --no-config -c 'source $argv[1]; complete -C $argv[2]' "$folder/mivora.fish" "$1" | cut -f1
+}
+# A real zsh at a terminal is asked to list its choices. It doesn't list them when more input waits.
+by_zsh() {
+    zsh -f -c '
+        zmodload zsh/zpty
+        zpty asked "TERM=dumb zsh -f -i"
+        zpty -w asked "PS1=; fpath=($1 \$fpath); autoload -Uz compinit; compinit -u -D; LISTMAX=1000"
+        zpty -w asked "zstyle \":completion:*\" list-separator \"|\""
+        zpty -w asked "tell() { zle list-choices; zle -R; print -r listed\$((40 + 2)); }; zle -N tell; bindkey \"^I\" tell"
+        zpty -w asked "echo ready\$((40 + 2))"
+        zpty -m -r asked started "*ready42*"
+        zpty -w -n asked "$2$3"
+        zpty -m -r asked listed "*listed42*"
+        print -r -- "$listed"' \
+        _ "$folder" "$1" $'\t' 2>/dev/null | tr -d '\r' | sed 's/ *|.*//' | tr -s ' ' '\n'
+}
+
+mapfile -t commands < <(expected)
+mapfile -t keys < <(expected defaults read)
+mapfile -t actions < <(expected defaults)
+[ "${#commands[@]}" -gt 8 ] && [ "${#keys[@]}" -gt 8 ] || { echo "FAILED: the program's messages are others" >&2; exit 1; }
+for shell in bash fish zsh; do
+    command -v "$shell" >/dev/null || continue
+    offers "$shell" "mivora " "${commands[@]}"
+    offers "$shell" "mivora defaults " "${actions[@]}"
+    offers "$shell" "mivora defaults write " "${keys[@]}"
+    offers "$shell" "mivora defaults write panelCorner " topLeft topRight bottomLeft bottomRight
+    offers "$shell" "mivora access " $(expected access)
+    offers "$shell" "mivora settings " general calendars
+    offers "$shell" "mivora agenda --" $(expected agenda)
+    offers "$shell" "mivora detect --" $(expected detect)
+done
+[ "$failures" -eq 0 ] || exit 1
+echo passed

@@ -1,0 +1,59 @@
+#!/usr/bin/env bash
+# What `cmake --install` puts into a prefix works from there: the desktop's files are valid, the bus finds the program,
+# which finds its plug-ins, and being started by the bus is no second start.
+#   installed.sh CMAKE BUILD_FOLDER SCRIPTS_FOLDER
+# Exits with 77 where a program of the virtual desktop is missing.
+set -euo pipefail
+cmake=$1 build=$2 scripts=$3
+for needed in Xvfb xfwm4 xfce4-panel hsetroot xdotool gdbus; do
+    command -v "$needed" >/dev/null || exit 77
+done
+run=$(mktemp -d)
+trap 'rm -rf "$run"' EXIT
+export prefix="$run/with blank" LC_ALL=C.UTF-8
+"$cmake" --install "$build" --prefix "$prefix" >/dev/null
+
+for validate in "desktop-file-validate $prefix/share/applications/app.kelo.Mivora.desktop" \
+    "appstreamcli validate --no-net $prefix/share/metainfo/app.kelo.Mivora.metainfo.xml"; do
+    program=${validate%% *} file=${validate#*/} arguments=${validate#* }
+    if command -v "$program" >/dev/null; then
+        # shellcheck disable=SC2086
+        "$program" ${arguments%%/*} "/$file"
+    fi
+done
+man --warnings --local-file "$prefix/share/man/man1/mivora.1.gz" 2>&1 >/dev/null | grep . && exit 1
+
+activate() {
+    set -euo pipefail
+    local mivora="$prefix/bin/mivora"
+    fail() { echo "FAILED: $1" >&2; exit 1; }
+    await() { for _ in $(seq 60); do if "$@" >/dev/null 2>&1; then return 0; fi; sleep 0.5; done; return 1; }
+    request() { gdbus call --session -d app.kelo.Mivora -o /app/kelo/Mivora -m "org.freedesktop.Application.$1" "${@:2}"; }
+    shows_settings() { xdotool search --onlyvisible --class mivora search --onlyvisible --name "^$1\$"; }
+    items() {
+        gdbus call --session -d org.kde.StatusNotifierWatcher -o /StatusNotifierWatcher \
+            -m org.freedesktop.DBus.Properties.Get org.kde.StatusNotifierWatcher RegisteredStatusNotifierItems
+    }
+    in_tray() { items | grep -q StatusNotifierItem; }
+
+    mkdir -p "$XDG_DATA_HOME/dbus-1"
+    ln -s "$prefix/share/dbus-1/services" "$XDG_DATA_HOME/dbus-1/services"
+    gdbus call --session -d org.freedesktop.DBus -o / -m org.freedesktop.DBus.ReloadConfig
+    request Activate {} || fail "the bus starts the program"
+    await in_tray || fail "it is in the tray"
+    sleep 1
+    ! shows_settings General || fail "the start opens no settings"
+    request Activate {}
+    await shows_settings General || fail "being started again opens them"
+    "$mivora" quit
+    await bash -c '! "$1" quit' _ "$mivora" || fail "it quits"
+    request ActivateAction join '[]' {} || fail "an action that starts the program finds the calendars"
+    await grep -q https "$HOME/joined" || fail "the link is opened"
+    "$mivora" quit
+}
+export -f activate
+
+"$scripts/demo-home" "$prefix/bin/mivora" "$run/home"
+. "$run/home/environment"
+"$scripts/demo-desktop" "$run/messages" bash -c activate || { cat "$run/messages" >&2; exit 1; }
+echo passed
