@@ -3,6 +3,7 @@
 #include "support/PrivateDisplay.h"
 
 #include <QCoreApplication>
+#include <QDBusMessage>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -52,6 +53,14 @@ public:
         start(process, program);
         spendTime([this] { return m_watcher.items > 0; }, 20'000);
         return m_watcher.items > 0;
+    }
+
+    /// Changes of the agenda are announced from now on.
+    void followAgenda() const
+    {
+        m_connection.call(QDBusMessage::createMethodCall(
+            QStringLiteral("app.kelo.Mivora"), QStringLiteral("/app/kelo/Mivora"),
+            QStringLiteral("app.kelo.Mivora.Agenda"), QStringLiteral("Agenda")));
     }
 
     /// Changes today's meeting and returns when the program shows it, or false after 5 s.
@@ -140,6 +149,7 @@ void manyRefreshes(benchmark::State &state)
     QProcess process;
     if (!session().startItem(process, QStringLiteral("mivora")))
         return state.SkipWithError("no item was registered");
+    session().followAgenda();
     int number = 0;
     constexpr int settling = 100;
     while (number < settling)

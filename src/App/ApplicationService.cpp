@@ -55,7 +55,7 @@ public:
 
 public Q_SLOTS:
 
-    QString Agenda() { return QString::fromUtf8(m_service->m_actions.agenda()); }
+    QString Agenda() { return m_service->followedAgenda(); }
 
 Q_SIGNALS:
     void AgendaChanged(const QString &agenda);
@@ -86,9 +86,15 @@ bool claimApplicationName(const QDBusConnection &bus)
     return reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered;
 }
 
+QString ApplicationService::followedAgenda()
+{
+    m_isFollowed = true;
+    return QString::fromUtf8(m_actions.agenda());
+}
+
 void ApplicationService::announceAgenda()
 {
-    if (!m_bus.isConnected())
+    if (!m_isFollowed)
         return;
     const QByteArray agenda = m_actions.agenda();
     const QJsonObject before = QJsonDocument::fromJson(m_announced).object();

@@ -46,17 +46,20 @@ public:
     ~ApplicationService() override;
 
     /// Tells listeners when the agenda is another one than at the last call; the time alone doesn't
-    /// count.
+    /// count. Nothing is made or sent before the first of them has asked for the agenda.
     void announceAgenda();
 
 private:
     friend class ApplicationAdaptor;
     friend class AgendaAdaptor;
 
+    QString followedAgenda();
+
     QDBusConnection m_bus;
     ApplicationActions m_actions;
     AgendaAdaptor *m_agenda = nullptr;
     QByteArray m_announced;
+    bool m_isFollowed = false;
 };
 
 } // namespace mivora

@@ -9,11 +9,6 @@ namespace {
 /// Opens without waiting for a server on the net: what is known of it is there at once.
 constexpr guint32 withoutWaiting = G_MAXUINT32;
 
-GError **out(GError *&error)
-{
-    return &error;
-}
-
 } // namespace
 
 EdsCalendar::EdsCalendar(ESource *source, DesktopInterval interval, DesktopCalendarsReader &reader,
@@ -47,7 +42,7 @@ void EdsCalendar::open()
 void EdsCalendar::handleClient(GAsyncResult *result)
 {
     GError *error = nullptr;
-    EClient *client = e_cal_client_connect_finish(result, out(error));
+    EClient *client = e_cal_client_connect_finish(result, &error);
     const GlibError owner(error);
     if (!client)
         return fail("can't be opened", error);
@@ -85,12 +80,18 @@ void EdsCalendar::handleView(GAsyncResult *result)
 {
     GError *error = nullptr;
     ECalClientView *view = nullptr;
-    const bool isThere = e_cal_client_get_view_finish(m_client.get(), result, &view, out(error));
+    const bool isThere = e_cal_client_get_view_finish(m_client.get(), result, &view, &error);
     const GlibError owner(error);
     if (!isThere)
         return fail("can't be followed", error);
     closeView();
     m_view.reset(view);
+    followView();
+    startView();
+}
+
+void EdsCalendar::followView()
+{
     using Objects = void (*)(ECalClientView *, const GSList *, gpointer);
     const Objects put = [](ECalClientView *, const GSList *objects, gpointer self) {
         static_cast<EdsCalendar *>(self)->handleObjects(objects);
@@ -101,11 +102,11 @@ void EdsCalendar::handleView(GAsyncResult *result)
     const auto complete = +[](ECalClientView *, const GError *failure, gpointer self) {
         static_cast<EdsCalendar *>(self)->handleComplete(failure);
     };
+    ECalClientView *view = m_view.get();
     g_signal_connect(view, "objects-added", G_CALLBACK(put), this);
     g_signal_connect(view, "objects-modified", G_CALLBACK(put), this);
     g_signal_connect(view, "objects-removed", G_CALLBACK(remove), this);
     g_signal_connect(view, "complete", G_CALLBACK(complete), this);
-    startView();
 }
 
 void EdsCalendar::startView()

@@ -21,8 +21,6 @@ public:
     EdsCalendar(const EdsCalendar &) = delete;
     EdsCalendar &operator=(const EdsCalendar &) = delete;
 
-    ESource *source() const { return m_source.get(); }
-
     /// The calendar's e-mail address; empty when it has none, or hasn't told it yet.
     const std::string &address() const { return m_address; }
 
@@ -40,6 +38,7 @@ private:
     void askAddress();
     void makeView();
     void handleView(GAsyncResult *result);
+    void followView();
     void startView();
     void handleObjects(const GSList *components);
     void handleRemoved(const GSList *ids);

@@ -157,37 +157,50 @@ void EdsSession::noteNews()
     const auto now = Clock::now();
     if (!m_settle.isRunning())
         m_unsettledSince = now;
-    if (now - m_unsettledSince < longestBurst || !m_settle.isRunning())
+    // In a long burst the timer runs off.
+    if (now - m_unsettledSince < longestBurst)
         m_settle.start(quietTime);
 }
 
 void EdsSession::updateAccounts()
 {
-    std::map<std::string, std::unique_ptr<EdsCalendar>> kept;
-    DesktopAccounts accounts;
-    accounts.mailAddresses = mailAddresses(m_registry.get());
-    GList *sources = e_source_registry_list_enabled(m_registry.get(), E_SOURCE_EXTENSION_CALENDAR);
-    std::vector<ESource *> added;
-    for (GList *at = sources; at; at = at->next) {
-        auto *source = static_cast<ESource *>(at->data);
-        const auto known = m_calendars.find(e_source_get_uid(source));
-        const std::string address = known == m_calendars.end() ? std::string() : known->second->address();
-        accounts.calendars.push_back(describeCalendar(m_registry.get(), source, address));
-        if (known == m_calendars.end())
-            added.push_back(source);
-        else
-            kept.insert(m_calendars.extract(known));
-    }
-    m_calendars = std::move(kept);
+    GList *enabled = e_source_registry_list_enabled(m_registry.get(), E_SOURCE_EXTENSION_CALENDAR);
+    std::vector<GlibObject<ESource>> sources;
+    for (GList *at = enabled; at; at = at->next)
+        sources.emplace_back(static_cast<ESource *>(at->data));
+    g_list_free(enabled);
+    DesktopAccounts accounts = accountsOf(sources);
     if (accounts != m_accounts) {
         m_accounts = accounts;
         m_reader.setAccounts(std::move(accounts));
     }
-    for (ESource *source : added)
-        m_calendars.emplace(
-            e_source_get_uid(source),
-            std::make_unique<EdsCalendar>(source, m_interval, m_reader, [this] { noteAccounts(); }));
-    g_list_free_full(sources, g_object_unref);
+    followCalendars(sources);
+}
+
+DesktopAccounts EdsSession::accountsOf(const std::vector<GlibObject<ESource>> &sources) const
+{
+    DesktopAccounts accounts;
+    accounts.mailAddresses = mailAddresses(m_registry.get());
+    for (const GlibObject<ESource> &source : sources) {
+        const auto known = m_calendars.find(e_source_get_uid(source.get()));
+        const std::string address = known == m_calendars.end() ? std::string() : known->second->address();
+        accounts.calendars.push_back(describeCalendar(m_registry.get(), source.get(), address));
+    }
+    return accounts;
+}
+
+void EdsSession::followCalendars(const std::vector<GlibObject<ESource>> &sources)
+{
+    std::map<std::string, std::unique_ptr<EdsCalendar>> calendars;
+    for (const GlibObject<ESource> &source : sources) {
+        std::unique_ptr<EdsCalendar> &calendar = calendars[e_source_get_uid(source.get())];
+        if (const auto known = m_calendars.find(e_source_get_uid(source.get())); known != m_calendars.end())
+            calendar = std::move(known->second);
+        else
+            calendar =
+                std::make_unique<EdsCalendar>(source.get(), m_interval, m_reader, [this] { noteAccounts(); });
+    }
+    m_calendars = std::move(calendars);
 }
 
 void EdsSession::settle()

@@ -31,6 +31,8 @@ private:
     void noteAccounts();
     void noteNews();
     void updateAccounts();
+    DesktopAccounts accountsOf(const std::vector<GlibObject<ESource>> &sources) const;
+    void followCalendars(const std::vector<GlibObject<ESource>> &sources);
     void settle();
     bool hasAll() const;
     bool isWaiting() const;

@@ -40,6 +40,9 @@ protected:
             world->writeSource(QStringLiteral("acme"),
                                "[Data Source]\nDisplayName=Acme\nEnabled=true\n"
                                "[Collection]\nBackendName=none\nIdentity=Ann@Acme.example\n");
+            world->writeSource(QStringLiteral("unknown"), "[Data Source]\nDisplayName=Unknown kind\n"
+                                                          "Enabled=true\nParent=local-stub\n"
+                                                          "[Calendar]\nBackendName=nonesuch\n");
             world->writeSource(QStringLiteral("acme-calendar"),
                                "[Data Source]\nDisplayName=Ann\nEnabled=true\nParent=acme\n"
                                "[Calendar]\nBackendName=local\n");
@@ -337,16 +340,27 @@ TEST_F(EdsStoreTest, answersWhileItsServersHang)
     EXPECT_TRUE(waitForTitles({"after", "before"}));
 }
 
-TEST_F(EdsStoreTest, showsTheOthersWhenACalendarFails)
+TEST_F(EdsStoreTest, namesACalendarThatFailsAndShowsTheOthers)
 {
-    const std::string broken = maker->addCalDav("Nobody there", 1, "/none/", "me@example.com");
+    // One has a server that nobody runs, another one is of a kind that the server doesn't know.
+    const std::string unreachable = maker->addCalDav("Nobody there", 1, "/none/", "me@example.com");
     maker->create(calendar, event("fine", ":20260310T090000Z"));
     EXPECT_TRUE(waitForTitles({"fine"}));
+    static QStringList messages;
+    const auto previous = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext &, const QString &message) { messages.append(message); });
     store.reset();
     openStore();
     EXPECT_TRUE(waitForTitles({"fine"}));
-    EXPECT_TRUE(calendarNamed(broken));
-    maker->removeCalendar(broken);
+    waitAWhile(1500ms);
+    qInstallMessageHandler(previous);
+    EXPECT_TRUE(calendarNamed(unreachable));
+    EXPECT_TRUE(calendarNamed("unknown"));
+    // Once, however often it is tried.
+    const QStringList named =
+        messages.filter(QStringLiteral("the calendar \"Unknown kind\" can't be opened"));
+    EXPECT_EQ(named.size(), 1) << qPrintable(messages.join(QLatin1Char('\n')));
+    maker->removeCalendar(unreachable);
 }
 
 } // namespace

@@ -66,7 +66,57 @@ int wakeUps(const RunningMivora &mivora, std::chrono::milliseconds time)
     return waits(mivora) - before;
 }
 
+bool isOpen(TrayDesktop &desktop, const char *title)
+{
+    return desktop.act({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
+                        QStringLiteral("^%1$").arg(QLatin1String(title))});
+}
+
+// Also gives it the keyboard.
+bool open(RunningMivora &mivora, TrayDesktop &desktop, const char *page, const char *title)
+{
+    mivora.command({QStringLiteral("settings"), QLatin1String(page)});
+    return waitFor([&] { return isOpen(desktop, title); }, 20s) &&
+           desktop.act({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
+                        QStringLiteral("^%1$").arg(QLatin1String(title)), QStringLiteral("windowactivate"),
+                        QStringLiteral("--sync")});
+}
+
+void press(TrayDesktop &desktop, const char *key, int times = 1)
+{
+    for (int i = 0; i < times; ++i)
+        desktop.act({QStringLiteral("key"), QLatin1String(key)});
+    waitFor(200ms);
+}
+
 } // namespace
+
+TEST(SettingsOnDesktop, recordTheKeysThatWouldCloseThem)
+{
+    if (!TrayDesktop::isInstalled())
+        GTEST_SKIP() << "the status area's programs are not installed";
+    TrayDesktop desktop;
+    RunningMivora mivora(desktop, {{QStringLiteral("Design review"), 600s, {}}});
+    mivora.set(QStringLiteral("joinHotKey"), QStringLiteral(R"({"keyCode":38,"modifiers":768})"));
+    mivora.start();
+    ASSERT_TRUE(mivora.isShown());
+    ASSERT_TRUE(open(mivora, desktop, "general", "General"));
+    press(desktop, "Tab", 8);
+    press(desktop, "space");
+    press(desktop, "alt+F4");
+    EXPECT_TRUE(isOpen(desktop, "General"));
+    // It was recorded, and the window manager has it: so there is no shortcut now, and an alert that says
+    // why.
+    const auto stored = [&] {
+        return mivora.command(
+            {QStringLiteral("defaults"), QStringLiteral("read"), QStringLiteral("joinHotKey")});
+    };
+    EXPECT_TRUE(waitFor([&] { return stored().status != 0; })) << stored().output.toStdString();
+    EXPECT_TRUE(isOpen(desktop, "Mivora"));
+    ASSERT_TRUE(open(mivora, desktop, "general", "General"));
+    press(desktop, "alt+F4");
+    EXPECT_FALSE(isOpen(desktop, "General")) << "nothing is recorded any more";
+}
 
 TEST(SettingsOnDesktop, leaveNothingBehindWhenTheyAreClosed)
 {
@@ -81,17 +131,12 @@ TEST(SettingsOnDesktop, leaveNothingBehindWhenTheyAreClosed)
     const int idle = wakeUps(mivora, 15s);
     const int resident = residentMegabytes(mivora);
 
-    EXPECT_EQ(mivora.command({QStringLiteral("settings"), QStringLiteral("calendars")}).status, 0);
-    waitFor(500ms);
-    ASSERT_TRUE(desktop.act({QStringLiteral("search"), QStringLiteral("--sync"),
-                             QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
-                             QStringLiteral("^Calendars$"), QStringLiteral("windowfocus")}));
-    for (int i = 0; i < 20; ++i)
-        desktop.act({QStringLiteral("key"), QStringLiteral("Tab")});
-    EXPECT_EQ(mivora.command({QStringLiteral("settings"), QStringLiteral("general")}).status, 0);
-    waitFor(500ms);
+    ASSERT_TRUE(open(mivora, desktop, "calendars", "Calendars"));
+    press(desktop, "Tab", 20);
+    ASSERT_TRUE(open(mivora, desktop, "general", "General"));
     EXPECT_GT(residentMegabytes(mivora), resident + 10) << "the window was never there";
-    ASSERT_TRUE(desktop.act({QStringLiteral("key"), QStringLiteral("ctrl+w")}));
+    press(desktop, "ctrl+w");
+    ASSERT_FALSE(isOpen(desktop, "General"));
 
     // A window that is opened again soon is kept for a minute.
     EXPECT_TRUE(waitFor([&] { return residentMegabytes(mivora) <= resident + 20; }, 90s))

@@ -17,12 +17,12 @@ std::string calendarText(const std::vector<const std::string *> &objects,
 {
     static constexpr std::string_view begin = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n", end = "END:VCALENDAR\r\n";
     std::string text(begin);
-    for (const auto &[id, definition] : timeZones) {
+    for (const auto &timeZone : timeZones) {
         const bool isNamed = std::any_of(objects.begin(), objects.end(), [&](const std::string *object) {
-            return object->find(id) != std::string::npos;
+            return object->find(timeZone.first) != std::string::npos;
         });
         if (isNamed)
-            text.append(definition);
+            text.append(timeZone.second);
     }
     for (const std::string *object : objects)
         text.append(*object);

@@ -45,6 +45,10 @@ FolderLoader::FolderLoader(Setup setup, std::function<void()> onNews)
 {
     if (!m_wakeUp.isOpen())
         qFatal("Mivora: no event descriptor: %s", std::strerror(errno));
+}
+
+void FolderLoader::start()
+{
     m_thread = std::thread([this] { run(); });
 }
 
@@ -52,7 +56,8 @@ FolderLoader::~FolderLoader()
 {
     m_isStopping = true;
     wake();
-    m_thread.join();
+    if (m_thread.joinable())
+        m_thread.join();
 }
 
 void FolderLoader::setWindow(const EventWindow &window)

@@ -29,6 +29,9 @@ public:
     FolderLoader(Setup setup, std::function<void()> onNews);
     ~FolderLoader();
 
+    /// Begins to load; to be called once.
+    void start();
+
     /// Loads the occurrences of another window.
     void setWindow(const EventWindow &window);
 

@@ -12,6 +12,9 @@ FolderStore::FolderStore(Setup setup, QObject *parent)
     m_loader = std::make_unique<FolderLoader>(std::move(loading), [this] {
         QMetaObject::invokeMethod(this, &FolderStore::receiveNews, Qt::QueuedConnection);
     });
+    // With the event loop: until then the program is about to show its item, which comes first.
+    QMetaObject::invokeMethod(
+        this, [this] { m_loader->start(); }, Qt::QueuedConnection);
 }
 
 FolderStore::~FolderStore() = default;
