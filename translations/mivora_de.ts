@@ -395,6 +395,13 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
 </context>
 <context>
+    <name>Files</name>
+    <message>
+        <source>%1: cannot be created</source>
+        <translation>%1: kann nicht angelegt werden</translation>
+    </message>
+</context>
+<context>
     <name>FirstMeetingStep</name>
     <message>
         <source>Here&apos;s your next meeting</source>

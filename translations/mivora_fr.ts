@@ -395,6 +395,13 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     </message>
 </context>
 <context>
+    <name>Files</name>
+    <message>
+        <source>%1: cannot be created</source>
+        <translation>%1&#xa0;: création impossible</translation>
+    </message>
+</context>
+<context>
     <name>FirstMeetingStep</name>
     <message>
         <source>Here&apos;s your next meeting</source>
