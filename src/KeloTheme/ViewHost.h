@@ -61,6 +61,10 @@ public:
 
     /// Gives back the memory of the QML engine when no window is left.
     virtual void releaseUnused() = 0;
+
+    /// Deletes the windows that still wait for it, and the engine. They must not outlive the application
+    /// object; what was to be deleted by an event is not, once there are no more events.
+    virtual void end() = 0;
 };
 
 } // namespace kelo

@@ -17,7 +17,8 @@ ViewLoader::ViewLoader(Appearance &appearance) : m_appearance(appearance) {}
 
 ViewLoader::~ViewLoader()
 {
-    releaseUnused();
+    if (m_host)
+        m_host->end();
 }
 
 bool ViewLoader::load()

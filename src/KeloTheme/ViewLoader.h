@@ -16,7 +16,7 @@ class ViewLoader final
 public:
     /// \a appearance outlives the loader and all windows.
     explicit ViewLoader(Appearance &appearance);
-    /// To be called before the application object ends, when all windows are deleted.
+    /// To be called before the application object ends. Windows that are left by then are deleted.
     ~ViewLoader();
     Q_DISABLE_COPY_MOVE(ViewLoader)
 

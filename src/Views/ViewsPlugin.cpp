@@ -9,6 +9,7 @@
 #include <QJSEngine>
 #include <algorithm>
 #include <malloc.h>
+#include <utility>
 
 namespace kelo {
 
@@ -57,6 +58,13 @@ void ViewsPlugin::releaseUnused()
     // The engine's memory is scattered over the heap: without this the system doesn't get it back.
     malloc_trim(0);
     releaseCodePages();
+}
+
+void ViewsPlugin::end()
+{
+    for (const auto &window : std::exchange(m_windows, {}))
+        delete window.data();
+    releaseUnused();
 }
 
 } // namespace kelo

@@ -24,6 +24,7 @@ public:
     void start(const ViewContext &context) override;
     QWindow *createWindow(const ViewSpec &spec) override;
     void releaseUnused() override;
+    void end() override;
 
 private:
     QQmlEngine &engine();

@@ -56,6 +56,9 @@ public:
 
     int exitStatus() const { return m_process.exitCode(); }
 
+    /// Whether it wasn't a signal that ended it.
+    bool endedNormally() const { return m_process.exitStatus() == QProcess::NormalExit; }
+
     /// A property of the item, as the host reads it.
     QVariant property(const QString &name) const;
 

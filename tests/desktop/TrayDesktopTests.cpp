@@ -369,6 +369,21 @@ TEST_F(MivoraInTray, commandsReachTheRunningProgram)
     }
 }
 
+TEST_F(MivoraInTray, endsInPeaceWithItsWindowsOpen)
+{
+    RunningMivora &program = prepare({review});
+    program.command(
+        {QStringLiteral("defaults"), QStringLiteral("delete"), QStringLiteral("hasCompletedOnboarding")});
+    program.start();
+    ASSERT_TRUE(waitFor([&] { return visibleWindows(program.processId()).size() == 1; }, 20s)) << "first run";
+    EXPECT_EQ(program.command({QStringLiteral("settings")}).status, 0);
+    ASSERT_TRUE(waitFor([&] { return visibleWindows(program.processId()).size() == 2; }, 20s));
+    EXPECT_EQ(program.command({QStringLiteral("quit")}).status, 0);
+    ASSERT_TRUE(waitFor([&] { return !program.isRunning(); }));
+    EXPECT_TRUE(program.endedNormally());
+    EXPECT_EQ(program.exitStatus(), 0);
+}
+
 TEST_F(MivoraInTray, dismissedPanelStaysAway)
 {
     RunningMivora &program = start({standUp});
