@@ -133,15 +133,20 @@ void WholeDay::pressInPanel(const char *button)
 
 void WholeDay::pressInWalkthrough(const char *button)
 {
-    const auto isReady = [&] {
-        return walkthrough() &&
-               support::AccessibleView(*walkthrough()).find(QAccessible::Button, QString::fromUtf8(button));
+    const QString name = QString::fromUtf8(button);
+    const auto place = [&] {
+        QWindow *window = walkthrough();
+        auto *item = window ? support::AccessibleView(*window).find(QAccessible::Button, name) : nullptr;
+        return item ? item->rect() : QRect();
     };
-    ASSERT_TRUE(waitFor(isReady)) << button;
-    // One step slides out while the next one comes in.
-    waitAWhile(std::chrono::seconds(1));
-    EXPECT_TRUE(
-        support::AccessibleView(*walkthrough()).click(QAccessible::Button, QString::fromUtf8(button)));
+    // One step slides out while the next one comes in: the button is where it stays for a while.
+    const auto isStill = [&] {
+        const QRect before = place();
+        waitAWhile(std::chrono::milliseconds(300));
+        return before.isValid() && place() == before;
+    };
+    ASSERT_TRUE(waitFor(isStill)) << button;
+    EXPECT_TRUE(support::AccessibleView(*walkthrough()).click(QAccessible::Button, name)) << button;
 }
 
 void WholeDay::chooseInMenu(const char *text)
@@ -165,9 +170,9 @@ Seen WholeDay::seen()
     Seen seen;
     seen.tray = plain(m_tray.property("XAyatanaLabel").toString());
     const QString icon = m_tray.property("IconName").toString();
-    if (icon.contains(QLatin1String("urgent")))
+    if (icon.contains(QLatin1String("-urgent")))
         seen.tray += " !";
-    if (icon.contains(QLatin1String("exclamationmark")))
+    if (icon.contains(QLatin1String("-exclamation")))
         seen.tray += "?";
     for (const auto &[id, title] : menuEntries()) {
         if (title.starts_with("Join Next Meeting") || title.starts_with("Settings"))
@@ -177,8 +182,7 @@ Seen WholeDay::seen()
     if (!seen.menu.empty() && seen.menu.back() == "-")
         seen.menu.pop_back();
     seen.panel = panelText();
-    for (const QString &link : workspace.opened)
-        seen.opened.push_back(link.toStdString());
+    seen.opened = openedFrom(m_forgotten);
     return seen;
 }
 
@@ -222,6 +226,14 @@ std::string WholeDay::panelText() const
     const JoinPanelModel &panel = m_delegate->panel().model();
     return plain(panel.title() + QStringLiteral(", ") + panel.timeText() +
                  (panel.hasLink() ? QStringLiteral(", ") + panel.serviceName() : QString()));
+}
+
+std::vector<std::string> WholeDay::openedFrom(qsizetype first) const
+{
+    std::vector<std::string> links;
+    for (const QString &link : workspace.opened.mid(first))
+        links.push_back(link.toStdString());
+    return links;
 }
 
 void WholeDay::recordPanel()

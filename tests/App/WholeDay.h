@@ -67,8 +67,11 @@ public:
 
     CalendarFolder &calendars() { return m_calendars; }
 
-    /// Empties the record of what was opened.
-    void forgetOpened() { workspace.opened.clear(); }
+    /// What was opened until now is not among what is seen from now on.
+    void forgetOpened() { m_forgotten = workspace.opened.size(); }
+
+    /// Every link that was opened in the whole time.
+    std::vector<std::string> allOpened() const { return openedFrom(0); }
 
     Seen seen();
 
@@ -86,6 +89,7 @@ public:
 private:
     std::vector<std::pair<int, std::string>> menuEntries();
     std::string panelText() const;
+    std::vector<std::string> openedFrom(qsizetype first) const;
     void recordPanel();
     static QWindow *walkthrough();
 
@@ -98,6 +102,7 @@ private:
     std::unique_ptr<AccessMemory> m_access;
     std::unique_ptr<AppDelegate> m_delegate;
     std::vector<std::string> m_panelHistory;
+    qsizetype m_forgotten = 0;
 };
 
 } // namespace mivora

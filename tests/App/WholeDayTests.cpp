@@ -25,6 +25,7 @@ struct Step
 const std::string zoom = "https://zoom.us/j/111111111";
 const std::string meet = "https://meet.google.com/abc-defg-hij";
 const std::string teams = "https://teams.microsoft.com/l/meetup-join/19%3ameeting_x%40thread.v2/0";
+const std::string syncLink = "https://zoom.us/j/444444444";
 const std::string retroLink = "https://zoom.us/j/222222222";
 const std::string brunchLink = "https://zoom.us/j/333333333";
 
@@ -38,6 +39,7 @@ void fillCalendars(const CalendarFolder &calendars)
 {
     calendars.write("work/standup.ics", eventText("Standup", "20260328T080000Z", linked(zoom)));
     calendars.write("work/review.ics", eventText("Design review", "20260328T083000Z", linked(meet)));
+    calendars.write("work/sync.ics", eventText("Sync", "20260328T083000Z", linked(syncLink)));
     calendars.write("work/one.ics", eventText("One-to-one", "20260328T130000Z", linked(teams)));
     calendars.write("work/retro.ics", eventText("Retro", "20260328T150000Z", linked(retroLink)));
     calendars.write("home/lunch.ics", eventText("Lunch", "20260328T110000Z"));
@@ -50,6 +52,8 @@ const std::string standup = "09:00 Standup · Zoom";
 const std::string standupNow = "09:00 Standup · now · Zoom";
 const std::string review = "09:30 Design review · Google Meet";
 const std::string reviewNow = "09:30 Design review · now · Google Meet";
+const std::string sync = "09:30 Sync · Zoom";
+const std::string syncNow = "09:30 Sync · now · Zoom";
 const std::string lunch = "(12:00 Lunch)";
 const std::string oneToOne = "14:00 One-to-one · Teams";
 const std::string oneToOneMoved = "15:00 One-to-one · Teams";
@@ -59,7 +63,7 @@ const std::string brunch = "10:00 Brunch · Zoom";
 const std::string brunchNow = "10:00 Brunch · now · Zoom";
 const std::string walk = "(12:30 Walk)";
 const std::string nothing = "(No more meetings today)";
-const Texts wholeDay{standup, review, lunch, oneToOne, retro};
+const Texts wholeDay{standup, review, sync, lunch, oneToOne, retro};
 
 /// Each step's time and event, then what is seen must be what the step says.
 void live(WholeDay &day, const std::vector<Step> &steps)
@@ -108,35 +112,42 @@ std::vector<Step> morning(WholeDay &day)
         {"2026-03-28T09:00:00+01:00",
          "begins while it is snoozed",
          {},
-         {"Standup · now !", {standupNow, review, lunch, oneToOne, retro}, "", {}}},
+         {"Standup · now !", {standupNow, review, sync, lunch, oneToOne, retro}, "", {}}},
         {"2026-03-28T09:00:20+01:00",
          "the snooze is over",
          {},
          {"Standup · now !",
-          {standupNow, review, lunch, oneToOne, retro},
+          {standupNow, review, sync, lunch, oneToOne, retro},
           "Standup, Starting now, Zoom",
           {}}},
         {"2026-03-28T09:02:30+01:00",
          "joined by the panel",
          [&] { day.pressInPanel("Join"); },
-         {"Standup · now !", {standupNow, review, lunch, oneToOne, retro}, "", {zoom}}},
+         {"Standup · now !", {standupNow, review, sync, lunch, oneToOne, retro}, "", {zoom}}},
         {"2026-03-28T09:29:00+01:00",
          "the next one comes while the first still runs",
          {},
          {"Standup · now !",
-          {standupNow, review, lunch, oneToOne, retro},
+          {standupNow, review, sync, lunch, oneToOne, retro},
           "Design review, Starts in 1m, Google Meet",
           {}}},
         {"2026-03-28T09:31:00+01:00",
          "joined by the menu",
          [&] { day.chooseInMenu("09:30 Design review"); },
-         {"Standup · now !", {standupNow, reviewNow, lunch, oneToOne, retro}, "", {meet}}},
+         {"Standup · now !",
+          {standupNow, reviewNow, syncNow, lunch, oneToOne, retro},
+          "Sync, Started 1m ago, Zoom",
+          {meet}}},
+        {"2026-03-28T09:31:30+01:00",
+         "one at the same time, dismissed",
+         [&] { day.pressInPanel("Dismiss"); },
+         {"Standup · now !", {standupNow, reviewNow, syncNow, lunch, oneToOne, retro}, "", {}}},
         {"2026-03-28T10:00:00+01:00",
          "the first one ends",
          {},
-         {"Design review · now !", {reviewNow, lunch, oneToOne, retro}, "", {}}},
+         {"Design review · now !", {reviewNow, syncNow, lunch, oneToOne, retro}, "", {}}},
         {"2026-03-28T10:30:00+01:00",
-         "both are over",
+         "all three are over",
          {},
          {"Lunch · 1h 30m", {lunch, oneToOne, retro}, "", {}}},
     };
@@ -248,10 +259,11 @@ TEST(WholeDayTest, showsAndOpensWhatIsRightFromTheFirstStartToTheNextDay)
 
     EXPECT_THAT(day.panelHistory(),
                 ElementsAre("08:59:00 Standup", "08:59:20 -", "09:00:20 Standup", "09:02:30 -",
-                            "09:29:00 Design review", "09:31:00 -", "14:59:00 One-to-one", "14:59:30 -",
-                            "15:59:00 Retro", "15:59:10 -", "09:59:40 Brunch", "10:05:00 -",
+                            "09:29:00 Design review", "09:31:00 Sync", "09:31:30 -", "14:59:00 One-to-one",
+                            "14:59:30 -", "15:59:00 Retro", "15:59:10 -", "09:59:40 Brunch", "10:05:00 -",
                             "09:15:00 Brunch", "09:16:00 -"));
-    for (const char *title : {"Standup", "review", "Lunch", "One-to-one", "Retro", "Brunch", "Walk"})
+    EXPECT_THAT(day.allOpened(), ElementsAre(zoom, meet, teams, brunchLink));
+    for (const char *title : {"Standup", "review", "Sync", "Lunch", "One-to-one", "Retro", "Brunch", "Walk"})
         EXPECT_THAT(day.written(), Not(HasSubstr(title)));
     EXPECT_THAT(day.written(), HasSubstr("hasCompletedOnboarding=true"));
 }
