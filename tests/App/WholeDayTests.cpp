@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-// A user's day from the first start on, and the morning after: at each time, what there is to see.
+// A user's day from the first start on, and the day after: at each time, what there is to see.
 namespace mivora {
 
 namespace {
@@ -44,6 +44,7 @@ void fillCalendars(const CalendarFolder &calendars)
     calendars.write("work/retro.ics", eventText("Retro", "20260328T150000Z", linked(retroLink)));
     calendars.write("home/lunch.ics", eventText("Lunch", "20260328T110000Z"));
     calendars.write("home/brunch.ics", eventText("Brunch", "20260329T080000Z", linked(brunchLink)));
+    calendars.write("work/kickoff.ics", eventText("Kickoff", "20260330T080000Z", linked(zoom)));
     // Half past twelve wherever one is.
     calendars.write("home/walk.ics", eventText("Walk", "20260329T123000"));
 }
@@ -197,7 +198,7 @@ std::vector<Step> afternoon(WholeDay &day)
     };
 }
 
-std::vector<Step> nightAndMorningAfter(WholeDay &day)
+std::vector<Step> nightAndNextDay(WholeDay &day)
 {
     const Texts lookAhead{nothing, "-", "(Tomorrow)", brunch, walk};
     return {
@@ -231,7 +232,19 @@ std::vector<Step> nightAndMorningAfter(WholeDay &day)
          "the walk is at the new half past twelve",
          {},
          {"Walk · 2h 30m", {walk}, "", {}}},
-        {"2026-03-29T13:30:00+01:00", "the end", {}, {"", {nothing}, "", {}}},
+        {"2026-03-29T13:30:00+01:00", "nothing is left", {}, {"", {nothing}, "", {}}},
+        {"2026-03-29T22:00:00+01:00",
+         "evening, elsewhere",
+         {},
+         {"", {nothing, "-", "(Tomorrow)", "09:00 Kickoff · Zoom"}, "", {}}},
+        {"2026-03-29T22:30:00+01:00",
+         "asleep over midnight, while a meeting is moved",
+         [&] {
+             day.calendars().write("work/kickoff.ics",
+                                   eventText("Kickoff", "20260330T073000Z", linked(zoom)));
+             day.sleepUntil(at("2026-03-30T08:00:00+01:00"));
+         },
+         {"Kickoff · 30m", {"08:30 Kickoff · Zoom"}, "", {}}},
     };
 }
 
@@ -253,7 +266,7 @@ TEST(WholeDayTest, showsAndOpensWhatIsRightFromTheFirstStartToTheNextDay)
     live(day, morning(day));
     live(day, afternoon(day));
     EXPECT_THAT(day.menuCommands(), testing::Contains("Join Next Meeting ⇧⌘V"));
-    live(day, nightAndMorningAfter(day));
+    live(day, nightAndNextDay(day));
     EXPECT_FALSE(day.isWalkthroughShown()) << "the first run was done once";
     EXPECT_THAT(day.menuCommands(), testing::Contains("Join Next Meeting ⇧⌘V"));
 
@@ -263,7 +276,8 @@ TEST(WholeDayTest, showsAndOpensWhatIsRightFromTheFirstStartToTheNextDay)
                             "14:59:30 -", "15:59:00 Retro", "15:59:10 -", "09:59:40 Brunch", "10:05:00 -",
                             "09:15:00 Brunch", "09:16:00 -"));
     EXPECT_THAT(day.allOpened(), ElementsAre(zoom, meet, teams, brunchLink));
-    for (const char *title : {"Standup", "review", "Sync", "Lunch", "One-to-one", "Retro", "Brunch", "Walk"})
+    for (const char *title :
+         {"Standup", "review", "Sync", "Lunch", "One-to-one", "Retro", "Brunch", "Walk", "Kickoff"})
         EXPECT_THAT(day.written(), Not(HasSubstr(title)));
     EXPECT_THAT(day.written(), HasSubstr("hasCompletedOnboarding=true"));
 }
