@@ -35,6 +35,6 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "qml6-module-qtqml-workerscript, qml6-module-qtquick, qt6-qpa-plugins, \
 default-dbus-session-bus | dbus-session-bus, hicolor-icon-theme")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "evolution-data-server, qt6-wayland")
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "gnome-shell-extension-appindicator, vdirsyncer, wl-clipboard")
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "gnome-shell-extension-appindicator, qt6-translations-l10n, vdirsyncer, wl-clipboard")
 set(CPACK_POST_BUILD_SCRIPTS ${CMAKE_CURRENT_SOURCE_DIR}/deb/finish.cmake)
 include(CPack)

@@ -3,8 +3,8 @@
 #include "App/Output.h"
 #include "App/Rfc3339.h"
 #include "Calendar/TitleText.h"
+#include "MeetingTexts/ServiceName.h"
 #include "Meetings/Color.h"
-#include "Meetings/Service.h"
 #include "StatusBar/ShortTime.h"
 
 #include <QCoreApplication>
@@ -20,10 +20,11 @@ namespace mivora {
 
 namespace {
 
-QString tr(const char *text)
+/// The context of the texts for translators.
+struct Agenda
 {
-    return QCoreApplication::translate("Agenda", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Agenda)
+};
 
 /// One meeting, ready to be laid out.
 struct Row
@@ -164,7 +165,7 @@ Row rowOf(const QJsonObject &meeting, const QTimeZone &zone)
     const auto link = meeting.value(QLatin1String("joinLink")).toObject();
     if (const auto service =
             serviceFromRawValue(link.value(QLatin1String("service")).toString().toStdString()))
-        row.note = QString::fromUtf8(displayName(*service).data(), qsizetype(displayName(*service).size()));
+        row.note = serviceName(*service);
     return row;
 }
 
@@ -219,10 +220,10 @@ std::string agendaTable(const QJsonObject &agenda, const QTimeZone &zone, const 
 
     writer.heading(dayOf(agenda, zone));
     if (today.isEmpty())
-        writer.line(QStringLiteral("  ") + tr("No more meetings today"));
+        writer.line(QStringLiteral("  ") + Agenda::tr("No more meetings today"));
     writer.rows(today, nextID);
     if (!tomorrow.isEmpty()) {
-        writer.heading(tr("Tomorrow"));
+        writer.heading(Agenda::tr("Tomorrow"));
         writer.rows(tomorrow, {});
     }
     const QString title =
@@ -230,9 +231,9 @@ std::string agendaTable(const QJsonObject &agenda, const QTimeZone &zone, const 
     if (!title.isEmpty()) {
         const QString link = linkOfNext(agenda);
         writer.line(QString());
-        writer.line(tr("Next:") + QLatin1Char(' ') + cleaned(title).trimmed());
+        writer.line(Agenda::tr("Next: %1").arg(cleaned(title).trimmed()));
         if (!link.isEmpty())
-            writer.line(tr("Join:") + QLatin1Char(' ') + link);
+            writer.line(Agenda::tr("Join: %1").arg(link));
     }
     return writer.text();
 }

@@ -1,5 +1,6 @@
 #include "App/CommandLine.h"
 
+#include "App/CommandLineTexts.h"
 #include "App/Output.h"
 #include "App/Rfc3339.h"
 
@@ -9,11 +10,20 @@ namespace mivora {
 
 namespace {
 
-constexpr const char *description =
-    "Shows a countdown to your next meeting and joins it.\n"
-    "Without a command: start, or open the settings of the one that runs.\n\n"
-    "Calendars are read from your desktop's accounts and from folders of iCalendar files:\n"
-    "$MIVORA_CALENDARS (separated by colons), or ~/.calendars and ~/.local/share/calendars.";
+std::string utf8(const QString &text)
+{
+    return text.toStdString();
+}
+
+std::string description()
+{
+    return utf8(QCoreApplication::translate(
+        "CommandLine",
+        "Shows a countdown to your next meeting and joins it.\n"
+        "Without a command: start, or open the settings of the one that runs.\n\n"
+        "Calendars are read from your desktop's accounts and from folders of iCalendar files:\n"
+        "$MIVORA_CALENDARS (separated by colons), or ~/.calendars and ~/.local/share/calendars."));
+}
 
 /// The parser writes into the requests; the one whose command was given is the result.
 struct Requests
@@ -28,24 +38,28 @@ struct Requests
 
 void addAgenda(CLI::App &app, AgendaRequest &request)
 {
-    auto *agenda = app.add_subcommand("agenda", "Print today's meetings, the next one and its countdown");
-    agenda->add_flag("--json", request.json, "Print one JSON object (with --follow, one a line)");
-    agenda->add_flag("--follow", request.follow, "Go on and print a line whenever something changes");
+    auto *agenda = app.add_subcommand(
+        "agenda", utf8(CommandLineTexts::tr("Print today's meetings, the next one and its countdown")));
+    agenda->add_flag("--json", request.json,
+                     utf8(CommandLineTexts::tr("Print one JSON object (with --follow, one a line)")));
+    agenda->add_flag("--follow", request.follow,
+                     utf8(CommandLineTexts::tr("Go on and print a line whenever something changes")));
     agenda
         ->add_option_function<std::string>(
             "--at",
             [&request](const std::string &text) {
                 request.at = timestampFromRfc3339(text);
                 if (!request.at)
-                    throw CLI::ValidationError("--at", "expected an RFC 3339 time such as "
-                                                       "2026-03-28T09:00:00+01:00, got \"" +
-                                                           text + '"');
+                    throw CLI::ValidationError(
+                        "--at", utf8(CommandLineTexts::tr("expected an RFC 3339 time such as %1, got \"%2\"")
+                                         .arg(QStringLiteral("2026-03-28T09:00:00+01:00"),
+                                              QString::fromStdString(text))));
             },
-            "Show the agenda of this time (RFC 3339)")
+            utf8(CommandLineTexts::tr("Show the agenda of this time (RFC 3339)")))
         ->type_name("TIME");
     agenda
         ->add_option("--calendars", request.calendars,
-                     "Read this folder of iCalendar files instead of your own")
+                     utf8(CommandLineTexts::tr("Read this folder of iCalendar files instead of your own")))
         ->type_name("DIR")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
@@ -53,58 +67,89 @@ void addAgenda(CLI::App &app, AgendaRequest &request)
 
 void addDetect(CLI::App &app, DetectRequest &request)
 {
-    auto *detect = app.add_subcommand("detect", "Print the join link of an event's texts");
-    detect->add_flag("--json", request.json, "Print a JSON object, or null");
-    detect->add_option("--url", request.url, "The event's URL")->type_name("TEXT")->expected(1);
-    detect->add_option("--location", request.location, "The event's location")
+    auto *detect =
+        app.add_subcommand("detect", utf8(CommandLineTexts::tr("Print the join link of an event's texts")));
+    detect->add_flag("--json", request.json, utf8(CommandLineTexts::tr("Print a JSON object, or null")));
+    detect->add_option("--url", request.url, utf8(CommandLineTexts::tr("The event's URL")))
         ->type_name("TEXT")
         ->expected(1);
-    detect->add_option("--notes", request.notes, "The event's notes")->type_name("TEXT")->expected(1);
+    detect->add_option("--location", request.location, utf8(CommandLineTexts::tr("The event's location")))
+        ->type_name("TEXT")
+        ->expected(1);
+    detect->add_option("--notes", request.notes, utf8(CommandLineTexts::tr("The event's notes")))
+        ->type_name("TEXT")
+        ->expected(1);
 }
 
 void addRemoteCommands(CLI::App &app, RemoteRequest &settings)
 {
-    app.add_subcommand("join", "Join the meeting of the panel, or else the next one with a link");
-    app.add_subcommand("snooze", "Hide the panel for a minute");
-    app.add_subcommand("dismiss", "Hide the panel of this meeting");
-    app.add_subcommand("copy", "Copy the join link of the meeting that would be joined");
-    auto *window = app.add_subcommand("settings", "Open the settings");
-    window->add_option("page", settings.page, "The page to open")
+    app.add_subcommand("join", utf8(CommandLineTexts::tr(
+                                   "Join the meeting of the panel, or else the next one with a link")));
+    app.add_subcommand("snooze", utf8(CommandLineTexts::tr("Hide the panel for a minute")));
+    app.add_subcommand("dismiss", utf8(CommandLineTexts::tr("Hide the panel of this meeting")));
+    app.add_subcommand("copy",
+                       utf8(CommandLineTexts::tr("Copy the join link of the meeting that would be joined")));
+    auto *window = app.add_subcommand("settings", utf8(CommandLineTexts::tr("Open the settings")));
+    window->add_option("page", settings.page, utf8(CommandLineTexts::tr("The page to open")))
         ->check(CLI::IsMember({"general", "calendars"}))
         ->option_text("[general|calendars]");
-    app.add_subcommand("quit", "End the running program");
+    app.add_subcommand("quit", utf8(CommandLineTexts::tr("End the running program")));
 }
 
 void addDefaults(CLI::App &app, DefaultsRequest &request)
 {
-    auto *defaults =
-        app.add_subcommand("defaults", "Read and write the settings store; lists are JSON arrays");
+    auto *defaults = app.add_subcommand(
+        "defaults", utf8(CommandLineTexts::tr("Read and write the settings store; lists are JSON arrays")));
     defaults->require_subcommand(1);
-    const auto action = [&](const char *name, const char *text, DefaultsRequest::Action value) {
+    const auto action = [&](const char *name, const std::string &text, DefaultsRequest::Action value) {
         auto *command = defaults->add_subcommand(name, text);
         command->callback([&request, value] { request.action = value; });
         if (value != DefaultsRequest::Action::list)
-            command->add_option("key", request.key, "The setting's key")->required()->type_name("KEY");
+            command->add_option("key", request.key, utf8(CommandLineTexts::tr("The setting's key")))
+                ->required()
+                ->type_name("KEY");
         return command;
     };
-    action("list", "Print all settings", DefaultsRequest::Action::list);
-    action("read", "Print one setting", DefaultsRequest::Action::read);
-    auto *write = action("write", "Set one setting", DefaultsRequest::Action::write);
-    write->add_option("value", request.value, "The new value")->required()->type_name("VALUE");
-    action("delete", "Remove one setting, so that its default holds", DefaultsRequest::Action::remove);
+    action("list", utf8(CommandLineTexts::tr("Print all settings")), DefaultsRequest::Action::list);
+    action("read", utf8(CommandLineTexts::tr("Print one setting")), DefaultsRequest::Action::read);
+    auto *write =
+        action("write", utf8(CommandLineTexts::tr("Set one setting")), DefaultsRequest::Action::write);
+    write->add_option("value", request.value, utf8(CommandLineTexts::tr("The new value")))
+        ->required()
+        ->type_name("VALUE");
+    action("delete", utf8(CommandLineTexts::tr("Remove one setting, so that its default holds")),
+           DefaultsRequest::Action::remove);
 }
 
 void addAccess(CLI::App &app, AccessRequest &request)
 {
-    auto *access =
-        app.add_subcommand("access", "Show, give or take back the permission to read your calendars");
+    auto *access = app.add_subcommand(
+        "access",
+        utf8(CommandLineTexts::tr("Show, give or take back the permission to read your calendars")));
     access->require_subcommand(0, 1);
-    const auto action = [&](const char *name, const char *text, AccessRequest::Action value) {
+    const auto action = [&](const char *name, const std::string &text, AccessRequest::Action value) {
         access->add_subcommand(name, text)->callback([&request, value] { request.action = value; });
     };
-    action("status", "Print granted, denied or notDetermined", AccessRequest::Action::status);
-    action("allow", "Let Mivora read your calendars", AccessRequest::Action::allow);
-    action("reset", "Forget the permission", AccessRequest::Action::reset);
+    action("status", utf8(CommandLineTexts::tr("Print granted, denied or notDetermined")),
+           AccessRequest::Action::status);
+    action("allow", utf8(CommandLineTexts::tr("Let Mivora read your calendars")),
+           AccessRequest::Action::allow);
+    action("reset", utf8(CommandLineTexts::tr("Forget the permission")), AccessRequest::Action::reset);
+}
+
+/// Translates what the parser puts around the texts of \a app and its commands.
+void translateHeadings(CLI::App &app)
+{
+    const std::string options = utf8(CommandLineTexts::tr("Options"));
+    for (const CLI::Option *option : app.get_options())
+        app.get_option(option->get_name())->group(options);
+    app.get_formatter()->label("Usage", utf8(CommandLineTexts::tr("Usage")));
+    app.get_formatter()->label("OPTIONS", utf8(CommandLineTexts::tr("OPTIONS")));
+    app.get_formatter()->label("SUBCOMMAND", utf8(CommandLineTexts::tr("SUBCOMMAND")));
+    for (CLI::App *command : app.get_subcommands({})) {
+        command->group(utf8(CommandLineTexts::tr("Subcommands")));
+        translateHeadings(*command);
+    }
 }
 
 /// The command that was given last, down to the one that has the arguments in question.
@@ -115,31 +160,31 @@ const CLI::App &innermost(const CLI::App &app)
 }
 
 /// What may follow \a command, for a message: the commands below it, else its options.
-std::string expectedAfter(const CLI::App &command)
+QString expectedAfter(const CLI::App &command)
 {
-    std::string names;
-    const auto append = [&names](const std::string &name) { names += (names.empty() ? "" : ", ") + name; };
+    QStringList names;
     for (const CLI::App *below : command.get_subcommands({}))
-        append(below->get_name());
-    if (names.empty()) {
+        names.append(QString::fromStdString(below->get_name()));
+    if (names.isEmpty()) {
         for (const CLI::Option *option : command.get_options())
-            append(option->get_name());
+            names.append(QString::fromStdString(option->get_name()));
     }
-    return names;
+    return names.join(QLatin1String(", "));
 }
 
 /// One line that names the argument and what was expected.
-std::string problem(const CLI::App &app, const CLI::ParseError &error)
+QString problem(const CLI::App &app, const CLI::ParseError &error)
 {
     const CLI::App &command = innermost(app);
     const auto extra = app.remaining(true);
     if (dynamic_cast<const CLI::ExtrasError *>(&error) ||
         (dynamic_cast<const CLI::RequiredError *>(&error) && !extra.empty()))
-        return '"' + (extra.empty() ? std::string() : extra.front()) + "\" was not expected; expected " +
-               expectedAfter(command);
+        return CommandLineTexts::tr("\"%1\" was not expected; expected %2")
+            .arg(extra.empty() ? QString() : QString::fromStdString(extra.front()), expectedAfter(command));
     if (dynamic_cast<const CLI::RequiredError *>(&error) && !command.get_subcommands({}).empty())
-        return command.get_name() + ": expected one of " + expectedAfter(command);
-    return error.what();
+        return CommandLineTexts::tr("%1: expected one of %2")
+            .arg(QString::fromStdString(command.get_name()), expectedAfter(command));
+    return QString::fromUtf8(error.what());
 }
 
 Request chosenRequest(const CLI::App &app, Requests &requests)
@@ -164,19 +209,21 @@ Request chosenRequest(const CLI::App &app, Requests &requests)
 
 Request parseCommandLine(int argc, const char *const *argv)
 {
-    CLI::App app(description, "mivora");
-    app.set_version_flag("--version", "mivora " MIVORA_VERSION, "Print the version and end");
-    app.set_help_flag("-h,--help", "Print this help and end");
+    CLI::App app(description(), "mivora");
+    app.set_version_flag("--version", "mivora " MIVORA_VERSION,
+                         utf8(CommandLineTexts::tr("Print the version and end")));
+    app.set_help_flag("-h,--help", utf8(CommandLineTexts::tr("Print this help and end")));
     app.require_subcommand(0, 1);
     Requests requests;
     app.add_flag_callback(
         "--service", [&requests] { requests.start.startedBy = StartedBy::sessionBus; },
-        "Start for the session bus, which asks for what it wants then");
+        utf8(CommandLineTexts::tr("Start for the session bus, which asks for what it wants then")));
     addAgenda(app, requests.agenda);
     addDetect(app, requests.detect);
     addRemoteCommands(app, requests.settings);
     addDefaults(app, requests.defaults);
     addAccess(app, requests.access);
+    translateHeadings(app);
 
     try {
         app.parse(argc, argv);
@@ -186,9 +233,9 @@ Request parseCommandLine(int argc, const char *const *argv)
     } catch (const CLI::CallForVersion &version) {
         return FinishedRequest{std::string(version.what()) + '\n', exitDone};
     } catch (const CLI::ParseError &error) {
-        return FinishedRequest{"mivora: " + singleLine(problem(app, error)) +
-                                   " (mivora --help lists the arguments)\n",
-                               exitBadArguments};
+        const QString line =
+            CommandLineTexts::tr("%1 (mivora --help lists the arguments)").arg(problem(app, error));
+        return FinishedRequest{"mivora: " + singleLine(utf8(line)) + '\n', exitBadArguments};
     }
     return chosenRequest(app, requests);
 }

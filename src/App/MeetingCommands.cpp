@@ -1,5 +1,6 @@
 #include "App/MeetingCommands.h"
 
+#include "MeetingTexts/ServiceName.h"
 #include "Meetings/LinkToOpen.h"
 #include "Preferences/Preferences.h"
 #include "Scheduling/Scheduler.h"
@@ -64,9 +65,7 @@ std::optional<Meeting> MeetingCommands::joinableMeeting() const
 void MeetingCommands::fallBackToClipboard(const JoinLink &link)
 {
     m_pasteboard.setText(QString::fromStdString(link.webURL.text()));
-    const std::string_view service = displayName(link.service);
-    Q_EMIT linkCopied(tr("Couldn't open %1. Link copied.")
-                          .arg(QString::fromUtf8(service.data(), qsizetype(service.size()))));
+    Q_EMIT linkCopied(tr("Couldn't open %1. Link copied.").arg(serviceName(link.service)));
 }
 
 } // namespace mivora

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,11 @@ inline void print(const QByteArray &text)
 
 /// Writes "mivora: ", \a message and a line end to standard error.
 void complain(std::string_view message);
+
+inline void complain(const QString &message)
+{
+    complain(std::string_view(message.toStdString()));
+}
 
 /// \a text on one line: control characters, line ends among them, become blanks. For what comes out of
 /// calendars and ends in a terminal.

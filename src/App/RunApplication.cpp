@@ -3,11 +3,13 @@
 #include "App/AppDelegate.h"
 #include "App/ApplicationService.h"
 #include "App/CalendarStores.h"
+#include "App/CommandLineTexts.h"
 #include "App/Output.h"
 #include "App/RunningInstance.h"
 #include "Calendar/LocalDay.h"
 #include "KeloHotkey/HotKeyServices.h"
 #include "Platform/linux/LinuxPlatform.h"
+#include "Translations/InstallTranslations.h"
 
 #include <QGuiApplication>
 #include <QThread>
@@ -26,7 +28,8 @@ int openSettingsOfRunningOne()
             return exitDone;
         QThread::msleep(100);
     }
-    complain("Mivora runs already but does not answer; end it with `pkill -x mivora` and start it again");
+    complain(CommandLineTexts::tr(
+        "Mivora runs already but does not answer; end it with `pkill -x mivora` and start it again"));
     return exitCouldNot;
 }
 
@@ -94,7 +97,7 @@ int run(StartedBy startedBy)
 int runApplication(int &argc, char **argv, StartedBy startedBy)
 {
     if (!chooseWindowSystem()) {
-        complain("there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set");
+        complain(CommandLineTexts::tr("there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set"));
         return exitCouldNot;
     }
     QGuiApplication::setApplicationName(QStringLiteral("mivora"));
@@ -102,6 +105,7 @@ int runApplication(int &argc, char **argv, StartedBy startedBy)
     // The name first: a second start ends before it has made anything.
     QGuiApplication application(argc, argv);
     QGuiApplication::setQuitOnLastWindowClosed(false);
+    installTranslations();
     if (!claimApplicationName(QDBusConnection::sessionBus()))
         return openSettingsOfRunningOne();
     return run(startedBy);

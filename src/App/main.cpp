@@ -7,6 +7,7 @@
 #include "App/commands/DetectCommand.h"
 #include "App/commands/RemoteCommand.h"
 #include "Platform/linux/LinuxPlatform.h"
+#include "Translations/InstallTranslations.h"
 
 #include <QCoreApplication>
 
@@ -27,6 +28,16 @@ struct Runner
 
     int operator()(const FinishedRequest &request) const
     {
+        // Told once more, in the user's language. A start doesn't wait for the texts of the help.
+        const QCoreApplication application(argc, argv);
+        installTranslations();
+        const Request translated = parseCommandLine(argc, argv);
+        const auto *told = std::get_if<FinishedRequest>(&translated);
+        return tell(told ? *told : request);
+    }
+
+    static int tell(const FinishedRequest &request)
+    {
         if (request.exitStatus == exitDone)
             print(request.text);
         else
@@ -34,29 +45,38 @@ struct Runner
         return request.exitStatus;
     }
 
-    int operator()(const DetectRequest &request) const { return runDetect(request); }
+    int operator()(const DetectRequest &request) const
+    {
+        const QCoreApplication application(argc, argv);
+        installTranslations();
+        return runDetect(request);
+    }
 
     int operator()(const AgendaRequest &request) const
     {
         const QCoreApplication application(argc, argv);
+        installTranslations();
         return runAgenda(request);
     }
 
     int operator()(const DefaultsRequest &request) const
     {
         const QCoreApplication application(argc, argv);
+        installTranslations();
         return runDefaults(request, *makeLinuxDefaultsStore());
     }
 
     int operator()(const AccessRequest &request) const
     {
         const QCoreApplication application(argc, argv);
+        installTranslations();
         return runAccess(request);
     }
 
     int operator()(const RemoteRequest &request) const
     {
         const QCoreApplication application(argc, argv);
+        installTranslations();
         return runRemote(request);
     }
 };

@@ -41,7 +41,7 @@ JoinPanelController::JoinPanelController(const Preferences &prefs, kelo::ViewLoa
                     .properties = {{QStringLiteral("model"), QVariant::fromValue<QObject *>(&m_model)}},
                     .size = contentSize,
                     .cornerRadius = {},
-                    .title = tr("Mivora"),
+                    .title = QStringLiteral("Mivora"),
                     .takesInput = true}),
       m_notification(m_model, bus), m_prefs(prefs)
 {

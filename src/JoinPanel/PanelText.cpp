@@ -1,7 +1,8 @@
 #include "JoinPanel/PanelText.h"
 
 #include "Calendar/TitleText.h"
-#include "Meetings/Countdown.h"
+#include "MeetingTexts/CountdownText.h"
+#include "MeetingTexts/ServiceName.h"
 
 #include <QCoreApplication>
 #include <cmath>
@@ -16,19 +17,13 @@ struct JoinPanel
     Q_DECLARE_TR_FUNCTIONS(JoinPanel)
 };
 
-QString serviceName(const JoinLink &link)
-{
-    const std::string_view name = displayName(link.service);
-    return QString::fromUtf8(name.data(), qsizetype(name.size()));
-}
-
 } // namespace
 
 QString panelTimeText(Timestamp start, Timestamp now)
 {
     const Seconds left = start - now;
     if (left >= Seconds(60))
-        return JoinPanel::tr("Starts in %1").arg(QString::fromStdString(countdownText(left)));
+        return JoinPanel::tr("Starts in %1").arg(countdownText(left));
     if (left <= Seconds(-60))
         return JoinPanel::tr("Started %1m ago").arg(QString::number(std::floor(-left.count() / 60), 'f', 0));
     return JoinPanel::tr("Starting now");
@@ -43,7 +38,7 @@ PanelText panelText(const std::optional<Meeting> &meeting, Timestamp now)
     text.timeText = panelTimeText(meeting->start, now);
     text.hasStarted = meeting->start <= now;
     if (meeting->joinLink)
-        text.serviceName = serviceName(*meeting->joinLink);
+        text.serviceName = serviceName(meeting->joinLink->service);
     text.accentColor = meeting->calendarColor;
     return text;
 }

@@ -18,12 +18,13 @@ struct FixedName
     const char16_t *name;
 };
 
+constexpr std::uint16_t spaceKey = 49;
+
 // Keys whose name no layout changes.
 constexpr FixedName fixedNames[] = {
-    {36, u"↩"},    {48, u"⇥"},    {49, u"Space"}, {51, u"⌫"},   {53, u"⎋"},   {96, u"F5"},
-    {97, u"F6"},   {98, u"F7"},   {99, u"F3"},    {100, u"F8"}, {101, u"F9"}, {103, u"F11"},
-    {109, u"F10"}, {111, u"F12"}, {117, u"⌦"},    {118, u"F4"}, {120, u"F2"}, {122, u"F1"},
-    {123, u"←"},   {124, u"→"},   {125, u"↓"},    {126, u"↑"},
+    {36, u"↩"},   {48, u"⇥"},   {51, u"⌫"},   {53, u"⎋"},    {96, u"F5"},   {97, u"F6"},   {98, u"F7"},
+    {99, u"F3"},  {100, u"F8"}, {101, u"F9"}, {103, u"F11"}, {109, u"F10"}, {111, u"F12"}, {117, u"⌦"},
+    {118, u"F4"}, {120, u"F2"}, {122, u"F1"}, {123, u"←"},   {124, u"→"},   {125, u"↓"},   {126, u"↑"},
 };
 
 /// Keeps the application's layout until the keyboard changes.
@@ -75,6 +76,8 @@ std::optional<QString> character(std::uint16_t keyCode)
 
 QString displayName(std::uint16_t keyCode)
 {
+    if (keyCode == spaceKey)
+        return QCoreApplication::translate("KeyboardLayout", "Space", "the key");
     const auto *fixed = std::ranges::find(fixedNames, keyCode, &FixedName::keyCode);
     if (fixed != std::end(fixedNames))
         return QString::fromUtf16(fixed->name);

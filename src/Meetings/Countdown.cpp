@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 
 namespace mivora {
 
@@ -17,18 +16,13 @@ constexpr double mostMinutes = 1e15;
 
 } // namespace
 
-std::string countdownText(Seconds left)
+Countdown countdown(Seconds left)
 {
-    // Written so that a value that is not a number is "now", too.
+    // Written so that a value that is not a number is now, too.
     if (!(left.count() >= secondsPerMinute))
-        return "now";
+        return {};
     const auto minutes = std::int64_t(std::min(std::ceil(left.count() / secondsPerMinute), mostMinutes));
-    const std::int64_t hours = minutes / minutesPerHour;
-    const std::int64_t rest = minutes % minutesPerHour;
-    if (hours == 0)
-        return std::to_string(rest) + 'm';
-    const std::string text = std::to_string(hours) + 'h';
-    return rest == 0 ? text : text + ' ' + std::to_string(rest) + 'm';
+    return {minutes / minutesPerHour, minutes % minutesPerHour};
 }
 
 } // namespace mivora

@@ -2,12 +2,23 @@
 
 #include "Meetings/Timestamp.h"
 
-#include <string>
+#include <cstdint>
 
 namespace mivora {
 
-/// The time left until something that is \a left away: "now" below a minute, else minutes rounded up, as in
-/// "2m", "1h" or "1h 5m".
-std::string countdownText(Seconds left);
+/// The time left until something, as it is told to the user: whole hours and the minutes below them.
+struct Countdown
+{
+    std::int64_t hours = 0;
+    std::int64_t minutes = 0;
+
+    /// Less than a minute is left, or the time has passed.
+    bool isNow() const { return hours == 0 && minutes == 0; }
+
+    friend bool operator==(const Countdown &, const Countdown &) = default;
+};
+
+/// The countdown for something that is \a left away: minutes are rounded up, from one whole minute on.
+Countdown countdown(Seconds left);
 
 } // namespace mivora

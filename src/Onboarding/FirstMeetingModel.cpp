@@ -1,6 +1,7 @@
 #include "Onboarding/FirstMeetingModel.h"
 
 #include "Calendar/TitleText.h"
+#include "MeetingTexts/ServiceName.h"
 #include "Scheduling/Scheduler.h"
 
 namespace mivora {
@@ -29,8 +30,7 @@ QString FirstMeetingModel::detail() const
     const QString time = m_formatTime(next.start);
     if (!next.joinLink)
         return tr("%1 · no link").arg(time);
-    const std::string_view service = displayName(next.joinLink->service);
-    return tr("%1 · %2").arg(time, QString::fromUtf8(service.data(), qsizetype(service.size())));
+    return time + QStringLiteral(" · ") + serviceName(next.joinLink->service);
 }
 
 QString FirstMeetingModel::color() const

@@ -6,39 +6,39 @@ namespace mivora {
 
 namespace {
 
-QString translated(const char *text)
+/// The context of the texts for translators: that of the page's view.
+struct GeneralPage
 {
-    return QCoreApplication::translate("GeneralPage", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(GeneralPage)
+};
 
 } // namespace
 
 QString leadMinutesText(int minutes)
 {
     if (minutes == 0)
-        return translated("When it starts");
-    const QString text = minutes == 1 ? translated("%1 minute before") : translated("%1 minutes before");
-    return text.arg(minutes);
+        return GeneralPage::tr("When it starts");
+    return GeneralPage::tr("%n minute(s) before", nullptr, minutes);
 }
 
 QString panelCornerText(PanelCorner corner)
 {
     switch (corner) {
     case PanelCorner::topRight:
-        return translated("Top right");
+        return GeneralPage::tr("Top right");
     case PanelCorner::topLeft:
-        return translated("Top left");
+        return GeneralPage::tr("Top left");
     case PanelCorner::bottomRight:
-        return translated("Bottom right");
+        return GeneralPage::tr("Bottom right");
     case PanelCorner::bottomLeft:
-        return translated("Bottom left");
+        return GeneralPage::tr("Bottom left");
     }
     return {};
 }
 
 QString titleWidthText(int characters)
 {
-    return translated("%1 characters").arg(characters);
+    return GeneralPage::tr("%n character(s)", nullptr, characters);
 }
 
 } // namespace mivora

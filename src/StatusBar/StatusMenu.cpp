@@ -1,6 +1,7 @@
 #include "StatusBar/StatusMenu.h"
 
 #include "Calendar/TitleText.h"
+#include "MeetingTexts/ServiceName.h"
 
 #include <QCoreApplication>
 #include <algorithm>
@@ -41,18 +42,12 @@ MenuEntry command(const QString &title, MenuCommand command, const QString &keyE
     return entry;
 }
 
-QString serviceName(Service service)
-{
-    const std::string_view name = displayName(service);
-    return QString::fromUtf8(name.data(), qsizetype(name.size()));
-}
-
 MenuEntry meetingEntry(const Meeting &meeting, const MenuContents &contents)
 {
     const QString join = QStringLiteral("  · ");
     QString title = contents.formatTime(meeting.start) + QStringLiteral("  ") + titleText(meeting.title);
     if (meeting.isRunning(contents.now))
-        title += join + StatusMenu::tr("now");
+        title += join + StatusMenu::tr("now", "of a meeting that is running");
     if (!meeting.joinLink)
         return label(title);
     MenuEntry entry =

@@ -1,7 +1,7 @@
 #include "StatusBar/StatusText.h"
 
 #include "Calendar/TitleText.h"
-#include "Meetings/Countdown.h"
+#include "MeetingTexts/CountdownText.h"
 
 #include <QCoreApplication>
 
@@ -10,7 +10,7 @@ namespace mivora {
 QString statusTitleText(const Meeting &meeting, int titleWidth, Timestamp now)
 {
     return shortenedTitle(titleText(meeting.title), titleWidth) + QStringLiteral(" · ") +
-           QString::fromStdString(countdownText(meeting.start - now));
+           countdownText(meeting.start - now);
 }
 
 bool isUrgent(const Meeting &meeting, Timestamp now)

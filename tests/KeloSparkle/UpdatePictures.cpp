@@ -3,6 +3,7 @@
 #include "KeloSparkle/UpdateWindow.h"
 #include "KeloTheme/Appearance.h"
 #include "KeloTheme/ViewLoader.h"
+#include "Translations/InstallTranslations.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
@@ -64,6 +65,7 @@ void wait(int milliseconds)
 int main(int argc, char **argv)
 {
     QGuiApplication app(argc, argv);
+    mivora::installTranslations();
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const QDBusConnection noBus(QStringLiteral("none"));
     Appearance appearance(noBus);

@@ -1,5 +1,6 @@
 #include "FirstRun.h"
 #include "KeloOnboarding/OnboardingModel.h"
+#include "Translations/InstallTranslations.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -73,6 +74,7 @@ void draw(const Picture &picture, const QDir &folder)
 int main(int argc, char **argv)
 {
     QGuiApplication application(argc, argv);
+    mivora::installTranslations();
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const QDir folder(application.arguments().value(1, QStringLiteral(".")));
     folder.mkpath(QStringLiteral("."));

@@ -2,6 +2,7 @@
 // settings-pictures FOLDER. Run it with MIVORA_APPEARANCE=light or dark.
 
 #include "Settings/SettingsUnderTest.h"
+#include "Translations/InstallTranslations.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -120,6 +121,7 @@ QImage picture(const State &state)
 int main(int argc, char **argv)
 {
     QGuiApplication app(argc, argv);
+    mivora::installTranslations();
     QGuiApplication::setQuitOnLastWindowClosed(false);
     int number = 0;
     bool isSaved = true;

@@ -2,6 +2,7 @@
 // them on one sheet: panel-pictures FILE.png
 
 #include "KeloPanel/ToastController.h"
+#include "Translations/InstallTranslations.h"
 #include "desktop/PanelUnderTest.h"
 #include "support/MeetingFactory.h"
 
@@ -145,6 +146,7 @@ QImage sheet(const std::vector<QImage> &pictures)
 int main(int argc, char **argv)
 {
     QGuiApplication app(argc, argv);
+    mivora::installTranslations();
     Wallpaper wallpaper;
     wallpaper.setFlags(Qt::BypassWindowManagerHint | Qt::WindowStaysOnBottomHint);
     // Compositors step aside for a window that covers all of the screen.

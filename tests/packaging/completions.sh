@@ -3,6 +3,7 @@
 #   completions.sh PROGRAM FOLDER
 # fish and zsh are asked where they are installed.
 set -euo pipefail
+export LC_ALL=C.UTF-8
 program=$1 folder=$2
 failures=0
 

@@ -1,3 +1,5 @@
+#include "Translations/InstallTranslations.h"
+
 #include <QStandardPaths>
 #include <gtest/gtest.h>
 
@@ -18,5 +20,7 @@ int main(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     testing::InitGoogleTest(&argc, argv);
     Application application(argc, argv);
+    // English, with its plural forms.
+    mivora::installTranslations();
     return RUN_ALL_TESTS();
 }

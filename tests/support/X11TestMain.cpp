@@ -1,3 +1,4 @@
+#include "Translations/InstallTranslations.h"
 #include "support/PrivateDisplay.h"
 
 #include <QGuiApplication>
@@ -31,5 +32,7 @@ int main(int argc, char **argv)
         testing::AddGlobalTestEnvironment(new SkipAll);
     }
     QGuiApplication application(argc, argv);
+    // English, with its plural forms.
+    mivora::installTranslations();
     return RUN_ALL_TESTS();
 }

@@ -1,6 +1,7 @@
 #include "App/commands/AccessCommand.h"
 
 #include "App/CalendarSession.h"
+#include "App/CommandLineTexts.h"
 #include "App/Output.h"
 
 namespace mivora {
@@ -19,7 +20,8 @@ int report(bool written)
 {
     if (written)
         return exitDone;
-    complain(AccessMemory::defaultPath().toStdString() + " can't be written; check the folder's permissions");
+    complain(CommandLineTexts::tr("%1 can't be written; check the folder's permissions")
+                 .arg(AccessMemory::defaultPath()));
     return exitCouldNot;
 }
 

@@ -2,6 +2,7 @@
 
 #include "App/AgendaTable.h"
 #include "App/CalendarSession.h"
+#include "App/CommandLineTexts.h"
 #include "App/Output.h"
 #include "App/RunningInstance.h"
 #include "App/commands/AgendaFollower.h"
@@ -16,16 +17,20 @@ namespace mivora {
 namespace {
 
 /// Why the named folders can't be read; nothing when they can.
-std::optional<std::string> problemOf(const std::vector<std::string> &folders)
+std::optional<QString> problemOf(const std::vector<std::string> &folders)
 {
     for (const std::string &folder : folders) {
-        const QFileInfo info(QString::fromStdString(folder));
+        const QString path = QString::fromStdString(folder);
+        const QFileInfo info(path);
         if (!info.exists())
-            return "--calendars: there is no folder \"" + folder + "\"; name one that holds iCalendar files";
+            return CommandLineTexts::tr(
+                       "--calendars: there is no folder \"%1\"; name one that holds iCalendar files")
+                .arg(path);
         if (!info.isDir())
-            return "--calendars: \"" + folder + "\" is no folder; name the folder that holds it";
+            return CommandLineTexts::tr("--calendars: \"%1\" is no folder; name the folder that holds it")
+                .arg(path);
         if (!info.isReadable() || !info.isExecutable())
-            return "--calendars: \"" + folder + "\" can't be read; check its permissions";
+            return CommandLineTexts::tr("--calendars: \"%1\" can't be read; check its permissions").arg(path);
     }
     return std::nullopt;
 }
@@ -48,13 +53,13 @@ int show(const QJsonObject &agenda, const AgendaRequest &request)
     if (request.json)
         print(QJsonDocument(agenda).toJson(QJsonDocument::Indented));
     if (authorization == QLatin1String("notDetermined")) {
-        complain("no access to your calendars yet; `mivora access allow` gives it");
+        complain(CommandLineTexts::tr("no access to your calendars yet; `mivora access allow` gives it"));
         return exitCouldNot;
     }
     if (authorization == QLatin1String("denied")) {
-        complain(
+        complain(CommandLineTexts::tr(
             "no calendars can be read; add one to the desktop's calendar, put a folder of iCalendar files at "
-            "~/.calendars, or name one with --calendars DIR or $MIVORA_CALENDARS");
+            "~/.calendars, or name one with --calendars DIR or $MIVORA_CALENDARS"));
         return exitCouldNot;
     }
     if (!request.json)
@@ -94,7 +99,7 @@ int runAgenda(const AgendaRequest &request)
     }
     CalendarSession session(options);
     if (!session.load())
-        complain("the calendars took too long to load; what is shown is not all");
+        complain(CommandLineTexts::tr("the calendars took too long to load; what is shown is not all"));
     return show(session.agenda(), request);
 }
 

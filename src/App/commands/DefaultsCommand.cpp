@@ -1,5 +1,6 @@
 #include "App/commands/DefaultsCommand.h"
 
+#include "App/CommandLineTexts.h"
 #include "App/Output.h"
 #include "Platform/DefaultsStore.h"
 #include "Preferences/Settings.h"
@@ -25,12 +26,17 @@ const Setting *settingNamed(const std::string &key)
     return found == settings.end() ? nullptr : &*found;
 }
 
-std::string allKeys()
+QString allKeys()
 {
     QStringList keys;
     for (const Setting &setting : allSettings())
         keys.append(setting.key);
-    return keys.join(QLatin1String(", ")).toStdString();
+    return keys.join(QLatin1String(", "));
+}
+
+void complainOfKey(const std::string &key)
+{
+    complain(CommandLineTexts::tr("KEY: expected one of %1, got \"%2\"").arg(allKeys(), qString(key)));
 }
 
 template<typename T> QJsonValue valueOr(const std::optional<T> &stored, const QJsonValue &fallback)
@@ -84,12 +90,12 @@ int read(const std::string &key, const DefaultsStore &store)
 {
     const Setting *setting = settingNamed(key);
     if (!setting) {
-        complain("KEY: expected one of " + allKeys() + ", got \"" + key + '"');
+        complainOfKey(key);
         return exitBadArguments;
     }
     const QJsonValue value = currentValue(*setting, store);
     if (value.isUndefined()) {
-        complain(key + " is not set");
+        complain(CommandLineTexts::tr("%1 is not set").arg(qString(key)));
         return exitCouldNot;
     }
     print(printed(value) + '\n');
@@ -130,32 +136,32 @@ bool store(const Setting &setting, const QString &text, DefaultsStore &store)
     return false;
 }
 
-const char *expectedForm(SettingType type)
+QString expectedForm(SettingType type)
 {
     switch (type) {
     case SettingType::boolean:
-        return "true or false";
+        return CommandLineTexts::tr("true or false");
     case SettingType::integer:
-        return "a whole number";
+        return CommandLineTexts::tr("a whole number");
     case SettingType::stringList:
-        return "a JSON array of strings";
+        return CommandLineTexts::tr("a JSON array of strings");
     case SettingType::string:
     case SettingType::data:
         break;
     }
-    return "a text";
+    return CommandLineTexts::tr("a text");
 }
 
 int write(const DefaultsRequest &request, DefaultsStore &defaults)
 {
     const Setting *setting = settingNamed(request.key);
     if (!setting) {
-        complain("KEY: expected one of " + allKeys() + ", got \"" + request.key + '"');
+        complainOfKey(request.key);
         return exitBadArguments;
     }
     if (!store(*setting, qString(request.value), defaults)) {
-        complain("VALUE of " + request.key + ": expected " + expectedForm(setting->type) + ", got \"" +
-                 request.value + '"');
+        complain(CommandLineTexts::tr("VALUE of %1: expected %2, got \"%3\"")
+                     .arg(qString(request.key), expectedForm(setting->type), qString(request.value)));
         return exitBadArguments;
     }
     return exitDone;
@@ -164,7 +170,7 @@ int write(const DefaultsRequest &request, DefaultsStore &defaults)
 int remove(const std::string &key, DefaultsStore &store)
 {
     if (!settingNamed(key) && !store.keys().contains(qString(key))) {
-        complain("KEY: expected one of " + allKeys() + ", got \"" + key + '"');
+        complainOfKey(key);
         return exitBadArguments;
     }
     store.remove(qString(key));
@@ -194,7 +200,7 @@ int runDefaults(const DefaultsRequest &request, DefaultsStore &store)
     QObject context;
     QObject::connect(&store, &DefaultsStore::writeFailed, &context, [&failed](const QString &reason) {
         failed = true;
-        complain(reason.toStdString());
+        complain(reason);
     });
     const int status = perform(request, store);
     return failed ? exitCouldNot : status;

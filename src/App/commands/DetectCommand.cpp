@@ -1,7 +1,9 @@
 #include "App/commands/DetectCommand.h"
 
 #include "App/AgendaJson.h"
+#include "App/CommandLineTexts.h"
 #include "App/Output.h"
+#include "MeetingTexts/ServiceName.h"
 #include "Meetings/JoinLinkDetector.h"
 
 #include <QJsonDocument>
@@ -13,7 +15,7 @@ namespace {
 
 std::string plainText(const JoinLink &link)
 {
-    std::string text = std::string(displayName(link.service)) + '\n' + link.webURL.text() + '\n';
+    std::string text = serviceName(link.service).toStdString() + '\n' + link.webURL.text() + '\n';
     if (link.nativeURL)
         text += link.nativeURL->text() + '\n';
     return text;
@@ -30,7 +32,7 @@ int runDetect(const DetectRequest &request)
         return exitDone;
     }
     if (!link) {
-        complain("no join link found: none of the texts holds an https link");
+        complain(CommandLineTexts::tr("no join link found: none of the texts holds an https link"));
         return exitCouldNot;
     }
     print(plainText(*link));

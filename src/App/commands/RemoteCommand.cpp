@@ -1,5 +1,6 @@
 #include "App/commands/RemoteCommand.h"
 
+#include "App/CommandLineTexts.h"
 #include "App/Output.h"
 #include "App/RunningInstance.h"
 
@@ -9,13 +10,13 @@ int runRemote(const RemoteRequest &request)
 {
     const RunningInstance instance;
     if (!instance.isThere()) {
-        complain("Mivora is not running; start it with `mivora`");
+        complain(CommandLineTexts::tr("Mivora is not running; start it with `mivora`"));
         return exitCouldNot;
     }
     const auto failure =
         instance.perform(QString::fromStdString(request.action), QString::fromStdString(request.page));
     if (failure)
-        complain(failure->toStdString());
+        complain(*failure);
     return failure ? exitCouldNot : exitDone;
 }
 

@@ -1,5 +1,6 @@
 #include "Platform/linux/AtomicFile.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -26,7 +27,7 @@ std::optional<QString> replaceFile(const QString &path, const QByteArray &conten
 {
     const QString folder = QFileInfo(path).absolutePath();
     if (!QDir().mkpath(folder))
-        return folder % QLatin1String(": cannot be created");
+        return QCoreApplication::translate("Files", "%1: cannot be created").arg(folder);
     // Unbuffered and synced by hand: QSaveFile::commit() overlooks what goes wrong when it empties its
     // buffer, and would put half a file in place on a full disk.
     QSaveFile file(path);

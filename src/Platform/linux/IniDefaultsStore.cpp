@@ -4,6 +4,7 @@
 #include "Platform/linux/FileLock.h"
 #include "Platform/linux/IniValue.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
@@ -117,7 +118,7 @@ std::optional<QString> IniDefaultsStore::save()
 {
     const QString folder = QFileInfo(m_path).absolutePath();
     if (!QDir().mkpath(folder))
-        return folder % QLatin1String(": cannot be created");
+        return QCoreApplication::translate("Files", "%1: cannot be created").arg(folder);
     const FileLock lock(lockPath(m_path));
     if (!lock.error().isEmpty())
         return m_path % QLatin1String(": ") % lock.error();

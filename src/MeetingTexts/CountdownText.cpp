@@ -1,0 +1,40 @@
+#include "MeetingTexts/CountdownText.h"
+
+#include "Meetings/Countdown.h"
+
+#include <QCoreApplication>
+
+namespace mivora {
+
+namespace {
+
+/// The context of the texts for translators.
+struct CountdownTexts
+{
+    Q_DECLARE_TR_FUNCTIONS(Countdown)
+};
+
+} // namespace
+
+QString countdownText(Seconds left)
+{
+    const Countdown time = countdown(left);
+    if (time.isNow())
+        return CountdownTexts::tr("now");
+    if (time.hours == 0)
+        return CountdownTexts::tr("%1m").arg(time.minutes);
+    if (time.minutes == 0)
+        return CountdownTexts::tr("%1h").arg(time.hours);
+    return CountdownTexts::tr("%1h %2m").arg(time.hours).arg(time.minutes);
+}
+
+QString shortCountdownText(Seconds left)
+{
+    const Countdown time = countdown(left);
+    if (time.isNow())
+        return CountdownTexts::tr("now", "in a small icon");
+    return time.hours == 0 ? CountdownTexts::tr("%1m", "in a small icon").arg(time.minutes)
+                           : CountdownTexts::tr("%1h", "in a small icon").arg(time.hours);
+}
+
+} // namespace mivora

@@ -1,0 +1,984 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>AccountsHint</name>
+    <message>
+        <source>Internet Accounts</source>
+        <translation>Internetkonten</translation>
+    </message>
+    <message>
+        <source>Using Google or Outlook? Add the account in %1 and its calendars show up here.</source>
+        <translation>Sie nutzen Google oder Outlook? Fügen Sie das Konto unter %1 hinzu, dann erscheinen seine Kalender hier.</translation>
+    </message>
+</context>
+<context>
+    <name>Agenda</name>
+    <message>
+        <source>No more meetings today</source>
+        <translation>Heute keine weiteren Termine</translation>
+    </message>
+    <message>
+        <source>Tomorrow</source>
+        <translation>Morgen</translation>
+    </message>
+    <message>
+        <source>Next: %1</source>
+        <translation>Als Nächstes: %1</translation>
+    </message>
+    <message>
+        <source>Join: %1</source>
+        <translation>Beitreten: %1</translation>
+    </message>
+</context>
+<context>
+    <name>AlertView</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>Application</name>
+    <message>
+        <source>Join the next meeting</source>
+        <translation>Dem nächsten Termin beitreten</translation>
+    </message>
+</context>
+<context>
+    <name>BrowserSection</name>
+    <message>
+        <source>Open in the browser instead of the app</source>
+        <translation>Im Browser statt in der App öffnen</translation>
+    </message>
+    <message>
+        <source>By default Join opens the Zoom or Teams app when it&apos;s installed, so there&apos;s no browser interstitial.</source>
+        <translation>Normalerweise öffnet „Beitreten“ die App von Zoom oder Teams, sofern sie installiert ist. So entfällt der Umweg über den Browser.</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Zoom</translation>
+    </message>
+    <message>
+        <source>Microsoft Teams</source>
+        <translation>Microsoft Teams</translation>
+    </message>
+</context>
+<context>
+    <name>CalendarListFooter</name>
+    <message>
+        <source>Google or Outlook calendar missing? Add the account under System Settings → Internet Accounts and it appears here.</source>
+        <translation>Fehlt ein Kalender von Google oder Outlook? Fügen Sie das Konto unter Systemeinstellungen → Internetkonten hinzu, dann erscheint er hier.</translation>
+    </message>
+</context>
+<context>
+    <name>CalendarStep</name>
+    <message>
+        <source>Let Mivora read your calendar</source>
+        <translation>Mivora Ihren Kalender lesen lassen</translation>
+    </message>
+    <message>
+        <source>Mivora needs Full Access to see your meetings and their Join links. It reads them on this Mac and never stores or uploads anything.</source>
+        <translation>Mivora braucht vollen Zugriff, um Ihre Termine und deren Beitrittslinks zu sehen. Gelesen wird nur auf diesem Computer; nichts wird gespeichert oder hochgeladen.</translation>
+    </message>
+    <message>
+        <source>Allow Calendar Access</source>
+        <translation>Kalenderzugriff erlauben</translation>
+    </message>
+    <message>
+        <source>Access granted</source>
+        <translation>Zugriff erlaubt</translation>
+    </message>
+    <message>
+        <source>Open System Settings</source>
+        <translation>Systemeinstellungen öffnen</translation>
+    </message>
+    <message>
+        <source>Turn on Mivora under Privacy &amp; Security → Calendars, then come back here.</source>
+        <translation>Schalten Sie Mivora unter Datenschutz &amp; Sicherheit → Kalender ein und kommen Sie dann hierher zurück.</translation>
+    </message>
+</context>
+<context>
+    <name>CalendarsPage</name>
+    <message>
+        <source>Calendar access</source>
+        <translation>Kalenderzugriff</translation>
+    </message>
+    <message>
+        <source>Mivora can&apos;t read your calendars until you allow it under Privacy &amp; Security → Calendars.</source>
+        <translation>Mivora kann Ihre Kalender erst lesen, wenn Sie es unter Datenschutz &amp; Sicherheit → Kalender erlauben.</translation>
+    </message>
+    <message>
+        <source>Open System Settings…</source>
+        <translation>Systemeinstellungen öffnen&#xa0;…</translation>
+    </message>
+</context>
+<context>
+    <name>CommandLine</name>
+    <message>
+        <source>Print today&apos;s meetings, the next one and its countdown</source>
+        <translation>Die Termine von heute, den nächsten und die Zeit bis dahin ausgeben</translation>
+    </message>
+    <message>
+        <source>Print one JSON object (with --follow, one a line)</source>
+        <translation>Ein JSON-Objekt ausgeben (mit --follow eines je Zeile)</translation>
+    </message>
+    <message>
+        <source>Go on and print a line whenever something changes</source>
+        <translation>Weiterlaufen und bei jeder Änderung eine Zeile ausgeben</translation>
+    </message>
+    <message>
+        <source>expected an RFC 3339 time such as %1, got &quot;%2&quot;</source>
+        <translation>erwartet wird eine Zeit nach RFC&#xa0;3339 wie %1, angegeben ist „%2“</translation>
+    </message>
+    <message>
+        <source>Show the agenda of this time (RFC 3339)</source>
+        <translation>Die Termine zu dieser Zeit zeigen (RFC&#xa0;3339)</translation>
+    </message>
+    <message>
+        <source>Read this folder of iCalendar files instead of your own</source>
+        <translation>Diesen Ordner mit iCalendar-Dateien anstelle Ihrer Kalender lesen</translation>
+    </message>
+    <message>
+        <source>Print the join link of an event&apos;s texts</source>
+        <translation>Den Beitrittslink in den Texten eines Termins ausgeben</translation>
+    </message>
+    <message>
+        <source>Print a JSON object, or null</source>
+        <translation>Ein JSON-Objekt oder null ausgeben</translation>
+    </message>
+    <message>
+        <source>The event&apos;s URL</source>
+        <translation>Die URL des Termins</translation>
+    </message>
+    <message>
+        <source>The event&apos;s location</source>
+        <translation>Der Ort des Termins</translation>
+    </message>
+    <message>
+        <source>The event&apos;s notes</source>
+        <translation>Die Notizen des Termins</translation>
+    </message>
+    <message>
+        <source>Join the meeting of the panel, or else the next one with a link</source>
+        <translation>Dem Termin im Beitrittsfenster beitreten, sonst dem nächsten mit Link</translation>
+    </message>
+    <message>
+        <source>Hide the panel for a minute</source>
+        <translation>Das Beitrittsfenster eine Minute lang ausblenden</translation>
+    </message>
+    <message>
+        <source>Hide the panel of this meeting</source>
+        <translation>Das Beitrittsfenster dieses Termins ausblenden</translation>
+    </message>
+    <message>
+        <source>Copy the join link of the meeting that would be joined</source>
+        <translation>Den Link des Termins kopieren, dem beigetreten würde</translation>
+    </message>
+    <message>
+        <source>Open the settings</source>
+        <translation>Die Einstellungen öffnen</translation>
+    </message>
+    <message>
+        <source>The page to open</source>
+        <translation>Die Seite, die geöffnet werden soll</translation>
+    </message>
+    <message>
+        <source>End the running program</source>
+        <translation>Das laufende Programm beenden</translation>
+    </message>
+    <message>
+        <source>Read and write the settings store; lists are JSON arrays</source>
+        <translation>Gespeicherte Einstellungen lesen und schreiben; Listen sind JSON-Arrays</translation>
+    </message>
+    <message>
+        <source>The setting&apos;s key</source>
+        <translation>Der Schlüssel der Einstellung</translation>
+    </message>
+    <message>
+        <source>Print all settings</source>
+        <translation>Alle Einstellungen ausgeben</translation>
+    </message>
+    <message>
+        <source>Print one setting</source>
+        <translation>Eine Einstellung ausgeben</translation>
+    </message>
+    <message>
+        <source>Set one setting</source>
+        <translation>Eine Einstellung setzen</translation>
+    </message>
+    <message>
+        <source>The new value</source>
+        <translation>Der neue Wert</translation>
+    </message>
+    <message>
+        <source>Remove one setting, so that its default holds</source>
+        <translation>Eine Einstellung entfernen, sodass ihre Vorgabe gilt</translation>
+    </message>
+    <message>
+        <source>Show, give or take back the permission to read your calendars</source>
+        <translation>Die Erlaubnis, Ihre Kalender zu lesen, anzeigen, erteilen oder entziehen</translation>
+    </message>
+    <message>
+        <source>Print granted, denied or notDetermined</source>
+        <translation>granted, denied oder notDetermined ausgeben</translation>
+    </message>
+    <message>
+        <source>Let Mivora read your calendars</source>
+        <translation>Mivora das Lesen Ihrer Kalender erlauben</translation>
+    </message>
+    <message>
+        <source>Forget the permission</source>
+        <translation>Die Erlaubnis vergessen</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>Optionen</translation>
+    </message>
+    <message>
+        <source>Usage</source>
+        <translation>Aufruf</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was not expected; expected %2</source>
+        <translation>„%1“ wurde nicht erwartet; möglich sind %2</translation>
+    </message>
+    <message>
+        <source>%1: expected one of %2</source>
+        <translation>%1: erwartet wird eines von %2</translation>
+    </message>
+    <message>
+        <source>Print the version and end</source>
+        <translation>Die Version ausgeben und beenden</translation>
+    </message>
+    <message>
+        <source>Print this help and end</source>
+        <translation>Diese Hilfe ausgeben und beenden</translation>
+    </message>
+    <message>
+        <source>Start for the session bus, which asks for what it wants then</source>
+        <translation>Für den Sitzungsbus starten, der danach sagt, was er möchte</translation>
+    </message>
+    <message>
+        <source>%1 (mivora --help lists the arguments)</source>
+        <translation>%1 (mivora --help führt die Argumente auf)</translation>
+    </message>
+    <message>
+        <source>%1 can&apos;t be written; check the folder&apos;s permissions</source>
+        <translation>%1 kann nicht geschrieben werden; prüfen Sie die Rechte des Ordners</translation>
+    </message>
+    <message>
+        <source>--calendars: there is no folder &quot;%1&quot;; name one that holds iCalendar files</source>
+        <translation>--calendars: Es gibt keinen Ordner „%1“; geben Sie einen mit iCalendar-Dateien an</translation>
+    </message>
+    <message>
+        <source>--calendars: &quot;%1&quot; is no folder; name the folder that holds it</source>
+        <translation>--calendars: „%1“ ist kein Ordner; geben Sie den Ordner an, der die Datei enthält</translation>
+    </message>
+    <message>
+        <source>--calendars: &quot;%1&quot; can&apos;t be read; check its permissions</source>
+        <translation>--calendars: „%1“ kann nicht gelesen werden; prüfen Sie die Rechte</translation>
+    </message>
+    <message>
+        <source>no access to your calendars yet; `mivora access allow` gives it</source>
+        <translation>noch kein Zugriff auf Ihre Kalender; `mivora access allow` erteilt ihn</translation>
+    </message>
+    <message>
+        <source>no calendars can be read; add one to the desktop&apos;s calendar, put a folder of iCalendar files at ~/.calendars, or name one with --calendars DIR or $MIVORA_CALENDARS</source>
+        <translation>es können keine Kalender gelesen werden; fügen Sie dem Kalender der Arbeitsumgebung einen hinzu, legen Sie unter ~/.calendars einen Ordner mit iCalendar-Dateien an oder geben Sie einen mit --calendars DIR oder $MIVORA_CALENDARS an</translation>
+    </message>
+    <message>
+        <source>the calendars took too long to load; what is shown is not all</source>
+        <translation>das Laden der Kalender hat zu lange gedauert; es wird nicht alles angezeigt</translation>
+    </message>
+    <message>
+        <source>KEY: expected one of %1, got &quot;%2&quot;</source>
+        <translation>KEY: erwartet wird eines von %1, angegeben ist „%2“</translation>
+    </message>
+    <message>
+        <source>%1 is not set</source>
+        <translation>%1 ist nicht gesetzt</translation>
+    </message>
+    <message>
+        <source>true or false</source>
+        <translation>true oder false</translation>
+    </message>
+    <message>
+        <source>a whole number</source>
+        <translation>eine ganze Zahl</translation>
+    </message>
+    <message>
+        <source>a JSON array of strings</source>
+        <translation>ein JSON-Array aus Zeichenketten</translation>
+    </message>
+    <message>
+        <source>a text</source>
+        <translation>ein Text</translation>
+    </message>
+    <message>
+        <source>VALUE of %1: expected %2, got &quot;%3&quot;</source>
+        <translation>VALUE von %1: erwartet wird %2, angegeben ist „%3“</translation>
+    </message>
+    <message>
+        <source>no join link found: none of the texts holds an https link</source>
+        <translation>kein Beitrittslink gefunden: keiner der Texte enthält einen https-Link</translation>
+    </message>
+    <message>
+        <source>Mivora is not running; start it with `mivora`</source>
+        <translation>Mivora läuft nicht; starten Sie es mit `mivora`</translation>
+    </message>
+    <message>
+        <source>Mivora runs already but does not answer; end it with `pkill -x mivora` and start it again</source>
+        <translation>Mivora läuft bereits, antwortet aber nicht; beenden Sie es mit `pkill -x mivora` und starten Sie es neu</translation>
+    </message>
+    <message>
+        <source>there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set</source>
+        <translation>es gibt keinen Bildschirm: weder DISPLAY noch WAYLAND_DISPLAY ist gesetzt</translation>
+    </message>
+    <message>
+        <source>Shows a countdown to your next meeting and joins it.
+Without a command: start, or open the settings of the one that runs.
+
+Calendars are read from your desktop&apos;s accounts and from folders of iCalendar files:
+$MIVORA_CALENDARS (separated by colons), or ~/.calendars and ~/.local/share/calendars.</source>
+        <translation>Zeigt die Zeit bis zu Ihrem nächsten Termin und tritt ihm bei.
+Ohne Befehl: starten oder die Einstellungen des laufenden Programms öffnen.
+
+Kalender werden aus den Konten Ihrer Arbeitsumgebung und aus Ordnern mit iCalendar-Dateien gelesen:
+$MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local/share/calendars.</translation>
+    </message>
+    <message>
+        <source>OPTIONS</source>
+        <translation>OPTIONEN</translation>
+    </message>
+    <message>
+        <source>SUBCOMMAND</source>
+        <translation>BEFEHL</translation>
+    </message>
+    <message>
+        <source>Subcommands</source>
+        <translation>Befehle</translation>
+    </message>
+</context>
+<context>
+    <name>Countdown</name>
+    <message>
+        <source>now</source>
+        <translation>jetzt</translation>
+    </message>
+    <message>
+        <source>%1m</source>
+        <translation>%1&#xa0;min</translation>
+    </message>
+    <message>
+        <source>%1h</source>
+        <translation>%1&#xa0;h</translation>
+    </message>
+    <message>
+        <source>%1h %2m</source>
+        <translation>%1&#xa0;h %2&#xa0;min</translation>
+    </message>
+    <message>
+        <source>now</source>
+        <comment>in a small icon</comment>
+        <translation>jetzt</translation>
+    </message>
+    <message>
+        <source>%1m</source>
+        <comment>in a small icon</comment>
+        <translation>%1m</translation>
+    </message>
+    <message>
+        <source>%1h</source>
+        <comment>in a small icon</comment>
+        <translation>%1h</translation>
+    </message>
+</context>
+<context>
+    <name>Files</name>
+    <message>
+        <source>%1: cannot be created</source>
+        <translation>%1: kann nicht angelegt werden</translation>
+    </message>
+</context>
+<context>
+    <name>FirstMeetingStep</name>
+    <message>
+        <source>Here&apos;s your next meeting</source>
+        <translation>Das ist Ihr nächster Termin</translation>
+    </message>
+    <message>
+        <source>No meetings today</source>
+        <translation>Heute keine Termine</translation>
+    </message>
+    <message>
+        <source>You&apos;re all set. The countdown appears in the menu bar as soon as something is on your calendar.</source>
+        <translation>Alles ist eingerichtet. Der Countdown erscheint in der Menüleiste, sobald etwas in Ihrem Kalender steht.</translation>
+    </message>
+    <message>
+        <source>The countdown is in your menu bar from now on.</source>
+        <translation>Der Countdown steht ab jetzt in Ihrer Menüleiste.</translation>
+    </message>
+    <message>
+        <source>A minute before it starts, the Join panel appears. Change the lead time in Settings.</source>
+        <translation>Eine Minute vor Beginn erscheint das Beitrittsfenster. Die Vorlaufzeit ändern Sie in den Einstellungen.</translation>
+    </message>
+    <message>
+        <source>A minute before each meeting, the Join panel appears. Change the lead time in Settings.</source>
+        <translation>Eine Minute vor jedem Termin erscheint das Beitrittsfenster. Die Vorlaufzeit ändern Sie in den Einstellungen.</translation>
+    </message>
+</context>
+<context>
+    <name>GeneralPage</name>
+    <message>
+        <source>Menu bar</source>
+        <translation>Menüleiste</translation>
+    </message>
+    <message>
+        <source>Show the next meeting in the menu bar</source>
+        <translation>Nächsten Termin in der Menüleiste anzeigen</translation>
+    </message>
+    <message>
+        <source>Off: only the icon, the menu still lists your meetings.</source>
+        <translation>Aus: nur das Symbol; das Menü führt Ihre Termine weiterhin auf.</translation>
+    </message>
+    <message>
+        <source>Title length</source>
+        <translation>Titellänge</translation>
+    </message>
+    <message>
+        <source>Launch at login</source>
+        <translation>Beim Anmelden starten</translation>
+    </message>
+    <message>
+        <source>Start Mivora quietly when you log in.</source>
+        <translation>Startet Mivora im Hintergrund, wenn Sie sich anmelden.</translation>
+    </message>
+    <message>
+        <source>Before a meeting</source>
+        <translation>Vor einem Termin</translation>
+    </message>
+    <message>
+        <source>Show the Join panel</source>
+        <translation>Beitrittsfenster anzeigen</translation>
+    </message>
+    <message>
+        <source>Panel position</source>
+        <translation>Position des Fensters</translation>
+    </message>
+    <message>
+        <source>Also remind me for meetings without a link</source>
+        <translation>Auch an Termine ohne Link erinnern</translation>
+    </message>
+    <message>
+        <source>In-person meetings and calls show the panel too, without a Join button.</source>
+        <translation>Das Fenster erscheint auch bei Treffen vor Ort und Anrufen, dann ohne die Schaltfläche „Beitreten“.</translation>
+    </message>
+    <message>
+        <source>Shortcut</source>
+        <translation>Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>Join the next meeting with a shortcut</source>
+        <translation>Dem nächsten Termin per Tastenkürzel beitreten</translation>
+    </message>
+    <message>
+        <source>Works from any app.</source>
+        <translation>Funktioniert in jeder App.</translation>
+    </message>
+    <message>
+        <source>When it starts</source>
+        <translation>Zu Beginn</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n minute(s) before</source>
+        <translation>
+            <numerusform>%n Minute vorher</numerusform>
+            <numerusform>%n Minuten vorher</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Top right</source>
+        <translation>Oben rechts</translation>
+    </message>
+    <message>
+        <source>Top left</source>
+        <translation>Oben links</translation>
+    </message>
+    <message>
+        <source>Bottom right</source>
+        <translation>Unten rechts</translation>
+    </message>
+    <message>
+        <source>Bottom left</source>
+        <translation>Unten links</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n character(s)</source>
+        <translation>
+            <numerusform>%n Zeichen</numerusform>
+            <numerusform>%n Zeichen</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>HotKeyRecorder</name>
+    <message>
+        <source>Press a shortcut…</source>
+        <translation>Tastenkürzel drücken&#xa0;…</translation>
+    </message>
+</context>
+<context>
+    <name>JoinPanel</name>
+    <message>
+        <source>Starts in %1</source>
+        <translation>Beginnt in %1</translation>
+    </message>
+    <message>
+        <source>Started %1m ago</source>
+        <translation>Vor %1&#xa0;min begonnen</translation>
+    </message>
+    <message>
+        <source>Starting now</source>
+        <translation>Beginnt jetzt</translation>
+    </message>
+</context>
+<context>
+    <name>JoinPanelView</name>
+    <message>
+        <source>Join</source>
+        <translation>Beitreten</translation>
+    </message>
+    <message>
+        <source>Snooze 1 min</source>
+        <translation>1&#xa0;min später</translation>
+    </message>
+    <message>
+        <source>Dismiss</source>
+        <translation>Ausblenden</translation>
+    </message>
+</context>
+<context>
+    <name>KeyboardLayout</name>
+    <message>
+        <source>Space</source>
+        <comment>the key</comment>
+        <translation>Leertaste</translation>
+    </message>
+</context>
+<context>
+    <name>MenuBarMock</name>
+    <message>
+        <source>The countdown in the menu bar, and the Join panel under it</source>
+        <translation>Der Countdown in der Menüleiste und darunter das Beitrittsfenster</translation>
+    </message>
+    <message>
+        <source>Design review · 2m</source>
+        <translation>Entwurfsbesprechung · 2&#xa0;min</translation>
+    </message>
+    <message>
+        <source>Design review</source>
+        <translation>Entwurfsbesprechung</translation>
+    </message>
+    <message>
+        <source>Starts in 2m · Zoom</source>
+        <translation>Beginnt in 2&#xa0;min · Zoom</translation>
+    </message>
+    <message>
+        <source>Join</source>
+        <translation>Beitreten</translation>
+    </message>
+    <message>
+        <source>Snooze 1 min</source>
+        <translation>1&#xa0;min später</translation>
+    </message>
+</context>
+<context>
+    <name>Onboarding</name>
+    <message>
+        <source>Welcome to Mivora</source>
+        <translation>Willkommen bei Mivora</translation>
+    </message>
+    <message>
+        <source>Start Using Mivora</source>
+        <translation>Mivora verwenden</translation>
+    </message>
+</context>
+<context>
+    <name>OnboardingView</name>
+    <message>
+        <source>Skip for now</source>
+        <translation>Vorerst überspringen</translation>
+    </message>
+</context>
+<context>
+    <name>PageDots</name>
+    <message>
+        <source>Step %1 of %2</source>
+        <translation>Schritt %1 von %2</translation>
+    </message>
+</context>
+<context>
+    <name>Service</name>
+    <message>
+        <source>Link</source>
+        <comment>a meeting&apos;s link to a service without a name</comment>
+        <translation>Link</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsPage</name>
+    <message>
+        <source>General</source>
+        <translation>Allgemein</translation>
+    </message>
+    <message>
+        <source>Calendars</source>
+        <translation>Kalender</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsSidebar</name>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+</context>
+<context>
+    <name>StatusItem</name>
+    <message>
+        <source>Mivora needs Calendar access</source>
+        <translation>Mivora braucht Zugriff auf den Kalender</translation>
+    </message>
+</context>
+<context>
+    <name>StatusMenu</name>
+    <message>
+        <source>now</source>
+        <comment>of a meeting that is running</comment>
+        <translation>läuft</translation>
+    </message>
+    <message>
+        <source>No more meetings today</source>
+        <translation>Heute keine weiteren Termine</translation>
+    </message>
+    <message>
+        <source>Tomorrow</source>
+        <translation>Morgen</translation>
+    </message>
+    <message>
+        <source>Allow Calendar access…</source>
+        <translation>Kalenderzugriff erlauben&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Calendar access needed…</source>
+        <translation>Kalenderzugriff erforderlich&#xa0;…</translation>
+    </message>
+    <message>
+        <source>No calendars selected — open Settings…</source>
+        <translation>Keine Kalender ausgewählt – Einstellungen öffnen&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Join Next Meeting</source>
+        <translation>Dem nächsten Termin beitreten</translation>
+    </message>
+    <message>
+        <source>Settings…</source>
+        <translation>Einstellungen&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Check for Updates…</source>
+        <translation>Nach Aktualisierungen suchen&#xa0;…</translation>
+    </message>
+    <message>
+        <source>More Kelo apps…</source>
+        <translation>Weitere Apps von Kelo&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Quit Mivora</source>
+        <translation>Mivora beenden</translation>
+    </message>
+</context>
+<context>
+    <name>Updates</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>No update feed configured</source>
+        <translation>Keine Aktualisierungsquelle eingerichtet</translation>
+    </message>
+    <message>
+        <source>This build of %1 has no update feed configured, so it can&apos;t look for new versions itself. Get them from where you got this one.</source>
+        <translation>In dieser Ausgabe von %1 ist keine Aktualisierungsquelle eingerichtet, daher kann sie nicht selbst nach neuen Versionen suchen. Beziehen Sie diese von dort, woher Sie die jetzige haben.</translation>
+    </message>
+    <message>
+        <source>Checking for updates…</source>
+        <translation>Nach Aktualisierungen wird gesucht&#xa0;…</translation>
+    </message>
+    <message>
+        <source>You&apos;re up to date</source>
+        <translation>Alles ist auf dem neuesten Stand</translation>
+    </message>
+    <message>
+        <source>%1 %2 is the newest version.</source>
+        <translation>%1 %2 ist die neueste Version.</translation>
+    </message>
+    <message>
+        <source>No newer version for this system</source>
+        <translation>Keine neuere Version für dieses System</translation>
+    </message>
+    <message>
+        <source>You have %1 %2. Version %3 needs a newer system.</source>
+        <translation>Sie haben %1 %2. Version %3 benötigt ein neueres System.</translation>
+    </message>
+    <message>
+        <source>A new version of %1 is available</source>
+        <translation>Eine neue Version von %1 ist verfügbar</translation>
+    </message>
+    <message>
+        <source>%1 %2 can be downloaded (%3). You have %4.</source>
+        <translation>%1 %2 kann heruntergeladen werden (%3). Sie haben %4.</translation>
+    </message>
+    <message>
+        <source>Download</source>
+        <translation>Herunterladen</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>Später</translation>
+    </message>
+    <message>
+        <source>Downloading %1 %2…</source>
+        <translation>%1 %2 wird heruntergeladen&#xa0;…</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>Verifying the signature…</source>
+        <translation>Signatur wird geprüft&#xa0;…</translation>
+    </message>
+    <message>
+        <source>%1 %2 is ready to install</source>
+        <translation>%1 %2 kann installiert werden</translation>
+    </message>
+    <message>
+        <source>The package is signed by the makers of %1. Open it to install it with your system&apos;s installer, then start %1 again.</source>
+        <translation>Das Paket ist von den Herstellern von %1 signiert. Öffnen Sie es, um es mit der Paketverwaltung Ihres Systems zu installieren, und starten Sie %1 danach neu.</translation>
+    </message>
+    <message>
+        <source>Open Package</source>
+        <translation>Paket öffnen</translation>
+    </message>
+    <message>
+        <source>Show in Folder</source>
+        <translation>Im Ordner zeigen</translation>
+    </message>
+    <message>
+        <source>The package is downloaded</source>
+        <translation>Das Paket ist heruntergeladen</translation>
+    </message>
+    <message>
+        <source>No program was found to open it with. You find it here: %1</source>
+        <translation>Es wurde kein Programm gefunden, das es öffnen kann. Sie finden es hier: %1</translation>
+    </message>
+    <message>
+        <source>A part of %1 is missing. Install %1 again.</source>
+        <translation>Ein Teil von %1 fehlt. Installieren Sie %1 neu.</translation>
+    </message>
+    <message>
+        <source>This build of %1 has no valid key to verify updates with. Get new versions from where you got this one.</source>
+        <translation>Diese Ausgabe von %1 hat keinen gültigen Schlüssel, um Aktualisierungen zu prüfen. Beziehen Sie neue Versionen von dort, woher Sie diese haben.</translation>
+    </message>
+    <message>
+        <source>The update server can&apos;t be reached. Check your internet connection, then try again.</source>
+        <translation>Der Aktualisierungsserver ist nicht erreichbar. Prüfen Sie Ihre Internetverbindung und versuchen Sie es dann erneut.</translation>
+    </message>
+    <message>
+        <source>The update server took too long to answer. Try again later.</source>
+        <translation>Der Aktualisierungsserver hat nicht rechtzeitig geantwortet. Versuchen Sie es später erneut.</translation>
+    </message>
+    <message>
+        <source>The update server answered with an error. Try again later.</source>
+        <translation>Der Aktualisierungsserver hat mit einem Fehler geantwortet. Versuchen Sie es später erneut.</translation>
+    </message>
+    <message>
+        <source>The update server uses an insecure connection, so nothing was downloaded from it. Get new versions from the website of %1.</source>
+        <translation>Der Aktualisierungsserver verwendet eine unsichere Verbindung, daher wurde nichts heruntergeladen. Beziehen Sie neue Versionen von der Website von %1.</translation>
+    </message>
+    <message>
+        <source>The update server couldn&apos;t prove that it is genuine. Check the date of your computer, or try again on another network.</source>
+        <translation>Der Aktualisierungsserver konnte seine Echtheit nicht nachweisen. Prüfen Sie das Datum Ihres Computers oder versuchen Sie es in einem anderen Netzwerk erneut.</translation>
+    </message>
+    <message>
+        <source>The list of versions can&apos;t be read. Try again later.</source>
+        <translation>Die Liste der Versionen ist nicht lesbar. Versuchen Sie es später erneut.</translation>
+    </message>
+    <message>
+        <source>The list of versions is too large to be genuine. Try again later.</source>
+        <translation>Die Liste der Versionen ist zu groß, um echt zu sein. Versuchen Sie es später erneut.</translation>
+    </message>
+    <message>
+        <source>The new version isn&apos;t signed, so it was not downloaded. Try again later.</source>
+        <translation>Die neue Version ist nicht signiert und wurde daher nicht heruntergeladen. Versuchen Sie es später erneut.</translation>
+    </message>
+    <message>
+        <source>The package has not the announced size, so it was deleted. Try again later.</source>
+        <translation>Das Paket hat nicht die angekündigte Größe und wurde daher gelöscht. Versuchen Sie es später erneut.</translation>
+    </message>
+    <message>
+        <source>The package is not signed by the makers of %1, so it was deleted. Try again later; if it happens again, tell them.</source>
+        <translation>Das Paket ist nicht von den Herstellern von %1 signiert und wurde daher gelöscht. Versuchen Sie es später erneut; geschieht es wieder, teilen Sie es ihnen mit.</translation>
+    </message>
+    <message>
+        <source>The package is not newer than what you have, so it was deleted. Try again later; if it happens again, tell the makers of %1.</source>
+        <translation>Das Paket ist nicht neuer als Ihre Version und wurde daher gelöscht. Versuchen Sie es später erneut; geschieht es wieder, teilen Sie es den Herstellern von %1 mit.</translation>
+    </message>
+    <message>
+        <source>The package can&apos;t be saved. Make room on your disk, then try again.</source>
+        <translation>Das Paket kann nicht gespeichert werden. Schaffen Sie Platz auf Ihrem Datenträger und versuchen Sie es dann erneut.</translation>
+    </message>
+    <message>
+        <source>It is no longer where it was downloaded to. Try again to download it once more.</source>
+        <translation>Es ist nicht mehr dort, wohin es heruntergeladen wurde. Versuchen Sie es erneut, um es noch einmal herunterzuladen.</translation>
+    </message>
+    <message>
+        <source>The update was refused</source>
+        <translation>Die Aktualisierung wurde abgelehnt</translation>
+    </message>
+    <message>
+        <source>The update couldn&apos;t be saved</source>
+        <translation>Die Aktualisierung konnte nicht gespeichert werden</translation>
+    </message>
+    <message>
+        <source>The package is gone</source>
+        <translation>Das Paket ist nicht mehr da</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t check for updates</source>
+        <translation>Suche nach Aktualisierungen fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t download the update</source>
+        <translation>Herunterladen der Aktualisierung fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Try Again</source>
+        <translation>Erneut versuchen</translation>
+    </message>
+</context>
+<context>
+    <name>WelcomeStep</name>
+    <message>
+        <source>Your next meeting, one click away.</source>
+        <translation>Mit einem Klick im nächsten Termin.</translation>
+    </message>
+    <message>
+        <source>The countdown lives in your menu bar. A minute before, a small panel offers Join, Snooze or Dismiss.</source>
+        <translation>Der Countdown steht in Ihrer Menüleiste. Eine Minute vorher bietet ein kleines Fenster Beitreten, Erinnern und Ausblenden an.</translation>
+    </message>
+</context>
+<context>
+    <name>kelo::HotKeyRecorder</name>
+    <message>
+        <source>Press Esc to cancel</source>
+        <translation>Zum Abbrechen Esc drücken</translation>
+    </message>
+    <message>
+        <source>Click to record a new shortcut</source>
+        <translation>Klicken, um ein neues Tastenkürzel aufzunehmen</translation>
+    </message>
+    <message>
+        <source>Reset to %1</source>
+        <translation>Auf %1 zurücksetzen</translation>
+    </message>
+</context>
+<context>
+    <name>kelo::OnboardingModel</name>
+    <message>
+        <source>Continue</source>
+        <translation>Weiter</translation>
+    </message>
+</context>
+<context>
+    <name>mivora::AppDelegate</name>
+    <message>
+        <source>there is no meeting to join now</source>
+        <translation>derzeit gibt es keinen Termin zum Beitreten</translation>
+    </message>
+    <message>
+        <source>there is no meeting with a link now</source>
+        <translation>derzeit gibt es keinen Termin mit Link</translation>
+    </message>
+    <message>
+        <source>Mivora knows no action &quot;%1&quot;</source>
+        <translation>Mivora kennt keine Aktion „%1“</translation>
+    </message>
+    <message>
+        <source>the settings have no page &quot;%1&quot;</source>
+        <translation>die Einstellungen haben keine Seite „%1“</translation>
+    </message>
+    <message>
+        <source>the settings can&apos;t be shown</source>
+        <translation>die Einstellungen können nicht angezeigt werden</translation>
+    </message>
+    <message>
+        <source>no meeting has its panel shown now</source>
+        <translation>derzeit wird kein Beitrittsfenster angezeigt</translation>
+    </message>
+</context>
+<context>
+    <name>mivora::CalendarListModel</name>
+    <message>
+        <source>Calendars</source>
+        <translation>Kalender</translation>
+    </message>
+</context>
+<context>
+    <name>mivora::ConflictAlert</name>
+    <message>
+        <source>%1 is already in use</source>
+        <translation>%1 wird bereits verwendet</translation>
+    </message>
+    <message>
+        <source>Another app uses this shortcut. Choose a different one in Settings.</source>
+        <translation>Eine andere App verwendet dieses Tastenkürzel. Wählen Sie in den Einstellungen ein anderes.</translation>
+    </message>
+</context>
+<context>
+    <name>mivora::FirstMeetingModel</name>
+    <message>
+        <source>%1 · no link</source>
+        <translation>%1 · kein Link</translation>
+    </message>
+</context>
+<context>
+    <name>mivora::JoinNotification</name>
+    <message>
+        <source>Join</source>
+        <translation>Beitreten</translation>
+    </message>
+    <message>
+        <source>Snooze 1 min</source>
+        <translation>1&#xa0;min später</translation>
+    </message>
+    <message>
+        <source>Dismiss</source>
+        <translation>Ausblenden</translation>
+    </message>
+</context>
+<context>
+    <name>mivora::MeetingCommands</name>
+    <message>
+        <source>Couldn&apos;t open %1. Link copied.</source>
+        <translation>%1 ließ sich nicht öffnen. Link kopiert.</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,984 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="fr" sourcelanguage="en">
+<context>
+    <name>AccountsHint</name>
+    <message>
+        <source>Internet Accounts</source>
+        <translation>Comptes Internet</translation>
+    </message>
+    <message>
+        <source>Using Google or Outlook? Add the account in %1 and its calendars show up here.</source>
+        <translation>Vous utilisez Google ou Outlook&#x202f;? Ajoutez le compte dans %1 et ses agendas apparaîtront ici.</translation>
+    </message>
+</context>
+<context>
+    <name>Agenda</name>
+    <message>
+        <source>No more meetings today</source>
+        <translation>Plus de réunion aujourd’hui</translation>
+    </message>
+    <message>
+        <source>Tomorrow</source>
+        <translation>Demain</translation>
+    </message>
+    <message>
+        <source>Next: %1</source>
+        <translation>À venir&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>Join: %1</source>
+        <translation>Rejoindre&#xa0;: %1</translation>
+    </message>
+</context>
+<context>
+    <name>AlertView</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>Application</name>
+    <message>
+        <source>Join the next meeting</source>
+        <translation>Rejoindre la prochaine réunion</translation>
+    </message>
+</context>
+<context>
+    <name>BrowserSection</name>
+    <message>
+        <source>Open in the browser instead of the app</source>
+        <translation>Ouvrir dans le navigateur plutôt que dans l’application</translation>
+    </message>
+    <message>
+        <source>By default Join opens the Zoom or Teams app when it&apos;s installed, so there&apos;s no browser interstitial.</source>
+        <translation>Par défaut, «&#x202f;Rejoindre&#x202f;» ouvre l’application Zoom ou Teams si elle est installée, sans passer par une page du navigateur.</translation>
+    </message>
+    <message>
+        <source>Zoom</source>
+        <translation>Zoom</translation>
+    </message>
+    <message>
+        <source>Microsoft Teams</source>
+        <translation>Microsoft Teams</translation>
+    </message>
+</context>
+<context>
+    <name>CalendarListFooter</name>
+    <message>
+        <source>Google or Outlook calendar missing? Add the account under System Settings → Internet Accounts and it appears here.</source>
+        <translation>Un agenda Google ou Outlook manque&#x202f;? Ajoutez le compte dans Réglages système → Comptes Internet et il apparaîtra ici.</translation>
+    </message>
+</context>
+<context>
+    <name>CalendarStep</name>
+    <message>
+        <source>Let Mivora read your calendar</source>
+        <translation>Laissez Mivora lire votre agenda</translation>
+    </message>
+    <message>
+        <source>Mivora needs Full Access to see your meetings and their Join links. It reads them on this Mac and never stores or uploads anything.</source>
+        <translation>Mivora a besoin d’un accès complet pour voir vos réunions et leurs liens. Tout est lu sur cet ordinateur&#x202f;; rien n’est enregistré ni envoyé.</translation>
+    </message>
+    <message>
+        <source>Allow Calendar Access</source>
+        <translation>Autoriser l’accès à l’agenda</translation>
+    </message>
+    <message>
+        <source>Access granted</source>
+        <translation>Accès autorisé</translation>
+    </message>
+    <message>
+        <source>Open System Settings</source>
+        <translation>Ouvrir les réglages système</translation>
+    </message>
+    <message>
+        <source>Turn on Mivora under Privacy &amp; Security → Calendars, then come back here.</source>
+        <translation>Activez Mivora sous Confidentialité &amp; sécurité → Agendas, puis revenez ici.</translation>
+    </message>
+</context>
+<context>
+    <name>CalendarsPage</name>
+    <message>
+        <source>Calendar access</source>
+        <translation>Accès aux agendas</translation>
+    </message>
+    <message>
+        <source>Mivora can&apos;t read your calendars until you allow it under Privacy &amp; Security → Calendars.</source>
+        <translation>Mivora ne peut pas lire vos agendas tant que vous ne l’y autorisez pas sous Confidentialité &amp; sécurité → Agendas.</translation>
+    </message>
+    <message>
+        <source>Open System Settings…</source>
+        <translation>Ouvrir les réglages système…</translation>
+    </message>
+</context>
+<context>
+    <name>CommandLine</name>
+    <message>
+        <source>Print today&apos;s meetings, the next one and its countdown</source>
+        <translation>Afficher les réunions du jour, la prochaine et le temps restant</translation>
+    </message>
+    <message>
+        <source>Print one JSON object (with --follow, one a line)</source>
+        <translation>Afficher un objet JSON (avec --follow, un par ligne)</translation>
+    </message>
+    <message>
+        <source>Go on and print a line whenever something changes</source>
+        <translation>Continuer et afficher une ligne à chaque changement</translation>
+    </message>
+    <message>
+        <source>expected an RFC 3339 time such as %1, got &quot;%2&quot;</source>
+        <translation>une heure RFC&#xa0;3339 telle que %1 est attendue, et non «&#x202f;%2&#x202f;»</translation>
+    </message>
+    <message>
+        <source>Show the agenda of this time (RFC 3339)</source>
+        <translation>Afficher l’agenda à cette heure (RFC&#xa0;3339)</translation>
+    </message>
+    <message>
+        <source>Read this folder of iCalendar files instead of your own</source>
+        <translation>Lire ce dossier de fichiers iCalendar à la place de vos agendas</translation>
+    </message>
+    <message>
+        <source>Print the join link of an event&apos;s texts</source>
+        <translation>Afficher le lien de réunion trouvé dans les textes d’un évènement</translation>
+    </message>
+    <message>
+        <source>Print a JSON object, or null</source>
+        <translation>Afficher un objet JSON, ou null</translation>
+    </message>
+    <message>
+        <source>The event&apos;s URL</source>
+        <translation>L’URL de l’évènement</translation>
+    </message>
+    <message>
+        <source>The event&apos;s location</source>
+        <translation>Le lieu de l’évènement</translation>
+    </message>
+    <message>
+        <source>The event&apos;s notes</source>
+        <translation>Les notes de l’évènement</translation>
+    </message>
+    <message>
+        <source>Join the meeting of the panel, or else the next one with a link</source>
+        <translation>Rejoindre la réunion du panneau, sinon la prochaine qui a un lien</translation>
+    </message>
+    <message>
+        <source>Hide the panel for a minute</source>
+        <translation>Masquer le panneau pendant une minute</translation>
+    </message>
+    <message>
+        <source>Hide the panel of this meeting</source>
+        <translation>Masquer le panneau de cette réunion</translation>
+    </message>
+    <message>
+        <source>Copy the join link of the meeting that would be joined</source>
+        <translation>Copier le lien de la réunion qui serait rejointe</translation>
+    </message>
+    <message>
+        <source>Open the settings</source>
+        <translation>Ouvrir les paramètres</translation>
+    </message>
+    <message>
+        <source>The page to open</source>
+        <translation>La page à ouvrir</translation>
+    </message>
+    <message>
+        <source>End the running program</source>
+        <translation>Quitter le programme en cours</translation>
+    </message>
+    <message>
+        <source>Read and write the settings store; lists are JSON arrays</source>
+        <translation>Lire et écrire les paramètres enregistrés&#x202f;; les listes sont des tableaux JSON</translation>
+    </message>
+    <message>
+        <source>The setting&apos;s key</source>
+        <translation>La clé du paramètre</translation>
+    </message>
+    <message>
+        <source>Print all settings</source>
+        <translation>Afficher tous les paramètres</translation>
+    </message>
+    <message>
+        <source>Print one setting</source>
+        <translation>Afficher un paramètre</translation>
+    </message>
+    <message>
+        <source>Set one setting</source>
+        <translation>Définir un paramètre</translation>
+    </message>
+    <message>
+        <source>The new value</source>
+        <translation>La nouvelle valeur</translation>
+    </message>
+    <message>
+        <source>Remove one setting, so that its default holds</source>
+        <translation>Supprimer un paramètre pour revenir à sa valeur par défaut</translation>
+    </message>
+    <message>
+        <source>Show, give or take back the permission to read your calendars</source>
+        <translation>Afficher, donner ou retirer l’autorisation de lire vos agendas</translation>
+    </message>
+    <message>
+        <source>Print granted, denied or notDetermined</source>
+        <translation>Afficher granted, denied ou notDetermined</translation>
+    </message>
+    <message>
+        <source>Let Mivora read your calendars</source>
+        <translation>Laisser Mivora lire vos agendas</translation>
+    </message>
+    <message>
+        <source>Forget the permission</source>
+        <translation>Oublier l’autorisation</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>Options&#xa0;</translation>
+    </message>
+    <message>
+        <source>Usage</source>
+        <translation>Utilisation&#xa0;</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; was not expected; expected %2</source>
+        <translation>«&#x202f;%1&#x202f;» n’était pas attendu&#x202f;; attendu&#xa0;: %2</translation>
+    </message>
+    <message>
+        <source>%1: expected one of %2</source>
+        <translation>%1&#xa0;: l’un de ces mots est attendu&#xa0;: %2</translation>
+    </message>
+    <message>
+        <source>Print the version and end</source>
+        <translation>Afficher la version et quitter</translation>
+    </message>
+    <message>
+        <source>Print this help and end</source>
+        <translation>Afficher cette aide et quitter</translation>
+    </message>
+    <message>
+        <source>Start for the session bus, which asks for what it wants then</source>
+        <translation>Démarrer pour le bus de session, qui demande ensuite ce qu’il veut</translation>
+    </message>
+    <message>
+        <source>%1 (mivora --help lists the arguments)</source>
+        <translation>%1 (mivora --help énumère les arguments)</translation>
+    </message>
+    <message>
+        <source>%1 can&apos;t be written; check the folder&apos;s permissions</source>
+        <translation>impossible d’écrire %1&#x202f;; vérifiez les droits du dossier</translation>
+    </message>
+    <message>
+        <source>--calendars: there is no folder &quot;%1&quot;; name one that holds iCalendar files</source>
+        <translation>--calendars&#xa0;: le dossier «&#x202f;%1&#x202f;» n’existe pas&#x202f;; indiquez-en un qui contient des fichiers iCalendar</translation>
+    </message>
+    <message>
+        <source>--calendars: &quot;%1&quot; is no folder; name the folder that holds it</source>
+        <translation>--calendars&#xa0;: «&#x202f;%1&#x202f;» n’est pas un dossier&#x202f;; indiquez le dossier qui le contient</translation>
+    </message>
+    <message>
+        <source>--calendars: &quot;%1&quot; can&apos;t be read; check its permissions</source>
+        <translation>--calendars&#xa0;: impossible de lire «&#x202f;%1&#x202f;»&#x202f;; vérifiez ses droits</translation>
+    </message>
+    <message>
+        <source>no access to your calendars yet; `mivora access allow` gives it</source>
+        <translation>pas encore d’accès à vos agendas&#x202f;; `mivora access allow` l’accorde</translation>
+    </message>
+    <message>
+        <source>no calendars can be read; add one to the desktop&apos;s calendar, put a folder of iCalendar files at ~/.calendars, or name one with --calendars DIR or $MIVORA_CALENDARS</source>
+        <translation>aucun agenda ne peut être lu&#x202f;; ajoutez-en un à l’agenda du bureau, placez un dossier de fichiers iCalendar dans ~/.calendars, ou indiquez-en un avec --calendars DIR ou $MIVORA_CALENDARS</translation>
+    </message>
+    <message>
+        <source>the calendars took too long to load; what is shown is not all</source>
+        <translation>le chargement des agendas a pris trop de temps&#x202f;; l’affichage est incomplet</translation>
+    </message>
+    <message>
+        <source>KEY: expected one of %1, got &quot;%2&quot;</source>
+        <translation>KEY&#xa0;: l’un de ces mots est attendu&#xa0;: %1, et non «&#x202f;%2&#x202f;»</translation>
+    </message>
+    <message>
+        <source>%1 is not set</source>
+        <translation>%1 n’est pas défini</translation>
+    </message>
+    <message>
+        <source>true or false</source>
+        <translation>true ou false</translation>
+    </message>
+    <message>
+        <source>a whole number</source>
+        <translation>un nombre entier</translation>
+    </message>
+    <message>
+        <source>a JSON array of strings</source>
+        <translation>un tableau JSON de chaînes</translation>
+    </message>
+    <message>
+        <source>a text</source>
+        <translation>un texte</translation>
+    </message>
+    <message>
+        <source>VALUE of %1: expected %2, got &quot;%3&quot;</source>
+        <translation>VALUE de %1&#xa0;: %2 est attendu, et non «&#x202f;%3&#x202f;»</translation>
+    </message>
+    <message>
+        <source>no join link found: none of the texts holds an https link</source>
+        <translation>aucun lien de réunion trouvé&#xa0;: aucun des textes ne contient de lien https</translation>
+    </message>
+    <message>
+        <source>Mivora is not running; start it with `mivora`</source>
+        <translation>Mivora n’est pas lancé&#x202f;; lancez-le avec `mivora`</translation>
+    </message>
+    <message>
+        <source>Mivora runs already but does not answer; end it with `pkill -x mivora` and start it again</source>
+        <translation>Mivora est déjà lancé mais ne répond pas&#x202f;; arrêtez-le avec `pkill -x mivora`, puis relancez-le</translation>
+    </message>
+    <message>
+        <source>there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set</source>
+        <translation>aucun écran&#xa0;: ni DISPLAY ni WAYLAND_DISPLAY n’est défini</translation>
+    </message>
+    <message>
+        <source>Shows a countdown to your next meeting and joins it.
+Without a command: start, or open the settings of the one that runs.
+
+Calendars are read from your desktop&apos;s accounts and from folders of iCalendar files:
+$MIVORA_CALENDARS (separated by colons), or ~/.calendars and ~/.local/share/calendars.</source>
+        <translation>Affiche le temps restant avant votre prochaine réunion et la rejoint.
+Sans commande&#xa0;: démarrer, ou ouvrir les paramètres du programme en cours.
+
+Les agendas sont lus depuis les comptes de votre bureau et des dossiers de fichiers iCalendar&#xa0;:
+$MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.local/share/calendars.</translation>
+    </message>
+    <message>
+        <source>OPTIONS</source>
+        <translation>OPTIONS</translation>
+    </message>
+    <message>
+        <source>SUBCOMMAND</source>
+        <translation>COMMANDE</translation>
+    </message>
+    <message>
+        <source>Subcommands</source>
+        <translation>Commandes&#xa0;</translation>
+    </message>
+</context>
+<context>
+    <name>Countdown</name>
+    <message>
+        <source>now</source>
+        <translation>maintenant</translation>
+    </message>
+    <message>
+        <source>%1m</source>
+        <translation>%1&#xa0;min</translation>
+    </message>
+    <message>
+        <source>%1h</source>
+        <translation>%1&#xa0;h</translation>
+    </message>
+    <message>
+        <source>%1h %2m</source>
+        <translation>%1&#xa0;h %2&#xa0;min</translation>
+    </message>
+    <message>
+        <source>now</source>
+        <comment>in a small icon</comment>
+        <translation>0m</translation>
+    </message>
+    <message>
+        <source>%1m</source>
+        <comment>in a small icon</comment>
+        <translation>%1m</translation>
+    </message>
+    <message>
+        <source>%1h</source>
+        <comment>in a small icon</comment>
+        <translation>%1h</translation>
+    </message>
+</context>
+<context>
+    <name>Files</name>
+    <message>
+        <source>%1: cannot be created</source>
+        <translation>%1&#xa0;: création impossible</translation>
+    </message>
+</context>
+<context>
+    <name>FirstMeetingStep</name>
+    <message>
+        <source>Here&apos;s your next meeting</source>
+        <translation>Voici votre prochaine réunion</translation>
+    </message>
+    <message>
+        <source>No meetings today</source>
+        <translation>Aucune réunion aujourd’hui</translation>
+    </message>
+    <message>
+        <source>You&apos;re all set. The countdown appears in the menu bar as soon as something is on your calendar.</source>
+        <translation>Tout est prêt. Le compte à rebours apparaîtra dans la barre des menus dès que votre agenda contiendra une réunion.</translation>
+    </message>
+    <message>
+        <source>The countdown is in your menu bar from now on.</source>
+        <translation>Le compte à rebours est désormais dans votre barre des menus.</translation>
+    </message>
+    <message>
+        <source>A minute before it starts, the Join panel appears. Change the lead time in Settings.</source>
+        <translation>Une minute avant le début, le panneau Rejoindre apparaît. Modifiez ce délai dans les paramètres.</translation>
+    </message>
+    <message>
+        <source>A minute before each meeting, the Join panel appears. Change the lead time in Settings.</source>
+        <translation>Une minute avant chaque réunion, le panneau Rejoindre apparaît. Modifiez ce délai dans les paramètres.</translation>
+    </message>
+</context>
+<context>
+    <name>GeneralPage</name>
+    <message>
+        <source>Menu bar</source>
+        <translation>Barre des menus</translation>
+    </message>
+    <message>
+        <source>Show the next meeting in the menu bar</source>
+        <translation>Afficher la prochaine réunion dans la barre des menus</translation>
+    </message>
+    <message>
+        <source>Off: only the icon, the menu still lists your meetings.</source>
+        <translation>Désactivé&#xa0;: seulement l’icône&#x202f;; le menu affiche toujours vos réunions.</translation>
+    </message>
+    <message>
+        <source>Title length</source>
+        <translation>Longueur du titre</translation>
+    </message>
+    <message>
+        <source>Launch at login</source>
+        <translation>Lancer à l’ouverture de session</translation>
+    </message>
+    <message>
+        <source>Start Mivora quietly when you log in.</source>
+        <translation>Démarre Mivora discrètement quand vous ouvrez votre session.</translation>
+    </message>
+    <message>
+        <source>Before a meeting</source>
+        <translation>Avant une réunion</translation>
+    </message>
+    <message>
+        <source>Show the Join panel</source>
+        <translation>Afficher le panneau Rejoindre</translation>
+    </message>
+    <message>
+        <source>Panel position</source>
+        <translation>Position du panneau</translation>
+    </message>
+    <message>
+        <source>Also remind me for meetings without a link</source>
+        <translation>Me rappeler aussi les réunions sans lien</translation>
+    </message>
+    <message>
+        <source>In-person meetings and calls show the panel too, without a Join button.</source>
+        <translation>Le panneau apparaît aussi pour les réunions en personne et les appels, sans le bouton Rejoindre.</translation>
+    </message>
+    <message>
+        <source>Shortcut</source>
+        <translation>Raccourci clavier</translation>
+    </message>
+    <message>
+        <source>Join the next meeting with a shortcut</source>
+        <translation>Rejoindre la prochaine réunion avec un raccourci</translation>
+    </message>
+    <message>
+        <source>Works from any app.</source>
+        <translation>Fonctionne depuis toutes les applications.</translation>
+    </message>
+    <message>
+        <source>When it starts</source>
+        <translation>Au début</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n minute(s) before</source>
+        <translation>
+            <numerusform>%n minute avant</numerusform>
+            <numerusform>%n minutes avant</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Top right</source>
+        <translation>En haut à droite</translation>
+    </message>
+    <message>
+        <source>Top left</source>
+        <translation>En haut à gauche</translation>
+    </message>
+    <message>
+        <source>Bottom right</source>
+        <translation>En bas à droite</translation>
+    </message>
+    <message>
+        <source>Bottom left</source>
+        <translation>En bas à gauche</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n character(s)</source>
+        <translation>
+            <numerusform>%n caractère</numerusform>
+            <numerusform>%n caractères</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>HotKeyRecorder</name>
+    <message>
+        <source>Press a shortcut…</source>
+        <translation>Appuyez sur un raccourci…</translation>
+    </message>
+</context>
+<context>
+    <name>JoinPanel</name>
+    <message>
+        <source>Starts in %1</source>
+        <translation>Commence dans %1</translation>
+    </message>
+    <message>
+        <source>Started %1m ago</source>
+        <translation>Commencée il y a %1&#xa0;min</translation>
+    </message>
+    <message>
+        <source>Starting now</source>
+        <translation>Commence maintenant</translation>
+    </message>
+</context>
+<context>
+    <name>JoinPanelView</name>
+    <message>
+        <source>Join</source>
+        <translation>Rejoindre</translation>
+    </message>
+    <message>
+        <source>Snooze 1 min</source>
+        <translation>Rappel dans 1&#xa0;min</translation>
+    </message>
+    <message>
+        <source>Dismiss</source>
+        <translation>Ignorer</translation>
+    </message>
+</context>
+<context>
+    <name>KeyboardLayout</name>
+    <message>
+        <source>Space</source>
+        <comment>the key</comment>
+        <translation>Espace</translation>
+    </message>
+</context>
+<context>
+    <name>MenuBarMock</name>
+    <message>
+        <source>The countdown in the menu bar, and the Join panel under it</source>
+        <translation>Le compte à rebours dans la barre des menus et, au-dessous, le panneau Rejoindre</translation>
+    </message>
+    <message>
+        <source>Design review · 2m</source>
+        <translation>Revue de conception · 2&#xa0;min</translation>
+    </message>
+    <message>
+        <source>Design review</source>
+        <translation>Revue de conception</translation>
+    </message>
+    <message>
+        <source>Starts in 2m · Zoom</source>
+        <translation>Commence dans 2&#xa0;min · Zoom</translation>
+    </message>
+    <message>
+        <source>Join</source>
+        <translation>Rejoindre</translation>
+    </message>
+    <message>
+        <source>Snooze 1 min</source>
+        <translation>Rappel dans 1&#xa0;min</translation>
+    </message>
+</context>
+<context>
+    <name>Onboarding</name>
+    <message>
+        <source>Welcome to Mivora</source>
+        <translation>Bienvenue dans Mivora</translation>
+    </message>
+    <message>
+        <source>Start Using Mivora</source>
+        <translation>Commencer avec Mivora</translation>
+    </message>
+</context>
+<context>
+    <name>OnboardingView</name>
+    <message>
+        <source>Skip for now</source>
+        <translation>Passer pour l’instant</translation>
+    </message>
+</context>
+<context>
+    <name>PageDots</name>
+    <message>
+        <source>Step %1 of %2</source>
+        <translation>Étape %1 sur %2</translation>
+    </message>
+</context>
+<context>
+    <name>Service</name>
+    <message>
+        <source>Link</source>
+        <comment>a meeting&apos;s link to a service without a name</comment>
+        <translation>Lien</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsPage</name>
+    <message>
+        <source>General</source>
+        <translation>Général</translation>
+    </message>
+    <message>
+        <source>Calendars</source>
+        <translation>Agendas</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsSidebar</name>
+    <message>
+        <source>Settings</source>
+        <translation>Paramètres</translation>
+    </message>
+</context>
+<context>
+    <name>StatusItem</name>
+    <message>
+        <source>Mivora needs Calendar access</source>
+        <translation>Mivora a besoin d’accéder à l’agenda</translation>
+    </message>
+</context>
+<context>
+    <name>StatusMenu</name>
+    <message>
+        <source>now</source>
+        <comment>of a meeting that is running</comment>
+        <translation>en cours</translation>
+    </message>
+    <message>
+        <source>No more meetings today</source>
+        <translation>Plus de réunion aujourd’hui</translation>
+    </message>
+    <message>
+        <source>Tomorrow</source>
+        <translation>Demain</translation>
+    </message>
+    <message>
+        <source>Allow Calendar access…</source>
+        <translation>Autoriser l’accès à l’agenda…</translation>
+    </message>
+    <message>
+        <source>Calendar access needed…</source>
+        <translation>Accès à l’agenda requis…</translation>
+    </message>
+    <message>
+        <source>No calendars selected — open Settings…</source>
+        <translation>Aucun agenda sélectionné – ouvrir les paramètres…</translation>
+    </message>
+    <message>
+        <source>Join Next Meeting</source>
+        <translation>Rejoindre la prochaine réunion</translation>
+    </message>
+    <message>
+        <source>Settings…</source>
+        <translation>Paramètres…</translation>
+    </message>
+    <message>
+        <source>Check for Updates…</source>
+        <translation>Rechercher des mises à jour…</translation>
+    </message>
+    <message>
+        <source>More Kelo apps…</source>
+        <translation>Autres applications Kelo…</translation>
+    </message>
+    <message>
+        <source>Quit Mivora</source>
+        <translation>Quitter Mivora</translation>
+    </message>
+</context>
+<context>
+    <name>Updates</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>No update feed configured</source>
+        <translation>Aucune source de mises à jour configurée</translation>
+    </message>
+    <message>
+        <source>This build of %1 has no update feed configured, so it can&apos;t look for new versions itself. Get them from where you got this one.</source>
+        <translation>Cette version de %1 n’a pas de source de mises à jour et ne peut donc pas chercher elle-même de nouvelles versions. Obtenez-les là où vous avez trouvé celle-ci.</translation>
+    </message>
+    <message>
+        <source>Checking for updates…</source>
+        <translation>Recherche de mises à jour…</translation>
+    </message>
+    <message>
+        <source>You&apos;re up to date</source>
+        <translation>Vous êtes à jour</translation>
+    </message>
+    <message>
+        <source>%1 %2 is the newest version.</source>
+        <translation>%1 %2 est la version la plus récente.</translation>
+    </message>
+    <message>
+        <source>No newer version for this system</source>
+        <translation>Pas de version plus récente pour ce système</translation>
+    </message>
+    <message>
+        <source>You have %1 %2. Version %3 needs a newer system.</source>
+        <translation>Vous avez %1 %2. La version %3 nécessite un système plus récent.</translation>
+    </message>
+    <message>
+        <source>A new version of %1 is available</source>
+        <translation>Une nouvelle version de %1 est disponible</translation>
+    </message>
+    <message>
+        <source>%1 %2 can be downloaded (%3). You have %4.</source>
+        <translation>%1 %2 peut être téléchargé (%3). Vous avez la version %4.</translation>
+    </message>
+    <message>
+        <source>Download</source>
+        <translation>Télécharger</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>Plus tard</translation>
+    </message>
+    <message>
+        <source>Downloading %1 %2…</source>
+        <translation>Téléchargement de %1 %2…</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 sur %2</translation>
+    </message>
+    <message>
+        <source>Verifying the signature…</source>
+        <translation>Vérification de la signature…</translation>
+    </message>
+    <message>
+        <source>%1 %2 is ready to install</source>
+        <translation>%1 %2 est prêt à être installé</translation>
+    </message>
+    <message>
+        <source>The package is signed by the makers of %1. Open it to install it with your system&apos;s installer, then start %1 again.</source>
+        <translation>Le paquet est signé par les auteurs de %1. Ouvrez-le pour l’installer avec l’installateur de votre système, puis relancez %1.</translation>
+    </message>
+    <message>
+        <source>Open Package</source>
+        <translation>Ouvrir le paquet</translation>
+    </message>
+    <message>
+        <source>Show in Folder</source>
+        <translation>Afficher dans le dossier</translation>
+    </message>
+    <message>
+        <source>The package is downloaded</source>
+        <translation>Le paquet est téléchargé</translation>
+    </message>
+    <message>
+        <source>No program was found to open it with. You find it here: %1</source>
+        <translation>Aucun programme n’a été trouvé pour l’ouvrir. Vous le trouverez ici&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>A part of %1 is missing. Install %1 again.</source>
+        <translation>Il manque une partie de %1. Réinstallez %1.</translation>
+    </message>
+    <message>
+        <source>This build of %1 has no valid key to verify updates with. Get new versions from where you got this one.</source>
+        <translation>Cette version de %1 n’a pas de clé valide pour vérifier les mises à jour. Obtenez les nouvelles versions là où vous avez trouvé celle-ci.</translation>
+    </message>
+    <message>
+        <source>The update server can&apos;t be reached. Check your internet connection, then try again.</source>
+        <translation>Le serveur de mises à jour est injoignable. Vérifiez votre connexion Internet, puis réessayez.</translation>
+    </message>
+    <message>
+        <source>The update server took too long to answer. Try again later.</source>
+        <translation>Le serveur de mises à jour a mis trop de temps à répondre. Réessayez plus tard.</translation>
+    </message>
+    <message>
+        <source>The update server answered with an error. Try again later.</source>
+        <translation>Le serveur de mises à jour a répondu par une erreur. Réessayez plus tard.</translation>
+    </message>
+    <message>
+        <source>The update server uses an insecure connection, so nothing was downloaded from it. Get new versions from the website of %1.</source>
+        <translation>Le serveur de mises à jour utilise une connexion non sécurisée&#x202f;; rien n’a donc été téléchargé. Obtenez les nouvelles versions sur le site de %1.</translation>
+    </message>
+    <message>
+        <source>The update server couldn&apos;t prove that it is genuine. Check the date of your computer, or try again on another network.</source>
+        <translation>Le serveur de mises à jour n’a pas pu prouver son authenticité. Vérifiez la date de votre ordinateur ou réessayez sur un autre réseau.</translation>
+    </message>
+    <message>
+        <source>The list of versions can&apos;t be read. Try again later.</source>
+        <translation>La liste des versions est illisible. Réessayez plus tard.</translation>
+    </message>
+    <message>
+        <source>The list of versions is too large to be genuine. Try again later.</source>
+        <translation>La liste des versions est trop volumineuse pour être authentique. Réessayez plus tard.</translation>
+    </message>
+    <message>
+        <source>The new version isn&apos;t signed, so it was not downloaded. Try again later.</source>
+        <translation>La nouvelle version n’est pas signée et n’a donc pas été téléchargée. Réessayez plus tard.</translation>
+    </message>
+    <message>
+        <source>The package has not the announced size, so it was deleted. Try again later.</source>
+        <translation>Le paquet n’a pas la taille annoncée et a donc été supprimé. Réessayez plus tard.</translation>
+    </message>
+    <message>
+        <source>The package is not signed by the makers of %1, so it was deleted. Try again later; if it happens again, tell them.</source>
+        <translation>Le paquet n’est pas signé par les auteurs de %1 et a donc été supprimé. Réessayez plus tard&#x202f;; si cela se reproduit, prévenez-les.</translation>
+    </message>
+    <message>
+        <source>The package is not newer than what you have, so it was deleted. Try again later; if it happens again, tell the makers of %1.</source>
+        <translation>Le paquet n’est pas plus récent que votre version et a donc été supprimé. Réessayez plus tard&#x202f;; si cela se reproduit, prévenez les auteurs de %1.</translation>
+    </message>
+    <message>
+        <source>The package can&apos;t be saved. Make room on your disk, then try again.</source>
+        <translation>Le paquet ne peut pas être enregistré. Libérez de la place sur votre disque, puis réessayez.</translation>
+    </message>
+    <message>
+        <source>It is no longer where it was downloaded to. Try again to download it once more.</source>
+        <translation>Il n’est plus là où il avait été téléchargé. Réessayez pour le télécharger de nouveau.</translation>
+    </message>
+    <message>
+        <source>The update was refused</source>
+        <translation>La mise à jour a été refusée</translation>
+    </message>
+    <message>
+        <source>The update couldn&apos;t be saved</source>
+        <translation>La mise à jour n’a pas pu être enregistrée</translation>
+    </message>
+    <message>
+        <source>The package is gone</source>
+        <translation>Le paquet a disparu</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t check for updates</source>
+        <translation>Échec de la recherche de mises à jour</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t download the update</source>
+        <translation>Échec du téléchargement de la mise à jour</translation>
+    </message>
+    <message>
+        <source>Try Again</source>
+        <translation>Réessayer</translation>
+    </message>
+</context>
+<context>
+    <name>WelcomeStep</name>
+    <message>
+        <source>Your next meeting, one click away.</source>
+        <translation>Votre prochaine réunion, à un clic.</translation>
+    </message>
+    <message>
+        <source>The countdown lives in your menu bar. A minute before, a small panel offers Join, Snooze or Dismiss.</source>
+        <translation>Le compte à rebours se trouve dans votre barre des menus. Une minute avant, un petit panneau propose de rejoindre la réunion, de la rappeler ou de l’ignorer.</translation>
+    </message>
+</context>
+<context>
+    <name>kelo::HotKeyRecorder</name>
+    <message>
+        <source>Press Esc to cancel</source>
+        <translation>Appuyez sur Échap pour annuler</translation>
+    </message>
+    <message>
+        <source>Click to record a new shortcut</source>
+        <translation>Cliquez pour enregistrer un nouveau raccourci</translation>
+    </message>
+    <message>
+        <source>Reset to %1</source>
+        <translation>Rétablir %1</translation>
+    </message>
+</context>
+<context>
+    <name>kelo::OnboardingModel</name>
+    <message>
+        <source>Continue</source>
+        <translation>Continuer</translation>
+    </message>
+</context>
+<context>
+    <name>mivora::AppDelegate</name>
+    <message>
+        <source>there is no meeting to join now</source>
+        <translation>il n’y a pas de réunion à rejoindre pour l’instant</translation>
+    </message>
+    <message>
+        <source>there is no meeting with a link now</source>
+        <translation>il n’y a pas de réunion avec un lien pour l’instant</translation>
+    </message>
+    <message>
+        <source>Mivora knows no action &quot;%1&quot;</source>
+        <translation>Mivora ne connaît pas l’action «&#x202f;%1&#x202f;»</translation>
+    </message>
+    <message>
+        <source>the settings have no page &quot;%1&quot;</source>
+        <translation>les paramètres n’ont pas de page «&#x202f;%1&#x202f;»</translation>
+    </message>
+    <message>
+        <source>the settings can&apos;t be shown</source>
+        <translation>les paramètres ne peuvent pas être affichés</translation>
+    </message>
+    <message>
+        <source>no meeting has its panel shown now</source>
+        <translation>aucun panneau de réunion n’est affiché pour l’instant</translation>
+    </message>
+</context>
+<context>
+    <name>mivora::CalendarListModel</name>
+    <message>
+        <source>Calendars</source>
+        <translation>Agendas</translation>
+    </message>
+</context>
+<context>
+    <name>mivora::ConflictAlert</name>
+    <message>
+        <source>%1 is already in use</source>
+        <translation>%1 est déjà utilisé</translation>
+    </message>
+    <message>
+        <source>Another app uses this shortcut. Choose a different one in Settings.</source>
+        <translation>Une autre application utilise ce raccourci. Choisissez-en un autre dans les paramètres.</translation>
+    </message>
+</context>
+<context>
+    <name>mivora::FirstMeetingModel</name>
+    <message>
+        <source>%1 · no link</source>
+        <translation>%1 · sans lien</translation>
+    </message>
+</context>
+<context>
+    <name>mivora::JoinNotification</name>
+    <message>
+        <source>Join</source>
+        <translation>Rejoindre</translation>
+    </message>
+    <message>
+        <source>Snooze 1 min</source>
+        <translation>Rappel dans 1&#xa0;min</translation>
+    </message>
+    <message>
+        <source>Dismiss</source>
+        <translation>Ignorer</translation>
+    </message>
+</context>
+<context>
+    <name>mivora::MeetingCommands</name>
+    <message>
+        <source>Couldn&apos;t open %1. Link copied.</source>
+        <translation>Impossible d’ouvrir %1. Lien copié.</translation>
+    </message>
+</context>
+</TS>
