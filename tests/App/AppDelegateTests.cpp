@@ -1,16 +1,8 @@
-#include "App/AppDelegate.h"
-
 #include "Calendar/FakeEventStore.h"
+#include "FakeSurroundings.h"
 #include "JoinPanel/JoinPanelController.h"
-#include "Platform/fake/FakeLoginItem.h"
-#include "Platform/fake/FakePasteboard.h"
-#include "Platform/fake/FakeSystemEvents.h"
-#include "Platform/fake/FakeWorkspace.h"
 #include "Platform/fake/MemoryDefaultsStore.h"
 #include "Preferences/Settings.h"
-#include "Scheduling/Scheduler.h"
-#include "support/FakeClock.h"
-#include "support/FakeHotKeyService.h"
 #include "support/MeetingFactory.h"
 
 #include <QTest>
@@ -30,7 +22,7 @@ std::unique_ptr<MemoryDefaultsStore> pastTheFirstRun()
     return defaults;
 }
 
-class RunningApp : public testing::Test
+class RunningApp : public testing::Test, protected FakeSurroundings
 {
 protected:
     RunningApp()
@@ -56,23 +48,9 @@ protected:
 
     std::unique_ptr<MemoryDefaultsStore> ownedDefaults = pastTheFirstRun();
     MemoryDefaultsStore &defaults = *ownedDefaults;
-    FakeLoginItem loginItem;
-    FakeWorkspace workspace;
-    FakePasteboard pasteboard;
-    FakeSystemEvents systemEvents;
-    kelo::FakeHotKeyService hotKeys;
-    FakeClock clock;
     std::unique_ptr<FakeEventStore> ownedStore = std::make_unique<FakeEventStore>();
     FakeEventStore *store = ownedStore.get();
-    AppDelegate delegate{{.workspace = workspace,
-                          .pasteboard = pasteboard,
-                          .loginItem = loginItem,
-                          .defaults = defaults,
-                          .systemEvents = systemEvents,
-                          .hotKeys = hotKeys,
-                          .clock = clock,
-                          .bus = QDBusConnection(QStringLiteral("none")),
-                          .store = std::move(ownedStore)}};
+    AppDelegate delegate{parts(defaults, std::move(ownedStore))};
 };
 
 } // namespace

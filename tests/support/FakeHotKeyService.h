@@ -2,17 +2,23 @@
 
 #include "KeloHotkey/HotKeyService.h"
 
+#include <map>
+
 namespace kelo {
 
-/// A service that registers nothing and counts how often it was suspended and resumed.
+/// A service that remembers what was registered, and counts how often it was suspended and resumed.
 class FakeHotKeyService final : public HotKeyService
 {
 public:
     bool canRegister() const override { return true; }
 
-    bool registerHotKey(const HotKeyCombo &, std::uint32_t) override { return true; }
+    bool registerHotKey(const HotKeyCombo &combo, std::uint32_t id) override
+    {
+        registered.emplace(id, combo);
+        return true;
+    }
 
-    void unregisterHotKey(std::uint32_t) override {}
+    void unregisterHotKey(std::uint32_t id) override { registered.erase(id); }
 
     void suspend() override { ++suspensions; }
 
@@ -20,6 +26,16 @@ public:
 
     bool isSuspended() const { return suspensions > resumptions; }
 
+    /// The user presses the combination; nothing happens unless it is registered.
+    void press(const HotKeyCombo &combo)
+    {
+        for (const auto &[id, known] : std::map(registered)) {
+            if (known == combo)
+                Q_EMIT pressed(id);
+        }
+    }
+
+    std::map<std::uint32_t, HotKeyCombo> registered;
     int suspensions = 0;
     int resumptions = 0;
 };

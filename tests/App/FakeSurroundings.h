@@ -1,0 +1,40 @@
+#pragma once
+
+#include "App/AppDelegate.h"
+#include "Platform/fake/FakeLoginItem.h"
+#include "Platform/fake/FakePasteboard.h"
+#include "Platform/fake/FakeSystemEvents.h"
+#include "Platform/fake/FakeWorkspace.h"
+#include "support/FakeClock.h"
+#include "support/FakeHotKeyService.h"
+
+namespace mivora {
+
+/// The world that the application stands in, for a test: time passes and things happen when the test says so,
+/// and what the application does to it is recorded.
+struct FakeSurroundings
+{
+    /// An application in this world; settings and bus are the test's. Without a bus no tray shows it.
+    AppParts parts(DefaultsStore &defaults, std::unique_ptr<EventStore> store,
+                   const QDBusConnection &bus = QDBusConnection(QStringLiteral("none")))
+    {
+        return {.workspace = workspace,
+                .pasteboard = pasteboard,
+                .loginItem = loginItem,
+                .defaults = defaults,
+                .systemEvents = systemEvents,
+                .hotKeys = hotKeys,
+                .clock = clock,
+                .bus = bus,
+                .store = std::move(store)};
+    }
+
+    FakeLoginItem loginItem;
+    FakeWorkspace workspace;
+    FakePasteboard pasteboard;
+    FakeSystemEvents systemEvents;
+    kelo::FakeHotKeyService hotKeys;
+    FakeClock clock;
+};
+
+} // namespace mivora

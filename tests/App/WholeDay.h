@@ -1,0 +1,108 @@
+#pragma once
+
+#include "Calendar/AccessMemory.h"
+#include "Calendar/CalendarFolder.h"
+#include "FakeSurroundings.h"
+#include "KeloMenuBar/FakeHost.h"
+#include "Platform/linux/IniDefaultsStore.h"
+#include "support/PrivateBus.h"
+
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace mivora {
+
+/// What a user has before them, and what was opened for them.
+struct Seen
+{
+    /// The text in the tray; "!" after it where it is orange, "?" where access to calendars is missing.
+    std::string tray;
+    /// The menu above its commands; labels in parentheses, "-" for a line between.
+    std::vector<std::string> menu;
+    /// "Standup, Starts in 1m, Zoom"; empty when there is no panel.
+    std::string panel;
+    /// The links opened since the last look.
+    std::vector<std::string> opened;
+
+    friend bool operator==(const Seen &, const Seen &) = default;
+};
+
+std::ostream &operator<<(std::ostream &stream, const Seen &seen);
+
+/// A user's day with Mivora: settings in a file, calendars in a folder, the item in a tray. Time passes when
+/// the test says so.
+class WholeDay : protected FakeSurroundings
+{
+public:
+    /// The application starts at the first start(). Local time is \a zone's.
+    explicit WholeDay(const char *zone);
+    ~WholeDay();
+    Q_DISABLE_COPY_MOVE(WholeDay)
+
+    void start();
+    void quit();
+    /// Quits and starts, as after a new login.
+    void restart();
+
+    /// The application is running and awake until \a time, and looks at the clock as often as it does.
+    void passUntil(Timestamp time);
+    /// The machine sleeps until \a time.
+    void sleepUntil(Timestamp time);
+
+    void beginDay() { Q_EMIT systemEvents.dayChanged(); }
+
+    void travelTo(const char *zone);
+
+    /// Buttons of a window, found by their texts; a failure of the test when there is none.
+    void pressInPanel(const char *button);
+    void pressInWalkthrough(const char *button);
+    /// Chooses the menu's entry that begins with \a text; a failure when there is none.
+    void chooseInMenu(const char *text);
+
+    void pressShortcut() { hotKeys.press(kelo::HotKeyCombo::defaultCombo); }
+
+    void setShortcut();
+
+    CalendarFolder &calendars() { return m_calendars; }
+
+    /// What was opened until now is not among what is seen from now on.
+    void forgetOpened() { m_forgotten = workspace.opened.size(); }
+
+    /// Every link that was opened in the whole time.
+    std::vector<std::string> allOpened() const { return openedFrom(0); }
+
+    Seen seen();
+
+    bool isWalkthroughShown() const { return walkthrough() != nullptr; }
+
+    /// The texts of the menu's commands.
+    std::vector<std::string> menuCommands();
+
+    /// Every panel that came ("08:59:00 Standup") and went ("08:59:20 -"), whenever that was.
+    const std::vector<std::string> &panelHistory() const { return m_panelHistory; }
+
+    /// Everything that the application has written into files.
+    std::string written() const;
+
+private:
+    std::vector<std::pair<int, std::string>> menuEntries();
+    std::string panelText() const;
+    std::vector<std::string> openedFrom(qsizetype first) const;
+    void recordPanel();
+    static QWindow *walkthrough();
+
+    QByteArray m_outerZone = qgetenv("TZ");
+    QTemporaryDir m_home;
+    CalendarFolder m_calendars;
+    support::PrivateBus m_bus;
+    FakeHost m_tray{m_bus};
+    std::unique_ptr<IniDefaultsStore> m_defaults;
+    std::unique_ptr<AccessMemory> m_access;
+    std::unique_ptr<AppDelegate> m_delegate;
+    std::vector<std::string> m_panelHistory;
+    qsizetype m_forgotten = 0;
+};
+
+} // namespace mivora
