@@ -247,6 +247,24 @@ TEST_F(EdsStoreTest, givesTheFieldsOfEvents)
                             StoreAttendee{"you@example.com", ParticipantStatus::accepted, false}));
 }
 
+TEST_F(EdsStoreTest, findsTimeZonesByNamesThatTheServerWritesAnotherWay)
+{
+    // The first is escaped where it is defined; both are folded where they are used.
+    const char *const names[] = {"(UTC+01:00) Amsterdam, Berlin, Bern, Rome, Stockholm, Vienna",
+                                 "(GMT+01.00) Sarajevo / Skopje / Sofija / Vilnius / Warsaw / Zagreb"};
+    std::string text = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n";
+    for (const std::string name : names) {
+        text.append("BEGIN:VTIMEZONE\r\nTZID:").append(name);
+        text.append("\r\nBEGIN:STANDARD\r\nDTSTART:19700101T000000\r\nTZOFFSETFROM:+0100\r\n"
+                    "TZOFFSETTO:+0100\r\nEND:STANDARD\r\nEND:VTIMEZONE\r\n");
+        text.append(event(name.substr(1, 3), ";TZID=\"" + name + "\":20260310T103000"));
+    }
+    maker->import(calendar, text.append("END:VCALENDAR\r\n"));
+    EXPECT_TRUE(waitForTitles({"GMT", "UTC"}));
+    for (const auto &zoned : eventsOf(calendar))
+        EXPECT_EQ(zoned->start, at("2026-03-10T09:30:00Z")) << *zoned->title;
+}
+
 TEST_F(EdsStoreTest, knowsTheUserByTheAccount)
 {
     const std::string own = "acme-calendar";
