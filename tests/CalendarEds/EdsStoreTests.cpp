@@ -137,6 +137,9 @@ TEST_F(EdsStoreTest, followsCalendars)
     maker->recolor(calendar, "#ff0000");
     EXPECT_TRUE(waitForCalendar(
         [](const auto &known) { return known && known->color == Color::fromHex("#ff0000"); }));
+    maker->recolor(calendar, "rgb(0,128,0)");
+    EXPECT_TRUE(waitForCalendar(
+        [](const auto &known) { return known && known->color == Color::fromHex("#008000"); }));
 
     maker->create(calendar, event("seen", ":20260310T090000Z"));
     EXPECT_TRUE(waitForTitles({"seen"}));
