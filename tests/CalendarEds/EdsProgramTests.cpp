@@ -267,20 +267,29 @@ TEST_F(EdsProgramTest, knowsWhereOccurrencesOnACalDavServerWentTo)
     ASSERT_TRUE(server.makeCalendar(QStringLiteral("/ann/work/")));
     EdsMaker maker;
     const std::string calendar = maker.addCalDav("Work", server.port(), "/ann/work/", "ann@example.com");
-    FollowedAgenda agenda;
+    auto agenda = std::make_unique<FollowedAgenda>();
     const std::string start = iCalendarTime(20);
     const std::string master = event("Daily", start, "RRULE:FREQ=DAILY;COUNT=400\r\n");
     const QString path = QStringLiteral("/ann/work/daily.ics");
     EXPECT_TRUE(server.put(path, calendarText(master)));
     maker.refresh(calendar);
-    ASSERT_TRUE(agenda.waitForNext(QStringLiteral("Daily")));
+    ASSERT_TRUE(agenda->waitForNext(QStringLiteral("Daily")));
 
     // Today's is moved to the next year.
     const std::string moved =
         event("Daily", iCalendarTime(20 + 365 * 1440), "RECURRENCE-ID:" + start + "\r\n");
     EXPECT_TRUE(server.put(path, calendarText(master + moved)));
     maker.refresh(calendar);
-    EXPECT_TRUE(agenda.waitForNext(QString()));
+    EXPECT_TRUE(agenda->waitForNext(QString()));
+
+    // A program that starts now sees the same.
+    EXPECT_TRUE(server.put(QStringLiteral("/ann/work/later.ics"), calendarText(event("Later", 40))));
+    maker.refresh(calendar);
+    EXPECT_TRUE(agenda->waitForNext(QStringLiteral("Later")));
+    agenda.reset();
+    agenda = std::make_unique<FollowedAgenda>();
+    EXPECT_TRUE(agenda->waitForNext(QStringLiteral("Later")));
+    EXPECT_EQ(agenda->meetingsToday(), 1);
 }
 
 } // namespace

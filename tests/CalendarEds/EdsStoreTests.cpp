@@ -137,6 +137,9 @@ TEST_F(EdsStoreTest, followsCalendars)
     maker->recolor(calendar, "#ff0000");
     EXPECT_TRUE(waitForCalendar(
         [](const auto &known) { return known && known->color == Color::fromHex("#ff0000"); }));
+    maker->recolor(calendar, "rgb(0,128,0)");
+    EXPECT_TRUE(waitForCalendar(
+        [](const auto &known) { return known && known->color == Color::fromHex("#008000"); }));
 
     maker->create(calendar, event("seen", ":20260310T090000Z"));
     EXPECT_TRUE(waitForTitles({"seen"}));
@@ -176,7 +179,7 @@ TEST_F(EdsStoreTest, tellsOfABurstFewTimes)
     }
     changes = 0;
     maker->import(calendar, text.append("END:VCALENDAR\r\n"));
-    EXPECT_TRUE(waitForTitles(wanted));
+    EXPECT_TRUE(waitFor([&] { return titles() == wanted; }, 6s));
     EXPECT_LT(changes, 40);
 }
 
@@ -204,6 +207,25 @@ TEST_F(EdsStoreTest, knowsWhereOccurrencesWentTo)
     EXPECT_TRUE(waitFor([&] { return titles("2026-03-09T00:00:00Z", "2026-03-13T00:00:00Z").empty(); }, 20s));
 }
 
+TEST_F(EdsStoreTest, isNotHeldUpByARuleThatNeverComesTrue)
+{
+    // The server tells of an import's events in the order of their identifiers, overrides last.
+    maker->import(
+        calendar,
+        "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n" +
+            event("30 February", ":20260101T090000Z", "RRULE:FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30\r\n") +
+            event("after it", ":20260310T090000Z") +
+            event("invited once", ":20260310T110000Z", "RECURRENCE-ID:20260312T110000Z\r\n") +
+            "BEGIN:VEVENT\r\nUID:no length\r\nSUMMARY:no length\r\n"
+            "DTSTART:20260310T120000Z\r\nDTEND:20260310T120000Z\r\nEND:VEVENT\r\n"
+            "END:VCALENDAR\r\n");
+    const Titles wanted{"after it", "invited once", "no length"};
+    EXPECT_TRUE(waitForTitles(wanted)) << testing::PrintToString(titles());
+    store.reset();
+    openStore();
+    EXPECT_TRUE(waitForTitles(wanted)) << testing::PrintToString(titles());
+}
+
 TEST_F(EdsStoreTest, givesTheFieldsOfEvents)
 {
     maker->import(calendar, "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nBEGIN:VTIMEZONE\r\nTZID:Moon Base\r\n"
@@ -226,6 +248,24 @@ TEST_F(EdsStoreTest, givesTheFieldsOfEvents)
     EXPECT_THAT(found.attendees,
                 ElementsAre(StoreAttendee{"me@example.com", ParticipantStatus::declined, true},
                             StoreAttendee{"you@example.com", ParticipantStatus::accepted, false}));
+}
+
+TEST_F(EdsStoreTest, findsTimeZonesByNamesThatTheServerWritesAnotherWay)
+{
+    // The first is escaped where it is defined; both are folded where they are used.
+    const char *const names[] = {"(UTC+01:00) Amsterdam, Berlin, Bern, Rome, Stockholm, Vienna",
+                                 "(GMT+01.00) Sarajevo / Skopje / Sofija / Vilnius / Warsaw / Zagreb"};
+    std::string text = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n";
+    for (const std::string name : names) {
+        text.append("BEGIN:VTIMEZONE\r\nTZID:").append(name);
+        text.append("\r\nBEGIN:STANDARD\r\nDTSTART:19700101T000000\r\nTZOFFSETFROM:+0100\r\n"
+                    "TZOFFSETTO:+0100\r\nEND:STANDARD\r\nEND:VTIMEZONE\r\n");
+        text.append(event(name.substr(1, 3), ";TZID=\"" + name + "\":20260310T103000"));
+    }
+    maker->import(calendar, text.append("END:VCALENDAR\r\n"));
+    EXPECT_TRUE(waitForTitles({"GMT", "UTC"}));
+    for (const auto &zoned : eventsOf(calendar))
+        EXPECT_EQ(zoned->start, at("2026-03-10T09:30:00Z")) << *zoned->title;
 }
 
 TEST_F(EdsStoreTest, knowsTheUserByTheAccount)

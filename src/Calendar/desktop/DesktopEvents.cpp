@@ -2,6 +2,7 @@
 
 #include "Calendar/CurrentUser.h"
 #include "Calendar/ical/CalendarHeader.h"
+#include "Calendar/ical/ContentLine.h"
 
 #include <algorithm>
 #include <iterator>
@@ -11,19 +12,26 @@ namespace mivora {
 
 namespace {
 
+/// For searching: long lines are folded anywhere.
+std::string unfoldedText(const std::vector<const std::string *> &objects)
+{
+    std::string text, buffer;
+    for (const std::string *object : objects)
+        for (std::string_view rest = *object; !rest.empty();)
+            text.append(unfolded(takeLine(rest), buffer)).append(1, '\n');
+    return text;
+}
+
 /// As one text, with those of \a timeZones that it may name.
 std::string calendarText(const std::vector<const std::string *> &objects,
                          const std::map<std::string, std::string> &timeZones)
 {
     static constexpr std::string_view begin = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n", end = "END:VCALENDAR\r\n";
     std::string text(begin);
-    for (const auto &timeZone : timeZones) {
-        const bool isNamed = std::any_of(objects.begin(), objects.end(), [&](const std::string *object) {
-            return object->find(timeZone.first) != std::string::npos;
-        });
-        if (isNamed)
-            text.append(timeZone.second);
-    }
+    const std::string searched = timeZones.empty() ? std::string() : unfoldedText(objects);
+    for (const auto &[id, definition] : timeZones)
+        if (searched.find(id) != std::string::npos)
+            text.append(definition);
     for (const std::string *object : objects)
         text.append(*object);
     return text.append(end);

@@ -97,8 +97,12 @@ std::unique_ptr<Zone> ZoneTable::make(std::string_view id)
 std::unique_ptr<Zone> ZoneTable::defined(std::string_view id)
 {
     if (m_byID.empty())
-        for (const std::string_view definition : m_definitions)
-            m_byID.emplace(zoneProperty(definition, "TZID"), definition);
+        for (const std::string_view definition : m_definitions) {
+            const std::string id = zoneProperty(definition, "TZID");
+            m_byID.emplace(id, definition);
+            // As a property it is a TEXT, with escapes; as a parameter it is in quotes, without.
+            m_byID.emplace(unescapedText(id), definition);
+        }
     const auto found = m_byID.find(id);
     if (found == m_byID.end())
         return nullptr;

@@ -63,8 +63,11 @@ TEST(Occurrences, definedZonesCountOnlyForUnknownNames)
         return text.replace(text.find('%'), 1, id + more) +
                eventOf("DTSTART;TZID=" + id + ":20240610T110000\nDURATION:PT1H");
     };
+    std::string escaped = defined("\"Rome, Vienna\"");
+    escaped.replace(escaped.find("\"Rome, Vienna\""), 14, "Rome\\, Vienna");
     check({
         {"own name", defined("Our Office"), {"A 2024-06-10 07:00:00 / 2024-06-10 08:00:00"}},
+        {"escaped name", escaped, {"A 2024-06-10 07:00:00 / 2024-06-10 08:00:00"}},
         {"X-LIC-LOCATION",
          defined("Our Office", "\nX-LIC-LOCATION:Asia/Tokyo"),
          {"A 2024-06-10 02:00:00 / 2024-06-10 03:00:00"}},
