@@ -9,6 +9,7 @@
 #include "KeloHotkey/HotKeyServices.h"
 #include "Platform/linux/LinuxPlatform.h"
 
+#include <QDeadlineTimer>
 #include <QGuiApplication>
 #include <QThread>
 #include <memory>
@@ -21,11 +22,12 @@ namespace {
 int openSettingsOfRunningOne()
 {
     // One that is just starting has its name before it can answer.
-    for (int attempt = 0; attempt < 30; ++attempt) {
+    const QDeadlineTimer patience(std::chrono::seconds(5));
+    do {
         if (RunningInstance().activate())
             return exitDone;
         QThread::msleep(100);
-    }
+    } while (!patience.hasExpired());
     complain("Mivora runs already but does not answer; end it with `pkill -x mivora` and start it again");
     return exitCouldNot;
 }

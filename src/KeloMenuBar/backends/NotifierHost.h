@@ -26,8 +26,8 @@ Q_SIGNALS:
     void appeared(const kelo::StatusHost &host);
     /// There is no host, or no longer.
     void absent();
-    /// Whether the watcher has somebody to draw its items, as it says itself: kded runs in other desktops
-    /// than its own too, and shows nothing there. Only after appeared().
+    /// Whether the watcher has somebody to draw its items, as it says itself; it may be a program that only
+    /// keeps their list. Only after appeared().
     void drawnChanged(bool isDrawn);
 
 private Q_SLOTS:
