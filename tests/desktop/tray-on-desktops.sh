@@ -157,6 +157,8 @@ bring_up_indicator() {
 bring_up_mate() {
     need mate-panel openbox
     gtk_scheme
+    # As MATE's settings daemon has it: without, the panel's items are buttons without pictures.
+    echo 'gtk-button-images=true' >>"$run/gtk-3.0/settings.ini"
     settings org/mate/panel/general object-id-list "['notification-area']" \
         org/mate/panel/general toplevel-id-list "['top']" \
         org/mate/panel/toplevels/top size 28 \
