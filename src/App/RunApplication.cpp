@@ -21,8 +21,8 @@ namespace {
 
 int openSettingsOfRunningOne()
 {
-    // One that is just starting has its name before it can answer.
-    const QDeadlineTimer patience(std::chrono::seconds(5));
+    // One that is just starting has its name before it can answer. A call waits longer than this by itself.
+    const QDeadlineTimer patience(std::chrono::seconds(3));
     do {
         if (RunningInstance().activate())
             return exitDone;
