@@ -52,6 +52,8 @@ void AppDelegate::launch()
     m_hotKey->registerHotKey();
     m_scheduler->refresh();
     connect(&m_tick, &QTimer::timeout, m_scheduler.get(), &Scheduler::refresh);
+    // The usual kind may come a second and a half late.
+    m_tick.setTimerType(Qt::PreciseTimer);
     m_tick.start(tickMilliseconds);
     m_onboarding->showAtLaunch();
 }

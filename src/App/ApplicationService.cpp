@@ -35,8 +35,8 @@ public Q_SLOTS:
         call.setDelayedReply(true);
         m_service->m_actions.perform(
             action, argument, [bus = m_service->m_bus, call](const std::optional<QString> &failure) {
-                const QString error = QStringLiteral("app.kelo.Mivora.Error.CouldNot");
-                bus.send(failure ? call.createErrorReply(error, *failure) : call.createReply());
+                bus.send(failure ? call.createErrorReply(QLatin1String(couldNotError), *failure)
+                                 : call.createReply());
             });
     }
 

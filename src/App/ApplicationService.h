@@ -14,6 +14,8 @@ inline constexpr const char *applicationBusName = "app.kelo.Mivora";
 inline constexpr const char *applicationObjectPath = "/app/kelo/Mivora";
 inline constexpr const char *applicationInterface = "org.freedesktop.Application";
 inline constexpr const char *agendaInterface = "app.kelo.Mivora.Agenda";
+/// The error of an action that could not be done; its message says why, in one line.
+inline constexpr const char *couldNotError = "app.kelo.Mivora.Error.CouldNot";
 
 /// Takes the program's name on \a bus. False when another Mivora has it; true also when there is no bus to be
 /// alone on.

@@ -11,6 +11,7 @@
 #include "Platform/linux/LinuxPlatform.h"
 #include "Translations/InstallTranslations.h"
 
+#include <QDeadlineTimer>
 #include <QGuiApplication>
 #include <QThread>
 #include <memory>
@@ -22,12 +23,13 @@ namespace {
 
 int openSettingsOfRunningOne()
 {
-    // One that is just starting has its name before it can answer.
-    for (int attempt = 0; attempt < 30; ++attempt) {
+    // One that is just starting has its name before it can answer. A call waits longer than this by itself.
+    const QDeadlineTimer patience(std::chrono::seconds(3));
+    do {
         if (RunningInstance().activate())
             return exitDone;
         QThread::msleep(100);
-    }
+    } while (!patience.hasExpired());
     complain(CommandLineTexts::tr(
         "Mivora runs already but does not answer; end it with `pkill -x mivora` and start it again"));
     return exitCouldNot;

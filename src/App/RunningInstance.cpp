@@ -2,6 +2,7 @@
 
 #include "App/ApplicationService.h"
 
+#include <QCoreApplication>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
@@ -53,7 +54,11 @@ std::optional<QString> RunningInstance::perform(const QString &action, const QSt
         call(applicationInterface, QStringLiteral("ActivateAction"), {action, parameters, QVariantMap()});
     if (reply.type() == QDBusMessage::ReplyMessage)
         return std::nullopt;
-    return reply.errorMessage();
+    // The program's own words; the bus has words for programmers only.
+    if (reply.errorName() == QLatin1String(couldNotError))
+        return reply.errorMessage();
+    return QCoreApplication::translate("Application", "Mivora does not answer; if that goes on, end it with "
+                                                      "`pkill -x mivora` and start it again");
 }
 
 bool RunningInstance::activate() const

@@ -1,8 +1,16 @@
 #include "KeloMenuBar/Menu.h"
 
+#include <QGuiApplication>
 #include <utility>
 
 namespace kelo {
+
+QString MenuItem::text() const
+{
+    constexpr QChar leftToRightMark(0x200E);
+    const bool turnsAround = title.isRightToLeft() && !QGuiApplication::isRightToLeft();
+    return turnsAround ? leftToRightMark + title : title;
+}
 
 ClosureMenuItem::ClosureMenuItem(const QString &title, std::function<void()> action,
                                  const QString &keyEquivalent)

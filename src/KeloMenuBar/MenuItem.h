@@ -21,6 +21,10 @@ struct MenuItem
     bool isEnabled = true;
     bool isSeparator = false;
 
+    /// The title to be drawn: a name in Arabic or Hebrew does not turn around the line that it stands in, so
+    /// that what comes first stands below what comes first in the other lines.
+    QString text() const;
+
     friend bool operator==(const MenuItem &, const MenuItem &) = default;
 };
 

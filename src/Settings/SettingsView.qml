@@ -25,4 +25,9 @@ Item {
         sequences: [StandardKey.Close]
         onActivated: root.Window.window.close()
     }
+    // Not StandardKey.Quit, which has no keys on a desktop that Qt does not know.
+    Shortcut {
+        sequence: "Ctrl+Q"
+        onActivated: Qt.quit()
+    }
 }

@@ -34,6 +34,9 @@ QQmlEngine &ViewsPlugin::engine()
         m_engine->addImportPath(QStringLiteral("qrc:/"));
         m_engine->addImageProvider(QStringLiteral("kelo"), new ContextImages(m_context.image));
         m_engine->addImageProvider(QStringLiteral("symbol"), new SymbolImages);
+        // Not now: it is a view that asks for it.
+        QObject::connect(m_engine.get(), &QQmlEngine::quit, QCoreApplication::instance(),
+                         &QCoreApplication::quit, Qt::QueuedConnection);
     }
     return *m_engine;
 }

@@ -19,11 +19,12 @@ bool waitFor(const std::function<bool()> &condition)
     return condition();
 }
 
-FakeHost::FakeHost(support::PrivateBus &bus) : m_bus(bus.connection())
+FakeHost::FakeHost(support::PrivateBus &bus, bool draws) : m_bus(bus.connection()), m_draws(draws)
 {
     kelo::registerDBusMenuTypes();
     kelo::registerNotifierTypes();
-    m_bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), this, QDBusConnection::ExportAllSlots);
+    m_bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), this,
+                         QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllProperties);
     m_bus.connect({}, QStringLiteral("/StatusNotifierItem"), QStringLiteral("org.kde.StatusNotifierItem"), {},
                   this, SLOT(record(QDBusMessage)));
     m_bus.registerService(watcher);
@@ -43,6 +44,14 @@ void FakeHost::RegisterStatusNotifierItem(const QString &service)
 void FakeHost::record(const QDBusMessage &message)
 {
     signalNames << message.member();
+}
+
+void FakeHost::setDraws(bool draws)
+{
+    m_draws = draws;
+    m_bus.send(QDBusMessage::createSignal(QStringLiteral("/StatusNotifierWatcher"), watcher,
+                                          draws ? QStringLiteral("StatusNotifierHostRegistered")
+                                                : QStringLiteral("StatusNotifierHostUnregistered")));
 }
 
 QVariant FakeHost::property(const char *name)

@@ -19,16 +19,20 @@ class FakeHost final : public QObject
 {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
+    Q_PROPERTY(bool IsStatusNotifierHostRegistered MEMBER m_draws)
 
 public:
     /// Takes the watcher's name on a connection of its own; the name is given up at the end.
-    explicit FakeHost(support::PrivateBus &bus);
+    explicit FakeHost(support::PrivateBus &bus, bool draws = true);
     ~FakeHost() override;
 
     /// What was registered with this host.
     QStringList registered;
     /// The names of the signals that the item has sent, in their order.
     QStringList signalNames;
+
+    /// Whether it draws its items, or only keeps the list of them; says so when that changes.
+    void setDraws(bool draws);
 
     /// A property of the item, as a panel reads it.
     QVariant property(const char *name);
@@ -52,4 +56,5 @@ private:
                       const QVariantList &arguments);
 
     QDBusConnection m_bus;
+    bool m_draws = true;
 };

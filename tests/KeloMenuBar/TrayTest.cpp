@@ -60,6 +60,18 @@ TEST_F(TrayTest, isUsedWhereNoHostIsAndLeftWhenOneComes)
     EXPECT_TRUE(waitFor([&] { return !tray->icon(); }));
 }
 
+TEST_F(TrayTest, isUsedWhileAWatcherHasNobodyToDrawItsItems)
+{
+    FakeTray tray;
+    FakeHost host(m_bus, false);
+    EXPECT_TRUE(waitFor([&] { return !host.registered.isEmpty() && tray.showsIcon(); }));
+    host.setDraws(true);
+    EXPECT_TRUE(waitFor([&] { return !tray.icon(); }));
+    host.setDraws(false);
+    EXPECT_TRUE(waitFor([&] { return tray.showsIcon(); }));
+    EXPECT_EQ(host.registered.size(), 1) << "the registration holds all the while";
+}
+
 TEST_F(TrayTest, opensAMenuThatTheKeyboardReaches)
 {
     FakeTray tray;

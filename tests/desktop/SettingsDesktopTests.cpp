@@ -118,6 +118,20 @@ TEST(SettingsOnDesktop, recordTheKeysThatWouldCloseThem)
     EXPECT_FALSE(isOpen(desktop, "General")) << "nothing is recorded any more";
 }
 
+TEST(SettingsOnDesktop, endTheProgramWithTheShortcutOfItsMenu)
+{
+    if (!TrayDesktop::isInstalled())
+        GTEST_SKIP() << "the status area's programs are not installed";
+    TrayDesktop desktop;
+    RunningMivora mivora(desktop, {{QStringLiteral("Design review"), 600s, {}}});
+    mivora.start();
+    ASSERT_TRUE(mivora.isShown());
+    ASSERT_TRUE(open(mivora, desktop, "general", "General"));
+    press(desktop, "ctrl+q");
+    EXPECT_TRUE(waitFor([&] { return !mivora.isRunning(); }));
+    EXPECT_EQ(mivora.exitStatus(), 0);
+}
+
 TEST(SettingsOnDesktop, leaveNothingBehindWhenTheyAreClosed)
 {
     if (!TrayDesktop::isInstalled())

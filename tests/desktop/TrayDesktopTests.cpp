@@ -384,6 +384,23 @@ TEST_F(MivoraInTray, endsInPeaceWithItsWindowsOpen)
     EXPECT_EQ(program.exitStatus(), 0);
 }
 
+TEST_F(MivoraInTray, aFrozenProgramIsNotWaitedForForLong)
+{
+    RunningMivora &program = start({standUp});
+    ::kill(static_cast<pid_t>(program.processId()), SIGSTOP);
+    const QStringList nothing;
+    for (const QStringList &arguments : {QStringList{QStringLiteral("join")}, nothing}) {
+        QElapsedTimer timer;
+        timer.start();
+        const CommandResult result = program.command(arguments);
+        EXPECT_LT(timer.elapsed(), 20'000);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_EQ(result.errors.count('\n'), 1) << result.errors.toStdString();
+        EXPECT_THAT(result.errors.toStdString(), HasSubstr("not answer"));
+    }
+    ::kill(static_cast<pid_t>(program.processId()), SIGCONT);
+}
+
 TEST_F(MivoraInTray, dismissedPanelStaysAway)
 {
     RunningMivora &program = start({standUp});

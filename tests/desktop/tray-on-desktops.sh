@@ -157,6 +157,8 @@ bring_up_indicator() {
 bring_up_mate() {
     need mate-panel openbox
     gtk_scheme
+    # As MATE's settings daemon has it: without, the panel's items are buttons without pictures.
+    echo 'gtk-button-images=true' >>"$run/gtk-3.0/settings.ini"
     settings org/mate/panel/general object-id-list "['notification-area']" \
         org/mate/panel/general toplevel-id-list "['top']" \
         org/mate/panel/toplevels/top size 28 \
@@ -265,6 +267,8 @@ export TZ="Etc/GMT$([ "$ahead" -gt 0 ] && echo "-$ahead" || echo "+$((-ahead))")
 export MIVORA_CALENDARS=$run/calendars
 "$bin/mivora" access allow
 "$bin/mivora" defaults write hasCompletedOnboarding true
+# The last minute is urgent; the panel would cover the menu.
+"$bin/mivora" defaults write leadMinutes 0
 
 "bring_up_$desktop"
 await 60 has_host || fail "no status area appears"
@@ -273,7 +277,7 @@ start "${as_user[@]}" "$bin/mivora"
 await 20 "${as_user[@]}" "$bin/mivora" agenda
 sleep 3
 picture rest
-event review "Design review" 4 https://zoom.us/j/123456789 >"$run/calendars/work/review.ics"
+event review "Design review" 1 https://zoom.us/j/123456789 >"$run/calendars/work/review.ics"
 sleep 2
 picture urgent
 

@@ -4,10 +4,16 @@
 #include "App/Output.h"
 #include "App/RunningInstance.h"
 
+#include <QDBusConnection>
+
 namespace mivora {
 
 int runRemote(const RemoteRequest &request)
 {
+    if (!QDBusConnection::sessionBus().isConnected()) {
+        complain("there is no session bus to reach Mivora on; run this in your desktop session");
+        return exitCouldNot;
+    }
     const RunningInstance instance;
     if (!instance.isThere()) {
         complain(CommandLineTexts::tr("Mivora is not running; start it with `mivora`"));

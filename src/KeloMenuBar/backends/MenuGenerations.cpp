@@ -53,7 +53,7 @@ QVariantMap dbusMenuProperties(const MenuItem &item)
     if (item.isSeparator)
         return {{QStringLiteral("type"), QStringLiteral("separator")}};
     // A single underscore marks an access key.
-    QString label = item.title;
+    QString label = item.text();
     QVariantMap properties{{QStringLiteral("label"), label.replace(u'_', QLatin1String("__"))}};
     if (!item.isEnabled)
         properties.insert(QStringLiteral("enabled"), false);

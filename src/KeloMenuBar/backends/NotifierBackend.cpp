@@ -19,8 +19,12 @@ NotifierBackend::NotifierBackend(const QDBusConnection &bus, const QString &id, 
     m_bus.registerObject(QLatin1String(NotifierItem::menuPath), &m_menuObject);
     connect(&m_host, &NotifierHost::appeared, this, &NotifierBackend::adopt);
     connect(&m_host, &NotifierHost::absent, this, [this] {
-        m_hasHost = false;
-        Q_EMIT hostChanged(false);
+        m_hasWatcher = false;
+        setHasHost(false);
+    });
+    connect(&m_host, &NotifierHost::drawnChanged, this, [this](bool isDrawn) {
+        if (m_hasWatcher && isDrawn != m_hasHost)
+            setHasHost(isDrawn);
     });
 }
 
@@ -38,12 +42,18 @@ void NotifierBackend::show(const StatusItemState &state)
 
 void NotifierBackend::adopt(const StatusHost &host)
 {
-    m_hasHost = true;
+    m_hasWatcher = true;
     m_hostOpensMenu = opensRefusedMenu(host);
     m_presentation = presentationOverride().value_or(presentationFor(host));
     publish();
     m_host.registerItem();
-    Q_EMIT hostChanged(true);
+    setHasHost(true);
+}
+
+void NotifierBackend::setHasHost(bool hasHost)
+{
+    m_hasHost = hasHost;
+    Q_EMIT hostChanged(hasHost);
 }
 
 bool NotifierBackend::openMenu(QPoint point)
@@ -56,7 +66,7 @@ bool NotifierBackend::openMenu(QPoint point)
 
 void NotifierBackend::publish()
 {
-    if (m_hasHost)
+    if (m_hasWatcher)
         m_item->setProperties(notifierProperties(m_state, m_presentation));
 }
 

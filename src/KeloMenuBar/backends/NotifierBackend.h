@@ -26,7 +26,7 @@ public:
 
     void show(const StatusItemState &state) override;
 
-    /// Whether there is a host, as far as is known.
+    /// Whether there is a host that draws the item, as far as is known.
     bool hasHost() const { return m_hasHost; }
 
 Q_SIGNALS:
@@ -35,6 +35,7 @@ Q_SIGNALS:
 
 private:
     void adopt(const StatusHost &host);
+    void setHasHost(bool hasHost);
     bool openMenu(QPoint point);
     void publish();
 
@@ -48,6 +49,7 @@ private:
     StatusItemState m_state;
     Presentation m_presentation = Presentation::Square;
     // Nothing is drawn or looked up before there is somebody to show it to.
+    bool m_hasWatcher = false;
     bool m_hasHost = false;
     bool m_hostOpensMenu = false;
 };

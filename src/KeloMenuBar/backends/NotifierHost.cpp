@@ -3,6 +3,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusVariant>
 #include <QFile>
 
 namespace kelo {
@@ -13,6 +14,12 @@ const QString &watcherName()
 {
     static const QString name = QStringLiteral("org.kde.StatusNotifierWatcher");
     return name;
+}
+
+const QString &watcherPath()
+{
+    static const QString path = QStringLiteral("/StatusNotifierWatcher");
+    return path;
 }
 
 QDBusMessage busCall(const QString &method, const QString &argument)
@@ -51,6 +58,9 @@ NotifierHost::NotifierHost(const QDBusConnection &bus, QObject *parent)
 {
     connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString &, const QString &, const QString &owner) { setOwner(owner); });
+    // From any sender: with a name, Qt would wait for its owner here.
+    for (const char *change : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
+        m_bus.connect({}, watcherPath(), watcherName(), QLatin1String(change), this, SLOT(askDrawn()));
     ask<QString>(m_bus, busCall(QStringLiteral("GetNameOwner"), watcherName()), this,
                  [this](const QString &owner) { setOwner(owner); });
 }
@@ -87,13 +97,29 @@ void NotifierHost::askIndicator()
                       return;
                   m_host.hasAyatanaIndicator = isThere;
                   Q_EMIT appeared(m_host);
+                  askDrawn();
               });
+}
+
+void NotifierHost::askDrawn()
+{
+    if (m_owner.isEmpty())
+        return;
+    auto call = QDBusMessage::createMethodCall(
+        m_owner, watcherPath(), QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    call << watcherName() << QStringLiteral("IsStatusNotifierHostRegistered");
+    ask<QDBusVariant>(m_bus, call, this, [this, owner = m_owner](const QDBusVariant &answer) {
+        // Watchers that leave the property out draw the items themselves.
+        const bool isDrawn = answer.variant() != QVariant(false);
+        if (owner == m_owner)
+            Q_EMIT drawnChanged(isDrawn);
+    });
 }
 
 void NotifierHost::registerItem()
 {
-    auto call = QDBusMessage::createMethodCall(m_owner, QStringLiteral("/StatusNotifierWatcher"),
-                                               watcherName(), QStringLiteral("RegisterStatusNotifierItem"));
+    auto call = QDBusMessage::createMethodCall(m_owner, watcherPath(), watcherName(),
+                                               QStringLiteral("RegisterStatusNotifierItem"));
     // The unique name: hosts take it as well as a name of the form org.kde.StatusNotifierItem-…, which a
     // sandbox would not let us have.
     call << m_bus.baseService();

@@ -9,7 +9,7 @@
 namespace kelo {
 
 /// Looks for the program that shows status items: the owner of org.kde.StatusNotifierWatcher, whenever it
-/// comes, goes or is replaced. Only the bus itself is asked, and never waited for.
+/// comes, goes or is replaced. Nobody is waited for: a watcher that does not answer is taken at its best.
 class NotifierHost final : public QObject
 {
     Q_OBJECT
@@ -26,6 +26,12 @@ Q_SIGNALS:
     void appeared(const kelo::StatusHost &host);
     /// There is no host, or no longer.
     void absent();
+    /// Whether the watcher has somebody to draw its items, as it says itself; it may be a program that only
+    /// keeps their list. Only after appeared().
+    void drawnChanged(bool isDrawn);
+
+private Q_SLOTS:
+    void askDrawn();
 
 private:
     void setOwner(const QString &owner);

@@ -80,7 +80,7 @@ QSize PopupMenu::layOut()
         const QString shortcut = shortcutText(item);
         const int extra = shortcut.isEmpty() ? 0 : shortcutGap + metrics.horizontalAdvance(shortcut);
         width =
-            std::max(width, metrics.horizontalAdvance(item.title) + rounding + extra + 2 * (edge + indent));
+            std::max(width, metrics.horizontalAdvance(item.text()) + rounding + extra + 2 * (edge + indent));
     }
     width = std::min(width, widest);
 
@@ -233,7 +233,7 @@ void PopupMenu::drawItem(QPainter &painter, int index) const
     const int room =
         inner.width() - (shortcut.isEmpty() ? 0 : shortcutGap + metrics.horizontalAdvance(shortcut));
     painter.drawText(inner, Qt::AlignLeft | Qt::AlignVCenter,
-                     metrics.elidedText(item.title, Qt::ElideRight, room));
+                     metrics.elidedText(item.text(), Qt::ElideRight, room));
     painter.setPen(mixed(text, 0.6));
     painter.drawText(inner, Qt::AlignRight | Qt::AlignVCenter, shortcut);
 }
