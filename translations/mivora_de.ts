@@ -44,6 +44,10 @@
         <source>Join the next meeting</source>
         <translation>Dem nächsten Termin beitreten</translation>
     </message>
+    <message>
+        <source>Mivora does not answer; if that goes on, end it with `pkill -x mivora` and start it again</source>
+        <translation>Mivora antwortet nicht; bleibt es dabei, beenden Sie es mit `pkill -x mivora` und starten Sie es neu</translation>
+    </message>
 </context>
 <context>
     <name>BrowserSection</name>
@@ -358,6 +362,10 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <message>
         <source>Subcommands</source>
         <translation>Befehle</translation>
+    </message>
+    <message>
+        <source>there is no session bus to reach Mivora on; run this in your desktop session</source>
+        <translation>kein Sitzungsbus, über den Mivora zu erreichen wäre; führen Sie dies in Ihrer Arbeitsumgebung aus</translation>
     </message>
 </context>
 <context>

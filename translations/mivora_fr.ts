@@ -44,6 +44,10 @@
         <source>Join the next meeting</source>
         <translation>Rejoindre la prochaine réunion</translation>
     </message>
+    <message>
+        <source>Mivora does not answer; if that goes on, end it with `pkill -x mivora` and start it again</source>
+        <translation>Mivora ne répond pas&#x202f;; si cela persiste, arrêtez-le avec `pkill -x mivora`, puis relancez-le</translation>
+    </message>
 </context>
 <context>
     <name>BrowserSection</name>
@@ -358,6 +362,10 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     <message>
         <source>Subcommands</source>
         <translation>Commandes&#xa0;</translation>
+    </message>
+    <message>
+        <source>there is no session bus to reach Mivora on; run this in your desktop session</source>
+        <translation>aucun bus de session pour joindre Mivora&#x202f;; lancez ceci dans votre session de bureau</translation>
     </message>
 </context>
 <context>

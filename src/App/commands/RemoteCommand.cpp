@@ -11,7 +11,8 @@ namespace mivora {
 int runRemote(const RemoteRequest &request)
 {
     if (!QDBusConnection::sessionBus().isConnected()) {
-        complain("there is no session bus to reach Mivora on; run this in your desktop session");
+        complain(CommandLineTexts::tr(
+            "there is no session bus to reach Mivora on; run this in your desktop session"));
         return exitCouldNot;
     }
     const RunningInstance instance;
