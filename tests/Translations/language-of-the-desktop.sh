@@ -22,14 +22,14 @@ blanks() {
     sed -e "s/$(printf '\302\240')/ /g" -e "s/$(printf '\342\200\257')/ /g"
 }
 
-# refusal ENVIRONMENT…: what the program says where it is not running
+# refusal ENVIRONMENT…: what the program says where it can reach nobody
 refusal() {
     env "$@" DBUS_SESSION_BUS_ADDRESS=disabled: "$program" snooze 2>&1 | grep '^mivora:' | blanks
 }
 
-english='mivora: Mivora is not running; start it with `mivora`'
-german='mivora: Mivora läuft nicht; starten Sie es mit `mivora`'
-french='mivora: Mivora n’est pas lancé ; lancez-le avec `mivora`'
+english='mivora: there is no session bus to reach Mivora on; run this in your desktop session'
+german='mivora: kein Sitzungsbus, über den Mivora zu erreichen wäre; führen Sie dies in Ihrer Arbeitsumgebung aus'
+french='mivora: aucun bus de session pour joindre Mivora ; lancez ceci dans votre session de bureau'
 check 'no language' "$english" "$(refusal A=)"
 check 'C' "$english" "$(refusal LC_ALL=C.UTF-8)"
 check 'C with a list of languages' "$english" "$(refusal LC_ALL=C.UTF-8 LANG=de_DE.UTF-8 LANGUAGE=de)"

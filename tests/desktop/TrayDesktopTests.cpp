@@ -395,7 +395,8 @@ TEST_F(MivoraInTray, aFrozenProgramIsNotWaitedForForLong)
         const CommandResult result = program.command(arguments);
         EXPECT_LT(timer.elapsed(), 20'000);
         EXPECT_EQ(result.status, 1);
-        EXPECT_EQ(result.errors.count('\n'), 1) << result.errors.toStdString();
+        // Qt's bus thread may have a word of its own when the process ends beside a call without an answer.
+        EXPECT_EQ(result.errors.count("mivora: "), 1) << result.errors.toStdString();
         EXPECT_THAT(result.errors.toStdString(), HasSubstr("not answer"));
     }
     ::kill(static_cast<pid_t>(program.processId()), SIGCONT);
