@@ -17,14 +17,15 @@ export LC_ALL=C.UTF-8
 use() {
     "$1" >/dev/null 2>&1 &
     local mivora=$!
-    until "$1" agenda --json | grep -q '"panel": *{'; do
+    # Done when the running program shows its panel; the agenda alone is printed without one, too.
+    until "$1" snooze 2>/dev/null; do
         kill -0 "$mivora"
         sleep 0.5
     done
-    "$1" agenda --json --follow >/dev/null &
+    "$1" agenda --json --follow >/dev/null 2>&1 &
     local follower=$!
+    trap "kill $follower 2>/dev/null || true" EXIT
     "$1" copy
-    "$1" snooze
     "$1" settings calendars
     "$1" defaults write remindWithoutLink true
     "$1" defaults write titleWidth 40
