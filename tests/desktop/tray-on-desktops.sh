@@ -84,7 +84,7 @@ window_manager() {
 need Xvfb xdotool dbus-daemon import
 SIZE=1024x600
 export HOME=$run XDG_CONFIG_HOME=$run XDG_CACHE_HOME=$run XDG_DATA_HOME=$run XDG_STATE_HOME=$run XDG_RUNTIME_DIR=$run
-export LC_ALL=C.UTF-8 NO_AT_BRIDGE=1 GSETTINGS_BACKEND=keyfile GTK_THEME=
+export LC_ALL=C.UTF-8 NO_AT_BRIDGE=1 GSETTINGS_BACKEND=keyfile
 unset WAYLAND_DISPLAY XDG_CURRENT_DESKTOP DBUS_SESSION_BUS_ADDRESS GTK_THEME
 mkdir -p "$run/glib-2.0/settings" "$run/applications" "$run/calendars/work"
 chmod 700 "$run"
