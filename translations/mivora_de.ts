@@ -367,6 +367,10 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <source>there is no session bus to reach Mivora on; run this in your desktop session</source>
         <translation>kein Sitzungsbus, über den Mivora zu erreichen wäre; führen Sie dies in Ihrer Arbeitsumgebung aus</translation>
     </message>
+    <message>
+        <source>one of %1</source>
+        <translation>eines von %1</translation>
+    </message>
 </context>
 <context>
     <name>Countdown</name>
@@ -987,6 +991,13 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <message>
         <source>Couldn&apos;t open %1. Link copied.</source>
         <translation>%1 ließ sich nicht öffnen. Link kopiert.</translation>
+    </message>
+</context>
+<context>
+    <name>mivora::PortalLoginItem</name>
+    <message>
+        <source>Mivora counts down to your next meeting from the moment you log in.</source>
+        <translation>Mivora zeigt ab der Anmeldung den Countdown bis zu Ihrem nächsten Termin.</translation>
     </message>
 </context>
 </TS>

@@ -367,6 +367,10 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <source>there is no session bus to reach Mivora on; run this in your desktop session</source>
         <translation>aucun bus de session pour joindre Mivora&#x202f;; lancez ceci dans votre session de bureau</translation>
     </message>
+    <message>
+        <source>one of %1</source>
+        <translation>l’une des valeurs %1</translation>
+    </message>
 </context>
 <context>
     <name>Countdown</name>
@@ -987,6 +991,13 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     <message>
         <source>Couldn&apos;t open %1. Link copied.</source>
         <translation>Impossible d’ouvrir %1. Lien copié.</translation>
+    </message>
+</context>
+<context>
+    <name>mivora::PortalLoginItem</name>
+    <message>
+        <source>Mivora counts down to your next meeting from the moment you log in.</source>
+        <translation>Mivora affiche le compte à rebours de votre prochaine réunion dès l’ouverture de session.</translation>
     </message>
 </context>
 </TS>
