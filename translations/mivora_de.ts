@@ -371,6 +371,10 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <source>one of %1</source>
         <translation>eines von %1</translation>
     </message>
+    <message>
+        <source>the display &quot;%1&quot; can&apos;t be reached</source>
+        <translation>der Bildschirm „%1“ ist nicht erreichbar</translation>
+    </message>
 </context>
 <context>
     <name>Countdown</name>

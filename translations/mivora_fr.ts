@@ -371,6 +371,10 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <source>one of %1</source>
         <translation>l’une des valeurs %1</translation>
     </message>
+    <message>
+        <source>the display &quot;%1&quot; can&apos;t be reached</source>
+        <translation>l’affichage «&#x202f;%1&#x202f;» est injoignable</translation>
+    </message>
 </context>
 <context>
     <name>Countdown</name>

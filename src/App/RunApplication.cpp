@@ -6,6 +6,7 @@
 #include "App/CommandLineTexts.h"
 #include "App/Output.h"
 #include "App/RunningInstance.h"
+#include "App/WindowSystem.h"
 #include "Calendar/LocalDay.h"
 #include "KeloHotkey/HotKeyServices.h"
 #include "Platform/linux/LinuxPlatform.h"
@@ -54,19 +55,6 @@ ApplicationActions actionsOf(AppDelegate &delegate, StartedBy startedBy)
             .agenda = [&delegate] { return delegate.agenda(); }};
 }
 
-/// X11 wherever it is to be had, in Wayland sessions as well: only there can a program place its windows.
-/// False when there is no display at all.
-bool chooseWindowSystem()
-{
-    if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        return true;
-    const bool hasX11 = !qEnvironmentVariableIsEmpty("DISPLAY");
-    if (!hasX11 && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
-        return false;
-    qputenv("QT_QPA_PLATFORM", hasX11 ? "xcb" : "wayland");
-    return true;
-}
-
 int run(StartedBy startedBy)
 {
     const LinuxPlatform platform = makeLinuxPlatform();
@@ -98,10 +86,14 @@ int run(StartedBy startedBy)
 
 int runApplication(int &argc, char **argv, StartedBy startedBy)
 {
-    if (!chooseWindowSystem()) {
-        complain(CommandLineTexts::tr("there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set"));
+    const QByteArray windows = findWindowSystem();
+    if (windows.isEmpty()) {
+        const QCoreApplication application(argc, argv);
+        installTranslations();
+        complain(missingDisplayText());
         return exitCouldNot;
     }
+    qputenv("QT_QPA_PLATFORM", windows);
     QGuiApplication::setApplicationName(QStringLiteral("mivora"));
     QGuiApplication::setDesktopFileName(QStringLiteral("app.kelo.Mivora"));
     // The name first: a second start ends before it has made anything.

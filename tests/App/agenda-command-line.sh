@@ -5,7 +5,7 @@ program=$1
 calendars=$2
 home=$(mktemp -d)
 trap 'rm -rf "$home"' EXIT
-unset XDG_CONFIG_HOME XDG_STATE_HOME XDG_DATA_HOME MIVORA_CALENDARS
+unset XDG_CONFIG_HOME XDG_STATE_HOME XDG_DATA_HOME MIVORA_CALENDARS DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM
 # No calendars of the desktop.
 export DBUS_SESSION_BUS_ADDRESS=disabled:
 export HOME="$home" TZ=Europe/Berlin LC_ALL=C.UTF-8
@@ -63,5 +63,11 @@ status 2 defaults write panelCorner centre
 check 'a written setting' 5 "$("$program" defaults read leadMinutes)"
 "$program" access allow
 check 'access without calendars' denied "$("$program" access)"
+
+status 1
+DISPLAY=:4095
+WAYLAND_DISPLAY=nobody
+export DISPLAY WAYLAND_DISPLAY
+status 1
 
 exit "$failures"
