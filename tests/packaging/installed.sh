@@ -48,7 +48,7 @@ activate() {
     "$mivora" quit
     await bash -c '! "$1" quit' _ "$mivora" || fail "it quits"
     request ActivateAction join '[]' {} || fail "an action that starts the program finds the calendars"
-    await grep -q https "$HOME/joined" || fail "the link is opened"
+    await grep -q :// "$HOME/joined" || fail "the link is opened"
     "$mivora" quit
 }
 export -f activate
