@@ -373,7 +373,7 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     </message>
     <message>
         <source>the display &quot;%1&quot; can&apos;t be reached</source>
-        <translation>l’affichage «&#x202f;%1&#x202f;» est injoignable</translation>
+        <translation>l’écran «&#x202f;%1&#x202f;» est injoignable</translation>
     </message>
 </context>
 <context>

@@ -117,6 +117,12 @@ void WholeDay::sleepUntil(Timestamp time)
     Q_EMIT systemEvents.didWake();
 }
 
+void WholeDay::beginDay(Timestamp midnight)
+{
+    clock.time = midnight;
+    Q_EMIT systemEvents.dayChanged();
+}
+
 void WholeDay::travelTo(const char *zone)
 {
     setLocalZone(zone);

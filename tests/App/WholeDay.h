@@ -50,9 +50,8 @@ public:
     void passUntil(Timestamp time);
     /// The machine sleeps until \a time.
     void sleepUntil(Timestamp time);
-
-    void beginDay() { Q_EMIT systemEvents.dayChanged(); }
-
+    /// Midnight comes between two looks at the clock, and only the system tells of it.
+    void beginDay(Timestamp midnight);
     void travelTo(const char *zone);
 
     /// Buttons of a window, found by their texts; a failure of the test when there is none.
