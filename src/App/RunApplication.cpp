@@ -1,14 +1,14 @@
 #include "App/RunApplication.h"
 
 #include "App/AppDelegate.h"
-#include "App/ApplicationService.h"
 #include "App/CalendarStores.h"
-#include "App/CommandLineTexts.h"
-#include "App/Output.h"
-#include "App/RunningInstance.h"
 #include "Calendar/LocalDay.h"
+#include "CommandLine/CommandLineTexts.h"
+#include "CommandLine/Output.h"
 #include "KeloHotkey/HotKeyServices.h"
 #include "Platform/linux/LinuxPlatform.h"
+#include "Remote/ApplicationService.h"
+#include "Remote/RunningInstance.h"
 #include "Translations/InstallTranslations.h"
 
 #include <QDeadlineTimer>

@@ -1,6 +1,6 @@
-#include "App/ApplicationService.h"
+#include "Remote/ApplicationService.h"
 
-#include "App/AgendaJson.h"
+#include "Remote/AgendaChange.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnectionInterface>
