@@ -367,6 +367,10 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <source>there is no session bus to reach Mivora on; run this in your desktop session</source>
         <translation>kein Sitzungsbus, über den Mivora zu erreichen wäre; führen Sie dies in Ihrer Arbeitsumgebung aus</translation>
     </message>
+    <message>
+        <source>the display can&apos;t be used: %1</source>
+        <translation>der Bildschirm ist nicht zu erreichen: %1</translation>
+    </message>
 </context>
 <context>
     <name>Countdown</name>
@@ -400,13 +404,6 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <source>%1h</source>
         <comment>in a small icon</comment>
         <translation>%1h</translation>
-    </message>
-</context>
-<context>
-    <name>Files</name>
-    <message>
-        <source>%1: cannot be created</source>
-        <translation>%1: kann nicht angelegt werden</translation>
     </message>
 </context>
 <context>
@@ -940,6 +937,10 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <message>
         <source>no meeting has its panel shown now</source>
         <translation>derzeit wird kein Beitrittsfenster angezeigt</translation>
+    </message>
+    <message>
+        <source>Settings can&apos;t be saved: %1</source>
+        <translation>Einstellungen können nicht gesichert werden: %1</translation>
     </message>
 </context>
 <context>

@@ -367,6 +367,10 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <source>there is no session bus to reach Mivora on; run this in your desktop session</source>
         <translation>aucun bus de session pour joindre Mivora&#x202f;; lancez ceci dans votre session de bureau</translation>
     </message>
+    <message>
+        <source>the display can&apos;t be used: %1</source>
+        <translation>l’écran n’est pas accessible&#xa0;: %1</translation>
+    </message>
 </context>
 <context>
     <name>Countdown</name>
@@ -400,13 +404,6 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <source>%1h</source>
         <comment>in a small icon</comment>
         <translation>%1h</translation>
-    </message>
-</context>
-<context>
-    <name>Files</name>
-    <message>
-        <source>%1: cannot be created</source>
-        <translation>%1&#xa0;: création impossible</translation>
     </message>
 </context>
 <context>
@@ -940,6 +937,10 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     <message>
         <source>no meeting has its panel shown now</source>
         <translation>aucun panneau de réunion n’est affiché pour l’instant</translation>
+    </message>
+    <message>
+        <source>Settings can&apos;t be saved: %1</source>
+        <translation>Impossible d’enregistrer les réglages&#xa0;: %1</translation>
     </message>
 </context>
 <context>

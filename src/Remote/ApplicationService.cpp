@@ -1,5 +1,6 @@
 #include "Remote/ApplicationService.h"
 
+#include "Platform/SystemLog.h"
 #include "Remote/AgendaChange.h"
 
 #include <QDBusAbstractAdaptor>
@@ -69,7 +70,14 @@ ApplicationService::ApplicationService(QDBusConnection bus, ApplicationActions a
 {
     new ApplicationAdaptor(this);
     m_agenda = new AgendaAdaptor(this);
+    if (!m_bus.isConnected()) {
+        tellNoBus();
+        return;
+    }
     m_bus.registerObject(QLatin1String(applicationObjectPath), this, QDBusConnection::ExportAdaptors);
+    m_bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
+                  QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
+                  SLOT(tellNoBus()));
 }
 
 ApplicationService::~ApplicationService()
@@ -84,6 +92,13 @@ bool claimApplicationName(const QDBusConnection &bus)
         return true;
     const auto reply = bus.interface()->registerService(QLatin1String(applicationBusName));
     return reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered;
+}
+
+void ApplicationService::tellNoBus()
+{
+    writeToSystemLog(
+        QStringLiteral("Mivora: there is no session bus: no status area but an XEmbed tray shows the "
+                       "icon, and no command reaches this program"));
 }
 
 QString ApplicationService::followedAgenda()
