@@ -371,6 +371,10 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <source>the display can&apos;t be used: %1</source>
         <translation>der Bildschirm ist nicht zu erreichen: %1</translation>
     </message>
+    <message>
+        <source>one of %1</source>
+        <translation>eines von %1</translation>
+    </message>
 </context>
 <context>
     <name>Countdown</name>
@@ -988,6 +992,13 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <message>
         <source>Couldn&apos;t open %1. Link copied.</source>
         <translation>%1 ließ sich nicht öffnen. Link kopiert.</translation>
+    </message>
+</context>
+<context>
+    <name>mivora::PortalLoginItem</name>
+    <message>
+        <source>Mivora counts down to your next meeting from the moment you log in.</source>
+        <translation>Mivora zeigt ab der Anmeldung den Countdown bis zu Ihrem nächsten Termin.</translation>
     </message>
 </context>
 </TS>

@@ -371,6 +371,10 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <source>the display can&apos;t be used: %1</source>
         <translation>l’écran n’est pas accessible&#xa0;: %1</translation>
     </message>
+    <message>
+        <source>one of %1</source>
+        <translation>l’une des valeurs %1</translation>
+    </message>
 </context>
 <context>
     <name>Countdown</name>
@@ -988,6 +992,13 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     <message>
         <source>Couldn&apos;t open %1. Link copied.</source>
         <translation>Impossible d’ouvrir %1. Lien copié.</translation>
+    </message>
+</context>
+<context>
+    <name>mivora::PortalLoginItem</name>
+    <message>
+        <source>Mivora counts down to your next meeting from the moment you log in.</source>
+        <translation>Mivora affiche le compte à rebours de votre prochaine réunion dès l’ouverture de session.</translation>
     </message>
 </context>
 </TS>

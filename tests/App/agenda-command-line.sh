@@ -58,6 +58,8 @@ status 2 agenda --at noon
 status 2 nonsense
 status 1 detect --notes 'no link'
 status 0 defaults write leadMinutes 5
+status 2 defaults write leadMinutes 3
+status 2 defaults write panelCorner centre
 check 'a written setting' 5 "$("$program" defaults read leadMinutes)"
 "$program" access allow
 check 'access without calendars' denied "$("$program" access)"
