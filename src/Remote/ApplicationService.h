@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusServiceWatcher>
 #include <QObject>
 #include <QVariantList>
 #include <QVariantMap>
@@ -49,7 +50,7 @@ public:
     ~ApplicationService() override;
 
     /// Tells listeners when the agenda is another one than at the last call; the time alone doesn't
-    /// count. Nothing is made or sent before the first of them has asked for the agenda.
+    /// count. Nothing is made or sent unless one of those on the bus has asked for the agenda.
     void announceAgenda();
 
 private Q_SLOTS:
@@ -59,13 +60,16 @@ private:
     friend class ApplicationAdaptor;
     friend class AgendaAdaptor;
 
-    QString followedAgenda();
+    QString followedAgenda(const QString &follower);
+    void forgetIfGone(const QString &follower);
+    void forget(const QString &follower);
 
     QDBusConnection m_bus;
     ApplicationActions m_actions;
     AgendaAdaptor *m_agenda = nullptr;
     QByteArray m_announced;
-    bool m_isFollowed = false;
+    /// The unique names of those that asked, as long as they are on the bus.
+    QDBusServiceWatcher m_followers;
 };
 
 } // namespace mivora
