@@ -15,8 +15,8 @@ bool reordersTheLine(QChar c)
 QString singleLine(QString text)
 {
     for (QChar &c : text) {
-        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator ||
-            reordersTheLine(c))
+        if (c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+            c == QChar::ParagraphSeparator || reordersTheLine(c))
             c = QLatin1Char(' ');
     }
     return text;

@@ -45,7 +45,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
     if (const auto *finished = std::get_if<FinishedRequest>(&request); finished && finished->exitStatus != 0)
         checkRefusal(*finished);
     if (const auto *settings = std::get_if<RemoteRequest>(&request))
-        support::require(settings->page.empty() || settings->page == "general" || settings->page == "calendars",
+        support::require(settings->page.empty() || settings->page == "general" ||
+                             settings->page == "calendars",
                          "only pages that exist are opened");
     return 0;
 }

@@ -2,7 +2,8 @@
 #include "Platform/linux/IniValue.h"
 #include "support/Require.h"
 
-// Any bytes as a settings file: it stays as it is but for what is changed, and values come back as they went in.
+// Any bytes as a settings file: it stays as it is but for what is changed, and values come back as they went
+// in.
 namespace {
 
 using namespace mivora;

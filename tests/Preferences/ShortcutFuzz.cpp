@@ -9,8 +9,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, std::size_t siz
 {
     using namespace mivora;
     MemoryDefaultsStore store;
-    store.setData(settingsKey::joinHotKey,
-                  QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)));
+    store.setData(settingsKey::joinHotKey, QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)));
     FakeLoginItem loginItem;
     Preferences preferences(store, loginItem);
     const auto combo = preferences.joinHotKey();

@@ -10,8 +10,8 @@
 #include <array>
 #include <fuzzer/FuzzedDataProvider.h>
 
-// Any calls with any arguments to the objects that other programs reach over the session bus: each is answered, and
-// the program lives on.
+// Any calls with any arguments to the objects that other programs reach over the session bus: each is
+// answered, and the program lives on.
 namespace {
 
 using namespace mivora;
@@ -20,8 +20,10 @@ using namespace mivora;
 struct Exported
 {
     explicit Exported(const QDBusConnection &bus)
-        : menu(bus, [this] { return built(); }, &menuObject), item(bus, QStringLiteral("mivora"),
-                                                                   [](QPoint) { return true; }, &itemObject),
+        : menu(
+              bus, [this] { return built(); }, &menuObject),
+          item(
+              bus, QStringLiteral("mivora"), [](QPoint) { return true; }, &itemObject),
           service(bus, {.perform =
                             [](const QString &action, const QString &argument, const auto &answer) {
                                 answer(argument.isEmpty() ? std::nullopt : std::optional(action));
@@ -87,7 +89,8 @@ constexpr std::array members{
 
 QString text(FuzzedDataProvider &data)
 {
-    static constexpr const char *known[] = {"clicked", "opened", "", "join", "settings", "children-display", item, menu};
+    static constexpr const char *known[] = {"clicked",  "opened",           "",   "join",
+                                            "settings", "children-display", item, menu};
     if (data.ConsumeBool())
         return QString::fromLatin1(data.PickValueInArray(known));
     return QString::fromUtf8(data.ConsumeRandomLengthString(64).c_str());
@@ -142,8 +145,8 @@ QVariant argument(FuzzedDataProvider &data, int depth = 0)
 QDBusMessage call(FuzzedDataProvider &data)
 {
     const Member &member = data.PickValueInArray(members);
-    auto message = QDBusMessage::createMethodCall(QString(), QLatin1String(member.path),
-                                                  QLatin1String(member.interface), QLatin1String(member.name));
+    auto message = QDBusMessage::createMethodCall(
+        QString(), QLatin1String(member.path), QLatin1String(member.interface), QLatin1String(member.name));
     message.setArguments(several(data, [&] { return argument(data); }));
     return message;
 }
