@@ -368,12 +368,12 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <translation>kein Sitzungsbus, über den Mivora zu erreichen wäre; führen Sie dies in Ihrer Arbeitsumgebung aus</translation>
     </message>
     <message>
-        <source>one of %1</source>
-        <translation>eines von %1</translation>
+        <source>the display can&apos;t be used: %1</source>
+        <translation>der Bildschirm ist nicht zu erreichen: %1</translation>
     </message>
     <message>
-        <source>the display &quot;%1&quot; can&apos;t be reached</source>
-        <translation>der Bildschirm „%1“ ist nicht erreichbar</translation>
+        <source>one of %1</source>
+        <translation>eines von %1</translation>
     </message>
 </context>
 <context>
@@ -408,13 +408,6 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <source>%1h</source>
         <comment>in a small icon</comment>
         <translation>%1h</translation>
-    </message>
-</context>
-<context>
-    <name>Files</name>
-    <message>
-        <source>%1: cannot be created</source>
-        <translation>%1: kann nicht angelegt werden</translation>
     </message>
 </context>
 <context>
@@ -948,6 +941,10 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <message>
         <source>no meeting has its panel shown now</source>
         <translation>derzeit wird kein Beitrittsfenster angezeigt</translation>
+    </message>
+    <message>
+        <source>Settings can&apos;t be saved: %1</source>
+        <translation>Einstellungen können nicht gesichert werden: %1</translation>
     </message>
 </context>
 <context>

@@ -368,12 +368,12 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <translation>aucun bus de session pour joindre Mivora&#x202f;; lancez ceci dans votre session de bureau</translation>
     </message>
     <message>
-        <source>one of %1</source>
-        <translation>l’une des valeurs %1</translation>
+        <source>the display can&apos;t be used: %1</source>
+        <translation>l’écran n’est pas accessible&#xa0;: %1</translation>
     </message>
     <message>
-        <source>the display &quot;%1&quot; can&apos;t be reached</source>
-        <translation>l’écran «&#x202f;%1&#x202f;» est injoignable</translation>
+        <source>one of %1</source>
+        <translation>l’une des valeurs %1</translation>
     </message>
 </context>
 <context>
@@ -408,13 +408,6 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <source>%1h</source>
         <comment>in a small icon</comment>
         <translation>%1h</translation>
-    </message>
-</context>
-<context>
-    <name>Files</name>
-    <message>
-        <source>%1: cannot be created</source>
-        <translation>%1&#xa0;: création impossible</translation>
     </message>
 </context>
 <context>
@@ -948,6 +941,10 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     <message>
         <source>no meeting has its panel shown now</source>
         <translation>aucun panneau de réunion n’est affiché pour l’instant</translation>
+    </message>
+    <message>
+        <source>Settings can&apos;t be saved: %1</source>
+        <translation>Impossible d’enregistrer les réglages&#xa0;: %1</translation>
     </message>
 </context>
 <context>

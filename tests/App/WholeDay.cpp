@@ -2,6 +2,7 @@
 
 #include "App/CalendarStores.h"
 #include "Calendar/LocalDay.h"
+#include "Preferences/Settings.h"
 #include "support/AccessibleView.h"
 
 #include <QDirIterator>
@@ -14,6 +15,9 @@
 namespace mivora {
 
 namespace {
+
+const QString settingsFile = QStringLiteral("config/mivora.conf");
+const QString accessFile = QStringLiteral("state/access");
 
 void setLocalZone(const QByteArray &name)
 {
@@ -71,22 +75,40 @@ WholeDay::~WholeDay()
     qunsetenv("MIVORA_TRAY");
 }
 
+void WholeDay::skipFirstRun()
+{
+    IniDefaultsStore(m_home.filePath(settingsFile)).setBoolean(settingsKey::hasCompletedOnboarding, true);
+    AccessMemory(m_home.filePath(accessFile)).allow();
+}
+
+std::unique_ptr<EventStore> WholeDay::makeStore()
+{
+    if (m_makeStore)
+        return m_makeStore(*m_access);
+    return makeCalendarStore({.folders = {m_calendars.path()}, .now = clock.now(), .zone = userTimeZone()},
+                             *m_defaults, *m_access);
+}
+
 void WholeDay::start()
 {
-    const auto before = m_tray.registered.size();
-    m_defaults = std::make_unique<IniDefaultsStore>(m_home.filePath(QStringLiteral("config/mivora.conf")));
-    m_access = std::make_unique<AccessMemory>(m_home.filePath(QStringLiteral("state/access")));
-    auto store =
-        makeCalendarStore({.folders = {m_calendars.path()}, .now = clock.now(), .zone = userTimeZone()},
-                          *m_defaults, *m_access);
-    m_delegate = std::make_unique<AppDelegate>(parts(*m_defaults, std::move(store), m_bus.connection()));
+    const auto before = m_tray->registered.size();
+    m_defaults = std::make_unique<IniDefaultsStore>(m_home.filePath(settingsFile));
+    m_access = std::make_unique<AccessMemory>(m_home.filePath(accessFile));
+    m_delegate = std::make_unique<AppDelegate>(parts(*m_defaults, makeStore(), m_connection));
     QObject::connect(m_delegate.get(), &AppDelegate::refreshed, m_delegate.get(), [this] { recordPanel(); });
+    m_service = std::make_unique<ApplicationService>(
+        m_connection,
+        ApplicationActions{.perform = {}, .activate = {}, .agenda = [this] { return m_delegate->agenda(); }});
+    QObject::connect(m_delegate.get(), &AppDelegate::refreshed, m_service.get(),
+                     &ApplicationService::announceAgenda);
     m_delegate->launch();
-    ASSERT_TRUE(waitFor([&] { return m_tray.registered.size() > before; })) << "no item came to the tray";
+    claimApplicationName(m_connection);
+    ASSERT_TRUE(waitFor([&] { return m_tray->registered.size() > before; })) << "no item came to the tray";
 }
 
 void WholeDay::quit()
 {
+    m_service.reset();
     m_delegate.reset();
     m_access.reset();
     m_defaults.reset();
@@ -123,17 +145,32 @@ void WholeDay::beginDay(Timestamp midnight)
     Q_EMIT systemEvents.dayChanged();
 }
 
+void WholeDay::setClock(Timestamp time)
+{
+    clock.time = time;
+    Q_EMIT systemEvents.clockChanged();
+}
+
 void WholeDay::travelTo(const char *zone)
 {
     setLocalZone(zone);
     Q_EMIT systemEvents.timeZoneChanged();
 }
 
+void WholeDay::restartTray()
+{
+    m_tray.reset();
+    m_tray = std::make_unique<FakeHost>(m_bus);
+    ASSERT_TRUE(waitFor([&] { return !m_tray->registered.isEmpty(); })) << "no item came to the new tray";
+}
+
 void WholeDay::pressInPanel(const char *button)
 {
     QWindow *window = m_delegate->panel().controller().panel().window();
     ASSERT_TRUE(window && window->isVisible()) << "no panel to press " << button << " in";
-    EXPECT_TRUE(support::AccessibleView(*window).click(QAccessible::Button, QString::fromUtf8(button)))
+    // A window that has just come up has yet to lay out what is in it.
+    const QString name = QString::fromUtf8(button);
+    EXPECT_TRUE(waitFor([&] { return support::AccessibleView(*window).click(QAccessible::Button, name); }))
         << button;
 }
 
@@ -159,7 +196,7 @@ void WholeDay::chooseInMenu(const char *text)
 {
     for (const auto &[id, title] : menuEntries()) {
         if (title.starts_with(text)) {
-            m_tray.click(id);
+            m_tray->click(id);
             return;
         }
     }
@@ -174,8 +211,8 @@ void WholeDay::setShortcut()
 Seen WholeDay::seen()
 {
     Seen seen;
-    seen.tray = plain(m_tray.property("XAyatanaLabel").toString());
-    const QString icon = m_tray.property("IconName").toString();
+    seen.tray = plain(m_tray->property("XAyatanaLabel").toString());
+    const QString icon = m_tray->property("IconName").toString();
     if (icon.contains(QLatin1String("-urgent")))
         seen.tray += " !";
     if (icon.contains(QLatin1String("-exclamation")))
@@ -205,6 +242,15 @@ std::vector<std::string> WholeDay::menuCommands()
     return commands;
 }
 
+void WholeDay::forgetRecords()
+{
+    workspace.opened.clear();
+    workspace.asked.clear();
+    m_forgotten = 0;
+    m_tray->signalNames.clear();
+    m_panelHistory.clear();
+}
+
 std::string WholeDay::written() const
 {
     std::string text;
@@ -220,9 +266,15 @@ std::string WholeDay::written() const
 std::vector<std::pair<int, std::string>> WholeDay::menuEntries()
 {
     std::vector<std::pair<int, std::string>> entries;
-    for (const kelo::DBusMenuLayout &item : m_tray.open().children)
+    for (const kelo::DBusMenuLayout &item : m_tray->open().children)
         entries.emplace_back(item.id, textOf(item));
     return entries;
+}
+
+std::string WholeDay::panelTitle() const
+{
+    const std::string text = panelText();
+    return text.substr(0, text.find(','));
 }
 
 std::string WholeDay::panelText() const
@@ -244,8 +296,8 @@ std::vector<std::string> WholeDay::openedFrom(qsizetype first) const
 
 void WholeDay::recordPanel()
 {
-    const std::string text = panelText();
-    const std::string title = text.empty() ? "-" : text.substr(0, text.find(','));
+    const std::string shown = panelTitle();
+    const std::string title = shown.empty() ? "-" : shown;
     const bool isNews = m_panelHistory.empty() ? title != "-" : !m_panelHistory.back().ends_with(' ' + title);
     if (isNews)
         m_panelHistory.push_back(

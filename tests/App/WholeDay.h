@@ -5,8 +5,10 @@
 #include "FakeSurroundings.h"
 #include "KeloMenuBar/FakeHost.h"
 #include "Platform/linux/IniDefaultsStore.h"
+#include "Remote/ApplicationService.h"
 #include "support/PrivateBus.h"
 
+#include <functional>
 #include <iosfwd>
 #include <memory>
 #include <string>
@@ -36,10 +38,18 @@ std::ostream &operator<<(std::ostream &stream, const Seen &seen);
 class WholeDay : protected FakeSurroundings
 {
 public:
+    using StoreFactory = std::function<std::unique_ptr<EventStore>(AccessMemory &)>;
+
     /// The application starts at the first start(). Local time is \a zone's.
     explicit WholeDay(const char *zone);
     ~WholeDay();
     Q_DISABLE_COPY_MOVE(WholeDay)
+
+    /// Other calendars than those of the folder, from the next start on.
+    void setStoreFactory(StoreFactory factory) { m_makeStore = std::move(factory); }
+
+    /// The walkthrough has been gone through, and calendars may be read. To be called before start().
+    void skipFirstRun();
 
     void start();
     void quit();
@@ -50,9 +60,17 @@ public:
     void passUntil(Timestamp time);
     /// The machine sleeps until \a time.
     void sleepUntil(Timestamp time);
+    /// Somebody sets the clock; nothing but that has happened.
+    void setClock(Timestamp time);
     /// Midnight comes between two looks at the clock, and only the system tells of it.
     void beginDay(Timestamp midnight);
+
+    Timestamp now() const { return clock.time; }
+
     void travelTo(const char *zone);
+
+    /// The tray's program ends and is started again.
+    void restartTray();
 
     /// Buttons of a window, found by their texts; a failure of the test when there is none.
     void pressInPanel(const char *button);
@@ -66,13 +84,23 @@ public:
 
     CalendarFolder &calendars() { return m_calendars; }
 
+    AppDelegate &application() { return *m_delegate; }
+
+    support::PrivateBus &bus() { return m_bus; }
+
     /// What was opened until now is not among what is seen from now on.
     void forgetOpened() { m_forgotten = workspace.opened.size(); }
+
+    /// Nothing of what was recorded until now is kept.
+    void forgetRecords();
 
     /// Every link that was opened in the whole time.
     std::vector<std::string> allOpened() const { return openedFrom(0); }
 
     Seen seen();
+
+    /// Whose panel is on the screen; empty when there is none.
+    std::string panelTitle() const;
 
     bool isWalkthroughShown() const { return walkthrough() != nullptr; }
 
@@ -87,6 +115,7 @@ public:
 
 private:
     std::vector<std::pair<int, std::string>> menuEntries();
+    std::unique_ptr<EventStore> makeStore();
     std::string panelText() const;
     std::vector<std::string> openedFrom(qsizetype first) const;
     void recordPanel();
@@ -96,10 +125,13 @@ private:
     QTemporaryDir m_home;
     CalendarFolder m_calendars;
     support::PrivateBus m_bus;
-    FakeHost m_tray{m_bus};
+    QDBusConnection m_connection = m_bus.connection();
+    std::unique_ptr<FakeHost> m_tray = std::make_unique<FakeHost>(m_bus);
+    StoreFactory m_makeStore;
     std::unique_ptr<IniDefaultsStore> m_defaults;
     std::unique_ptr<AccessMemory> m_access;
     std::unique_ptr<AppDelegate> m_delegate;
+    std::unique_ptr<ApplicationService> m_service;
     std::vector<std::string> m_panelHistory;
     qsizetype m_forgotten = 0;
 };

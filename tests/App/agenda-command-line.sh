@@ -66,8 +66,7 @@ check 'access without calendars' denied "$("$program" access)"
 
 status 1
 DISPLAY=:4095
-WAYLAND_DISPLAY=nobody
-export DISPLAY WAYLAND_DISPLAY
+export DISPLAY
 status 1
 
 exit "$failures"

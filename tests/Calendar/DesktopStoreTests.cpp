@@ -1,11 +1,10 @@
 #include "Calendar/CalendarFolder.h"
+#include "Calendar/ScriptedCalendars.h"
 #include "Calendar/desktop/DesktopStore.h"
 #include "support/PrivateBus.h"
 
 #include <QDBusMessage>
-#include <condition_variable>
 #include <gmock/gmock.h>
-#include <mutex>
 
 namespace mivora {
 
@@ -15,63 +14,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 using Titles = std::vector<std::string>;
-using Step = std::function<void(DesktopCalendarsReader &)>;
-
-/// What a test has the desktop tell, step by step, and what it was asked for.
-class Script
-{
-public:
-    void tell(Step step)
-    {
-        const std::lock_guard lock(m_mutex);
-        m_steps.push_back(std::move(step));
-        m_isNew.notify_one();
-    }
-
-    void stop() { tell({}); }
-
-    /// Plays the steps until stop().
-    void run(DesktopCalendarsReader &reader)
-    {
-        std::unique_lock lock(m_mutex);
-        while (true) {
-            m_isNew.wait(lock, [this] { return !m_steps.empty(); });
-            const Step step = std::move(m_steps.front());
-            m_steps.erase(m_steps.begin());
-            if (!step)
-                return;
-            lock.unlock();
-            step(reader);
-            lock.lock();
-        }
-    }
-
-private:
-    std::mutex m_mutex;
-    std::condition_variable m_isNew;
-    std::vector<Step> m_steps;
-};
-
-class ScriptedCalendars final : public DesktopCalendars
-{
-public:
-    explicit ScriptedCalendars(std::shared_ptr<Script> script) : m_script(std::move(script)) {}
-
-    void run(const std::string &, DesktopInterval, DesktopCalendarsReader &reader) override
-    {
-        m_script->run(reader);
-    }
-
-    void setInterval(DesktopInterval) override
-    {
-        m_script->tell([](DesktopCalendarsReader &reader) { reader.settle(true); });
-    }
-
-    void stop() override { m_script->stop(); }
-
-private:
-    std::shared_ptr<Script> m_script;
-};
 
 DesktopCalendar calendarWith(const std::string &id, std::vector<std::string> owner = {})
 {
@@ -114,7 +56,7 @@ protected:
     }
 
     /// Has the desktop do \a step, and waits until the store has heard of it.
-    void tell(Step step)
+    void tell(DesktopScript::Step step)
     {
         const int before = changes;
         script->tell([step = std::move(step)](DesktopCalendarsReader &reader) {
@@ -149,7 +91,7 @@ protected:
 
     CalendarFolder services;
     std::unique_ptr<support::PrivateBus> bus;
-    std::shared_ptr<Script> script = std::make_shared<Script>();
+    std::shared_ptr<DesktopScript> script = std::make_shared<DesktopScript>();
     std::unique_ptr<DesktopStore> store;
     int changes = 0;
 };

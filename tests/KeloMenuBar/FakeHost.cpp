@@ -34,6 +34,7 @@ FakeHost::~FakeHost()
 {
     m_bus.unregisterService(watcher);
     m_bus.unregisterObject(QStringLiteral("/StatusNotifierWatcher"));
+    QDBusConnection::disconnectFromBus(m_bus.name());
 }
 
 void FakeHost::RegisterStatusNotifierItem(const QString &service)

@@ -1,7 +1,7 @@
 #include "App/commands/DefaultsCommand.h"
 
-#include "App/CommandLineTexts.h"
-#include "App/Output.h"
+#include "CommandLine/CommandLineTexts.h"
+#include "CommandLine/Output.h"
 #include "Platform/DefaultsStore.h"
 #include "Preferences/Settings.h"
 

@@ -1,10 +1,13 @@
-#include "App/ApplicationService.h"
+#include "Remote/ApplicationService.h"
 
-#include "App/AgendaJson.h"
+#include "Platform/SystemLog.h"
+#include "Remote/AgendaChange.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
 #include <QJsonDocument>
 
 namespace mivora {
@@ -55,7 +58,7 @@ public:
 
 public Q_SLOTS:
 
-    QString Agenda() { return m_service->followedAgenda(); }
+    QString Agenda(const QDBusMessage &call) { return m_service->followedAgenda(call.service()); }
 
 Q_SIGNALS:
     void AgendaChanged(const QString &agenda);
@@ -67,9 +70,19 @@ private:
 ApplicationService::ApplicationService(QDBusConnection bus, ApplicationActions actions, QObject *parent)
     : QObject(parent), m_bus(std::move(bus)), m_actions(std::move(actions))
 {
+    m_followers.setConnection(m_bus);
+    m_followers.setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
+    connect(&m_followers, &QDBusServiceWatcher::serviceUnregistered, this, &ApplicationService::forget);
     new ApplicationAdaptor(this);
     m_agenda = new AgendaAdaptor(this);
+    if (!m_bus.isConnected()) {
+        tellNoBus();
+        return;
+    }
     m_bus.registerObject(QLatin1String(applicationObjectPath), this, QDBusConnection::ExportAdaptors);
+    m_bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
+                  QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
+                  SLOT(tellNoBus()));
 }
 
 ApplicationService::~ApplicationService()
@@ -86,15 +99,50 @@ bool claimApplicationName(const QDBusConnection &bus)
     return reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered;
 }
 
-QString ApplicationService::followedAgenda()
+void ApplicationService::tellNoBus()
 {
-    m_isFollowed = true;
-    return QString::fromUtf8(m_actions.agenda());
+    writeToSystemLog(
+        QStringLiteral("Mivora: there is no session bus: no status area but an XEmbed tray shows the "
+                       "icon, and no command reaches this program"));
+}
+
+QString ApplicationService::followedAgenda(const QString &follower)
+{
+    const QByteArray agenda = m_actions.agenda();
+    const QStringList known = m_followers.watchedServices();
+    if (known.isEmpty())
+        m_announced = agenda;
+    if (!known.contains(follower)) {
+        m_followers.addWatchedService(follower);
+        forgetIfGone(follower);
+    }
+    return QString::fromUtf8(agenda);
+}
+
+// One that left before it was watched is not told of.
+void ApplicationService::forgetIfGone(const QString &follower)
+{
+    const QString bus = QStringLiteral("org.freedesktop.DBus");
+    auto call = QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus,
+                                               QStringLiteral("NameHasOwner"));
+    call << follower;
+    auto *pending = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
+    connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending, follower] {
+        const QDBusPendingReply<bool> isThere = *pending;
+        if (isThere.isValid() && !isThere.value())
+            forget(follower);
+        pending->deleteLater();
+    });
+}
+
+void ApplicationService::forget(const QString &follower)
+{
+    m_followers.removeWatchedService(follower);
 }
 
 void ApplicationService::announceAgenda()
 {
-    if (!m_isFollowed)
+    if (m_followers.watchedServices().isEmpty())
         return;
     const QByteArray agenda = m_actions.agenda();
     const QJsonObject before = QJsonDocument::fromJson(m_announced).object();

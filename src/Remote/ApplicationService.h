@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusServiceWatcher>
 #include <QObject>
 #include <QVariantList>
 #include <QVariantMap>
@@ -38,7 +39,8 @@ struct ApplicationActions
 class AgendaAdaptor;
 
 /// The running program on the session bus: org.freedesktop.Application (Desktop Entry Specification, "D-Bus
-/// activation") and the agenda with its change signal.
+/// activation") and the agenda with its change signal. The system log is told when there is no bus, and when
+/// it goes: the program runs on with its panel and its shortcut, but nobody reaches it any more.
 class ApplicationService final : public QObject
 {
     Q_OBJECT
@@ -48,20 +50,26 @@ public:
     ~ApplicationService() override;
 
     /// Tells listeners when the agenda is another one than at the last call; the time alone doesn't
-    /// count. Nothing is made or sent before the first of them has asked for the agenda.
+    /// count. Nothing is made or sent unless one of those on the bus has asked for the agenda.
     void announceAgenda();
+
+private Q_SLOTS:
+    void tellNoBus();
 
 private:
     friend class ApplicationAdaptor;
     friend class AgendaAdaptor;
 
-    QString followedAgenda();
+    QString followedAgenda(const QString &follower);
+    void forgetIfGone(const QString &follower);
+    void forget(const QString &follower);
 
     QDBusConnection m_bus;
     ApplicationActions m_actions;
     AgendaAdaptor *m_agenda = nullptr;
     QByteArray m_announced;
-    bool m_isFollowed = false;
+    /// The unique names of those that asked, as long as they are on the bus.
+    QDBusServiceWatcher m_followers;
 };
 
 } // namespace mivora
