@@ -944,7 +944,7 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
     <message>
         <source>Settings can&apos;t be saved: %1</source>
-        <translation>Einstellungen können nicht gesichert werden: %1</translation>
+        <translation>Einstellungen können nicht gespeichert werden: %1</translation>
     </message>
 </context>
 <context>

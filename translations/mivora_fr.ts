@@ -944,7 +944,7 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     </message>
     <message>
         <source>Settings can&apos;t be saved: %1</source>
-        <translation>Impossible d’enregistrer les réglages&#xa0;: %1</translation>
+        <translation>Impossible d’enregistrer les paramètres&#xa0;: %1</translation>
     </message>
 </context>
 <context>

@@ -39,8 +39,8 @@ bool isTimeout(const GError &error)
 
 EdsSession::EdsSession(GDBusConnection *bus, const std::string &service, DesktopInterval interval,
                        DesktopCalendarsReader &reader)
-    : m_interval(interval), m_reader(reader), m_retry([this] { connect(); }), m_settle([this] { settle(); }),
-      m_patience([this] {
+    : m_bus(bus), m_interval(interval), m_reader(reader), m_retry([this] { connect(); }),
+      m_settle([this] { settle(); }), m_patience([this] {
           m_waitedEnough = true;
           noteNews();
       })
@@ -116,7 +116,14 @@ void EdsSession::handleServerGone()
         return;
     // What was read stays; the server is started anew.
     disconnect();
-    m_retry.start(m_backoff.next(Backoff::Clock::now()));
+    retryLater();
+}
+
+void EdsSession::retryLater()
+{
+    // A bus that is gone doesn't come back: what was read stays as it is.
+    if (!g_dbus_connection_is_closed(m_bus))
+        m_retry.start(m_backoff.next(Backoff::Clock::now()));
 }
 
 void EdsSession::disconnect()
@@ -142,7 +149,7 @@ void EdsSession::handleFailure(const GError &error)
     m_hasFailed = true;
     if (!isTimeout(error))
         m_reader.setAccess(access);
-    m_retry.start(m_backoff.next(Backoff::Clock::now()));
+    retryLater();
     noteNews();
 }
 

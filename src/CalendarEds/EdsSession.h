@@ -28,6 +28,7 @@ private:
     void handleServerGone();
     void disconnect();
     void handleFailure(const GError &error);
+    void retryLater();
     void noteAccounts();
     void noteNews();
     void updateAccounts();
@@ -38,6 +39,8 @@ private:
     bool isWaiting() const;
     void reportCredentials(ESource *source, ESourceCredentialsReason reason, const GError *error);
 
+    /// Outlives the session.
+    GDBusConnection *m_bus;
     DesktopInterval m_interval;
     DesktopCalendarsReader &m_reader;
     guint m_watch = 0;

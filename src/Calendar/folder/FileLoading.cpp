@@ -52,7 +52,7 @@ class LoadingTurn
 public:
     /// Whoever holds \a oneLargeFile may hold a large file in memory.
     LoadingTurn(const LoadRequest &request, ReadingMark &mark, std::mutex &oneLargeFile)
-        : m_request(request), m_mark(mark), m_oneLargeFile(oneLargeFile)
+        : m_request(request), m_mark(mark), m_oneLargeFile(oneLargeFile), m_reader(&mark)
     {
     }
 

@@ -1,5 +1,7 @@
 #include "Calendar/folder/FileReading.h"
 
+#include "Calendar/folder/ReadingMark.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -62,16 +64,19 @@ ReadStatus FileReader::read(int folder, const char *name, std::int64_t limit)
 
 ReadStatus FileReader::readAll(int file, std::int64_t limit)
 {
+    constexpr std::size_t part = 4 << 20;
     for (;;) {
         if (m_length == m_capacity)
             reserve(2 * m_capacity);
-        const std::size_t room = m_capacity - m_length;
+        const std::size_t room = std::min(m_capacity - m_length, part);
         const ssize_t count = ::read(file, m_memory.get() + m_length, room);
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
             return ReadStatus::failed;
         m_length += std::size_t(count);
+        if (m_mark)
+            m_mark->renew();
         // A regular file gives less than was asked for at its end only.
         if (std::size_t(count) < room)
             return ReadStatus::done;

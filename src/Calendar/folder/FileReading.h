@@ -44,6 +44,8 @@ private:
     int m_number = -1;
 };
 
+class ReadingMark;
+
 enum class ReadStatus { done, vanished, notAFile, tooLarge, failed };
 
 /// Reads whole files, one after the other, into memory that it uses again.
@@ -52,6 +54,9 @@ class FileReader
 public:
     /// No calendar file is larger; what is, is refused.
     static constexpr std::int64_t largestFile = std::int64_t(512) << 20;
+
+    /// \a mark, unless null, is renewed with each part that was read.
+    explicit FileReader(ReadingMark *mark = nullptr) : m_mark(mark) {}
 
     /// Reads the file \a name of the open folder \a folder. failed leaves the reason in errno.
     ReadStatus read(int folder, const char *name, std::int64_t limit = largestFile);
@@ -68,6 +73,7 @@ private:
     ReadStatus readAll(int file, std::int64_t limit);
     void reserve(std::size_t capacity);
 
+    ReadingMark *m_mark;
     std::unique_ptr<char[]> m_memory;
     std::size_t m_capacity = 0;
     std::size_t m_length = 0;

@@ -15,6 +15,12 @@ ReadingMark::Scope::~Scope()
     m_mark.m_folder = nullptr;
 }
 
+void ReadingMark::renew()
+{
+    const std::lock_guard lock(m_mutex);
+    m_since = std::chrono::steady_clock::now();
+}
+
 std::optional<std::string> ReadingMark::stuckIn(std::chrono::milliseconds limit) const
 {
     const std::lock_guard lock(m_mutex);

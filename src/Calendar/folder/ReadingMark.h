@@ -26,6 +26,9 @@ public:
         ReadingMark &m_mark;
     };
 
+    /// To be called while the mark stands, when something was read: the folder is slow at worst.
+    void renew();
+
     /// The folder, when it has been read in for longer than \a limit without a pause.
     std::optional<std::string> stuckIn(std::chrono::milliseconds limit) const;
 
