@@ -282,6 +282,31 @@ TEST(WholeDayTest, showsAndOpensWhatIsRightFromTheFirstStartToTheNextDay)
     EXPECT_THAT(day.written(), HasSubstr("hasCompletedOnboarding=true"));
 }
 
+TEST(WholeDayTest, makesTheAgendaForThoseWhoFollowItAsLongAsTheyDo)
+{
+    if (!support::PrivateBus::isInstalled())
+        GTEST_SKIP() << "dbus-daemon is not installed";
+    WholeDay day("Europe/Berlin");
+    day.skipFirstRun();
+    day.passUntil(at("2026-03-10T08:00:00+01:00"));
+    day.start();
+    const auto isMade = [&] {
+        const int before = day.agendasMade();
+        day.passUntil(day.now() + std::chrono::seconds(30));
+        return day.agendasMade() > before;
+    };
+    EXPECT_FALSE(isMade());
+    const QDBusConnection one = day.bus().connection(), other = day.bus().connection();
+    day.askForAgenda(one);
+    day.askForAgenda(other);
+    EXPECT_TRUE(isMade());
+    QDBusConnection::disconnectFromBus(one.name());
+    waitAWhile(std::chrono::milliseconds(200));
+    EXPECT_TRUE(isMade()) << "for the other one";
+    QDBusConnection::disconnectFromBus(other.name());
+    EXPECT_TRUE(waitFor([&] { return !isMade(); }));
+}
+
 TEST(WholeDayTest, keepsItsHeadWhenTheClockIsSet)
 {
     if (!support::PrivateBus::isInstalled())
