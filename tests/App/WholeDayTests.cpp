@@ -296,14 +296,18 @@ TEST(WholeDayTest, makesTheAgendaForThoseWhoFollowItAsLongAsTheyDo)
         return day.agendasMade() > before;
     };
     EXPECT_FALSE(isMade());
-    const QDBusConnection one = day.bus().connection(), other = day.bus().connection();
-    day.askForAgenda(one);
-    day.askForAgenda(other);
+    std::optional one = day.bus().connection(), other = day.bus().connection();
+    const auto leave = [](std::optional<QDBusConnection> &follower) {
+        QDBusConnection::disconnectFromBus(follower->name());
+        follower.reset();
+    };
+    day.askForAgenda(*one);
+    day.askForAgenda(*other);
     EXPECT_TRUE(isMade());
-    QDBusConnection::disconnectFromBus(one.name());
+    leave(one);
     waitAWhile(std::chrono::milliseconds(200));
     EXPECT_TRUE(isMade()) << "for the other one";
-    QDBusConnection::disconnectFromBus(other.name());
+    leave(other);
     EXPECT_TRUE(waitFor([&] { return !isMade(); }));
 }
 
