@@ -56,12 +56,12 @@ std::string head()
     return std::string("BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Example//Calendar//EN\r\n") + zoneText;
 }
 
-/// Temporary folders live as long as the program.
-std::string newRoot()
+/// Fills the root when it is first asked for. Temporary folders live as long as the program.
+std::string rootOf(const QTemporaryDir &folder, void (*write)(const std::string &, int), int count)
 {
-    static std::map<int, QTemporaryDir> roots;
-    const QString root = roots[int(roots.size())].path();
-    QDir(root).mkdir(QStringLiteral("work"));
+    const QString root = folder.path();
+    if (QDir(root).mkdir(QStringLiteral("work")))
+        write(root.toStdString() + "/work", count);
     return root.toStdString();
 }
 
@@ -72,31 +72,31 @@ std::string eventFile(int number)
     return head() + eventText(number) + "END:VCALENDAR\r\n";
 }
 
-std::string folderOfFiles(int count)
+void writeFiles(const std::string &folder, int count)
 {
-    static std::map<int, std::string> made;
-    std::string &root = made[count];
-    if (!root.empty())
-        return root;
-    root = newRoot();
     for (int i = 0; i < count; ++i)
-        std::ofstream(root + "/work/" + number("%07d", i) + "-4f1c-9d2e.ics") << eventFile(i);
-    return root;
+        std::ofstream(folder + "/" + number("%07d", i) + "-4f1c-9d2e.ics") << eventFile(i);
 }
 
-std::string folderWithOneFile(int count)
+void writeOneFile(const std::string &folder, int count)
 {
-    static std::map<int, std::string> made;
-    std::string &root = made[count];
-    if (!root.empty())
-        return root;
-    root = newRoot();
-    std::ofstream file(root + "/work/all.ics");
+    std::ofstream file(folder + "/all.ics");
     file << head();
     for (int i = 0; i < count; ++i)
         file << eventText(i);
     file << "END:VCALENDAR\r\n";
-    return root;
+}
+
+std::string folderOfFiles(int count)
+{
+    static std::map<int, QTemporaryDir> roots;
+    return rootOf(roots[count], writeFiles, count);
+}
+
+std::string folderWithOneFile(int count)
+{
+    static std::map<int, QTemporaryDir> roots;
+    return rootOf(roots[count], writeOneFile, count);
 }
 
 } // namespace mivora::samples

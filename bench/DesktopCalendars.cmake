@@ -1,17 +1,16 @@
 # The calendars of the desktop, from the real Evolution Data Server on a bus and in a home of its own.
-set(eds_tests ${CMAKE_SOURCE_DIR}/tests/CalendarEds)
 if(BUILD_TESTING)
+    set(eds_tests ${CMAKE_SOURCE_DIR}/tests/CalendarEds)
+    add_library(BenchEdsWorld STATIC ${eds_tests}/EdsMaker.cpp ${eds_tests}/EdsMaker.h ${eds_tests}/EdsWorld.cpp
+                                     ${eds_tests}/EdsWorld.h)
+    target_include_directories(BenchEdsWorld PUBLIC ${CMAKE_SOURCE_DIR}/tests)
+    target_link_libraries(BenchEdsWorld PUBLIC TestSupport PRIVATE MivoraOptions)
     mivora_bench(
         DesktopCalendars
         DEPENDS Calendar
-        LIBRARIES TestSupport
-        SOURCES DesktopCalendars.cpp
-                CalendarSamples.cpp
-                CalendarSamples.h
-                ${eds_tests}/EdsMaker.cpp
-                ${eds_tests}/EdsMaker.h
-                ${eds_tests}/EdsWorld.cpp
-                ${eds_tests}/EdsWorld.h)
-    target_include_directories(DesktopCalendars PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+        LIBRARIES BenchEdsWorld
+        SOURCES DesktopCalendars.cpp CalendarSamples.cpp CalendarSamples.h)
     add_dependencies(DesktopCalendars eds-maker mivora-eds)
+    # The same server through its own library alone.
+    mivora_bench(LibecalLoading LIBRARIES BenchEdsWorld PkgConfig::ecal SOURCES LibecalLoading.cpp)
 endif()

@@ -6,13 +6,17 @@
 #include <pcre2.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <memory>
+#include <regex>
 #include <string>
 #include <string_view>
 #include <vector>
 
-// Each kind of text is read twice. Finding matches: the scanner ("match_own") and PCRE2's just-in-time
-// compiler with the same pattern ("match_pcre2"). Finding links, which are parsed as well: `links`
+// Each kind of text is read for two purposes. Finding matches: the scanner ("match_own") and PCRE2's
+// just-in-time compiler ("match_pcre2") and the standard library ("match_std") with the same pattern, and
+// what memory allows: the search for a byte that isn't there ("match_memchr"). Finding links, which are
+// parsed as well: `links`
 // ("links_own") and the same on top of PCRE2 ("links_pcre2").
 namespace {
 
@@ -104,6 +108,26 @@ std::size_t matchesOfPcre2(std::string_view text)
     return matches;
 }
 
+/// Line by line: the standard library's search recurses with every character of a match.
+std::size_t matchesOfStd(std::string_view text)
+{
+    static const std::regex compiled(R"(https://[^\s<>"'()\[\]]+)", std::regex::optimize);
+    std::size_t matches = 0;
+    for (std::size_t from = 0; from < text.size();) {
+        const std::size_t end = std::min(text.find('\n', from), text.size());
+        const std::string_view line = text.substr(from, end - from);
+        matches += std::size_t(
+            std::distance(std::cregex_iterator(line.begin(), line.end(), compiled), std::cregex_iterator()));
+        from = end + 1;
+    }
+    return matches;
+}
+
+std::size_t memchrOfNothing(std::string_view text)
+{
+    return std::memchr(text.data(), '\0', text.size()) ? 1 : 0;
+}
+
 std::size_t links(std::string_view text)
 {
     return mivora::links(text).size();
@@ -130,14 +154,20 @@ void run(benchmark::State &state, std::size_t (*count)(std::string_view), const 
 
 BENCHMARK_CAPTURE(run, plain_match_own, matchesOfScanner, plainNotes);
 BENCHMARK_CAPTURE(run, plain_match_pcre2, matchesOfPcre2, plainNotes);
+BENCHMARK_CAPTURE(run, plain_match_std, matchesOfStd, plainNotes);
+BENCHMARK_CAPTURE(run, plain_match_memchr, memchrOfNothing, plainNotes);
 BENCHMARK_CAPTURE(run, plain_links_own, links, plainNotes);
 BENCHMARK_CAPTURE(run, plain_links_pcre2, linksOfPcre2, plainNotes);
 BENCHMARK_CAPTURE(run, notes_match_own, matchesOfScanner, notesWithLinks);
 BENCHMARK_CAPTURE(run, notes_match_pcre2, matchesOfPcre2, notesWithLinks);
+BENCHMARK_CAPTURE(run, notes_match_std, matchesOfStd, notesWithLinks);
+BENCHMARK_CAPTURE(run, notes_match_memchr, memchrOfNothing, notesWithLinks);
 BENCHMARK_CAPTURE(run, notes_links_own, links, notesWithLinks);
 BENCHMARK_CAPTURE(run, notes_links_pcre2, linksOfPcre2, notesWithLinks);
 BENCHMARK_CAPTURE(run, hard_match_own, matchesOfScanner, hardText);
 BENCHMARK_CAPTURE(run, hard_match_pcre2, matchesOfPcre2, hardText);
+BENCHMARK_CAPTURE(run, hard_match_std, matchesOfStd, hardText);
+BENCHMARK_CAPTURE(run, hard_match_memchr, memchrOfNothing, hardText);
 BENCHMARK_CAPTURE(run, hard_links_own, links, hardText);
 BENCHMARK_CAPTURE(run, hard_links_pcre2, linksOfPcre2, hardText);
 

@@ -1,6 +1,7 @@
 // From the request for a panel to its first frame on the screen, on a display of its own with the software
 // renderer; and the memory that is in use when a panel was shown once and hidden again.
 
+#include "BareWindow.h"
 #include "KeloPanel/backends/X11Connection.h"
 #include "desktop/PanelUnderTest.h"
 #include "support/MeetingFactory.h"
@@ -8,11 +9,8 @@
 
 #include <QElapsedTimer>
 #include <QEventLoop>
-#include <QFile>
 #include <QGuiApplication>
-#include <QProcess>
 #include <benchmark/benchmark.h>
-#include <unistd.h>
 
 namespace {
 
@@ -20,15 +18,6 @@ using namespace mivora;
 
 const Timestamp now = at("2026-03-10T08:59:00Z");
 PanelUnderTest *test = nullptr;
-
-double residentMegabytes()
-{
-    QFile statm(QStringLiteral("/proc/self/statm"));
-    if (!statm.open(QFile::ReadOnly))
-        return 0;
-    return double(statm.readAll().split(' ').value(1).toLong()) * double(sysconf(_SC_PAGESIZE)) /
-           (1024.0 * 1024);
-}
 
 // In seconds. The panel is drawn when its frame was handed over and the X server has answered after that.
 double showPanel(const Meeting &meeting)
@@ -79,21 +68,25 @@ void panelMadeAnew(benchmark::State &state)
     }
 }
 
+void bareWindow(benchmark::State &state)
+{
+    for (auto _ : state) {
+        const BareWindow window = showBareWindow();
+        state.SetIterationTime(window.seconds);
+        state.counters["bare_MB"] = window.megabytes;
+    }
+}
+
 void memoryAfterOnePanel(benchmark::State &state)
 {
-    QProcess bare;
-    bare.start(QCoreApplication::applicationDirPath() + QStringLiteral("/bare-qml-window"), {});
-    bare.waitForFinished();
-    const double bareMegabytes = bare.readAllStandardOutput().trimmed().toDouble() / 1024;
     for (auto _ : state)
         state.SetIterationTime(1);
     state.counters["panel_MB"] = residentMegabytes();
-    state.counters["bare_MB"] = bareMegabytes;
-    state.counters["ratio"] = residentMegabytes() / bareMegabytes;
     test->panel.controller().panel().releaseView();
     state.counters["released_MB"] = residentMegabytes();
 }
 
+BENCHMARK(bareWindow)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(firstPanel)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(memoryAfterOnePanel)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(laterPanel)->Iterations(50)->UseManualTime()->Unit(benchmark::kMillisecond);

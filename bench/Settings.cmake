@@ -3,7 +3,7 @@ find_package(Qt6 REQUIRED COMPONENTS Test)
 mivora_bench(
     SettingsOpening
     DEPENDS Settings PlatformFake
-    LIBRARIES Qt6::Test
+    LIBRARIES BenchBareWindow TestSupport Qt6::Test
     SOURCES SettingsOpening.cpp)
 target_include_directories(SettingsOpening PRIVATE ${CMAKE_SOURCE_DIR}/tests)
-add_dependencies(SettingsOpening mivora-views)
+add_dependencies(SettingsOpening mivora-views bare-qml-window)

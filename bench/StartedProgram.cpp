@@ -35,7 +35,8 @@ double numberOf(const QByteArray &table, const char *name)
 
 ItemWatcher::ItemWatcher(QDBusConnection bus)
 {
-    bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), this, QDBusConnection::ExportAllSlots);
+    bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), this,
+                       QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllProperties);
     bus.registerService(QStringLiteral("org.kde.StatusNotifierWatcher"));
 }
 

@@ -14,9 +14,12 @@ class ItemWatcher final : public QObject
 {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierWatcher")
+    Q_PROPERTY(bool IsStatusNotifierHostRegistered READ isHostRegistered CONSTANT)
 
 public:
     explicit ItemWatcher(QDBusConnection bus);
+
+    bool isHostRegistered() const { return true; }
 
     int items = 0;
 

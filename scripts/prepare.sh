@@ -40,13 +40,12 @@ build() {
     local preset=$1
     shift
     if [ ! -f "build/$preset/build.ninja" ]; then
+        local messages
         echo "Configuring ($preset)…" >&2
-        cmake --preset "$preset" >"/tmp/mivora-configure.$$" 2>&1 || {
-            cat "/tmp/mivora-configure.$$" >&2
-            rm -f "/tmp/mivora-configure.$$"
+        messages=$(cmake --preset "$preset" 2>&1) || {
+            printf '%s\n' "$messages" >&2
             return 1
         }
-        rm -f "/tmp/mivora-configure.$$"
     fi
     echo "Building ($preset)…" >&2
     if [ $# -gt 0 ]; then

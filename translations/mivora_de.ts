@@ -367,6 +367,14 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <source>there is no session bus to reach Mivora on; run this in your desktop session</source>
         <translation>kein Sitzungsbus, über den Mivora zu erreichen wäre; führen Sie dies in Ihrer Arbeitsumgebung aus</translation>
     </message>
+    <message>
+        <source>the display can&apos;t be used: %1</source>
+        <translation>der Bildschirm ist nicht zu erreichen: %1</translation>
+    </message>
+    <message>
+        <source>one of %1</source>
+        <translation>eines von %1</translation>
+    </message>
 </context>
 <context>
     <name>Countdown</name>
@@ -400,13 +408,6 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <source>%1h</source>
         <comment>in a small icon</comment>
         <translation>%1h</translation>
-    </message>
-</context>
-<context>
-    <name>Files</name>
-    <message>
-        <source>%1: cannot be created</source>
-        <translation>%1: kann nicht angelegt werden</translation>
     </message>
 </context>
 <context>
@@ -941,6 +942,10 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <source>no meeting has its panel shown now</source>
         <translation>derzeit wird kein Beitrittsfenster angezeigt</translation>
     </message>
+    <message>
+        <source>Settings can&apos;t be saved: %1</source>
+        <translation>Einstellungen können nicht gesichert werden: %1</translation>
+    </message>
 </context>
 <context>
     <name>mivora::CalendarListModel</name>
@@ -987,6 +992,13 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <message>
         <source>Couldn&apos;t open %1. Link copied.</source>
         <translation>%1 ließ sich nicht öffnen. Link kopiert.</translation>
+    </message>
+</context>
+<context>
+    <name>mivora::PortalLoginItem</name>
+    <message>
+        <source>Mivora counts down to your next meeting from the moment you log in.</source>
+        <translation>Mivora zeigt ab der Anmeldung den Countdown bis zu Ihrem nächsten Termin.</translation>
     </message>
 </context>
 </TS>

@@ -367,6 +367,14 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <source>there is no session bus to reach Mivora on; run this in your desktop session</source>
         <translation>aucun bus de session pour joindre Mivora&#x202f;; lancez ceci dans votre session de bureau</translation>
     </message>
+    <message>
+        <source>the display can&apos;t be used: %1</source>
+        <translation>l’écran n’est pas accessible&#xa0;: %1</translation>
+    </message>
+    <message>
+        <source>one of %1</source>
+        <translation>l’une des valeurs %1</translation>
+    </message>
 </context>
 <context>
     <name>Countdown</name>
@@ -400,13 +408,6 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <source>%1h</source>
         <comment>in a small icon</comment>
         <translation>%1h</translation>
-    </message>
-</context>
-<context>
-    <name>Files</name>
-    <message>
-        <source>%1: cannot be created</source>
-        <translation>%1&#xa0;: création impossible</translation>
     </message>
 </context>
 <context>
@@ -941,6 +942,10 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <source>no meeting has its panel shown now</source>
         <translation>aucun panneau de réunion n’est affiché pour l’instant</translation>
     </message>
+    <message>
+        <source>Settings can&apos;t be saved: %1</source>
+        <translation>Impossible d’enregistrer les réglages&#xa0;: %1</translation>
+    </message>
 </context>
 <context>
     <name>mivora::CalendarListModel</name>
@@ -987,6 +992,13 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     <message>
         <source>Couldn&apos;t open %1. Link copied.</source>
         <translation>Impossible d’ouvrir %1. Lien copié.</translation>
+    </message>
+</context>
+<context>
+    <name>mivora::PortalLoginItem</name>
+    <message>
+        <source>Mivora counts down to your next meeting from the moment you log in.</source>
+        <translation>Mivora affiche le compte à rebours de votre prochaine réunion dès l’ouverture de session.</translation>
     </message>
 </context>
 </TS>

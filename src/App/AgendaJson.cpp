@@ -1,6 +1,6 @@
 #include "App/AgendaJson.h"
 
-#include "App/Rfc3339.h"
+#include "CommandLine/Rfc3339.h"
 #include "JoinPanel/PanelText.h"
 #include "Preferences/Preferences.h"
 #include "Scheduling/Scheduler.h"
@@ -153,15 +153,6 @@ QJsonObject agendaJson(const AgendaContext &context)
         {QStringLiteral("menu"), menuJson(context)},
         {QStringLiteral("panel"), panelJson(context)},
     };
-}
-
-bool showsChange(const QJsonObject &before, const QJsonObject &after)
-{
-    QJsonObject left = before;
-    QJsonObject right = after;
-    left.remove(QStringLiteral("now"));
-    right.remove(QStringLiteral("now"));
-    return left != right;
 }
 
 } // namespace mivora

@@ -36,7 +36,4 @@ std::vector<MenuEntry> menuEntries(const AgendaContext &context);
 /// The public JSON form of the program's state; docs/agenda-json.md describes it.
 QJsonObject agendaJson(const AgendaContext &context);
 
-/// Whether two agendas differ in more than the time that they were made at.
-bool showsChange(const QJsonObject &before, const QJsonObject &after);
-
 } // namespace mivora

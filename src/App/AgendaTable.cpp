@@ -1,8 +1,8 @@
 #include "App/AgendaTable.h"
 
-#include "App/Output.h"
-#include "App/Rfc3339.h"
 #include "Calendar/TitleText.h"
+#include "CommandLine/Output.h"
+#include "CommandLine/Rfc3339.h"
 #include "MeetingTexts/ServiceName.h"
 #include "Meetings/Color.h"
 #include "StatusBar/ShortTime.h"
@@ -143,11 +143,6 @@ QString TableWriter::swatch(const QString &hex) const
            QLatin1Char(' ');
 }
 
-QString cleaned(const QString &text)
-{
-    return QString::fromStdString(singleLine(text.toStdString()));
-}
-
 QString clock(const QJsonValue &time, const QTimeZone &zone)
 {
     const auto instant = timestampFromRfc3339(time.toString().toStdString());
@@ -160,7 +155,7 @@ Row rowOf(const QJsonObject &meeting, const QTimeZone &zone)
     row.id = meeting.value(QLatin1String("id")).toString();
     row.time = clock(meeting.value(QLatin1String("start")), zone) + QStringLiteral(" – ") +
                clock(meeting.value(QLatin1String("end")), zone);
-    row.title = cleaned(titleText(meeting.value(QLatin1String("title")).toString().toStdString()));
+    row.title = singleLine(titleText(meeting.value(QLatin1String("title")).toString().toStdString()));
     row.colour = meeting.value(QLatin1String("calendarColor")).toString();
     const auto link = meeting.value(QLatin1String("joinLink")).toObject();
     if (const auto service =
@@ -231,7 +226,7 @@ std::string agendaTable(const QJsonObject &agenda, const QTimeZone &zone, const 
     if (!title.isEmpty()) {
         const QString link = linkOfNext(agenda);
         writer.line(QString());
-        writer.line(Agenda::tr("Next: %1").arg(cleaned(title).trimmed()));
+        writer.line(Agenda::tr("Next: %1").arg(singleLine(title).trimmed()));
         if (!link.isEmpty())
             writer.line(Agenda::tr("Join: %1").arg(link));
     }

@@ -8,8 +8,10 @@
 #include "Calendar/LocalDay.h"
 #include "KeloHotkey/HotKeyService.h"
 #include "Onboarding/OnboardingFlow.h"
+#include "Platform/DefaultsStore.h"
 #include "Platform/SystemEvents.h"
 #include "Platform/SystemLinks.h"
+#include "Platform/SystemLog.h"
 #include "Settings/SettingsWindowController.h"
 #include "StatusBar/ShortTime.h"
 
@@ -95,11 +97,19 @@ void AppDelegate::installObservers()
     refreshOn(&SystemEvents::dayChanged);
     refreshOn(&SystemEvents::clockChanged);
     connect(&m_parts.systemEvents, &SystemEvents::timeZoneChanged, this, &AppDelegate::timeZoneChanged);
+    connect(&m_parts.defaults, &DefaultsStore::writeFailed, this, &AppDelegate::tellUnsavedSettings);
     // Another process changed a setting that the status item or the panel shows the effect of.
     for (const auto signal :
          {&Preferences::showTitleChanged, &Preferences::titleWidthChanged, &Preferences::leadMinutesChanged,
           &Preferences::remindWithoutLinkChanged, &Preferences::disabledCalendarIDsChanged})
         connect(&m_prefs, signal, m_scheduler.get(), &Scheduler::refresh, Qt::QueuedConnection);
+}
+
+/// The store tells once, until it works again: by then what is unsaved has been saved as well.
+void AppDelegate::tellUnsavedSettings(const QString &reason)
+{
+    writeToSystemLog(QLatin1String("Mivora: settings can't be saved: ") + reason);
+    m_toast.show(tr("Settings can't be saved: %1").arg(reason.section(QLatin1String(": "), -1)));
 }
 
 void AppDelegate::calendarsChanged()

@@ -96,6 +96,7 @@ private:
     void makeOnboarding();
     void installObservers();
     void calendarsChanged();
+    void tellUnsavedSettings(const QString &reason);
     bool openSettings(std::optional<SettingsPage> page);
     void openSystemSettings(const QString &link);
     void buildMenu(kelo::Menu &menu);

@@ -1,20 +1,23 @@
 #include "App/RunApplication.h"
 
 #include "App/AppDelegate.h"
-#include "App/ApplicationService.h"
 #include "App/CalendarStores.h"
-#include "App/CommandLineTexts.h"
-#include "App/Output.h"
-#include "App/RunningInstance.h"
 #include "Calendar/LocalDay.h"
+#include "CommandLine/CommandLineTexts.h"
+#include "CommandLine/Output.h"
 #include "KeloHotkey/HotKeyServices.h"
 #include "Platform/linux/LinuxPlatform.h"
+#include "Platform/linux/TerminationSignals.h"
+#include "Remote/ApplicationService.h"
+#include "Remote/RunningInstance.h"
 #include "Translations/InstallTranslations.h"
 
 #include <QDeadlineTimer>
 #include <QGuiApplication>
 #include <QThread>
+#include <cstdlib>
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace mivora {
@@ -61,11 +64,45 @@ bool chooseWindowSystem()
     if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         return true;
     const bool hasX11 = !qEnvironmentVariableIsEmpty("DISPLAY");
-    if (!hasX11 && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+    const bool hasWayland = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    if (!hasX11 && !hasWayland)
         return false;
-    qputenv("QT_QPA_PLATFORM", hasX11 ? "xcb" : "wayland");
+    qputenv("QT_QPA_PLATFORM", !hasX11 ? "wayland" : hasWayland ? "xcb;wayland" : "xcb");
     return true;
 }
+
+/// While it lives, a window system that can't be reached ends the program in one line: Qt itself would abort,
+/// and leave a crash report. What it says on the way there is held back, and told when the end didn't come.
+class WindowSystemStart final
+{
+public:
+    WindowSystemStart() { previous = qInstallMessageHandler(receive); }
+
+    ~WindowSystemStart()
+    {
+        qInstallMessageHandler(previous);
+        for (const QString &warning : std::exchange(warnings, {}))
+            qWarning("%s", qUtf8Printable(warning));
+    }
+    Q_DISABLE_COPY_MOVE(WindowSystemStart)
+
+private:
+    static void receive(QtMsgType type, const QMessageLogContext &context, const QString &text)
+    {
+        if (type == QtFatalMsg) {
+            complain(CommandLineTexts::tr("the display can't be used: %1")
+                         .arg(warnings.value(0, text.section(QLatin1Char('\n'), 0, 0))));
+            std::_Exit(exitCouldNot);
+        }
+        if (type == QtDebugMsg)
+            previous(type, context, text);
+        else
+            warnings.append(text);
+    }
+
+    static inline QtMessageHandler previous = nullptr;
+    static inline QStringList warnings;
+};
 
 int run(StartedBy startedBy)
 {
@@ -99,13 +136,18 @@ int run(StartedBy startedBy)
 int runApplication(int &argc, char **argv, StartedBy startedBy)
 {
     if (!chooseWindowSystem()) {
+        const QCoreApplication application(argc, argv);
+        installTranslations();
         complain(CommandLineTexts::tr("there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set"));
         return exitCouldNot;
     }
     QGuiApplication::setApplicationName(QStringLiteral("mivora"));
     QGuiApplication::setDesktopFileName(QStringLiteral("app.kelo.Mivora"));
     // The name first: a second start ends before it has made anything.
+    std::optional<WindowSystemStart> start(std::in_place);
     QGuiApplication application(argc, argv);
+    start.reset();
+    const TerminationSignals signalsEndIt;
     QGuiApplication::setQuitOnLastWindowClosed(false);
     installTranslations();
     if (!claimApplicationName(QDBusConnection::sessionBus()))

@@ -1,11 +1,11 @@
-#include "App/CommandLine.h"
-#include "App/Output.h"
 #include "App/RunApplication.h"
 #include "App/commands/AccessCommand.h"
 #include "App/commands/AgendaCommand.h"
 #include "App/commands/DefaultsCommand.h"
 #include "App/commands/DetectCommand.h"
 #include "App/commands/RemoteCommand.h"
+#include "CommandLine/CommandLine.h"
+#include "CommandLine/Output.h"
 #include "Platform/linux/LinuxPlatform.h"
 #include "Translations/InstallTranslations.h"
 

@@ -52,7 +52,9 @@ bool AccessMemory::allow()
         return true;
     makePrivateFolder(QFileInfo(m_path).absolutePath());
     QSaveFile file(m_path);
-    return file.open(QIODevice::WriteOnly) && file.write(allowedText) >= 0 && file.commit();
+    // Without a buffer: commit() overlooks that it can't be emptied, and would put an empty file in place.
+    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+           file.write(allowedText) == qint64(sizeof allowedText - 1) && file.commit();
 }
 
 bool AccessMemory::reset()

@@ -1,6 +1,7 @@
 #include "Calendar/EventKitSource.h"
 
 #include "Calendar/TitleOrder.h"
+#include "Meetings/BoundedText.h"
 
 #include <QThread>
 #include <algorithm>
@@ -106,8 +107,8 @@ std::vector<CalendarInfo> EventKitSource::calendars() const
     if (authorization() != CalendarAuthorization::granted)
         return infos;
     for (const StoreCalendar &calendar : m_store->calendars())
-        infos.push_back(
-            {calendar.id, calendar.title, calendar.sourceTitle.value_or(std::string()), calendar.color});
+        infos.push_back({calendar.id, boundedText(calendar.title),
+                         boundedText(calendar.sourceTitle.value_or(std::string())), calendar.color});
     std::stable_sort(infos.begin(), infos.end(), [](const CalendarInfo &left, const CalendarInfo &right) {
         if (titleSortsBefore(left.accountTitle, right.accountTitle))
             return true;

@@ -6,13 +6,9 @@ namespace mivora {
 
 void NewsQueue::push(LoaderNews news)
 {
-    bool isFirst = false;
-    {
-        const std::lock_guard lock(m_mutex);
-        isFirst = m_news.empty();
-        m_news.push_back(std::move(news));
-    }
-    if (isFirst)
+    const std::lock_guard lock(m_mutex);
+    m_news.push_back(std::move(news));
+    if (m_news.size() == 1 && m_onNews)
         m_onNews();
 }
 
@@ -20,6 +16,12 @@ std::vector<LoaderNews> NewsQueue::take()
 {
     const std::lock_guard lock(m_mutex);
     return std::exchange(m_news, {});
+}
+
+void NewsQueue::close()
+{
+    const std::lock_guard lock(m_mutex);
+    m_onNews = nullptr;
 }
 
 } // namespace mivora

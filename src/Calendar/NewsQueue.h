@@ -11,13 +11,16 @@ namespace mivora {
 class NewsQueue
 {
 public:
-    /// \a onNews is called on the loader's thread when take() has something to give.
+    /// \a onNews is called on the loader's thread when take() has something to give; it must not call back.
     explicit NewsQueue(std::function<void()> onNews) : m_onNews(std::move(onNews)) {}
 
     void push(LoaderNews news);
 
     /// What is new since the last call, oldest first.
     std::vector<LoaderNews> take();
+
+    /// From now on nobody is told.
+    void close();
 
 private:
     std::mutex m_mutex;

@@ -1,15 +1,13 @@
 #include "Calendar/TitleText.h"
 
+#include "Meetings/BoundedText.h"
+
 #include <QTextBoundaryFinder>
 #include <algorithm>
 
 namespace mivora {
 
 namespace {
-
-// A hundred combining marks on a letter are still one character: the length in bytes needs a limit of its
-// own.
-constexpr std::size_t maxTitleBytes = 8192;
 
 constexpr QChar ellipsis(0x2026);
 
@@ -18,20 +16,13 @@ bool isBlank(QChar c)
     return c == QLatin1Char(' ') || c == QLatin1Char('\t');
 }
 
-bool breaksLine(QChar c)
+/// Breaks the line that it stands in, or rearranges what comes after it: the embeddings, overrides and
+/// isolates of the bidirectional algorithm (UAX #9).
+bool disturbsLine(QChar c)
 {
     return c.category() == QChar::Other_Control || c.category() == QChar::Separator_Line ||
-           c.category() == QChar::Separator_Paragraph;
-}
-
-/// The start of \a text, at most \a maxBytes long, without half a character (UTF-8) at its end.
-std::string_view prefix(std::string_view text, std::size_t maxBytes)
-{
-    if (text.size() <= maxBytes)
-        return text;
-    while (maxBytes > 0 && (static_cast<unsigned char>(text[maxBytes]) & 0xC0) == 0x80)
-        --maxBytes;
-    return text.substr(0, maxBytes);
+           c.category() == QChar::Separator_Paragraph || (c >= QChar(0x202A) && c <= QChar(0x202E)) ||
+           (c >= QChar(0x2066) && c <= QChar(0x2069));
 }
 
 /// The length of the first \a count characters of \a text in code units, or that of the whole text when it
@@ -59,10 +50,11 @@ QString trimmedBlanks(QStringView text)
 
 QString titleText(std::string_view title)
 {
-    const std::string_view start = prefix(title, maxTitleBytes);
+    // A hundred combining marks on a letter are still one character: bytes need a limit of their own.
+    const std::string_view start = prefix(title, longestText);
     QString text = QString::fromUtf8(start.data(), qsizetype(start.size()));
     text.replace(QLatin1String("\r\n"), QLatin1String(" "));
-    std::replace_if(text.begin(), text.end(), breaksLine, QLatin1Char(' '));
+    std::replace_if(text.begin(), text.end(), disturbsLine, QLatin1Char(' '));
     const qsizetype length = lengthOfCharacters(text, maxTitleCharacters);
     if (length == text.size() && start.size() == title.size())
         return text;

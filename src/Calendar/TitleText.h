@@ -11,7 +11,8 @@ namespace mivora {
 /// down.
 inline constexpr int maxTitleCharacters = 255;
 
-/// \a title as one line: control characters and line separators become blanks. What is longer than
+/// \a title as one line: control characters, line separators and the controls of the writing direction become
+/// blanks. What is longer than
 /// maxTitleCharacters, or holds absurdly long characters, is cut and ends in "…".
 QString titleText(std::string_view title);
 

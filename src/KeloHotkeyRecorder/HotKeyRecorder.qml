@@ -50,6 +50,7 @@ Row {
             leftPadding: 6
             rightPadding: 6
             text: qsTr("Press a shortcut…")
+            textFormat: Text.PlainText
             color: Appearance.colors.accent
             font { pixelSize: Math.round(12 * Appearance.textScale); weight: Font.Medium }
             opacity: root.recorder.recording ? 1 : 0

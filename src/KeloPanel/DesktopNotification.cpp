@@ -3,6 +3,9 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDeadlineTimer>
+#include <QThread>
+#include <chrono>
 #include <utility>
 
 namespace kelo {
@@ -36,11 +39,22 @@ DesktopNotification::DesktopNotification(const QDBusConnection &bus, QObject *pa
 {
 }
 
+DesktopNotification::~DesktopNotification()
+{
+    if (!m_closesNext)
+        return;
+    const QDeadlineTimer patience(std::chrono::milliseconds(300));
+    while (!m_sending->isFinished() && !patience.hasExpired())
+        QThread::msleep(2);
+    if (m_sending->isFinished())
+        finishShowing(m_sending);
+}
+
 void DesktopNotification::show(const NotificationContent &content)
 {
     listen();
     m_closesNext = false;
-    if (m_isSending)
+    if (m_sending)
         m_next = content;
     else
         send(content);
@@ -49,7 +63,7 @@ void DesktopNotification::show(const NotificationContent &content)
 void DesktopNotification::close()
 {
     m_next.reset();
-    m_closesNext = m_isSending;
+    m_closesNext = m_sending != nullptr;
     if (m_id == 0)
         return;
     m_bus.asyncCall(call(QStringLiteral("CloseNotification")) << std::exchange(m_id, 0));
@@ -67,14 +81,13 @@ void DesktopNotification::listen()
 
 void DesktopNotification::send(const NotificationContent &content)
 {
-    m_isSending = true;
     // The body may be read as markup; texts of ours are plain.
     const QVariantMap hints{{QStringLiteral("desktop-entry"), QStringLiteral("app.kelo.Mivora")}};
     const QDBusMessage request = call(QStringLiteral("Notify"))
                                  << QStringLiteral("Mivora") << m_id << QStringLiteral("app.kelo.Mivora")
                                  << content.summary << content.body.toHtmlEscaped()
                                  << flattened(content.actions) << hints << (content.stays ? never : asUsual);
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(request), this);
+    auto *watcher = m_sending = new QDBusPendingCallWatcher(m_bus.asyncCall(request), this);
     // A call without a bus has failed already, and its watcher never tells.
     if (watcher->isError())
         QMetaObject::invokeMethod(
@@ -87,7 +100,7 @@ void DesktopNotification::finishShowing(QDBusPendingCallWatcher *watcher)
 {
     watcher->deleteLater();
     const QDBusPendingReply<uint> reply = *watcher;
-    m_isSending = false;
+    m_sending = nullptr;
     m_id = reply.isValid() ? reply.value() : 0;
     if (std::exchange(m_closesNext, false))
         close();

@@ -35,6 +35,10 @@ class DesktopNotification final : public QObject
 
 public:
     explicit DesktopNotification(const QDBusConnection &bus, QObject *parent = nullptr);
+    /// One that was closed before the desktop had answered is closed here, if the answer comes soon: what
+    /// stays on the screen after the program has nobody to answer to it.
+    ~DesktopNotification() override;
+    Q_DISABLE_COPY_MOVE(DesktopNotification)
 
     /// Replaces what this notification showed before.
     void show(const NotificationContent &content);
@@ -62,7 +66,8 @@ private:
     QDBusConnection m_bus;
     /// Given by the desktop; 0 when nothing is shown.
     uint m_id = 0;
-    bool m_isSending = false;
+    /// The call that the desktop hasn't answered yet.
+    QDBusPendingCallWatcher *m_sending = nullptr;
     /// What was asked for while the desktop hadn't answered yet.
     std::optional<NotificationContent> m_next;
     bool m_closesNext = false;

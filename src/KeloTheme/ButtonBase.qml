@@ -65,6 +65,7 @@ Item {
         Text {
             anchors.verticalCenter: parent.verticalCenter
             text: root.text
+            textFormat: Text.PlainText
             color: root.labelColor
             font { pixelSize: Math.round(root.fontSize * Appearance.textScale); weight: root.fontWeight }
             Accessible.ignored: true

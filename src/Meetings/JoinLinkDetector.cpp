@@ -1,5 +1,6 @@
 #include "Meetings/JoinLinkDetector.h"
 
+#include "Meetings/BoundedText.h"
 #include "Meetings/LinkScanner.h"
 #include "Meetings/ServiceHosts.h"
 
@@ -135,7 +136,7 @@ Url unwrapRedirect(const Url &link)
 std::optional<JoinLink> classify(const Url &link)
 {
     const auto host = link.host();
-    if (link.scheme() != webScheme || !host)
+    if (link.scheme() != webScheme || !host || link.text().size() > longestText)
         return std::nullopt;
     const Service service = serviceOf(link, *host);
     return JoinLink{service, link, nativeURL(service, link)};

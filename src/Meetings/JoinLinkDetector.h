@@ -21,7 +21,8 @@ std::vector<Url> links(std::string_view text);
 /// The target of a link that a calendar service wrapped in its own redirector; every other link unchanged.
 Url unwrapRedirect(const Url &link);
 
-/// The service rules for one link; nothing when it is no https link with a host.
+/// The service rules for one link; nothing when it is no https link with a host, or is longer than
+/// longestText: no program could be given it to open.
 std::optional<JoinLink> classify(const Url &link);
 
 /// The link that opens the Zoom app for a Zoom web link; nothing when that names no meeting number.

@@ -1,10 +1,12 @@
 #include "Meetings/Meeting.h"
 
+#include "Meetings/BoundedText.h"
 #include "Meetings/JoinLinkDetector.h"
 #include "Meetings/WhiteSpace.h"
 
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 
 namespace mivora {
 
@@ -24,15 +26,28 @@ std::int64_t wholeSeconds(Timestamp start)
     return std::int64_t(seconds);
 }
 
+/// No real identifier is half as long; of one that is, the beginning and a checksum stand for all.
+std::string boundedIdentifier(const std::string &identifier)
+{
+    constexpr std::size_t longestIdentifier = 1024;
+    if (identifier.size() <= longestIdentifier)
+        return identifier;
+    std::string bounded(prefix(identifier, longestIdentifier));
+    bounded += '#';
+    bounded += std::to_string(std::hash<std::string>()(identifier));
+    return bounded;
+}
+
 std::string meetingID(const EventSnapshot &snapshot)
 {
-    return snapshot.eventIdentifier.value_or("") + '@' + std::to_string(wholeSeconds(snapshot.start));
+    return boundedIdentifier(snapshot.eventIdentifier.value_or("")) + '@' +
+           std::to_string(wholeSeconds(snapshot.start));
 }
 
 std::string meetingTitle(const EventSnapshot &snapshot)
 {
     const std::string_view title = snapshot.title ? trimmed(*snapshot.title) : std::string_view();
-    return std::string(title.empty() ? "Untitled" : title);
+    return boundedText(title.empty() ? "Untitled" : title);
 }
 
 } // namespace

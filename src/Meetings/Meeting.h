@@ -40,7 +40,7 @@ struct Meeting
     /// Identifies one exact occurrence: the event's identifier, "@" and the start in whole seconds since
     /// 1970. Occurrences of a repeating event differ in it, and a moved event gets a new one.
     std::string id{};
-    /// Never empty: "Untitled" stands for a missing title.
+    /// Never empty: "Untitled" stands for a missing title. One beyond longestText is cut.
     std::string title{};
     Timestamp start{};
     Timestamp end{};

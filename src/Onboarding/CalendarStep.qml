@@ -63,6 +63,7 @@ Item {
 
                 anchors.verticalCenter: parent.verticalCenter
                 text: qsTr("Access granted")
+                textFormat: Text.PlainText
                 color: Appearance.colors.green
                 font { pixelSize: Math.round(13 * Appearance.textScale); weight: Font.Medium }
                 Accessible.ignored: true

@@ -1,5 +1,7 @@
 #include "Platform/SystemLog.h"
 
+#include "Platform/SingleLine.h"
+
 #include <cstdio>
 #include <sys/stat.h>
 #include <syslog.h>
@@ -25,7 +27,7 @@ bool standardErrorIsTheJournal()
 
 void writeToSystemLog(const QString &line)
 {
-    const QByteArray text = line.toUtf8().replace('\n', ' ');
+    const QByteArray text = singleLine(line).toUtf8();
     syslog(LOG_USER | LOG_WARNING, "%s", text.constData());
     if (!standardErrorIsTheJournal())
         std::fprintf(stderr, "%s\n", text.constData());

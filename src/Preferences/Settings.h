@@ -5,6 +5,7 @@
 #include <QJsonValue>
 #include <QLatin1String>
 #include <QList>
+#include <QStringList>
 
 /// The stored settings: their keys, types and what a key reads as that was never written.
 namespace mivora {
@@ -40,6 +41,8 @@ struct Setting
     SettingType type;
     /// Undefined where nothing is registered: the setting is absent until it is set.
     QJsonValue registeredDefault;
+    /// The only values that mean something; empty where all of the type do.
+    QStringList choices = {};
 };
 
 /// All stored settings.

@@ -30,6 +30,7 @@ FormPage {
                 Text {
                     anchors.verticalCenter: parent.verticalCenter
                     text: root.model.titleWidthText
+                    textFormat: Text.PlainText
                     color: Appearance.colors.secondaryLabel
                     opacity: enabled ? 1 : 0.4
                     font.pixelSize: Math.round(13 * Appearance.textScale)

@@ -142,6 +142,12 @@ void WholeDay::sleepUntil(Timestamp time)
     Q_EMIT systemEvents.didWake();
 }
 
+void WholeDay::beginDay(Timestamp midnight)
+{
+    clock.time = midnight;
+    Q_EMIT systemEvents.dayChanged();
+}
+
 void WholeDay::setClock(Timestamp time)
 {
     clock.time = time;

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "App/ApplicationService.h"
 #include "Calendar/AccessMemory.h"
 #include "Calendar/CalendarFolder.h"
 #include "FakeSurroundings.h"
 #include "KeloMenuBar/FakeHost.h"
 #include "Platform/linux/IniDefaultsStore.h"
+#include "Remote/ApplicationService.h"
 #include "support/PrivateBus.h"
 
 #include <functional>
@@ -62,10 +62,10 @@ public:
     void sleepUntil(Timestamp time);
     /// Somebody sets the clock; nothing but that has happened.
     void setClock(Timestamp time);
+    /// Midnight comes between two looks at the clock, and only the system tells of it.
+    void beginDay(Timestamp midnight);
 
     Timestamp now() const { return clock.time; }
-
-    void beginDay() { Q_EMIT systemEvents.dayChanged(); }
 
     void travelTo(const char *zone);
 

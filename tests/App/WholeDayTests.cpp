@@ -204,9 +204,9 @@ std::vector<Step> nightAndNextDay(WholeDay &day)
     return {
         {"2026-03-28T18:00:00+01:00", "evening", {}, {"", lookAhead, "", {}}},
         {"2026-03-28T23:59:59+01:00", "the last second of the day", {}, {"", lookAhead, "", {}}},
-        {"2026-03-29T00:00:00+01:00",
+        {"2026-03-28T23:59:59+01:00",
          "midnight",
-         [&] { day.beginDay(); },
+         [&] { day.beginDay(at("2026-03-29T00:00:00+01:00")); },
          {"Brunch · 9h", {brunch, walk}, "", {}}},
         {"2026-03-29T00:10:00+01:00",
          "asleep until shortly before it",

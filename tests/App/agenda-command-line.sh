@@ -5,7 +5,7 @@ program=$1
 calendars=$2
 home=$(mktemp -d)
 trap 'rm -rf "$home"' EXIT
-unset XDG_CONFIG_HOME XDG_STATE_HOME XDG_DATA_HOME MIVORA_CALENDARS
+unset XDG_CONFIG_HOME XDG_STATE_HOME XDG_DATA_HOME MIVORA_CALENDARS DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM
 # No calendars of the desktop.
 export DBUS_SESSION_BUS_ADDRESS=disabled:
 export HOME="$home" TZ=Europe/Berlin LC_ALL=C.UTF-8
@@ -58,8 +58,15 @@ status 2 agenda --at noon
 status 2 nonsense
 status 1 detect --notes 'no link'
 status 0 defaults write leadMinutes 5
+status 2 defaults write leadMinutes 3
+status 2 defaults write panelCorner centre
 check 'a written setting' 5 "$("$program" defaults read leadMinutes)"
 "$program" access allow
 check 'access without calendars' denied "$("$program" access)"
+
+status 1
+DISPLAY=:4095
+export DISPLAY
+status 1
 
 exit "$failures"

@@ -1,13 +1,14 @@
 #include "KeloHotkey/backends/PortalService.h"
 
-#include "FakePortal.h"
 #include "KeloHotkey/HotKey.h"
+#include "support/FakePortal.h"
 #include "support/PrivateBus.h"
 
 #include <QtCore/qtestsupport_core.h>
 #include <gtest/gtest.h>
 
 using namespace kelo;
+using support::FakePortal;
 
 namespace {
 

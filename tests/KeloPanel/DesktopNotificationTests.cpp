@@ -5,6 +5,7 @@
 
 #include <QSignalSpy>
 #include <QTest>
+#include <QThread>
 #include <gmock/gmock.h>
 
 namespace kelo {
@@ -55,6 +56,20 @@ TEST_F(DesktopNotificationTest, isClosedEvenWhileTheDesktopHasNotAnswered)
     notification->close();
     ASSERT_TRUE(waitForCalls(2));
     EXPECT_EQ(desktop->calls.back(), "close 7");
+}
+
+TEST_F(DesktopNotificationTest, isNotLeftBehindByAProgramThatEnds)
+{
+    QThread elsewhere;
+    desktop->moveToThread(&elsewhere);
+    elsewhere.start();
+    notification->show({.summary = QStringLiteral("One"), .body = {}, .actions = {}, .stays = true});
+    notification->close();
+    notification.reset();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return desktop->answered == 2; }));
+    elsewhere.quit();
+    elsewhere.wait();
+    EXPECT_THAT(desktop->calls, ElementsAre("notify 0 One|||0", "close 7"));
 }
 
 TEST_F(DesktopNotificationTest, tellsOfItsOwnActionsOnly)

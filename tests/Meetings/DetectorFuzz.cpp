@@ -1,24 +1,16 @@
 #include "LinkPatternOracle.h"
 #include "Meetings/JoinLinkDetector.h"
 #include "Meetings/LinkScanner.h"
+#include "support/Require.h"
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 
 // Any bytes as an event's text: the scanner agrees with another implementation of its pattern, and what the
 // detector makes of the matches is consistent.
 namespace {
 
 using namespace mivora;
-
-void require(bool holds, const char *rule)
-{
-    if (!holds) {
-        std::fprintf(stderr, "violated: %s\n", rule);
-        std::abort();
-    }
-}
+using support::require;
 
 void checkScanner(std::string_view text)
 {

@@ -62,6 +62,25 @@ TEST(MeetingTest, looksForItsLinkInUrlLocationAndNotes)
     EXPECT_EQ(Meeting::fromSnapshot({.notes = "none"}).joinLink, std::nullopt);
 }
 
+TEST(MeetingTest, carriesABoundedPartOfAnEndlessEvent)
+{
+    const std::string endless(1 << 20, 'a');
+    EventSnapshot snapshot{.eventIdentifier = endless, .title = endless, .location = endless};
+    snapshot.url = endless;
+    snapshot.url->insert(0, "https://zoom.us/j/1?pwd=");
+    snapshot.notes = endless;
+    snapshot.notes->append(" https://zoom.us/j/2");
+    const Meeting meeting = Meeting::fromSnapshot(snapshot);
+    EXPECT_LT(meeting.id.size(), 1100u);
+    EXPECT_LT(meeting.title.size(), 8200u);
+    EXPECT_TRUE(meeting.title.ends_with("…"));
+    EXPECT_EQ(meeting.joinLink->webURL.text(), "https://zoom.us/j/2") << "the longer one can't be opened";
+
+    EventSnapshot other = snapshot;
+    other.eventIdentifier->back() = '2';
+    EXPECT_NE(Meeting::fromSnapshot(other).id, meeting.id);
+}
+
 TEST(MeetingTest, differsWhenOnlyTheAppLinkDoes)
 {
     const Meeting meeting = Meeting::fromSnapshot({.url = "https://zoom.us/j/1"});

@@ -56,6 +56,7 @@ TEST(TitleText, isOneLine)
         {"line breaks", "a\nb\rc\r\nd", "a b c d"},
         {"tab, delete and C1", "a\tb\x7f"s + "c\u0085d", "a b c d"},
         {"separators", "a\u2028b\u2029c", "a b c"},
+        {"writing direction", "a\u202eb\u202cc\u2066d", "a b c d"},
         {"NUL", "a\0b"s, "a b"},
         {"broken UTF-8", "a\xff\xc3", "a\ufffd\ufffd"},
         {"joiners stay", "👩‍💻\u200b", "👩‍💻\u200b"},

@@ -5,7 +5,7 @@
 # Exits with 77 where a program of the virtual desktop is missing.
 set -euo pipefail
 scripts=$1 program=$2
-for needed in Xvfb xfwm4 xfce4-panel scrot hsetroot xdotool; do
+for needed in Xvfb xfwm4 xfce4-panel scrot hsetroot xdotool xprop; do
     command -v "$needed" >/dev/null || exit 77
 done
 home=$(mktemp -d)

@@ -5,7 +5,7 @@
 # Exits with 77 where a program of the virtual desktop is missing.
 set -euo pipefail
 cmake=$1 build=$2 scripts=$3
-for needed in Xvfb xfwm4 xfce4-panel hsetroot xdotool gdbus; do
+for needed in Xvfb xfwm4 xfce4-panel hsetroot xdotool xprop gdbus; do
     command -v "$needed" >/dev/null || exit 77
 done
 run=$(mktemp -d)
@@ -48,7 +48,7 @@ activate() {
     "$mivora" quit
     await bash -c '! "$1" quit' _ "$mivora" || fail "it quits"
     request ActivateAction join '[]' {} || fail "an action that starts the program finds the calendars"
-    await grep -q https "$HOME/joined" || fail "the link is opened"
+    await grep -q :// "$HOME/joined" || fail "the link is opened"
     "$mivora" quit
 }
 export -f activate

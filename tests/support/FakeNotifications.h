@@ -3,6 +3,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
+#include <atomic>
 #include <string>
 #include <vector>
 
@@ -30,10 +31,12 @@ public:
             calls.push_back("notify " + arguments[1].toString().toStdString() + " " +
                             parts.join(QLatin1Char('|')).toStdString());
             connection.send(message.createReply(7U));
+            ++answered;
             return true;
         }
         calls.push_back("close " + arguments.value(0).toString().toStdString());
         connection.send(message.createReply());
+        ++answered;
         return true;
     }
 
@@ -43,6 +46,8 @@ public:
 
     /// "notify REPLACED SUMMARY|BODY|ACTIONS|TIMEOUT" and "close ID".
     std::vector<std::string> calls;
+    /// How many these are, for another thread.
+    std::atomic<std::size_t> answered = 0;
 
 private:
     void send(const QString &signal, const QVariantList &arguments)

@@ -1,8 +1,8 @@
 #include "App/commands/AccessCommand.h"
 
 #include "App/CalendarSession.h"
-#include "App/CommandLineTexts.h"
-#include "App/Output.h"
+#include "CommandLine/CommandLineTexts.h"
+#include "CommandLine/Output.h"
 
 namespace mivora {
 

@@ -2,11 +2,11 @@
 
 #include "App/AgendaTable.h"
 #include "App/CalendarSession.h"
-#include "App/CommandLineTexts.h"
-#include "App/Output.h"
-#include "App/RunningInstance.h"
 #include "App/commands/AgendaFollower.h"
 #include "Calendar/LocalDay.h"
+#include "CommandLine/CommandLineTexts.h"
+#include "CommandLine/Output.h"
+#include "Remote/RunningInstance.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -44,7 +44,7 @@ std::string oneLine(const QJsonObject &agenda)
 std::string titleLine(const QJsonObject &agenda)
 {
     const auto item = agenda.value(QLatin1String("statusItem")).toObject();
-    return singleLine(item.value(QLatin1String("title")).toString().trimmed().toStdString()) + '\n';
+    return singleLine(item.value(QLatin1String("title")).toString().trimmed()).toStdString() + '\n';
 }
 
 int show(const QJsonObject &agenda, const AgendaRequest &request)

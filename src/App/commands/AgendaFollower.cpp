@@ -2,6 +2,7 @@
 
 #include "App/AgendaJson.h"
 #include "App/NextChange.h"
+#include "Remote/AgendaChange.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "App/CalendarSession.h"
-#include "App/RunningInstance.h"
+#include "Remote/RunningInstance.h"
 
 #include <QObject>
 #include <QTimer>

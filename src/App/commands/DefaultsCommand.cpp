@@ -1,7 +1,7 @@
 #include "App/commands/DefaultsCommand.h"
 
-#include "App/CommandLineTexts.h"
-#include "App/Output.h"
+#include "CommandLine/CommandLineTexts.h"
+#include "CommandLine/Output.h"
 #include "Platform/DefaultsStore.h"
 #include "Preferences/Settings.h"
 
@@ -102,9 +102,11 @@ int read(const std::string &key, const DefaultsStore &store)
     return exitDone;
 }
 
-/// Stores \a text under the setting's key; false when it is no value of the setting's type.
+/// Stores \a text under the setting's key; false when it is no value that the setting can have.
 bool store(const Setting &setting, const QString &text, DefaultsStore &store)
 {
+    if (!setting.choices.isEmpty() && !setting.choices.contains(text))
+        return false;
     bool ok = true;
     switch (setting.type) {
     case SettingType::boolean:
@@ -136,9 +138,11 @@ bool store(const Setting &setting, const QString &text, DefaultsStore &store)
     return false;
 }
 
-QString expectedForm(SettingType type)
+QString expectedForm(const Setting &setting)
 {
-    switch (type) {
+    if (!setting.choices.isEmpty())
+        return CommandLineTexts::tr("one of %1").arg(setting.choices.join(QLatin1String(", ")));
+    switch (setting.type) {
     case SettingType::boolean:
         return CommandLineTexts::tr("true or false");
     case SettingType::integer:
@@ -161,7 +165,7 @@ int write(const DefaultsRequest &request, DefaultsStore &defaults)
     }
     if (!store(*setting, qString(request.value), defaults)) {
         complain(CommandLineTexts::tr("VALUE of %1: expected %2, got \"%3\"")
-                     .arg(qString(request.key), expectedForm(setting->type), qString(request.value)));
+                     .arg(qString(request.key), expectedForm(*setting), qString(request.value)));
         return exitBadArguments;
     }
     return exitDone;

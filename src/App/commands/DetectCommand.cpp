@@ -1,8 +1,8 @@
 #include "App/commands/DetectCommand.h"
 
 #include "App/AgendaJson.h"
-#include "App/CommandLineTexts.h"
-#include "App/Output.h"
+#include "CommandLine/CommandLineTexts.h"
+#include "CommandLine/Output.h"
 #include "MeetingTexts/ServiceName.h"
 #include "Meetings/JoinLinkDetector.h"
 

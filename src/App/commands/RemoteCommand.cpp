@@ -1,8 +1,8 @@
 #include "App/commands/RemoteCommand.h"
 
-#include "App/CommandLineTexts.h"
-#include "App/Output.h"
-#include "App/RunningInstance.h"
+#include "CommandLine/CommandLineTexts.h"
+#include "CommandLine/Output.h"
+#include "Remote/RunningInstance.h"
 
 #include <QDBusConnection>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "App/CommandLine.h"
+#include "CommandLine/CommandLine.h"
 
 namespace mivora {
 

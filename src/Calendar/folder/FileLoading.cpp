@@ -51,8 +51,8 @@ class LoadingTurn
 {
 public:
     /// Whoever holds \a oneLargeFile may hold a large file in memory.
-    LoadingTurn(const LoadRequest &request, std::mutex &oneLargeFile)
-        : m_request(request), m_oneLargeFile(oneLargeFile)
+    LoadingTurn(const LoadRequest &request, ReadingMark &mark, std::mutex &oneLargeFile)
+        : m_request(request), m_mark(mark), m_oneLargeFile(oneLargeFile)
     {
     }
 
@@ -62,6 +62,7 @@ public:
 
 private:
     void openFolderOf(const FileJob &job);
+    ReadStatus read(const FileJob &job, std::int64_t limit);
     void take(const FileJob &job, ReadStatus status);
     void parse(const FileJob &job);
     void takeCalendar(FileCalendar &calendar, const CalendarText &text);
@@ -70,6 +71,7 @@ private:
     void drop(const FileJob &job);
 
     const LoadRequest &m_request;
+    ReadingMark &m_mark;
     std::mutex &m_oneLargeFile;
     const FileCollection *m_collection = nullptr;
     FileDescriptor m_folder;
@@ -84,13 +86,19 @@ void report(const FileJob &job, const std::string &message)
 
 void LoadingTurn::load(const FileJob &job)
 {
-    openFolderOf(job);
-    const ReadStatus status = m_reader.read(m_folder.number(), job.name->c_str(), largeFile);
+    const ReadStatus status = read(job, largeFile);
     if (status != ReadStatus::tooLarge)
         return take(job, status);
     const std::lock_guard lock(m_oneLargeFile);
-    take(job, m_reader.read(m_folder.number(), job.name->c_str()));
+    take(job, read(job, FileReader::largestFile));
     m_reader.trim();
+}
+
+ReadStatus LoadingTurn::read(const FileJob &job, std::int64_t limit)
+{
+    const ReadingMark::Scope reading(m_mark, job.collection->path);
+    openFolderOf(job);
+    return m_reader.read(m_folder.number(), job.name->c_str(), limit);
 }
 
 void LoadingTurn::take(const FileJob &job, ReadStatus status)
@@ -202,12 +210,12 @@ LoadResult loadFiles(const std::vector<FileJob> &jobs, const LoadRequest &reques
         }
     };
     std::mutex oneLargeFile;
-    LoadingTurn own(request, oneLargeFile);
+    LoadingTurn own(request, request.marks->at(0), oneLargeFile);
     if (jobs.size() < manyFiles) {
         work(own);
         return std::move(own.result);
     }
-    LoadingTurn other(request, oneLargeFile);
+    LoadingTurn other(request, request.marks->at(1), oneLargeFile);
     std::thread helper([&] { work(other); });
     work(own);
     helper.join();

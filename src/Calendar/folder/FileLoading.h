@@ -2,6 +2,7 @@
 
 #include "Calendar/folder/FileIndex.h"
 
+#include <array>
 #include <atomic>
 
 namespace mivora {
@@ -14,6 +15,8 @@ struct LoadRequest
     std::vector<std::string> addresses;
     /// Set by another thread to end the work early.
     const std::atomic<bool> *isCancelled = nullptr;
+    /// What each of the threads is reading; not null.
+    std::array<ReadingMark, 2> *marks = nullptr;
 };
 
 struct LoadResult

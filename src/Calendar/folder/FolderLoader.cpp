@@ -39,8 +39,8 @@ bool exists(const std::string &path)
 } // namespace
 
 FolderLoader::FolderLoader(Setup setup, std::function<void()> onNews)
-    : m_tree(setup.roots),
-      m_index(setup.roots), m_request{setup.window, std::move(setup.addresses), &m_isStopping},
+    : m_tree(setup.roots, std::move(setup.leftOut)),
+      m_index(setup.roots), m_request{setup.window, std::move(setup.addresses), &m_isStopping, &m_marks},
       m_news(std::move(onNews)), m_wakeUp(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
 {
     if (!m_wakeUp.isOpen())
@@ -49,15 +49,44 @@ FolderLoader::FolderLoader(Setup setup, std::function<void()> onNews)
 
 void FolderLoader::start()
 {
-    m_thread = std::thread([this] { run(); });
+    m_thread = std::thread([self = shared_from_this()] {
+        self->run();
+        const std::lock_guard lock(self->m_mutex);
+        self->m_hasEnded = true;
+        self->m_end.notify_all();
+    });
 }
 
-FolderLoader::~FolderLoader()
+void FolderLoader::stop()
 {
+    constexpr std::chrono::milliseconds patience{500};
     m_isStopping = true;
+    m_news.close();
     wake();
-    if (m_thread.joinable())
-        m_thread.join();
+    if (!m_thread.joinable())
+        return;
+    std::unique_lock lock(m_mutex);
+    while (!m_end.wait_for(lock, patience / 10, [this] { return m_hasEnded; })) {
+        if (stuckIn(patience))
+            return m_thread.detach();
+    }
+    lock.unlock();
+    m_thread.join();
+}
+
+bool FolderLoader::hasEnded() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_hasEnded;
+}
+
+std::optional<std::string> FolderLoader::stuckIn(std::chrono::milliseconds limit) const
+{
+    for (const ReadingMark &mark : m_marks) {
+        if (auto folder = mark.stuckIn(limit))
+            return folder;
+    }
+    return std::nullopt;
 }
 
 void FolderLoader::setWindow(const EventWindow &window)
@@ -234,8 +263,10 @@ void FolderLoader::scanAndLoad(Compare compare)
 std::vector<FileJob> FolderLoader::scan(Compare compare, EventChanges &changes)
 {
     m_watch.beginRound();
-    std::vector<FolderListing> folders =
-        m_tree.list([this](const std::string &path) { m_watch.add(path, FolderWatch::Interest::content); });
+    std::vector<FolderListing> folders = m_tree.list(
+        m_marks[0], [this](const std::string &path) { m_watch.add(path, FolderWatch::Interest::content); });
+    if (m_isStopping)
+        return {};
     watchAboveRoots();
     m_watch.endRound();
     m_folderTimes.clear();
@@ -253,6 +284,9 @@ void FolderLoader::watchAboveRoots()
 {
     // A root may come later, be renamed, or be a link that is set anew: the folder above it tells.
     for (const std::string &root : m_tree.roots()) {
+        if (m_tree.isLeftOut(root))
+            continue;
+        const ReadingMark::Scope reading(m_marks[0], root);
         std::string above = parentOf(root);
         while (above != "/" && !exists(above))
             above = parentOf(above);
@@ -295,6 +329,7 @@ void FolderLoader::checkUnwatched()
         return;
     m_nextCheck = Clock::now() + checkInterval;
     for (const auto &[path, modified] : m_folderTimes) {
+        const ReadingMark::Scope reading(m_marks[0], path);
         struct stat status;
         if (::stat(path.c_str(), &status) != 0 || FileStamp::of(status).modified != modified)
             return scanAndLoad(Compare::allFiles);

@@ -5,7 +5,10 @@
 #include "Calendar/folder/FileLoading.h"
 #include "Calendar/folder/FolderWatch.h"
 
+#include <array>
+#include <condition_variable>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <set>
 #include <thread>
@@ -14,8 +17,8 @@
 namespace mivora {
 
 /// Loads calendar folders on a thread of its own, and then follows their changes. Nothing here blocks the
-/// caller, except the destructor, which waits for the file being read.
-class FolderLoader
+/// caller, except stop(). The thread owns the loader as well: one that hangs in a folder outlives its user.
+class FolderLoader : public std::enable_shared_from_this<FolderLoader>
 {
 public:
     struct Setup
@@ -23,14 +26,25 @@ public:
         std::vector<std::string> roots;
         EventWindow window;
         std::vector<std::string> addresses;
+        /// Folders that are not touched.
+        std::set<std::string> leftOut;
     };
 
     /// \a onNews is called on the loader's thread when takeNews() has something to give.
     FolderLoader(Setup setup, std::function<void()> onNews);
-    ~FolderLoader();
 
-    /// Begins to load; to be called once.
+    /// Begins to load; to be called once, and stop() after it.
     void start();
+
+    /// Ends the loading; onNews is not called any more. Waits for the file being read, but only shortly for
+    /// one that doesn't come.
+    void stop();
+
+    /// Whether the thread has ended.
+    bool hasEnded() const;
+
+    /// The folder that a read hangs in for longer than \a limit; nothing when all goes on.
+    std::optional<std::string> stuckIn(std::chrono::milliseconds limit) const;
 
     /// Loads the occurrences of another window.
     void setWindow(const EventWindow &window);
@@ -78,9 +92,12 @@ private:
 
     // Shared.
     std::atomic<bool> m_isStopping = false;
-    std::mutex m_mutex;
+    mutable std::mutex m_mutex;
     std::optional<EventWindow> m_wantedWindow;
     bool m_rescanWanted = false;
+    bool m_hasEnded = false;
+    mutable std::condition_variable m_end;
+    std::array<ReadingMark, 2> m_marks;
     NewsQueue m_news;
     FileDescriptor m_wakeUp;
     std::thread m_thread;

@@ -1,23 +1,68 @@
 #include "Calendar/folder/FolderStore.h"
 
+#include "Calendar/CalendarLog.h"
 #include "Calendar/folder/FolderLoader.h"
 
 namespace mivora {
 
 FolderStore::FolderStore(Setup setup, QObject *parent)
-    : EventStore(parent), m_memory(setup.window, setup.roots.empty() ? AuthorizationStatus::denied
-                                                                     : AuthorizationStatus::fullAccess)
+    : EventStore(parent), m_setup(std::move(setup)),
+      m_memory(m_setup.window,
+               m_setup.roots.empty() ? AuthorizationStatus::denied : AuthorizationStatus::fullAccess)
 {
-    FolderLoader::Setup loading{std::move(setup.roots), std::move(setup.window), std::move(setup.addresses)};
-    m_loader = std::make_unique<FolderLoader>(std::move(loading), [this] {
-        QMetaObject::invokeMethod(this, &FolderStore::receiveNews, Qt::QueuedConnection);
-    });
+    makeLoader();
+    connect(&m_progressCheck, &QTimer::timeout, this, &FolderStore::takeInWhatAnswers);
+    connect(&m_progressCheck, &QTimer::timeout, this, &FolderStore::leaveOutWhatHangs);
     // With the event loop: until then the program is about to show its item, which comes first.
-    QMetaObject::invokeMethod(
-        this, [this] { m_loader->start(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, &FolderStore::startLoader, Qt::QueuedConnection);
 }
 
-FolderStore::~FolderStore() = default;
+FolderStore::~FolderStore()
+{
+    m_loader->stop();
+}
+
+void FolderStore::makeLoader()
+{
+    FolderLoader::Setup loading{m_setup.roots, m_memory.window(), m_setup.addresses, {}};
+    for (const auto &[folder, loader] : m_hanging)
+        loading.leftOut.insert(folder);
+    m_hasNews = false;
+    m_loader = std::make_shared<FolderLoader>(std::move(loading), [this] {
+        QMetaObject::invokeMethod(this, &FolderStore::receiveNews, Qt::QueuedConnection);
+    });
+}
+
+void FolderStore::startLoader()
+{
+    m_loader->start();
+    m_progressCheck.start(m_setup.patience / 2);
+}
+
+void FolderStore::leaveOutWhatHangs()
+{
+    // What is known of a folder that hangs later is shown on.
+    const auto folder = m_hasNews ? std::nullopt : m_loader->stuckIn(m_setup.patience);
+    if (!folder)
+        return;
+    qCWarning(calendarLog, "%s: the folder does not answer; its calendars are left out until it does",
+              printable(*folder).c_str());
+    m_loader->stop();
+    m_hanging.emplace(*folder, std::move(m_loader));
+    makeLoader();
+    startLoader();
+}
+
+void FolderStore::takeInWhatAnswers()
+{
+    if (std::erase_if(m_hanging, [](const auto &entry) { return entry.second->hasEnded(); }) == 0)
+        return;
+    // It may just be slow.
+    m_setup.patience *= 2;
+    m_loader->stop();
+    makeLoader();
+    startLoader();
+}
 
 void FolderStore::requestFullAccess(AccessAnswer answer)
 {
@@ -47,8 +92,18 @@ void FolderStore::rescan()
 
 void FolderStore::receiveNews()
 {
-    bool isChange = !m_isLoaded;
-    for (LoaderNews &news : m_loader->takeNews())
+    std::vector<LoaderNews> allNews = m_loader->takeNews();
+    // Of a loader that was stopped meanwhile.
+    if (allNews.empty())
+        return;
+    const bool isFirst = !std::exchange(m_hasNews, true);
+    if (isFirst) {
+        m_memory = StoreMemory(m_memory.window(), m_memory.status());
+        if (m_hanging.empty())
+            m_progressCheck.stop();
+    }
+    bool isChange = isFirst;
+    for (LoaderNews &news : allNews)
         isChange = m_memory.apply(std::move(news)) || isChange;
     m_isLoaded = true;
     answerRequests();

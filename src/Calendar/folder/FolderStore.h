@@ -2,6 +2,8 @@
 
 #include "Calendar/StoreMemory.h"
 
+#include <QTimer>
+#include <map>
 #include <memory>
 
 namespace mivora {
@@ -12,7 +14,8 @@ class FolderLoader;
 ///
 /// In a root, a folder with .ics files is a calendar, a folder of such folders an account, and an .ics file a
 /// calendar of its own. Files are read on threads of the store's own, and followed when they change. All of
-/// them can be read as soon as one root can: access is full then, else denied.
+/// them can be read as soon as one root can: access is full then, else denied. A folder that hangs, as one of
+/// a network does, is left out of the first load until it answers.
 class FolderStore final : public EventStore
 {
     Q_OBJECT
@@ -26,6 +29,8 @@ public:
         EventWindow window;
         /// The user's own e-mail addresses, for calendars that don't name their owner.
         std::vector<std::string> addresses;
+        /// How long one read may take at first before its folder counts as hanging.
+        std::chrono::milliseconds patience{3000};
     };
 
     /// Begins to load at once.
@@ -49,14 +54,23 @@ public:
     void rescan();
 
 private:
+    void makeLoader();
+    void startLoader();
+    void leaveOutWhatHangs();
+    void takeInWhatAnswers();
     void receiveNews();
     void answerRequests();
 
+    Setup m_setup;
     StoreMemory m_memory;
     std::vector<AccessAnswer> m_waiting;
     bool m_isLoaded = false;
-    /// Last, so that it is gone before what it reports to.
-    std::unique_ptr<FolderLoader> m_loader;
+    /// Whether the memory is the loader's, and not that of the one before it.
+    bool m_hasNews = false;
+    std::shared_ptr<FolderLoader> m_loader;
+    /// The folders that are left out, each with the loader that still hangs in it.
+    std::map<std::string, std::shared_ptr<FolderLoader>> m_hanging;
+    QTimer m_progressCheck;
 };
 
 } // namespace mivora

@@ -147,44 +147,59 @@ std::optional<std::string> addressFrom(std::string_view text)
     return isAddress ? std::optional(address) : std::nullopt;
 }
 
-FolderTree::FolderTree(std::vector<std::string> roots) : m_roots(std::move(roots)) {}
+FolderTree::FolderTree(std::vector<std::string> roots, std::set<std::string> leftOut)
+    : m_roots(std::move(roots)), m_leftOut(std::move(leftOut))
+{
+}
 
-std::vector<FolderListing> FolderTree::list(const BeforeListing &beforeListing)
+std::vector<FolderListing> FolderTree::list(ReadingMark &mark, const BeforeListing &beforeListing)
 {
     m_visited.clear();
-    std::vector<FolderListing> found;
+    Round round{mark, beforeListing};
     for (std::size_t i = 0; i < m_roots.size(); ++i) {
         FolderListing root;
         root.path = m_roots[i];
         root.rootIndex = i;
-        visit(std::move(root), beforeListing, found);
+        visit(std::move(root), round);
     }
-    return found;
+    return std::move(round.found);
 }
 
-void FolderTree::visit(FolderListing folder, const BeforeListing &beforeListing,
-                       std::vector<FolderListing> &found)
+void FolderTree::visit(FolderListing folder, Round &round)
 {
-    beforeListing(folder.path);
+    if (isLeftOut(folder.path) || !read(folder, round))
+        return;
+    const std::size_t parent = round.found.size();
+    round.found.push_back(std::move(folder));
+    if (round.found[parent].depth == deepestFolder)
+        return;
+    for (std::size_t i = 0; i < round.found[parent].folders.size(); ++i)
+        visit(childOf(round.found[parent], round.found[parent].folders[i]), round);
+}
+
+/// False when the folder can't be read, or was read already.
+bool FolderTree::read(FolderListing &folder, Round &round)
+{
+    const ReadingMark::Scope reading(round.mark, folder.path);
+    round.beforeListing(folder.path);
     FileDescriptor descriptor = openFolder(folder.path);
     struct stat status;
-    if (!descriptor.isOpen() || ::fstat(descriptor.number(), &status) != 0)
-        return reportUnreadable(folder.path);
+    if (!descriptor.isOpen() || ::fstat(descriptor.number(), &status) != 0) {
+        reportUnreadable(folder.path);
+        return false;
+    }
     folder.identity = {std::uint64_t(status.st_dev), std::uint64_t(status.st_ino)};
     folder.modified = FileStamp::of(status).modified;
     if (!m_visited.insert(folder.identity).second)
-        return;
+        return false;
     const std::unique_ptr<DIR, int (*)(DIR *)> stream(::fdopendir(descriptor.release()), ::closedir);
-    if (!stream)
-        return reportUnreadable(folder.path);
+    if (!stream) {
+        reportUnreadable(folder.path);
+        return false;
+    }
     m_reported.erase(folder.path);
     readEntries(folder, stream.get());
-    const std::size_t parent = found.size();
-    found.push_back(std::move(folder));
-    if (found[parent].depth == deepestFolder)
-        return;
-    for (std::size_t i = 0; i < found[parent].folders.size(); ++i)
-        visit(childOf(found[parent], found[parent].folders[i]), beforeListing, found);
+    return true;
 }
 
 void FolderTree::reportUnreadable(const std::string &path)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Calendar/folder/FileReading.h"
+#include "Calendar/folder/ReadingMark.h"
 #include "Meetings/Color.h"
 
 #include <functional>
@@ -64,19 +65,33 @@ class FolderTree
 public:
     using BeforeListing = std::function<void(const std::string &path)>;
 
-    explicit FolderTree(std::vector<std::string> roots);
+    /// Folders of \a leftOut are not touched.
+    FolderTree(std::vector<std::string> roots, std::set<std::string> leftOut);
 
     const std::vector<std::string> &roots() const { return m_roots; }
 
+    bool isLeftOut(const std::string &path) const { return m_leftOut.contains(path); }
+
     /// Every folder, parents before children, in order of roots and names. \a beforeListing is called for
-    /// each before it is read, so that no change to it is missed. A folder that can't be read is logged once.
-    std::vector<FolderListing> list(const BeforeListing &beforeListing);
+    /// each before it is read, so that no change to it is missed. \a mark tells which one is being read. A
+    /// folder that can't be read is logged once.
+    std::vector<FolderListing> list(ReadingMark &mark, const BeforeListing &beforeListing);
 
 private:
-    void visit(FolderListing folder, const BeforeListing &beforeListing, std::vector<FolderListing> &found);
+    /// What a visit hands down.
+    struct Round
+    {
+        ReadingMark &mark;
+        const BeforeListing &beforeListing;
+        std::vector<FolderListing> found{};
+    };
+
+    void visit(FolderListing folder, Round &round);
+    bool read(FolderListing &folder, Round &round);
     void reportUnreadable(const std::string &path);
 
     std::vector<std::string> m_roots;
+    std::set<std::string> m_leftOut;
     std::set<FolderIdentity> m_visited;
     std::set<std::string> m_reported;
 };

@@ -19,4 +19,6 @@ target_sources(
             folder/FolderTree.cpp
             folder/FolderTree.h
             folder/FolderWatch.cpp
-            folder/FolderWatch.h)
+            folder/FolderWatch.h
+            folder/ReadingMark.cpp
+            folder/ReadingMark.h)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "KeloHotkey/HotKeyServices.h"
-#include "KeloHotkey/backends/PortalRequest.h"
+#include "KeloPortal/PortalRequest.h"
 
 #include <QDBusServiceWatcher>
 #include <map>

@@ -2,7 +2,7 @@
 
 #include "KeloHotkey/HotKeyCombo.h"
 #include "KeloHotkey/HotKeyServices.h"
-#include "KeloHotkey/backends/PortalRequest.h"
+#include "KeloPortal/PortalRequest.h"
 
 #include <memory>
 #include <optional>

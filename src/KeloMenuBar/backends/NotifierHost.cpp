@@ -61,6 +61,10 @@ NotifierHost::NotifierHost(const QDBusConnection &bus, QObject *parent)
     // From any sender: with a name, Qt would wait for its owner here.
     for (const char *change : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
         m_bus.connect({}, watcherPath(), watcherName(), QLatin1String(change), this, SLOT(askDrawn()));
+    // The connection's own word: a bus that is gone tells of nobody's end.
+    m_bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
+                  QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
+                  SLOT(loseBus()));
     ask<QString>(m_bus, busCall(QStringLiteral("GetNameOwner"), watcherName()), this,
                  [this](const QString &owner) { setOwner(owner); });
 }
@@ -75,6 +79,11 @@ void NotifierHost::setOwner(const QString &owner)
         Q_EMIT absent();
     else
         askProcess();
+}
+
+void NotifierHost::loseBus()
+{
+    setOwner({});
 }
 
 void NotifierHost::askProcess()

@@ -32,6 +32,7 @@ Q_SIGNALS:
 
 private Q_SLOTS:
     void askDrawn();
+    void loseBus();
 
 private:
     void setOwner(const QString &owner);

@@ -1,10 +1,9 @@
 #include "Platform/linux/AtomicFile.h"
 
-#include <QCoreApplication>
-#include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
 #include <fcntl.h>
+#include <filesystem>
 #include <unistd.h>
 
 namespace mivora {
@@ -23,11 +22,20 @@ void syncFolder(const QString &folder)
 
 } // namespace
 
+std::optional<QString> makeFolder(const QString &path)
+{
+    std::error_code error;
+    std::filesystem::create_directories(QFile::encodeName(path).toStdString(), error);
+    if (!error)
+        return std::nullopt;
+    return path % QLatin1String(": ") % qt_error_string(error.value());
+}
+
 std::optional<QString> replaceFile(const QString &path, const QByteArray &content)
 {
     const QString folder = QFileInfo(path).absolutePath();
-    if (!QDir().mkpath(folder))
-        return QCoreApplication::translate("Files", "%1: cannot be created").arg(folder);
+    if (const auto error = makeFolder(folder))
+        return error;
     // Unbuffered and synced by hand: QSaveFile::commit() overlooks what goes wrong when it empties its
     // buffer, and would put half a file in place on a full disk.
     QSaveFile file(path);

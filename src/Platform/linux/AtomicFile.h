@@ -7,6 +7,9 @@
 
 namespace mivora {
 
+/// Makes the folder \a path with those above it, unless it is there. Returns what went wrong.
+std::optional<QString> makeFolder(const QString &path);
+
 /// Replaces the content of \a path in one step and brings it to disk, so that neither a crash nor a power cut
 /// leaves a part of it. Missing folders are made. Returns what went wrong; the old content is then still
 /// there.

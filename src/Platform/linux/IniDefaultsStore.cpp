@@ -4,8 +4,6 @@
 #include "Platform/linux/FileLock.h"
 #include "Platform/linux/IniValue.h"
 
-#include <QCoreApplication>
-#include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
 
@@ -116,9 +114,8 @@ void IniDefaultsStore::write(const QString &key, const RawValue &value)
 
 std::optional<QString> IniDefaultsStore::save()
 {
-    const QString folder = QFileInfo(m_path).absolutePath();
-    if (!QDir().mkpath(folder))
-        return QCoreApplication::translate("Files", "%1: cannot be created").arg(folder);
+    if (const auto error = makeFolder(QFileInfo(m_path).absolutePath()))
+        return error;
     const FileLock lock(lockPath(m_path));
     if (!lock.error().isEmpty())
         return m_path % QLatin1String(": ") % lock.error();

@@ -41,16 +41,28 @@ bool isBlank(QChar character)
     return character == QLatin1Char(' ') || character == QLatin1Char('\t');
 }
 
+/// Whether UTF-8 would lose the character at \a at: half of a pair, or a byte order mark.
+bool isLostInUtf8(const QString &text, qsizetype at)
+{
+    const QChar character = text.at(at);
+    const bool followsHigh = at > 0 && text.at(at - 1).isHighSurrogate();
+    const bool precedesLow = at + 1 < text.size() && text.at(at + 1).isLowSurrogate();
+    return (character.isHighSurrogate() && !precedesLow) || (character.isLowSurrogate() && !followsHigh) ||
+           character.unicode() == QChar::ByteOrderMark;
+}
+
 /// \a firstEscaped is the first code that is written as a number besides the control characters.
 QString escaped(const QString &text, ushort firstEscaped)
 {
     QString result;
     bool afterNumber = false;
-    for (const QChar character : text) {
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        const QChar character = text.at(at);
         const ushort code = character.unicode();
         const Escape *escape = escapeOf(character);
         // A number has no fixed length: a digit right behind it would be read as part of it.
-        const bool asNumber = code < 0x20 || code >= firstEscaped || (afterNumber && isHexDigit(character));
+        const bool asNumber = code < 0x20 || code >= firstEscaped || isLostInUtf8(text, at) ||
+                              (afterNumber && isHexDigit(character));
         if (escape)
             result += QLatin1Char('\\') % QLatin1Char(escape->letter);
         else if (asNumber)

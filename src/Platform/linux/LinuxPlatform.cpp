@@ -4,6 +4,7 @@
 #include "Platform/linux/GioWorkspace.h"
 #include "Platform/linux/IniDefaultsStore.h"
 #include "Platform/linux/LinuxSystemEvents.h"
+#include "Platform/linux/PortalLoginItem.h"
 #include "Platform/linux/XdgLoginItem.h"
 
 namespace mivora {
@@ -13,10 +14,18 @@ std::unique_ptr<DefaultsStore> makeLinuxDefaultsStore()
     return std::make_unique<IniDefaultsStore>(IniDefaultsStore::standardPath());
 }
 
+std::unique_ptr<LoginItem> makeLinuxLoginItem()
+{
+    auto entry = std::make_unique<XdgLoginItem>(XdgLoginItem::Places::ofThisProcess());
+    if (!PortalLoginItem::isNeeded())
+        return entry;
+    return std::make_unique<PortalLoginItem>(std::move(entry), QDBusConnection::sessionBus());
+}
+
 LinuxPlatform makeLinuxPlatform(const QDBusConnection &systemBus)
 {
-    return {makeLinuxDefaultsStore(), std::make_unique<XdgLoginItem>(XdgLoginItem::Places::ofThisProcess()),
-            std::make_unique<GioWorkspace>(), std::make_unique<ClipboardPasteboard>(),
+    return {makeLinuxDefaultsStore(), makeLinuxLoginItem(), std::make_unique<GioWorkspace>(),
+            std::make_unique<ClipboardPasteboard>(),
             std::make_unique<LinuxSystemEvents>(LinuxSystemEvents::Sources::ofTheSystem(systemBus))};
 }
 

@@ -1,6 +1,6 @@
-#include "App/RunningInstance.h"
+#include "Remote/RunningInstance.h"
 
-#include "App/ApplicationService.h"
+#include "Remote/ApplicationService.h"
 
 #include <QCoreApplication>
 #include <QDBusConnectionInterface>

@@ -1,4 +1,4 @@
-#include "App/CommandLine.h"
+#include "CommandLine/CommandLine.h"
 
 #include <gmock/gmock.h>
 

@@ -1,9 +1,11 @@
-#include "FakePortal.h"
+#include "support/FakePortal.h"
 
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
+
+namespace support {
 
 namespace {
 
@@ -53,6 +55,8 @@ QVariantList FakePortal::reply(const QDBusMessage &message)
         return createSession(message);
     if (message.member() == QLatin1String("BindShortcuts"))
         return bindShortcuts(message);
+    if (message.member() == QLatin1String("RequestBackground"))
+        return requestBackground(message);
     if (message.member() == QLatin1String("Close")) {
         closed.append(message.path());
         return {};
@@ -84,6 +88,15 @@ QVariantList FakePortal::bindShortcuts(const QDBusMessage &message)
     return respond(message, qdbus_cast<QVariantMap>(message.arguments().at(3)), bindResponse, {});
 }
 
+QVariantList FakePortal::requestBackground(const QDBusMessage &message)
+{
+    const auto options = qdbus_cast<QVariantMap>(message.arguments().at(1));
+    backgroundRequests.push_back(options);
+    const QString autostart = QStringLiteral("autostart");
+    return respond(message, options, backgroundResponse,
+                   {{QStringLiteral("background"), true}, {autostart, options.value(autostart)}});
+}
+
 // The response goes out before the call is answered, as the real portal may do it.
 QVariantList FakePortal::respond(const QDBusMessage &message, const QVariantMap &options, uint response,
                                  const QVariantMap &results)
@@ -96,3 +109,5 @@ QVariantList FakePortal::respond(const QDBusMessage &message, const QVariantMap 
     m_bus.send(signal);
     return {QVariant::fromValue(QDBusObjectPath(path))};
 }
+
+} // namespace support

@@ -1,6 +1,7 @@
-#include "App/ApplicationService.h"
+#include "Remote/ApplicationService.h"
 
-#include "App/AgendaJson.h"
+#include "Platform/SystemLog.h"
+#include "Remote/AgendaChange.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnectionInterface>
@@ -74,7 +75,14 @@ ApplicationService::ApplicationService(QDBusConnection bus, ApplicationActions a
     connect(&m_followers, &QDBusServiceWatcher::serviceUnregistered, this, &ApplicationService::forget);
     new ApplicationAdaptor(this);
     m_agenda = new AgendaAdaptor(this);
+    if (!m_bus.isConnected()) {
+        tellNoBus();
+        return;
+    }
     m_bus.registerObject(QLatin1String(applicationObjectPath), this, QDBusConnection::ExportAdaptors);
+    m_bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
+                  QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
+                  SLOT(tellNoBus()));
 }
 
 ApplicationService::~ApplicationService()
@@ -89,6 +97,13 @@ bool claimApplicationName(const QDBusConnection &bus)
         return true;
     const auto reply = bus.interface()->registerService(QLatin1String(applicationBusName));
     return reply.isValid() && reply.value() == QDBusConnectionInterface::ServiceRegistered;
+}
+
+void ApplicationService::tellNoBus()
+{
+    writeToSystemLog(
+        QStringLiteral("Mivora: there is no session bus: no status area but an XEmbed tray shows the "
+                       "icon, and no command reaches this program"));
 }
 
 QString ApplicationService::followedAgenda(const QString &follower)

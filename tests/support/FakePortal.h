@@ -4,7 +4,9 @@
 #include <QDBusVirtualObject>
 #include <vector>
 
-/// A desktop portal with nothing but global shortcuts, and a user who answers at once.
+namespace support {
+
+/// A desktop portal with global shortcuts and the start at login, and a user who answers at once.
 class FakePortal final : public QDBusVirtualObject
 {
     Q_OBJECT
@@ -34,14 +36,21 @@ public:
     QStringList closed;
     /// What the user answers to BindShortcuts: 0 yes, 1 no.
     uint bindResponse = 0;
+    /// The options of each RequestBackground.
+    std::vector<QVariantMap> backgroundRequests;
+    /// What the user answers to it: 0 yes, 1 no.
+    uint backgroundResponse = 0;
 
 private:
     QVariantList reply(const QDBusMessage &message);
     QVariantList createSession(const QDBusMessage &message);
     QVariantList bindShortcuts(const QDBusMessage &message);
+    QVariantList requestBackground(const QDBusMessage &message);
     QVariantList respond(const QDBusMessage &message, const QVariantMap &options, uint response,
                          const QVariantMap &results);
 
     QDBusConnection m_bus;
     Shortcuts m_shortcuts;
 };
+
+} // namespace support

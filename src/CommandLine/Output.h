@@ -1,7 +1,8 @@
 #pragma once
 
+#include "Platform/SingleLine.h"
+
 #include <QByteArray>
-#include <QString>
 #include <string>
 #include <string_view>
 
@@ -23,8 +24,6 @@ inline void complain(const QString &message)
     complain(std::string_view(message.toStdString()));
 }
 
-/// \a text on one line: control characters, line ends among them, become blanks. For what comes out of
-/// calendars and ends in a terminal.
 std::string singleLine(std::string_view text);
 
 } // namespace mivora

@@ -39,7 +39,8 @@ struct ApplicationActions
 class AgendaAdaptor;
 
 /// The running program on the session bus: org.freedesktop.Application (Desktop Entry Specification, "D-Bus
-/// activation") and the agenda with its change signal.
+/// activation") and the agenda with its change signal. The system log is told when there is no bus, and when
+/// it goes: the program runs on with its panel and its shortcut, but nobody reaches it any more.
 class ApplicationService final : public QObject
 {
     Q_OBJECT
@@ -51,6 +52,9 @@ public:
     /// Tells listeners when the agenda is another one than at the last call; the time alone doesn't
     /// count. Nothing is made or sent unless one of those on the bus has asked for the agenda.
     void announceAgenda();
+
+private Q_SLOTS:
+    void tellNoBus();
 
 private:
     friend class ApplicationAdaptor;

@@ -1,4 +1,4 @@
-#include "App/Rfc3339.h"
+#include "CommandLine/Rfc3339.h"
 
 #include <gtest/gtest.h>
 

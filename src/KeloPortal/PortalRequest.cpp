@@ -1,4 +1,4 @@
-#include "KeloHotkey/backends/PortalRequest.h"
+#include "KeloPortal/PortalRequest.h"
 
 #include <QDBusArgument>
 #include <QDBusObjectPath>

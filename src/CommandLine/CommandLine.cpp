@@ -1,8 +1,8 @@
-#include "App/CommandLine.h"
+#include "CommandLine/CommandLine.h"
 
-#include "App/CommandLineTexts.h"
-#include "App/Output.h"
-#include "App/Rfc3339.h"
+#include "CommandLine/CommandLineTexts.h"
+#include "CommandLine/Output.h"
+#include "CommandLine/Rfc3339.h"
 
 #include <CLI/CLI.hpp>
 

@@ -1,0 +1,20 @@
+// The limit of every calendar program: the files are read, and nothing is done with them.
+
+#include "CalendarPeer.h"
+
+namespace {
+
+class Nothing final : public peers::CalendarLibrary
+{
+    void read(const std::string &, const char *, std::size_t) override {}
+
+    long occurrences(peers::Days) override { return 0; }
+};
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    Nothing nothing;
+    return peers::runPeer(argc, argv, nothing);
+}

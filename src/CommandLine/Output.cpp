@@ -1,0 +1,25 @@
+#include "CommandLine/Output.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace mivora {
+
+void print(std::string_view text)
+{
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0)
+        std::exit(1);
+}
+
+void complain(std::string_view message)
+{
+    const std::string line = "mivora: " + singleLine(message) + '\n';
+    std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+std::string singleLine(std::string_view text)
+{
+    return singleLine(QString::fromUtf8(text.data(), qsizetype(text.size()))).toStdString();
+}
+
+} // namespace mivora

@@ -1,0 +1,67 @@
+#include "Platform/linux/PortalLoginItem.h"
+
+#include "KeloPortal/PortalRequest.h"
+#include "Platform/SystemLog.h"
+
+#include <QDBusPendingCallWatcher>
+#include <QFile>
+
+namespace mivora {
+
+namespace {
+
+const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString backgroundInterface = QStringLiteral("org.freedesktop.portal.Background");
+
+} // namespace
+
+bool PortalLoginItem::isNeeded()
+{
+    return QFile::exists(QStringLiteral("/.flatpak-info"));
+}
+
+// Its version is asked for first, which starts the portal and tells its unique name.
+std::optional<QString> PortalLoginItem::setEnabled(bool enabled)
+{
+    auto call = QDBusMessage::createMethodCall(
+        portalService, portalPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    call << backgroundInterface << QStringLiteral("version");
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, enabled] {
+        if (watcher->isError())
+            answered(false, enabled);
+        else
+            request({m_bus, watcher->reply().service()}, enabled);
+        watcher->deleteLater();
+    });
+    return std::nullopt;
+}
+
+void PortalLoginItem::request(const kelo::PortalPeer &portal, bool enabled)
+{
+    auto *request = new kelo::PortalRequest(portal, this);
+    connect(request, &kelo::PortalRequest::succeeded, this, [this, enabled](const QVariantMap &results) {
+        answered(results.value(QStringLiteral("autostart")).toBool() == enabled, enabled);
+    });
+    connect(request, &kelo::PortalRequest::failed, this, [this, enabled] { answered(false, enabled); });
+    const QVariantMap options{
+        {QStringLiteral("handle_token"), request->token()},
+        {QStringLiteral("reason"), tr("Mivora counts down to your next meeting from the moment you log in.")},
+        {QStringLiteral("autostart"), enabled},
+        {QStringLiteral("commandline"), QStringList{QStringLiteral("mivora")}},
+    };
+    QDBusMessage call = portal.call(portalPath, backgroundInterface, QStringLiteral("RequestBackground"));
+    call << QString() << options;
+    request->send(call);
+}
+
+void PortalLoginItem::answered(bool asWanted, bool enabled)
+{
+    const auto error = asWanted ? m_memory->setEnabled(enabled)
+                                : QStringLiteral("the desktop portal refused it, or there is none");
+    if (error)
+        writeToSystemLog(QLatin1String("Mivora: launch at login change failed: ") + *error);
+}
+
+} // namespace mivora
