@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QJSEngine>
+#include <QPixmapCache>
 #include <algorithm>
 #include <malloc.h>
 #include <utility>
@@ -58,6 +59,8 @@ void ViewsPlugin::releaseUnused()
     // Rows of lists are deleted by an event, and animations in them run on until then.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     m_engine.reset();
+    // Of each window's icon Qt keeps a copy there, for half a minute after the window.
+    QPixmapCache::clear();
     // The engine's memory is scattered over the heap: without this the system doesn't get it back.
     malloc_trim(0);
     releaseCodePages();

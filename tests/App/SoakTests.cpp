@@ -6,7 +6,6 @@
 #include "WholeDay.h"
 #include "support/ProcessFigures.h"
 
-#include <QDBusPendingCall>
 #include <QGuiApplication>
 #include <QWindow>
 #include <gmock/gmock.h>
@@ -431,12 +430,8 @@ void Soak::openSettings()
 
 void Soak::followAgenda()
 {
-    QDBusConnection follower = m_day.bus().connection();
-    auto call =
-        QDBusMessage::createMethodCall(QStringLiteral("app.kelo.Mivora"), QStringLiteral("/app/kelo/Mivora"),
-                                       QStringLiteral("app.kelo.Mivora.Agenda"), QStringLiteral("Agenda"));
-    const QDBusPendingCall pending = follower.asyncCall(call);
-    waitFor([&] { return pending.isFinished(); });
+    const QDBusConnection follower = m_day.bus().connection();
+    m_day.askForAgenda(follower);
     QDBusConnection::disconnectFromBus(follower.name());
 }
 

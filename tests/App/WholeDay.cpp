@@ -5,6 +5,7 @@
 #include "Preferences/Settings.h"
 #include "support/AccessibleView.h"
 
+#include <QDBusPendingCall>
 #include <QDirIterator>
 #include <QGuiApplication>
 #include <QWindow>
@@ -97,8 +98,10 @@ void WholeDay::start()
     m_delegate = std::make_unique<AppDelegate>(parts(*m_defaults, makeStore(), m_connection));
     QObject::connect(m_delegate.get(), &AppDelegate::refreshed, m_delegate.get(), [this] { recordPanel(); });
     m_service = std::make_unique<ApplicationService>(
-        m_connection,
-        ApplicationActions{.perform = {}, .activate = {}, .agenda = [this] { return m_delegate->agenda(); }});
+        m_connection, ApplicationActions{.perform = {}, .activate = {}, .agenda = [this] {
+                                             ++m_agendasMade;
+                                             return m_delegate->agenda();
+                                         }});
     QObject::connect(m_delegate.get(), &AppDelegate::refreshed, m_service.get(),
                      &ApplicationService::announceAgenda);
     m_delegate->launch();
@@ -240,6 +243,16 @@ std::vector<std::string> WholeDay::menuCommands()
             commands.push_back(title);
     }
     return commands;
+}
+
+void WholeDay::askForAgenda(const QDBusConnection &follower)
+{
+    const auto call = QDBusMessage::createMethodCall(
+        QLatin1String(applicationBusName), QLatin1String(applicationObjectPath),
+        QLatin1String(agendaInterface), QStringLiteral("Agenda"));
+    const QDBusPendingCall pending = follower.asyncCall(call);
+    ASSERT_TRUE(waitFor([&] { return pending.isFinished(); }));
+    EXPECT_FALSE(pending.isError()) << qPrintable(pending.error().message());
 }
 
 void WholeDay::forgetRecords()

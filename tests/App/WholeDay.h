@@ -91,6 +91,12 @@ public:
     /// What was opened until now is not among what is seen from now on.
     void forgetOpened() { m_forgotten = workspace.opened.size(); }
 
+    /// Somebody on the bus, by a connection of their own, asks for the agenda.
+    void askForAgenda(const QDBusConnection &follower);
+
+    /// How often the agenda was made for those on the bus.
+    int agendasMade() const { return m_agendasMade; }
+
     /// Nothing of what was recorded until now is kept.
     void forgetRecords();
 
@@ -134,6 +140,7 @@ private:
     std::unique_ptr<ApplicationService> m_service;
     std::vector<std::string> m_panelHistory;
     qsizetype m_forgotten = 0;
+    int m_agendasMade = 0;
 };
 
 } // namespace mivora

@@ -282,4 +282,141 @@ TEST(WholeDayTest, showsAndOpensWhatIsRightFromTheFirstStartToTheNextDay)
     EXPECT_THAT(day.written(), HasSubstr("hasCompletedOnboarding=true"));
 }
 
+TEST(WholeDayTest, makesTheAgendaForThoseWhoFollowItAsLongAsTheyDo)
+{
+    if (!support::PrivateBus::isInstalled())
+        GTEST_SKIP() << "dbus-daemon is not installed";
+    WholeDay day("Europe/Berlin");
+    day.skipFirstRun();
+    day.passUntil(at("2026-03-10T08:00:00+01:00"));
+    day.start();
+    const auto isMade = [&] {
+        const int before = day.agendasMade();
+        day.passUntil(day.now() + std::chrono::seconds(30));
+        return day.agendasMade() > before;
+    };
+    EXPECT_FALSE(isMade());
+    std::optional one = day.bus().connection(), other = day.bus().connection();
+    const auto leave = [](std::optional<QDBusConnection> &follower) {
+        QDBusConnection::disconnectFromBus(follower->name());
+        follower.reset();
+    };
+    day.askForAgenda(*one);
+    day.askForAgenda(*other);
+    EXPECT_TRUE(isMade());
+    leave(one);
+    waitAWhile(std::chrono::milliseconds(200));
+    EXPECT_TRUE(isMade()) << "for the other one";
+    leave(other);
+    EXPECT_TRUE(waitFor([&] { return !isMade(); }));
+}
+
+TEST(WholeDayTest, keepsItsHeadWhenTheClockIsSet)
+{
+    if (!support::PrivateBus::isInstalled())
+        GTEST_SKIP() << "dbus-daemon is not installed";
+    WholeDay day("Europe/Berlin");
+    for (const auto &[title, start] : {std::pair("Standup", "20260310T080000Z"),
+                                       {"Review", "20260310T090000Z"},
+                                       {"Talk", "20260310T110000Z"},
+                                       {"Workshop", "20260310T130000Z"},
+                                       {"Night shift", "20260310T223000Z"},
+                                       {"Early call", "20260310T231500Z"}})
+        day.calendars().write(std::string("work/") + title + ".ics", eventText(title, start, linked(zoom)));
+    day.skipFirstRun();
+    day.passUntil(at("2026-03-10T08:58:00+01:00"));
+    day.start();
+
+    struct Moment
+    {
+        const char *time;
+        std::function<void()> happens;
+        std::string tray;
+        std::string panel;
+    };
+
+    const auto dismiss = [&] { day.pressInPanel("Dismiss"); };
+    const auto setTo = [&](const char *time) { return [&day, time] { day.setClock(at(time)); }; };
+    const std::vector<Moment> moments{
+        {"2026-03-10T08:59:00+01:00", {}, "Standup · 1m !", "Standup, Starts in 1m, Zoom"},
+        {"2026-03-10T08:59:30+01:00", dismiss, "Standup · now !", ""},
+        {"2026-03-10T09:30:00+01:00", setTo("2026-03-10T08:30:00+01:00"), "Standup · 30m", ""},
+        {"2026-03-10T09:10:00+01:00", {}, "Standup · now !", ""},
+        {"2026-03-10T09:59:00+01:00", {}, "Standup · now !", "Review, Starts in 1m, Zoom"},
+        // Snoozed until ten: when it is an hour earlier, it still is.
+        {"2026-03-10T09:59:00+01:00", [&] { day.pressInPanel("Snooze 1 min"); }, "Standup · now !", ""},
+        {"2026-03-10T09:59:10+01:00", setTo("2026-03-10T08:59:10+01:00"), "Standup · now !", ""},
+        {"2026-03-10T09:59:30+01:00", {}, "Standup · now !", ""},
+        {"2026-03-10T10:00:00+01:00", {}, "Review · now !", "Review, Starting now, Zoom"},
+        {"2026-03-10T10:00:30+01:00", [&] { day.pressInPanel("Join"); }, "Review · now !", ""},
+        // What was decided about a meeting that has ended is forgotten, about a running one not.
+        {"2026-03-10T10:20:00+01:00", setTo("2026-03-10T09:20:00+01:00"), "Standup · now !",
+         "Standup, Started 20m ago, Zoom"},
+        {"2026-03-10T09:20:30+01:00", dismiss, "Standup · now !", ""},
+        {"2026-03-10T10:30:00+01:00", {}, "Review · now !", ""},
+        {"2026-03-10T11:10:00+01:00", setTo("2026-03-10T12:10:00+01:00"), "Talk · now !",
+         "Talk, Started 10m ago, Zoom"},
+        {"2026-03-10T12:10:30+01:00", setTo("2026-03-10T11:10:30+01:00"), "Talk · 50m", ""},
+        {"2026-03-10T12:00:00+01:00", {}, "Talk · now !", "Talk, Starting now, Zoom"},
+        {"2026-03-10T12:30:00+01:00", [&] { day.sleepUntil(at("2026-03-10T14:05:00+01:00")); },
+         "Workshop · now !", "Workshop, Started 5m ago, Zoom"},
+        {"2026-03-10T23:29:00+01:00", {}, "Night shift · 1m !", "Night shift, Starts in 1m, Zoom"},
+        {"2026-03-10T23:29:30+01:00", dismiss, "Night shift · now !", ""},
+        {"2026-03-10T23:59:30+01:00", {}, "Night shift · now !", ""},
+        {"2026-03-11T00:14:00+01:00", {}, "Night shift · now !", "Early call, Starts in 1m, Zoom"},
+        // Back over midnight: the early call is tomorrow's again.
+        {"2026-03-11T00:14:30+01:00", setTo("2026-03-10T23:50:00+01:00"), "Night shift · now !", ""},
+        {"2026-03-11T00:14:00+01:00", {}, "Night shift · now !", "Early call, Starts in 1m, Zoom"},
+    };
+    for (const Moment &moment : moments) {
+        SCOPED_TRACE(moment.time);
+        day.passUntil(at(moment.time));
+        if (moment.happens)
+            moment.happens();
+        const auto isRight = [&] {
+            const Seen seen = day.seen();
+            return seen.tray == moment.tray && seen.panel == moment.panel;
+        };
+        waitFor(isRight, std::chrono::seconds(5));
+        EXPECT_EQ(day.seen().tray, moment.tray);
+        EXPECT_EQ(day.seen().panel, moment.panel);
+    }
+    EXPECT_THAT(day.allOpened(), ElementsAre(zoom));
+}
+
+TEST(WholeDayTest, bearsADayWithThousandsOfMeetings)
+{
+    if (!support::PrivateBus::isInstalled())
+        GTEST_SKIP() << "dbus-daemon is not installed";
+    constexpr int count = 5000;
+    WholeDay day("Etc/UTC");
+    std::string events;
+    for (int i = 0; i < count; ++i) {
+        const QString number = QStringLiteral("%1").arg(i, 4, 10, QLatin1Char('0'));
+        const QString start = QTime(11, 0).addSecs(i).toString(QStringLiteral("HHmmss"));
+        events += QStringLiteral("BEGIN:VEVENT\r\nUID:%1\r\nSUMMARY:Meeting %1\r\nDTSTART:20260310T%2Z\r\n"
+                                 "DURATION:PT1H\r\nLOCATION:%3\r\nEND:VEVENT\r\n")
+                      .arg(number, start, QString::fromStdString(zoom))
+                      .toStdString();
+    }
+    day.calendars().write("work/all.ics",
+                          "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n" + events + "END:VCALENDAR\r\n");
+    day.skipFirstRun();
+    day.passUntil(at("2026-03-10T10:58:00Z"));
+    day.start();
+    ASSERT_TRUE(waitFor([&] { return day.application().scheduler().todaysMeetings().size() == count; }));
+    const std::vector<std::string> menu = day.seen().menu;
+    ASSERT_EQ(menu.size(), std::size_t(count));
+    EXPECT_EQ(menu.back(), "12:23 Meeting 4999 · Zoom");
+    // The last one that is due has the panel, whatever is due besides.
+    day.passUntil(at("2026-03-10T10:59:00Z"));
+    EXPECT_EQ(day.seen().panel, "Meeting 0000, Starts in 1m, Zoom");
+    day.passUntil(at("2026-03-10T11:00:00Z"));
+    EXPECT_EQ(day.seen().panel, "Meeting 0060, Starts in 1m, Zoom");
+    day.pressInPanel("Dismiss");
+    EXPECT_EQ(day.seen().panel, "Meeting 0059, Starting now, Zoom");
+    day.chooseInMenu("12:23 Meeting 4999");
+    EXPECT_TRUE(waitFor([&] { return day.allOpened() == Texts{zoom}; }));
+}
+
 } // namespace mivora

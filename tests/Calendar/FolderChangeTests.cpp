@@ -1,6 +1,11 @@
 #include "Calendar/CalendarFolder.h"
+#include "Calendar/folder/ChangeBatch.h"
 
+#include <QElapsedTimer>
+#include <atomic>
 #include <gmock/gmock.h>
+#include <set>
+#include <thread>
 #include <unistd.h>
 
 namespace mivora {
@@ -151,6 +156,48 @@ TEST(FolderChanges, ofABurstAreAnnouncedOnce)
     EXPECT_TRUE(loaded.waitForTitles(titles));
     // A busy machine may hold up the writing of the files for longer than a burst lasts.
     EXPECT_LE(loaded.changes(), 3);
+}
+
+TEST(FolderChanges, areSeenInAStormThatNeverPauses)
+{
+    constexpr int files = 20;
+    const CalendarFolder folder;
+    const auto name = [](int i) { return "work/" + std::to_string(i) + ".ics"; };
+    const auto writeAll = [&](int round) {
+        for (int i = 0; i < files; ++i)
+            folder.write(name(i), eventText(std::to_string(100 + i) + " round " + std::to_string(round)));
+    };
+    writeAll(0);
+    LoadedStore loaded({folder.path()});
+
+    std::atomic<int> rounds = 0;
+    std::jthread writer([&](const std::stop_token &stop) {
+        while (!stop.stop_requested())
+            writeAll(++rounds);
+    });
+    // What is seen while the storm goes on is a part of its rounds; the event loop always has its turn.
+    std::set<std::string> seen;
+    QElapsedTimer storm;
+    storm.start();
+    int turns = 0;
+    waitFor([&] {
+        ++turns;
+        const Titles titles = loaded.titles();
+        seen.insert(titles.begin(), titles.end());
+        return storm.elapsed() > 2000 && rounds > 10;
+    });
+    const double seconds = double(storm.elapsed()) / 1000;
+    writer.request_stop();
+    writer.join();
+    EXPECT_GT(loaded.changes(), 5) << rounds << " rounds";
+    EXPECT_LE(loaded.changes(), seconds * 1000 / ChangeBatch::longestWait.count() + 2);
+    EXPECT_GT(seen.size(), 5U * files) << "the storm is followed";
+    EXPECT_GT(turns, 50);
+
+    Titles last;
+    for (int i = 0; i < files; ++i)
+        last.push_back(std::to_string(100 + i) + " round " + std::to_string(rounds));
+    EXPECT_TRUE(loaded.waitForTitles(last)) << "what is there when it is over";
 }
 
 TEST(FolderChanges, seeTheEndOfAFileThatIsWrittenSlowly)

@@ -2,6 +2,7 @@
 #include "Calendar/desktop/DesktopStore.h"
 #include "CalendarEds/EdsMaker.h"
 #include "CalendarEds/EdsWorld.h"
+#include "support/ProcessFigures.h"
 
 #include <QDirIterator>
 #include <QElapsedTimer>
@@ -354,6 +355,26 @@ TEST_F(EdsStoreTest, comesBackAfterItsServersDied)
     maker->create(added, event("new", ":20260310T090000Z"));
     EXPECT_TRUE(waitFor([&] { return eventsOf(added).size() == 1; }, 40s));
     maker->removeCalendar(added);
+}
+
+TEST_F(EdsStoreTest, holdsNoMoreWhenItsServersDieOverAndOver)
+{
+    std::vector<support::ProcessFigures> figures;
+    for (int round = 0; round < 5; ++round) {
+        for (const pid_t process : world->processes())
+            kill(process, SIGKILL);
+        maker = std::make_unique<EdsMaker>();
+        const std::string title = "round " + std::to_string(round);
+        maker->create(calendar, event(title, ":20260310T090000Z"));
+        ASSERT_TRUE(waitForTitles({title})) << testing::PrintToString(titles());
+        maker->remove(calendar, title);
+        ASSERT_TRUE(waitForTitles({}));
+        figures.push_back(support::ProcessFigures::now());
+    }
+    // The first rounds fill caches; a thread of the library's may be on its way out.
+    EXPECT_LE(figures.back().bytes, figures[1].bytes + 256 * 1024);
+    EXPECT_LE(figures.back().descriptors, figures[1].descriptors + 2);
+    EXPECT_LE(figures.back().threads, figures[1].threads + 2);
 }
 
 TEST_F(EdsStoreTest, answersWhileItsServersHang)

@@ -5,6 +5,12 @@
 #include <iterator>
 #include <malloc.h>
 
+#ifdef __has_feature
+#if __has_feature(address_sanitizer) && !defined(__SANITIZE_ADDRESS__)
+#define __SANITIZE_ADDRESS__
+#endif
+#endif
+
 #ifdef __SANITIZE_ADDRESS__
 // Of the sanitizer's interface; not every compiler comes with the header.
 extern "C" std::size_t __sanitizer_get_current_allocated_bytes();

@@ -14,6 +14,7 @@ namespace {
 /// Timers stand still while the machine sleeps and know nothing of a clock that is set: look again at least
 /// this often.
 constexpr double longestWaitSeconds = 30;
+constexpr std::chrono::seconds askAgainAfter{1};
 
 } // namespace
 
@@ -45,9 +46,13 @@ void AgendaFollower::followInstance()
 {
     m_timer.stop();
     m_session.reset();
-    // A program that is just starting announces its agenda when it has one.
     if (const auto agenda = m_instance.agenda())
-        show(*agenda);
+        return show(*agenda);
+    // A program that is just starting has its name before it can answer, and tells only those who have asked.
+    QTimer::singleShot(askAgainAfter, this, [this] {
+        if (m_instance.isThere())
+            followInstance();
+    });
 }
 
 void AgendaFollower::followSession()

@@ -28,6 +28,11 @@ constexpr int rounding = 4;
 constexpr int grabAttempts = 20;
 constexpr int grabInterval = 25;
 
+// On an arrow, a menu goes on by a line as often as this.
+constexpr int scrollInterval = 60;
+constexpr int linesPerNotch = 3;
+constexpr int notch = 120;
+
 QString shortcutText(const MenuItem &item)
 {
     if (item.keyEquivalent.isEmpty())
@@ -56,6 +61,13 @@ QColor mixed(const QColor &color, qreal alpha)
 PopupMenu::PopupMenu()
 {
     setFlags(Qt::Popup | Qt::FramelessWindowHint);
+    m_scrolling.setInterval(scrollInterval);
+    connect(&m_scrolling, &QTimer::timeout, this, [this] { scrollBy(m_direction * itemHeight); });
+}
+
+QRect PopupMenu::itemRect(int index) const
+{
+    return m_rects.at(static_cast<std::size_t>(index)).translated(0, -m_scroll.offset());
 }
 
 void PopupMenu::open(Menu menu, QPoint position)
@@ -65,14 +77,15 @@ void PopupMenu::open(Menu menu, QPoint position)
     m_hasMoved = false;
     const QScreen *found = QGuiApplication::screenAt(position);
     const QScreen *screen = found ? found : QGuiApplication::primaryScreen();
-    const QSize size = layOut();
-    setGeometry(QRect(placed(size, position, screen->availableGeometry()), size));
+    const QRect available = screen->availableGeometry();
+    const QSize size = layOut(available.height());
+    setGeometry(QRect(placed(size, position, available), size));
     show();
     raise();
     grab(grabAttempts);
 }
 
-QSize PopupMenu::layOut()
+QSize PopupMenu::layOut(int tallest)
 {
     const QFontMetrics metrics(QGuiApplication::font());
     int width = 160;
@@ -91,7 +104,9 @@ QSize PopupMenu::layOut()
         m_rects.emplace_back(edge, y, width - 2 * edge, height);
         y += height;
     }
-    return {width, y + edge};
+    const int height = std::min(y + edge, tallest);
+    m_scroll = MenuScroll(y + edge, height);
+    return {width, height};
 }
 
 void PopupMenu::grab(int attemptsLeft)
@@ -105,6 +120,7 @@ void PopupMenu::dismiss()
 {
     setMouseGrabEnabled(false);
     setKeyboardGrabEnabled(false);
+    m_scrolling.stop();
     hide();
 }
 
@@ -127,17 +143,36 @@ void PopupMenu::setCurrent(int index)
 
 void PopupMenu::move(int step)
 {
+    moveFrom(m_current < 0 && step < 0 ? static_cast<int>(m_rects.size()) : m_current, step);
+}
+
+void PopupMenu::moveFrom(int index, int step)
+{
     const int count = static_cast<int>(m_rects.size());
-    int index = m_current < 0 && step < 0 ? count : m_current;
     for (int tried = 0; tried < count; ++tried) {
         index = (index + step + count) % count;
-        if (canChoose(index))
-            return setCurrent(index);
+        if (!canChoose(index))
+            continue;
+        const QRect &rect = m_rects[static_cast<std::size_t>(index)];
+        if (m_scroll.reveal(rect.top() - edge, rect.bottom() + edge))
+            update();
+        return setCurrent(index);
     }
+}
+
+void PopupMenu::scrollBy(int pixels)
+{
+    if (!m_scroll.scrollBy(pixels))
+        return m_scrolling.stop();
+    // What was under the pointer has moved away from it.
+    m_current = -1;
+    update();
 }
 
 int PopupMenu::itemAt(QPoint position) const
 {
+    if (m_scroll.directionAt(position.y()) != 0)
+        return -1;
     for (int index = 0; index < static_cast<int>(m_rects.size()); ++index) {
         if (canChoose(index) && itemRect(index).contains(position))
             return index;
@@ -161,8 +196,20 @@ void PopupMenu::exposeEvent(QExposeEvent *event)
 void PopupMenu::mouseMoveEvent(QMouseEvent *event)
 {
     const QPoint position = event->position().toPoint();
-    m_hasMoved = m_hasMoved || QRect(QPoint(), size()).contains(position);
+    const bool isWithin = QRect(QPoint(), size()).contains(position);
+    m_hasMoved = m_hasMoved || isWithin;
+    m_direction = isWithin ? m_scroll.directionAt(position.y()) : 0;
+    if (m_direction == 0)
+        m_scrolling.stop();
+    else if (!m_scrolling.isActive())
+        m_scrolling.start();
     setCurrent(itemAt(position));
+}
+
+void PopupMenu::wheelEvent(QWheelEvent *event)
+{
+    scrollBy(-event->angleDelta().y() * linesPerNotch * itemHeight / notch);
+    setCurrent(itemAt(event->position().toPoint()));
 }
 
 void PopupMenu::mousePressEvent(QMouseEvent *event)
@@ -188,6 +235,10 @@ void PopupMenu::keyPressEvent(QKeyEvent *event)
         return move(1);
     case Qt::Key_Up:
         return move(-1);
+    case Qt::Key_Home:
+        return moveFrom(-1, 1);
+    case Qt::Key_End:
+        return moveFrom(0, -1);
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Space:
@@ -206,8 +257,28 @@ void PopupMenu::paintEvent(QPaintEvent *)
     painter.setPen(mixed(palette.color(QPalette::Text), 0.25));
     painter.drawRect(QRectF(0.5, 0.5, width() - 1, height() - 1));
     painter.setFont(QGuiApplication::font());
-    for (int index = 0; index < static_cast<int>(m_rects.size()); ++index)
-        drawItem(painter, index);
+    painter.save();
+    painter.setClipRect(1, m_scroll.top(), width() - 2, m_scroll.bottom() - m_scroll.top());
+    for (int index = 0; index < static_cast<int>(m_rects.size()); ++index) {
+        if (itemRect(index).intersects(QRect(QPoint(), size())))
+            drawItem(painter, index);
+    }
+    painter.restore();
+    if (m_scroll.hasArrowAbove())
+        drawArrow(painter, -1);
+    if (m_scroll.hasArrowBelow())
+        drawArrow(painter, 1);
+}
+
+void PopupMenu::drawArrow(QPainter &painter, int direction) const
+{
+    const qreal half = MenuScroll::arrowHeight / 2.0;
+    const QPointF middle(width() / 2.0, direction < 0 ? half : height() - half);
+    const QPointF side(5, -2.5 * direction);
+    const QPointF tip[] = {middle + side, middle + QPointF(0, 2.5 * direction),
+                           middle + QPointF(-side.x(), side.y())};
+    painter.setPen(QPen(mixed(QGuiApplication::palette().color(QPalette::Text), 0.6), 1.5));
+    painter.drawPolyline(tip, 3);
 }
 
 void PopupMenu::drawItem(QPainter &painter, int index) const
