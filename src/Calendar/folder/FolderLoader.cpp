@@ -32,7 +32,7 @@ std::string join(const std::string &folder, const std::string &name)
 
 bool exists(const std::string &path)
 {
-    struct stat status;
+    struct stat status = {};
     return ::stat(path.c_str(), &status) == 0;
 }
 
@@ -295,7 +295,7 @@ void FolderLoader::checkUnwatched()
         return;
     m_nextCheck = Clock::now() + checkInterval;
     for (const auto &[path, modified] : m_folderTimes) {
-        struct stat status;
+        struct stat status = {};
         if (::stat(path.c_str(), &status) != 0 || FileStamp::of(status).modified != modified)
             return scanAndLoad(Compare::allFiles);
     }

@@ -41,7 +41,7 @@ std::string lowerCase(std::string_view text)
 
 Kind kindByStatus(int folder, const char *name)
 {
-    struct stat status;
+    struct stat status = {};
     if (::fstatat(folder, name, &status, 0) != 0)
         return Kind::other;
     if (S_ISDIR(status.st_mode))
@@ -167,7 +167,7 @@ void FolderTree::visit(FolderListing folder, const BeforeListing &beforeListing,
 {
     beforeListing(folder.path);
     FileDescriptor descriptor = openFolder(folder.path);
-    struct stat status;
+    struct stat status = {};
     if (!descriptor.isOpen() || ::fstat(descriptor.number(), &status) != 0)
         return reportUnreadable(folder.path);
     folder.identity = {std::uint64_t(status.st_dev), std::uint64_t(status.st_ino)};
