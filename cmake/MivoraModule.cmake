@@ -22,17 +22,14 @@ if(MIVORA_CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${launcher})
 endif()
 
-# What a sanitizer build and a fuzz build need to build.
-add_custom_target(unit_tests)
-add_custom_target(sanitized_tests)
-add_custom_target(fuzzers)
+# What ./test builds of the tests, by their labels: the checks that docs/testing.md tells of.
+foreach(label unit threads program desktop fuzz)
+    add_custom_target(${label}_tests)
+endforeach()
 
-# The tests that run under the sanitizers: of everything that reads what strangers wrote, and of windows, whose objects
-# end in the most ways. Of the latter's leaks Qt's own few are known by their whole stacks, which are slow to take.
-set(MIVORA_SANITIZED_TESTS
-    MeetingsTests CalendarTests CalendarTextTests PreferencesTests SettingsFileTests PlatformLinuxTests SystemEventsTests
-    WorkspaceTests SchedulingTests KeloHotkeyTests KeloMenuBarTests KeloHotkeyRecorderTests)
-set(MIVORA_SANITIZED_WINDOW_TESTS AppDelegateTests JoinPanelTests KeloOnboardingTests SettingsTests)
+# What the sanitizers are told when a test runs. Of windows' leaks Qt's own few are known by their whole stacks, which are
+# slow to take.
+set(sanitized_environment TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/races.supp:halt_on_error=1)
 set(sanitized_window_environment
     ASAN_OPTIONS=fast_unwind_on_malloc=0 LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/leaks.supp:print_suppressions=0)
 
@@ -40,6 +37,8 @@ set(sanitized_window_environment
 add_library(MivoraOptions INTERFACE)
 # -pthread everywhere: GLib's users need it, and sources that share a precompiled header must agree on it.
 target_compile_options(MivoraOptions INTERFACE -Wall -Wextra -pthread $<$<CXX_COMPILER_ID:GNU>:-Wno-error=invalid-pch>)
+# Clang compares times, which are others after ccache or a checkout has made a file anew.
+target_compile_options(MivoraOptions INTERFACE "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
 target_compile_definitions(
     MivoraOptions INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
                             QT_USE_QSTRINGBUILDER QT_NO_NARROWING_CONVERSIONS_IN_CONNECT)
@@ -49,12 +48,8 @@ if(MIVORA_SANITIZE)
     target_link_options(MivoraOptions INTERFACE -fsanitize=${MIVORA_SANITIZE})
 endif()
 
-# Precompiled headers, for sources that see Qt Core: they more than halve the time of a build. Clang is stricter
-# than GCC about who may share one.
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    set(pch_default ON)
-endif()
-option(MIVORA_PCH "Use precompiled headers" ${pch_default})
+# Precompiled headers, for sources that see Qt Core: they more than halve the time of a build.
+option(MIVORA_PCH "Use precompiled headers" ON)
 function(_mivora_declare_pch name)
     file(WRITE ${CMAKE_BINARY_DIR}/pch/${name}.cpp "")
     add_library(${name} OBJECT ${CMAKE_BINARY_DIR}/pch/${name}.cpp)
@@ -140,21 +135,17 @@ function(mivora_test name)
     if(NOT arg_LABELS)
         set(arg_LABELS unit)
     endif()
-    if("unit" IN_LIST arg_LABELS)
-        add_dependencies(unit_tests ${name})
-    endif()
-    set(is_sanitized_window_test OFF)
-    if(MIVORA_SANITIZE MATCHES address AND name IN_LIST MIVORA_SANITIZED_WINDOW_TESTS)
-        set(is_sanitized_window_test ON)
-    endif()
-    if(is_sanitized_window_test OR name IN_LIST MIVORA_SANITIZED_TESTS)
-        list(APPEND arg_LABELS sanitized)
-        add_dependencies(sanitized_tests ${name})
-    endif()
+    foreach(label IN LISTS arg_LABELS)
+        add_dependencies(${label}_tests ${name})
+    endforeach()
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} LABELS "${arg_LABELS}")
-    if(is_sanitized_window_test)
-        set_tests_properties(${name} PROPERTIES ENVIRONMENT "${sanitized_window_environment}" TIMEOUT 600)
+    if(MIVORA_SANITIZE)
+        set(environment ${sanitized_environment})
+        if(arg_GUI OR arg_NO_MAIN)
+            set(environment ${sanitized_window_environment})
+        endif()
+        set_tests_properties(${name} PROPERTIES ENVIRONMENT "${environment}" TIMEOUT 600)
     endif()
 endfunction()
 
@@ -171,7 +162,7 @@ function(mivora_fuzz name)
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
     target_compile_options(${name} PRIVATE -fsanitize=fuzzer)
     target_link_options(${name} PRIVATE -fsanitize=fuzzer)
-    add_dependencies(fuzzers ${name})
+    add_dependencies(fuzz_tests ${name})
     set(found ${CMAKE_BINARY_DIR}/corpus/${name})
     file(MAKE_DIRECTORY ${found})
     add_test(NAME ${name} COMMAND ${name} -max_total_time=10 -timeout=10 -rss_limit_mb=2048 ${found}

@@ -11,9 +11,15 @@ find_package(Qt6 6.4 REQUIRED COMPONENTS Qml Quick Svg)
 function(mivora_qml_module name)
     cmake_parse_arguments(arg "" "" "DEPENDS;QML_FILES;SINGLETONS;RESOURCES" ${ARGN})
     set_source_files_properties(${arg_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
+    # Sanitizers gain nothing from compiled QML, and building it takes long.
+    set(compile_qml "")
+    if(MIVORA_SANITIZE)
+        set(compile_qml NO_CACHEGEN)
+    endif()
     qt_add_qml_module(
         ${name}
         STATIC
+        ${compile_qml}
         URI ${name}
         VERSION 1.0
         RESOURCE_PREFIX /

@@ -102,7 +102,7 @@ QString symbolName(std::uint16_t keyCode)
     return CurrentLayout::instance().layout().symbolName(keyCode);
 }
 
-void onChange(QObject *context, std::function<void()> changed)
+void onChange(QObject *context, const std::function<void()> &changed)
 {
     const X11Keyboard &keyboard = CurrentLayout::instance().keyboard();
     QObject::connect(&keyboard, &X11Keyboard::keymapChanged, context, changed);

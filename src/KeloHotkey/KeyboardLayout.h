@@ -27,6 +27,6 @@ std::optional<std::uint16_t> keyCode(const QString &forCharacters);
 QString symbolName(std::uint16_t keyCode);
 
 /// Calls `changed` whenever names may be other ones, as long as `context` lives.
-void onChange(QObject *context, std::function<void()> changed);
+void onChange(QObject *context, const std::function<void()> &changed);
 
 } // namespace kelo::KeyboardLayout

@@ -11,7 +11,7 @@ namespace {
 struct KnownHost
 {
     QLatin1String name;
-    Presentation presentation;
+    Presentation presentation = Presentation::Square;
 };
 
 // By process name, cut to 15 bytes as in /proc.

@@ -9,7 +9,7 @@ namespace {
 
 QString pathOf(const char *name, const char *variable)
 {
-    const QString wanted = qEnvironmentVariable(variable);
+    QString wanted = qEnvironmentVariable(variable);
     if (!wanted.isEmpty())
         return wanted;
     const QString file = QString::fromLatin1(name) + QStringLiteral(".so");

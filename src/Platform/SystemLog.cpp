@@ -15,7 +15,7 @@ namespace {
 /// (systemd.exec(5)). The line would then stand in the log twice.
 bool standardErrorIsTheJournal()
 {
-    struct stat status;
+    struct stat status = {};
     if (fstat(STDERR_FILENO, &status) != 0)
         return false;
     const QByteArray stream =

@@ -15,7 +15,7 @@ namespace {
 using Action = void (*)(const CalendarFolder &);
 using Titles = std::vector<std::string>;
 
-struct Step
+struct ChangeStep
 {
     const char *what;
     Action action;
@@ -30,7 +30,7 @@ TEST(FolderChanges, areSeenOneAfterTheOther)
     folder.write("root/work/a.ics", eventText("A"));
     LoadedStore loaded({folder.path("root")});
     ASSERT_EQ(loaded.titles(), Titles{"A"});
-    const std::vector<Step> steps{
+    const std::vector<ChangeStep> steps{
         {"created", [](const auto &f) { f.write("root/work/b.ics", eventText("B")); }, {"A", "B"}},
         {"changed in place", [](const auto &f) { f.write("root/work/b.ics", eventText("B2")); }, {"A", "B2"}},
         {"moved to another day",
@@ -77,7 +77,7 @@ TEST(FolderChanges, areSeenOneAfterTheOther)
          },
          {"O"}},
     };
-    for (const Step &step : steps) {
+    for (const ChangeStep &step : steps) {
         step.action(folder);
         EXPECT_TRUE(loaded.waitForTitles(step.titles))
             << step.what << ": " << testing::PrintToString(loaded.titles());

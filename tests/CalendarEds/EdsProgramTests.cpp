@@ -18,7 +18,7 @@ namespace {
 
 using testing::HasSubstr;
 
-constexpr int longestWait = 60'000;
+constexpr int longestRun = 60'000;
 
 struct Outcome
 {
@@ -35,7 +35,7 @@ Outcome run(const QStringList &arguments)
 {
     QProcess process;
     process.start(program(), arguments);
-    if (!process.waitForFinished(longestWait))
+    if (!process.waitForFinished(longestRun))
         process.kill();
     process.waitForFinished(5000);
     return {process.readAllStandardOutput().toStdString(), process.readAllStandardError().toStdString()};
@@ -83,7 +83,7 @@ public:
     /// Waits until \a condition holds; it is asked again whenever the program says something.
     template<typename Condition> bool waitFor(Condition condition)
     {
-        const QDeadlineTimer deadline(longestWait);
+        const QDeadlineTimer deadline(longestRun);
         for (read(); !condition(); read()) {
             if (deadline.hasExpired())
                 return false;

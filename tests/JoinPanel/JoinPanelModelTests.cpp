@@ -9,12 +9,6 @@
 
 namespace mivora {
 
-namespace {
-
-const Timestamp ten = at("2026-03-10T10:00:00Z");
-
-} // namespace
-
 class JoinPanelModelTest : public testing::Test
 {
 public:

@@ -7,12 +7,6 @@
 
 namespace mivora {
 
-namespace {
-
-const Timestamp ten = at("2026-03-10T10:00:00Z");
-
-} // namespace
-
 TEST(PanelText, tellsWhenTheMeetingStartsOrStarted)
 {
     const struct
@@ -44,7 +38,7 @@ TEST(PanelText, tellsWhenTheMeetingStartsOrStarted)
         EXPECT_EQ(text.timeText.toStdString(), row.text);
         EXPECT_EQ(text.hasStarted, row.hasStarted) << row.left;
     }
-    const Timestamp never(Seconds(std::numeric_limits<double>::quiet_NaN()));
+    const Timestamp never{Seconds(std::numeric_limits<double>::quiet_NaN())};
     EXPECT_EQ(panelTimeText(never, start), QStringLiteral("Starting now"));
 }
 

@@ -14,7 +14,7 @@ namespace kelo {
 namespace {
 
 // Any component of the views will do for a step.
-std::vector<OnboardingStep> steps(int count)
+std::vector<OnboardingStep> windowSteps(int count)
 {
     std::vector<OnboardingStep> steps(count);
     for (OnboardingStep &step : steps) {
@@ -44,7 +44,7 @@ public:
 
     void show(int count, int startAt = 0)
     {
-        controller->show(steps(count), QStringLiteral("Done"), startAt);
+        controller->show(windowSteps(count), QStringLiteral("Done"), startAt);
         ASSERT_TRUE(controller->window());
         ASSERT_TRUE(QTest::qWaitForWindowActive(controller->window()));
     }
@@ -75,7 +75,7 @@ TEST_F(OnboardingWindowControllerTest, finishesOnceHoweverItEnds)
     for (const End end : {End::button, End::closed, End::closedOnTheLastStep, End::closedTwice}) {
         int ends = 0;
         OnboardingWindowController once(views, QString(), QSize(500, 400), [&ends] { ++ends; });
-        once.show(steps(2), QString(), end == End::closedOnTheLastStep ? 1 : 0);
+        once.show(windowSteps(2), QString(), end == End::closedOnTheLastStep ? 1 : 0);
         const QPointer<QWindow> window = once.window();
         if (end == End::button) {
             const QPointer<OnboardingModel> model = once.model();
@@ -126,7 +126,7 @@ TEST_F(OnboardingWindowControllerTest, mayBeDeletedByItsEnd)
     std::unique_ptr<OnboardingWindowController> mortal;
     mortal = std::make_unique<OnboardingWindowController>(views, QString(), QSize(500, 400),
                                                           [&mortal] { mortal.reset(); });
-    mortal->show(steps(1), QString(), 0);
+    mortal->show(windowSteps(1), QString(), 0);
     ASSERT_TRUE(QTest::qWaitForWindowActive(mortal->window()));
     const QPointer<QWindow> window = mortal->window();
 

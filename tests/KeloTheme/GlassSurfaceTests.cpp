@@ -39,7 +39,7 @@ TEST_F(GlassSurfaceTest, shadowIsSoftFallsBelowAndSparesTheSurface)
         const int middle = inset;
         const int margin = GlassSurface::floatingShadowMargin * ratio;
         const int end = shadow.height() - 1;
-        const auto alpha = [&](int x, int y) { return shadow.pixelColor(x, y).alpha(); };
+        const auto alpha = [&image = shadow](int x, int y) { return image.pixelColor(x, y).alpha(); };
         EXPECT_EQ(alpha(middle, middle), 0);
         EXPECT_EQ(alpha(middle, margin), 0) << "the surface's first line";
         EXPECT_EQ(alpha(middle, end - margin), 0) << "the surface's last line";

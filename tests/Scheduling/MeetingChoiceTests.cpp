@@ -11,8 +11,6 @@ namespace {
 
 using Titles = std::vector<std::string>;
 
-const Timestamp ten = at("2026-03-10T10:00:00Z");
-
 } // namespace
 
 TEST(RelevantMeetings, keepsOnlyTheUsersUnfinishedOnes)

@@ -4,12 +4,6 @@
 
 namespace mivora {
 
-namespace {
-
-const Timestamp ten = at("2026-03-10T10:00:00Z");
-
-} // namespace
-
 class SchedulerPanel : public SchedulerTest
 {
 public:

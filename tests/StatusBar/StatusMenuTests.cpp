@@ -47,7 +47,6 @@ public:
     }
 
     const Timestamp nine = at("2026-03-10T09:00:00Z");
-    const Timestamp ten = at("2026-03-10T10:00:00Z");
     const std::vector<CalendarInfo> calendars{{"work", "Work", "", {}}, {"home", "Home", "", {}}};
     MenuContents contents;
 };

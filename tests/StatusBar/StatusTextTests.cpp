@@ -8,7 +8,6 @@ namespace mivora {
 
 namespace {
 
-const Timestamp ten = at("2026-03-10T10:00:00Z");
 const Meeting review = makeMeeting("Design review", ten);
 
 } // namespace

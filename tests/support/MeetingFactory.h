@@ -18,6 +18,9 @@ inline Timestamp at(const char *iso8601)
     return timestampFromSeconds(double(time.toMSecsSinceEpoch()) / 1000);
 }
 
+/// The hour that most tests' meetings are about.
+inline const Timestamp ten = at("2026-03-10T10:00:00Z");
+
 /// A snapshot in the calendar "work" whose identifier is its title.
 inline EventSnapshot makeSnapshot(const std::string &title, Timestamp start, Seconds length = Seconds(1800))
 {

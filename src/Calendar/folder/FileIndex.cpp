@@ -46,7 +46,7 @@ void updateFiles(FileCollection &collection, const CollectionPlan &plan, std::ve
 
 bool hasChanged(int folder, const std::string &name, const FileEntry &entry)
 {
-    struct stat status;
+    struct stat status = {};
     return ::fstatat(folder, name.c_str(), &status, 0) != 0 || FileStamp::of(status) != entry.stamp;
 }
 

@@ -50,7 +50,7 @@ ReadStatus FileReader::read(int folder, const char *name, std::int64_t limit)
             return ReadStatus::notAFile;
         return errno == ENOENT ? ReadStatus::vanished : ReadStatus::failed;
     }
-    struct stat status;
+    struct stat status = {};
     if (::fstat(file.number(), &status) != 0)
         return ReadStatus::failed;
     if (!S_ISREG(status.st_mode))

@@ -32,7 +32,7 @@ std::string join(const std::string &folder, const std::string &name)
 
 bool exists(const std::string &path)
 {
-    struct stat status;
+    struct stat status = {};
     return ::stat(path.c_str(), &status) == 0;
 }
 
@@ -330,7 +330,7 @@ void FolderLoader::checkUnwatched()
     m_nextCheck = Clock::now() + checkInterval;
     for (const auto &[path, modified] : m_folderTimes) {
         const ReadingMark::Scope reading(m_marks[0], path);
-        struct stat status;
+        struct stat status = {};
         if (::stat(path.c_str(), &status) != 0 || FileStamp::of(status).modified != modified)
             return scanAndLoad(Compare::allFiles);
     }

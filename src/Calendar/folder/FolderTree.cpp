@@ -41,7 +41,7 @@ std::string lowerCase(std::string_view text)
 
 Kind kindByStatus(int folder, const char *name)
 {
-    struct stat status;
+    struct stat status = {};
     if (::fstatat(folder, name, &status, 0) != 0)
         return Kind::other;
     if (S_ISDIR(status.st_mode))
@@ -183,7 +183,7 @@ bool FolderTree::read(FolderListing &folder, Round &round)
     const ReadingMark::Scope reading(round.mark, folder.path);
     round.beforeListing(folder.path);
     FileDescriptor descriptor = openFolder(folder.path);
-    struct stat status;
+    struct stat status = {};
     if (!descriptor.isOpen() || ::fstat(descriptor.number(), &status) != 0) {
         reportUnreadable(folder.path);
         return false;

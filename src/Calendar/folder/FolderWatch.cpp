@@ -19,13 +19,13 @@ constexpr std::uint32_t nameEvents = IN_MOVED_FROM | IN_MOVED_TO | IN_CREATE | I
 /// A new file is empty until it is written, and its writing is told separately; a link is complete at once.
 bool isCompleteWhenCreated(const std::string &path)
 {
-    struct stat status;
+    struct stat status = {};
     return ::lstat(path.c_str(), &status) == 0 && (S_ISLNK(status.st_mode) || status.st_nlink > 1);
 }
 
 bool isLink(const std::string &path)
 {
-    struct stat status;
+    struct stat status = {};
     return ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
 }
 

@@ -2,6 +2,7 @@
 
 #include "KeloHotkey/VirtualKeys.h"
 #include "KeloHotkey/backends/NoService.h"
+#include "KeloHotkey/backends/PortalNames.h"
 #include "KeloHotkey/backends/PortalShortcut.h"
 
 #include <QDBusObjectPath>
@@ -11,14 +12,6 @@
 #include <utility>
 
 namespace kelo {
-
-namespace {
-
-const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
-const QString shortcutsInterface = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
-
-} // namespace
 
 PortalService::PortalService(const HotKeyPurpose &purpose, const QDBusConnection &bus)
     : m_purpose(purpose), m_bus(bus), m_watcher(portalService, bus, QDBusServiceWatcher::WatchForOwnerChange)

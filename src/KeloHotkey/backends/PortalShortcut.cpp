@@ -1,5 +1,6 @@
 #include "KeloHotkey/backends/PortalShortcut.h"
 
+#include "KeloHotkey/backends/PortalNames.h"
 #include "KeloHotkey/backends/PortalTrigger.h"
 
 #include <QDBusArgument>
@@ -16,9 +17,6 @@ struct PortalShortcutEntry
     QString name;
     QVariantMap properties;
 };
-
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
-const QString shortcutsInterface = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
 
 // Portals are documented to send the session as a text, but some send an object path.
 QString sessionPath(const QVariant &handle)
@@ -74,7 +72,8 @@ void PortalShortcut::release(std::unique_ptr<PortalShortcut> shortcut)
     if (!shortcut->m_isCreating)
         return shortcut->closeSession();
     shortcut->m_isReleased = true;
-    shortcut.release();
+    // It ends itself when its session is there.
+    static_cast<void>(shortcut.release());
 }
 
 void PortalShortcut::createSession()

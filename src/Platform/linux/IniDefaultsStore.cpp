@@ -126,7 +126,7 @@ std::optional<QString> IniDefaultsStore::save()
     const QByteArray before = std::get<QByteArray>(content);
     IniDocument document = withUnsaved(before);
     if (document.text() != before) {
-        if (const auto error = replaceFile(m_path, document.text()))
+        if (auto error = replaceFile(m_path, document.text()))
             return error;
     }
     m_unsaved.clear();
