@@ -1,5 +1,8 @@
 #include "KeloSparkle/PackageOpener.h"
 
+#include "KeloPlugin/LateGio.h"
+
+#include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -18,16 +21,21 @@ namespace {
 void launched(GObject *, GAsyncResult *result, void *data)
 {
     const std::unique_ptr<PackageOpened> done(static_cast<PackageOpened *>(data));
-    (*done)(g_app_info_launch_default_for_uri_finish(result, nullptr));
+    (*done)(KELO_GIO(g_app_info_launch_default_for_uri_finish)(result, nullptr));
 }
 
 } // namespace
 
 void openPackage(const QString &path, PackageOpened done)
 {
+    const auto launch = KELO_GIO(g_app_info_launch_default_for_uri_async);
+    if (!launch) {
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(), [done = std::move(done)] { done(false); }, Qt::QueuedConnection);
+        return;
+    }
     const QByteArray uri = QUrl::fromLocalFile(path).toEncoded();
-    g_app_info_launch_default_for_uri_async(uri.constData(), nullptr, nullptr, launched,
-                                            new PackageOpened(std::move(done)));
+    launch(uri.constData(), nullptr, nullptr, launched, new PackageOpened(std::move(done)));
 }
 
 void showInFileManager(const QDBusConnection &bus, const QString &path, PackageOpened done)

@@ -1,5 +1,6 @@
 #include "Platform/linux/GioWorkspace.h"
 
+#include "KeloPlugin/LateGio.h"
 #include "Platform/linux/SystemSettingsLinks.h"
 
 #include <QCoreApplication>
@@ -31,20 +32,21 @@ bool isMeetingScheme(const QString &scheme)
 
 struct Unref
 {
-    void operator()(void *object) const { g_object_unref(object); }
+    void operator()(void *object) const { KELO_GIO(g_object_unref)(object); }
 };
 
 void launch(GTask *task, void *, void *uri, GCancellable *)
 {
-    g_task_return_boolean(
-        task, g_app_info_launch_default_for_uri(static_cast<const char *>(uri), nullptr, nullptr));
+    const bool launched =
+        KELO_GIO(g_app_info_launch_default_for_uri)(static_cast<const char *>(uri), nullptr, nullptr);
+    KELO_GIO(g_task_return_boolean)(task, launched);
 }
 
 /// Runs on the main thread, from the event loop.
 void finished(GObject *, GAsyncResult *result, void *data)
 {
     const std::unique_ptr<Workspace::Opened> done(static_cast<Workspace::Opened *>(data));
-    const bool opened = g_task_propagate_boolean(G_TASK(result), nullptr);
+    const bool opened = KELO_GIO(g_task_propagate_boolean)(reinterpret_cast<GTask *>(result), nullptr);
     if (*done)
         (*done)(opened);
 }
@@ -65,18 +67,20 @@ void GioWorkspace::open(const QString &url, Opened done)
     const QString scheme = schemeOf(url);
     if (scheme == systemSettingsScheme)
         return answerLater(std::move(done), openSystemSettings(url));
-    if (!isMeetingScheme(scheme))
+    if (!isMeetingScheme(scheme) || !KELO_GIO(g_task_new))
         return answerLater(std::move(done), false);
     const std::unique_ptr<GTask, Unref> task(
-        g_task_new(nullptr, nullptr, finished, new Opened(std::move(done))));
-    g_task_set_task_data(task.get(), g_strdup(url.toUtf8().constData()), g_free);
-    g_task_run_in_thread(task.get(), launch);
+        KELO_GIO(g_task_new)(nullptr, nullptr, finished, new Opened(std::move(done))));
+    KELO_GIO(g_task_set_task_data)(task.get(), g_strdup(url.toUtf8().constData()), g_free);
+    KELO_GIO(g_task_run_in_thread)(task.get(), launch);
 }
 
 bool GioWorkspace::hasHandler(const QString &scheme) const
 {
-    const std::unique_ptr<GAppInfo, Unref> handler(
-        g_app_info_get_default_for_uri_scheme(scheme.toLower().toUtf8().constData()));
+    const auto find = KELO_GIO(g_app_info_get_default_for_uri_scheme);
+    if (!find)
+        return false;
+    const std::unique_ptr<GAppInfo, Unref> handler(find(scheme.toLower().toUtf8().constData()));
     // GIO itself passes over an entry whose program is missing.
     return handler != nullptr;
 }
