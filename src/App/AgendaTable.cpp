@@ -167,7 +167,7 @@ Row rowOf(const QJsonObject &meeting, const QTimeZone &zone)
 QList<Row> rowsOf(const QJsonValue &meetings, const QTimeZone &zone)
 {
     QList<Row> rows;
-    for (const QJsonValue &meeting : meetings.toArray())
+    for (const auto &meeting : meetings.toArray())
         rows.append(rowOf(meeting.toObject(), zone));
     return rows;
 }
@@ -183,7 +183,7 @@ QString dayOf(const QJsonObject &agenda, const QTimeZone &zone)
 
 QString linkOfNext(const QJsonObject &agenda)
 {
-    for (const QJsonValue &meeting : agenda.value(QLatin1String("today")).toArray()) {
+    for (const auto &meeting : agenda.value(QLatin1String("today")).toArray()) {
         if (meeting[QLatin1String("id")] == agenda.value(QLatin1String("next")))
             return meeting[QLatin1String("linkToOpen")].toString();
     }

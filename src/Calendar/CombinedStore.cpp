@@ -123,7 +123,7 @@ void CombinedStore::nameCalendars()
         for (const StoreCalendar &calendar : m_parts[i].store->calendars()) {
             std::string id = calendar.id;
             while (!taken.insert(id).second)
-                id = m_parts[i].name + ':' + id;
+                id.insert(0, m_parts[i].name + ':');
             if (id != calendar.id)
                 m_names[i].emplace(calendar.id, std::move(id));
         }

@@ -33,7 +33,8 @@ constexpr std::array panelKeys{
 } // namespace
 
 JoinPanelController::JoinPanelController(const Preferences &prefs, kelo::ViewLoader &views,
-                                         JoinPanelActions actions, Timestamp now, const QDBusConnection &bus)
+                                         const JoinPanelActions &actions, Timestamp now,
+                                         const QDBusConnection &bus)
     : m_model(now),
       m_controller(views,
                    {.module = QStringLiteral("JoinPanelViews"),

@@ -34,7 +34,7 @@ class JoinPanelController final : public QObject
 
 public:
     /// \a prefs and \a views outlive the controller. Nothing is loaded before the first show().
-    JoinPanelController(const Preferences &prefs, kelo::ViewLoader &views, JoinPanelActions actions,
+    JoinPanelController(const Preferences &prefs, kelo::ViewLoader &views, const JoinPanelActions &actions,
                         Timestamp now, const QDBusConnection &bus = QDBusConnection::sessionBus());
 
     const JoinPanelModel &model() const { return m_model; }

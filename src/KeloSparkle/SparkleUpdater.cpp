@@ -24,7 +24,7 @@ Starting decision(const InformationDictionary &dictionary)
 
 } // namespace
 
-SparkleUpdater::SparkleUpdater(const InformationDictionary &dictionary, UpdaterHost host)
+SparkleUpdater::SparkleUpdater(const InformationDictionary &dictionary, const UpdaterHost &host)
     : m_controller(decision(dictionary), feedOf(dictionary, host.program.version), host)
 {
 }

@@ -12,7 +12,7 @@ class InformationDictionary;
 class SparkleUpdater final : public Updater
 {
 public:
-    SparkleUpdater(const InformationDictionary &dictionary, UpdaterHost host);
+    SparkleUpdater(const InformationDictionary &dictionary, const UpdaterHost &host);
 
     /// Always.
     bool canCheckForUpdates() const override { return true; }

@@ -22,7 +22,7 @@ qint64 share(double spread, qint64 seconds)
 
 QDateTime nextScheduledCheck(const CheckTimes &times)
 {
-    const QDateTime earliest = times.launch.addSecs(10 * minute + share(times.spread, 50 * minute));
+    QDateTime earliest = times.launch.addSecs(10 * minute + share(times.spread, 50 * minute));
     if (!times.lastCheck.isValid() || times.lastCheck > times.now)
         return earliest;
     return std::max(earliest, times.lastCheck.addSecs(day + share(times.spread, 2 * hour)));

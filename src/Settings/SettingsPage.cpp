@@ -9,7 +9,7 @@ namespace {
 struct Page
 {
     QLatin1String rawValue;
-    const char *title;
+    const char *title = nullptr;
     QLatin1String symbol;
     QLatin1String tint;
 };

@@ -25,7 +25,7 @@ constexpr Qt::WindowFlags windowFlags = Qt::Window | Qt::CustomizeWindowHint | Q
 
 SettingsWindowController::SettingsWindowController(Preferences &prefs, const EventSource &source,
                                                    kelo::HotKeyService &service, kelo::ViewLoader &views,
-                                                   SettingsActions actions, QObject *parent)
+                                                   const SettingsActions &actions, QObject *parent)
     : QObject(parent), m_views(views), m_general(prefs, service, actions.refresh),
       m_calendars(prefs, source, actions)
 {

@@ -28,7 +28,8 @@ class SettingsWindowController final : public QObject
 public:
     /// All references outlive the controller.
     SettingsWindowController(Preferences &prefs, const EventSource &source, kelo::HotKeyService &service,
-                             kelo::ViewLoader &views, SettingsActions actions, QObject *parent = nullptr);
+                             kelo::ViewLoader &views, const SettingsActions &actions,
+                             QObject *parent = nullptr);
     ~SettingsWindowController() override;
 
     /// Brings the window to the front, on the page that is given or else on the one shown last. False when

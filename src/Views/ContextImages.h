@@ -17,7 +17,7 @@ public:
 
     QImage requestImage(const QString &id, QSize *size, const QSize &) override
     {
-        const QImage image = m_image(id);
+        QImage image = m_image(id);
         *size = image.size();
         return image;
     }

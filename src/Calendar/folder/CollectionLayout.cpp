@@ -8,7 +8,7 @@ namespace mivora {
 
 namespace {
 
-std::string lastComponent(const std::string &path)
+std::string_view lastComponent(std::string_view path)
 {
     return path.substr(path.rfind('/') + 1);
 }
@@ -23,12 +23,14 @@ public:
     {
         // Identifiers are text for settings and JSON, whatever bytes the file system holds.
         const std::string path = QString::fromStdString(relativePath).toStdString();
-        const std::string &root = m_roots[folder.rootIndex];
-        for (const std::string &candidate : {path, lastComponent(root) + ':' + path, root + ':' + path}) {
+        const std::string_view root = m_roots[folder.rootIndex];
+        std::string candidate;
+        for (const std::string_view qualifier : {std::string_view(), lastComponent(root), root}) {
+            candidate = qualifier;
+            candidate.append(qualifier.empty() ? "" : ":").append(path);
             if (m_taken.insert(candidate).second)
                 return candidate;
         }
-        std::string candidate = root + ':' + path;
         while (!m_taken.insert(candidate).second)
             candidate += '\'';
         return candidate;
@@ -64,7 +66,7 @@ bool hasCalendarsBelow(const std::vector<FolderListing> &folders, std::size_t in
 
 std::string titleOf(const FolderListing &folder)
 {
-    return folder.properties.displayName.value_or(lastComponent(folder.path));
+    return folder.properties.displayName.value_or(std::string(lastComponent(folder.path)));
 }
 
 CollectionPlan planOf(FolderListing folder, const std::string &accountTitle, CalendarIDs &ids)

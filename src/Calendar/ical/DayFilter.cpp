@@ -26,7 +26,8 @@ int dayOfYear(local_days day, year y)
 /// Whether \a set has position \a value of \a length, counted from the start or (stored above) from the end.
 template<std::size_t Size> bool hasPosition(const std::bitset<Size> &set, int value, int length, int highest)
 {
-    return set.test(std::size_t(value)) || set.test(std::size_t(highest + length - value + 1));
+    const int fromEnd = highest + length - value + 1;
+    return set.test(std::size_t(value)) || set.test(std::size_t(fromEnd));
 }
 
 /// Whether the \a value-th day of \a length days is the one of its weekday that \a ordinal names.

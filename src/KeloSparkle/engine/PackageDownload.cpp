@@ -40,7 +40,7 @@ QString packageFileName(const Update &update)
     static const QRegularExpression harmless(
         QRegularExpression::anchoredPattern(QStringLiteral("[A-Za-z0-9][A-Za-z0-9._+~-]{0,120}")));
     static const QRegularExpression odd(QStringLiteral("[^A-Za-z0-9.-]"));
-    const QString name = update.url.fileName(QUrl::FullyDecoded);
+    QString name = update.url.fileName(QUrl::FullyDecoded);
     if (harmless.match(name).hasMatch())
         return name;
     return QStringLiteral("update-") + QString(update.version).replace(odd, QStringLiteral("_"));

@@ -3,6 +3,7 @@
 #include <QRegularExpression>
 #include <algorithm>
 #include <array>
+#include <compare>
 
 // A version is a row of parts, continued by zeros without end. The ranks put every part in one line:
 // words of pre-releases, zero, words of later patches, revisions ("-1"), the other numbers. Comparing part by
@@ -20,7 +21,7 @@ constexpr int positive = 3;
 struct KnownWord
 {
     QLatin1String word;
-    int rank;
+    int rank = 0;
 };
 
 // Other words come before these, in alphabetical order.
@@ -93,7 +94,7 @@ std::weak_ordering operator<=>(const Version &a, const Version &b)
     for (std::size_t i = 0; i < std::max(a.m_parts.size(), b.m_parts.size()); ++i) {
         const auto order = Version::compare(i < a.m_parts.size() ? a.m_parts[i] : Version::Part{},
                                             i < b.m_parts.size() ? b.m_parts[i] : Version::Part{});
-        if (order != 0)
+        if (std::is_neq(order))
             return order;
     }
     return std::weak_ordering::equivalent;

@@ -34,7 +34,7 @@ std::optional<QString> makeFolder(const QString &path)
 std::optional<QString> replaceFile(const QString &path, const QByteArray &content)
 {
     const QString folder = QFileInfo(path).absolutePath();
-    if (const auto error = makeFolder(folder))
+    if (auto error = makeFolder(folder))
         return error;
     // Unbuffered and synced by hand: QSaveFile::commit() overlooks what goes wrong when it empties its
     // buffer, and would put half a file in place on a full disk.

@@ -114,7 +114,7 @@ void IniDefaultsStore::write(const QString &key, const RawValue &value)
 
 std::optional<QString> IniDefaultsStore::save()
 {
-    if (const auto error = makeFolder(QFileInfo(m_path).absolutePath()))
+    if (auto error = makeFolder(QFileInfo(m_path).absolutePath()))
         return error;
     const FileLock lock(lockPath(m_path));
     if (!lock.error().isEmpty())

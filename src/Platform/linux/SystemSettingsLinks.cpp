@@ -43,7 +43,7 @@ std::optional<QStringList> commandOn(const QString &desktop, const QString &link
 std::optional<QStringList> systemSettingsCommand(const QString &link, const QString &desktops)
 {
     for (const QString &desktop : desktops.split(QLatin1Char(':'))) {
-        if (const auto command = commandOn(desktop, link))
+        if (auto command = commandOn(desktop, link))
             return command;
     }
     return std::nullopt;
