@@ -112,10 +112,14 @@ void EdsCalendar::followView()
 void EdsCalendar::startView()
 {
     m_reader.startLoad(m_id);
-    // The library waits for the server here, which may hang.
-    const auto start = +[](GTask *task) {
+    m_relay = std::make_unique<GlibRelay>();
+    // The library waits for the server here, which may hang. The thread's default context of this call is
+    // where the view's signals come.
+    const auto start = [context = m_relay->context()](GTask *task) {
         GError *error = nullptr;
+        g_main_context_push_thread_default(context.get());
         e_cal_client_view_start(E_CAL_CLIENT_VIEW(g_task_get_source_object(task)), &error);
+        g_main_context_pop_thread_default(context.get());
         if (error)
             g_task_return_error(task, error);
         else
@@ -126,7 +130,8 @@ void EdsCalendar::startView()
         g_task_propagate_boolean(G_TASK(result), &error);
         const GlibError owner(error);
         if (error)
-            fail("can't be followed", error);
+            return fail("can't be followed", error);
+        m_relay->open();
     });
 }
 
@@ -214,6 +219,7 @@ void EdsCalendar::closeView()
     if (m_view)
         g_signal_handlers_disconnect_by_data(m_view.get(), this);
     m_view.reset();
+    m_relay.reset();
 }
 
 } // namespace mivora

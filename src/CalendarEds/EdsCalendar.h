@@ -3,6 +3,7 @@
 #include "Calendar/desktop/DesktopCalendars.h"
 #include "CalendarEds/Backoff.h"
 #include "CalendarEds/GlibCall.h"
+#include "CalendarEds/GlibRelay.h"
 #include "CalendarEds/GlibTimer.h"
 
 #include <libecal/libecal.h>
@@ -58,6 +59,8 @@ private:
     std::string m_address;
     GlibObject<ECalClient> m_client;
     GlibObject<ECalClientView> m_view;
+    /// What the view tells comes through it.
+    std::unique_ptr<GlibRelay> m_relay;
     /// Those that were asked for; each is asked once.
     std::set<std::string> m_zones;
     int m_zonesAwaited = 0;

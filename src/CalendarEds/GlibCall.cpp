@@ -29,12 +29,13 @@ void GlibCalls::finish(GObject *source, GAsyncResult *result, gpointer data)
         waiting->done(source, result);
 }
 
-void GlibCalls::runInThread(GObject *object, void (*work)(GTask *task), Done done) const
+void GlibCalls::runInThread(GObject *object, Work work, Done done) const
 {
     const GlibObject<GTask> task(g_task_new(object, cancellable(), &finish, then(std::move(done))));
-    g_task_set_task_data(task.get(), reinterpret_cast<gpointer>(work), nullptr);
+    g_task_set_task_data(task.get(), new Work(std::move(work)),
+                         [](gpointer data) { delete static_cast<Work *>(data); });
     g_task_run_in_thread(task.get(), [](GTask *running, gpointer, gpointer data, GCancellable *) {
-        reinterpret_cast<void (*)(GTask *)>(data)(running);
+        (*static_cast<Work *>(data))(running);
     });
 }
 

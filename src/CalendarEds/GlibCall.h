@@ -11,6 +11,7 @@ namespace mivora {
 class GlibCalls
 {
 public:
+    using Work = std::function<void(GTask *task)>;
     using Done = std::function<void(GObject *source, GAsyncResult *result)>;
 
     GlibCalls() : m_cancellable(g_cancellable_new()), m_alive(std::make_shared<bool>(true)) {}
@@ -27,7 +28,7 @@ public:
     static void finish(GObject *source, GAsyncResult *result, gpointer data);
 
     /// Runs \a work, which may block, on another thread, and then \a done on this one.
-    void runInThread(GObject *object, void (*work)(GTask *task), Done done) const;
+    void runInThread(GObject *object, Work work, Done done) const;
 
 private:
     GlibObject<GCancellable> m_cancellable;

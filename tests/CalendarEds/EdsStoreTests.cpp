@@ -8,6 +8,7 @@
 #include <QElapsedTimer>
 #include <csignal>
 #include <gmock/gmock.h>
+#include <thread>
 
 namespace mivora {
 
@@ -168,6 +169,37 @@ TEST_F(EdsStoreTest, followsEvents)
     EXPECT_TRUE(waitForTitles({"one"}));
     maker->remove(calendar, "one");
     EXPECT_TRUE(waitForTitles({}));
+}
+
+TEST_F(EdsStoreTest, tellsEverythingOnItsOwnThread)
+{
+    // A library's callback that goes astray runs on the main thread, and races with the loader's.
+    maker->create(calendar, event("one", ":20260310T090000Z"));
+    EXPECT_TRUE(waitForTitles({"one"}));
+    std::atomic<std::thread::id> own;
+    std::atomic<int> told = 0, astray = 0;
+    DesktopLoader loader({.service = EdsWorld::sourcesName,
+                          .window = windowAround(at("2026-03-10T08:00:00Z"), QTimeZone::utc()),
+                          .addresses = {},
+                          .factory =
+                              [&] {
+                                  own = std::this_thread::get_id();
+                                  return makeEdsCalendars();
+                              }},
+                         [&] { ++(std::this_thread::get_id() == own.load() ? told : astray); });
+    bool isLoaded = false;
+    const auto hasNews = [&] {
+        const auto news = loader.takeNews();
+        isLoaded = isLoaded || (!news.empty() && news.back().isLoaded);
+        return isLoaded && !news.empty();
+    };
+    EXPECT_TRUE(waitFor(hasNews, 20s));
+    for (const char *uid : {"two", "three"}) {
+        maker->create(calendar, event(uid, ":20260310T090000Z"));
+        EXPECT_TRUE(waitFor(hasNews, 20s)) << uid;
+    }
+    EXPECT_GT(told, 0);
+    EXPECT_EQ(astray, 0);
 }
 
 TEST_F(EdsStoreTest, tellsOfABurstFewTimes)
