@@ -1,5 +1,8 @@
 #include "Calendar/CalendarLog.h"
 
+#include "Meetings/BoundedText.h"
+#include "Platform/SingleLine.h"
+
 #include <QString>
 
 namespace mivora {
@@ -8,18 +11,12 @@ Q_LOGGING_CATEGORY(calendarLog, "mivora.calendar")
 
 namespace {
 
-bool isValidUtf8(std::string_view text)
+QString escaped(const QByteArray &bytes)
 {
-    const QString decoded = QString::fromUtf8(text.data(), qsizetype(text.size()));
-    return !decoded.contains(QChar::ReplacementCharacter);
-}
-
-void appendEscaped(std::string &out, unsigned char c)
-{
-    constexpr char digits[] = "0123456789abcdef";
-    out += "\\x";
-    out += digits[c >> 4];
-    out += digits[c & 15];
+    QString text;
+    for (const char byte : bytes)
+        text += QStringLiteral("\\x%1").arg(static_cast<unsigned char>(byte), 2, 16, QLatin1Char('0'));
+    return text;
 }
 
 } // namespace
@@ -27,18 +24,17 @@ void appendEscaped(std::string &out, unsigned char c)
 std::string printable(std::string_view text)
 {
     constexpr std::size_t longest = 300;
-    const bool isCut = text.size() > longest;
-    text = text.substr(0, longest);
-    const bool escapesAll = !isValidUtf8(text);
-    std::string out;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x20 || byte == 0x7f || (escapesAll && byte >= 0x80))
-            appendEscaped(out, byte);
+    const std::string_view start = prefix(text, longest);
+    const QString decoded = QString::fromUtf8(start.data(), qsizetype(start.size()));
+    const bool isValid = !decoded.contains(QChar::ReplacementCharacter);
+    QString out;
+    for (const QChar c : isValid ? decoded : QString::fromLatin1(start.data(), qsizetype(start.size()))) {
+        if (isValid ? disturbsLine(c) : c < QLatin1Char(' ') || c > QLatin1Char('~'))
+            out += escaped(isValid ? QString(c).toUtf8() : QByteArray(1, c.toLatin1()));
         else
             out += c;
     }
-    return isCut ? out + "..." : out;
+    return out.toStdString() + (start.size() < text.size() ? "..." : "");
 }
 
 } // namespace mivora

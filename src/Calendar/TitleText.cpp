@@ -1,6 +1,7 @@
 #include "Calendar/TitleText.h"
 
 #include "Meetings/BoundedText.h"
+#include "Platform/SingleLine.h"
 
 #include <QTextBoundaryFinder>
 #include <algorithm>
@@ -14,15 +15,6 @@ constexpr QChar ellipsis(0x2026);
 bool isBlank(QChar c)
 {
     return c == QLatin1Char(' ') || c == QLatin1Char('\t');
-}
-
-/// Breaks the line that it stands in, or rearranges what comes after it: the embeddings, overrides and
-/// isolates of the bidirectional algorithm (UAX #9).
-bool disturbsLine(QChar c)
-{
-    return c.category() == QChar::Other_Control || c.category() == QChar::Separator_Line ||
-           c.category() == QChar::Separator_Paragraph || (c >= QChar(0x202A) && c <= QChar(0x202E)) ||
-           (c >= QChar(0x2066) && c <= QChar(0x2069));
 }
 
 /// The length of the first \a count characters of \a text in code units, or that of the whole text when it
@@ -53,8 +45,7 @@ QString titleText(std::string_view title)
     // A hundred combining marks on a letter are still one character: bytes need a limit of their own.
     const std::string_view start = prefix(title, longestText);
     QString text = QString::fromUtf8(start.data(), qsizetype(start.size()));
-    text.replace(QLatin1String("\r\n"), QLatin1String(" "));
-    std::replace_if(text.begin(), text.end(), disturbsLine, QLatin1Char(' '));
+    text = singleLine(text.replace(QLatin1String("\r\n"), QLatin1String(" ")));
     const qsizetype length = lengthOfCharacters(text, maxTitleCharacters);
     if (length == text.size() && start.size() == title.size())
         return text;

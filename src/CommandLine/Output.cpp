@@ -22,4 +22,17 @@ std::string singleLine(std::string_view text)
     return singleLine(QString::fromUtf8(text.data(), qsizetype(text.size()))).toStdString();
 }
 
+QByteArray printableJson(const QByteArray &json)
+{
+    QString text;
+    text.reserve(json.size());
+    for (const QChar c : QString::fromUtf8(json)) {
+        if (c != QLatin1Char('\n') && disturbsLine(c))
+            text += QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0'));
+        else
+            text += c;
+    }
+    return text.toUtf8();
+}
+
 } // namespace mivora

@@ -26,4 +26,8 @@ inline void complain(const QString &message)
 
 std::string singleLine(std::string_view text);
 
+/// \a json, UTF-8, with what disturbs a line or a terminal as \\uNNNN in its texts, which means the same
+/// (RFC 8259, section 7). Its own line ends stay.
+QByteArray printableJson(const QByteArray &json);
+
 } // namespace mivora

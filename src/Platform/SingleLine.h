@@ -4,8 +4,13 @@
 
 namespace mivora {
 
-/// \a text on one line: control characters, line ends among them, and those that rearrange a line become
-/// blanks. For what comes out of calendars and ends in a terminal or a log.
+/// Whether \a c breaks the line that it stands in, is an order to a terminal, or rearranges what comes after
+/// it: control characters (both sets of ISO 6429), separators of lines and paragraphs, and the embeddings,
+/// overrides and isolates of the bidirectional algorithm (UAX #9).
+bool disturbsLine(QChar c);
+
+/// \a text on one line: characters that disturb it become blanks. For what comes out of calendars and ends
+/// in a terminal or a log.
 QString singleLine(QString text);
 
 } // namespace mivora

@@ -51,6 +51,12 @@ check 'after the clocks went forward' '→ 01:30 – 04:30  Sunday on-call hando
 check 'a zone that is none counts as UTC' 'Next: Design review · 1h' \
 "$(TZ=No/Such agenda 2026-03-10T12:00:00Z | grep Next)"
 
+mkdir "$home/orders"
+printf 'BEGIN:VCALENDAR\nBEGIN:VEVENT\nUID:a\nSUMMARY:\302\2332J \342\200\256 \342\200\250Ü\n%s\nEND:VEVENT\nEND:VCALENDAR\n' \
+    'DTSTART:20260310T120000Z' >"$home/orders/orders.ics"
+check 'a title reaches no terminal as an order' '            "title": "\u009b2J \u202e \u2028Ü"' \
+"$("$program" agenda --calendars "$home/orders" --at 2026-03-10T11:00:00Z --json | grep '2J.*Ü"$' | tail -n 1)"
+
 status 0 agenda --calendars "$calendars" --json
 status 1 agenda
 status 1 agenda --calendars "$home/none"

@@ -45,7 +45,7 @@ TEST(FolderFaults, aBrokenFileCostsItselfAloneAndOneLogLine)
     folder.write("work/empty.ics", "");
     std::string broken = eventText("Broken");
     broken.replace(broken.find("DTSTART:"), 24, "DTSTART:yesterday");
-    folder.write("work/bro\nken.ics", broken + broken);
+    folder.write("work/bro\n\u009b\u202eken.ics", broken + broken);
     const LogLines log;
     LoadedStore loaded({folder.path()});
     EXPECT_THAT(loaded.titles(), ElementsAre("Good"));
@@ -55,7 +55,8 @@ TEST(FolderFaults, aBrokenFileCostsItselfAloneAndOneLogLine)
         if (line.find("ken.ics") != std::string::npos)
             aboutBroken.push_back(line);
     }
-    EXPECT_THAT(aboutBroken, ElementsAre(AllOf(HasSubstr("bro\\x0aken.ics"), HasSubstr("line "))));
+    EXPECT_THAT(aboutBroken, ElementsAre(AllOf(HasSubstr("bro\\x0a\\xc2\\x9b\\xe2\\x80\\xaeken.ics"),
+                                               HasSubstr("line "))));
 }
 
 TEST(FolderFaults, anotherWindowDoesNotRepeatOldProblems)

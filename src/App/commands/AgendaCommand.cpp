@@ -37,7 +37,7 @@ std::optional<QString> problemOf(const std::vector<std::string> &folders)
 
 std::string oneLine(const QJsonObject &agenda)
 {
-    return QJsonDocument(agenda).toJson(QJsonDocument::Compact).toStdString() + '\n';
+    return printableJson(QJsonDocument(agenda).toJson(QJsonDocument::Compact)).toStdString() + '\n';
 }
 
 /// What a status bar shows: the title alone, or an empty line for none.
@@ -51,7 +51,7 @@ int show(const QJsonObject &agenda, const AgendaRequest &request)
 {
     const QString authorization = agenda.value(QLatin1String("authorization")).toString();
     if (request.json)
-        print(QJsonDocument(agenda).toJson(QJsonDocument::Indented));
+        print(printableJson(QJsonDocument(agenda).toJson(QJsonDocument::Indented)));
     if (authorization == QLatin1String("notDetermined")) {
         complain(CommandLineTexts::tr("no access to your calendars yet; `mivora access allow` gives it"));
         return exitCouldNot;
