@@ -404,7 +404,8 @@ TEST(WholeDayTest, bearsADayWithThousandsOfMeetings)
     day.skipFirstRun();
     day.passUntil(at("2026-03-10T10:58:00Z"));
     day.start();
-    ASSERT_TRUE(waitFor([&] { return day.application().scheduler().todaysMeetings().size() == count; }));
+    ASSERT_TRUE(waitFor([&] { return day.application().scheduler().todaysMeetings().size() == count; },
+                        std::chrono::minutes(1)));
     const std::vector<std::string> menu = day.seen().menu;
     ASSERT_EQ(menu.size(), std::size_t(count));
     EXPECT_EQ(menu.back(), "12:23 Meeting 4999 · Zoom");

@@ -44,7 +44,7 @@ public Q_SLOTS:
     QList<int> AboutToShowGroup(const QList<int> &ids, QList<int> &idErrors);
 
 Q_SIGNALS:
-    // NOLINTNEXTLINE: the names are the interface's.
+    // The names are the interface's.
     void ItemsPropertiesUpdated(const QList<kelo::DBusMenuProperties> &updatedProps,
                                 const QList<kelo::DBusMenuRemovals> &removedProps);
     void LayoutUpdated(uint revision, int parent);
