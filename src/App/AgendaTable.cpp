@@ -155,7 +155,7 @@ Row rowOf(const QJsonObject &meeting, const QTimeZone &zone)
     row.id = meeting.value(QLatin1String("id")).toString();
     row.time = clock(meeting.value(QLatin1String("start")), zone) + QStringLiteral(" – ") +
                clock(meeting.value(QLatin1String("end")), zone);
-    row.title = singleLine(titleText(meeting.value(QLatin1String("title")).toString().toStdString()));
+    row.title = titleText(meeting.value(QLatin1String("title")).toString().toStdString());
     row.colour = meeting.value(QLatin1String("calendarColor")).toString();
     const auto link = meeting.value(QLatin1String("joinLink")).toObject();
     if (const auto service =

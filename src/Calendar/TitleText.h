@@ -12,8 +12,7 @@ namespace mivora {
 inline constexpr int maxTitleCharacters = 255;
 
 /// \a title as one line: control characters, line separators and the controls of the writing direction become
-/// blanks. What is longer than
-/// maxTitleCharacters, or holds absurdly long characters, is cut and ends in "…".
+/// blanks. What is longer than maxTitleCharacters, or holds absurdly long characters, is cut and ends in "…".
 QString titleText(std::string_view title);
 
 /// \a title in at most \a width characters: whole where it fits, else cut, trimmed of blanks and tabs, and
