@@ -2,8 +2,8 @@
 
 #include "KeloHotkey/VirtualKeys.h"
 #include "KeloHotkey/backends/NoService.h"
-#include "KeloHotkey/backends/PortalNames.h"
 #include "KeloHotkey/backends/PortalShortcut.h"
+#include "KeloPortal/PortalNames.h"
 
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>

@@ -1,7 +1,7 @@
 #include "KeloHotkey/backends/PortalShortcut.h"
 
-#include "KeloHotkey/backends/PortalNames.h"
 #include "KeloHotkey/backends/PortalTrigger.h"
+#include "KeloPortal/PortalNames.h"
 
 #include <QDBusArgument>
 #include <QDBusMetaType>

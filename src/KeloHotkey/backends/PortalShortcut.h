@@ -9,6 +9,9 @@
 
 namespace kelo {
 
+/// The portal for shortcuts that work everywhere.
+inline const QString shortcutsInterface = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
+
 /// One combination bound at the portal, in a session of its own: a session can be given shortcuts only once.
 class PortalShortcut final : public QObject
 {

@@ -1,5 +1,6 @@
 #include "Platform/linux/PortalLoginItem.h"
 
+#include "KeloPortal/PortalNames.h"
 #include "KeloPortal/PortalRequest.h"
 #include "Platform/SystemLog.h"
 
@@ -10,8 +11,9 @@ namespace mivora {
 
 namespace {
 
-const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
+using kelo::portalPath;
+using kelo::portalService;
+
 const QString backgroundInterface = QStringLiteral("org.freedesktop.portal.Background");
 
 } // namespace
