@@ -375,6 +375,10 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <source>one of %1</source>
         <translation>eines von %1</translation>
     </message>
+    <message>
+        <source>%1 knows only %2; &quot;%3&quot; is kept, but read as %4</source>
+        <translation>%1 kennt nur %2; „%3“ bleibt gespeichert, gilt aber als %4</translation>
+    </message>
 </context>
 <context>
     <name>Countdown</name>

@@ -375,6 +375,10 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <source>one of %1</source>
         <translation>l’une des valeurs %1</translation>
     </message>
+    <message>
+        <source>%1 knows only %2; &quot;%3&quot; is kept, but read as %4</source>
+        <translation>%1 ne connaît que %2&#x202f;; «&#x202f;%3&#x202f;» est conservé mais lu comme %4</translation>
+    </message>
 </context>
 <context>
     <name>Countdown</name>

@@ -64,9 +64,12 @@ status 2 agenda --at noon
 status 2 nonsense
 status 1 detect --notes 'no link'
 status 0 defaults write leadMinutes 5
-status 2 defaults write leadMinutes 3
-status 2 defaults write panelCorner centre
 check 'a written setting' 5 "$("$program" defaults read leadMinutes)"
+status 2 defaults write leadMinutes soon
+status 0 defaults write leadMinutes 3
+check 'a value kept but not used' 3 "$("$program" defaults read leadMinutes)"
+check 'what it is used as' 'leadMinutes knows only 0, 1, 2, 5; "3" is kept, but read as 1' \
+"$("$program" defaults write leadMinutes 3 2>&1 | sed 's/^mivora: //')"
 "$program" access allow
 check 'access without calendars' denied "$("$program" access)"
 

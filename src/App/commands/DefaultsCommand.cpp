@@ -102,11 +102,9 @@ int read(const std::string &key, const DefaultsStore &store)
     return exitDone;
 }
 
-/// Stores \a text under the setting's key; false when it is no value that the setting can have.
+/// Stores \a text under the setting's key; false when it is no value of the setting's type.
 bool store(const Setting &setting, const QString &text, DefaultsStore &store)
 {
-    if (!setting.choices.isEmpty() && !setting.choices.contains(text))
-        return false;
     bool ok = true;
     switch (setting.type) {
     case SettingType::boolean:
@@ -168,6 +166,11 @@ int write(const DefaultsRequest &request, DefaultsStore &defaults)
                      .arg(qString(request.key), expectedForm(*setting), qString(request.value)));
         return exitBadArguments;
     }
+    // The store keeps what it is given; what it is read as is the program's matter.
+    if (!setting->choices.isEmpty() && !setting->choices.contains(qString(request.value)))
+        complain(CommandLineTexts::tr("%1 knows only %2; \"%3\" is kept, but read as %4")
+                     .arg(qString(request.key), setting->choices.join(QLatin1String(", ")),
+                          qString(request.value), setting->registeredDefault.toVariant().toString()));
     return exitDone;
 }
 
