@@ -10,15 +10,15 @@ namespace mivora {
 
 namespace {
 
-// The sum over a process's threads of what a file of each says.
-double sumOverThreads(qint64 process, const char *file,
-                      const std::function<double(const QByteArray &)> &value)
+// What a file of each of a process's threads says.
+ThreadFigures figuresOfThreads(qint64 process, const char *file,
+                               const std::function<double(const QByteArray &)> &value)
 {
-    double sum = 0;
+    ThreadFigures figures;
     const QDir tasks(QStringLiteral("/proc/%1/task").arg(process));
     for (const QString &task : tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
-        sum += value(contentOf(tasks.filePath(task + u'/' + QLatin1String(file))));
-    return sum;
+        figures[task] = value(contentOf(tasks.filePath(task + u'/' + QLatin1String(file))));
+    return figures;
 }
 
 // The number behind a name in one of the kernel's tables.
@@ -64,18 +64,26 @@ QProcessEnvironment environmentIn(const QTemporaryDir &home, const support::Priv
     return environment;
 }
 
-double processorTime(qint64 process)
+double sumSince(const ThreadFigures &before, const ThreadFigures &now)
 {
-    constexpr double nanoseconds = 1e-9;
-    return nanoseconds * sumOverThreads(process, "schedstat", [](const QByteArray &text) {
-               return text.split(' ').value(0).toDouble();
-           });
+    double sum = 0;
+    for (auto figure = now.begin(); figure != now.end(); ++figure)
+        sum += figure.value() - before.value(figure.key());
+    return sum;
 }
 
-double wakeUps(qint64 process)
+ThreadFigures processorTime(qint64 process)
 {
-    return sumOverThreads(process, "status",
-                          [](const QByteArray &text) { return numberOf(text, "voluntary_ctxt_switches:"); });
+    constexpr double nanoseconds = 1e-9;
+    return figuresOfThreads(process, "schedstat", [](const QByteArray &text) {
+        return nanoseconds * text.split(' ').value(0).toDouble();
+    });
+}
+
+ThreadFigures wakeUps(qint64 process)
+{
+    return figuresOfThreads(
+        process, "status", [](const QByteArray &text) { return numberOf(text, "voluntary_ctxt_switches:"); });
 }
 
 double memory(qint64 process, const char *name)

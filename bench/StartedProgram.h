@@ -2,6 +2,7 @@
 
 #include "support/PrivateBus.h"
 
+#include <QHash>
 #include <QObject>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -33,11 +34,18 @@ void spendTime(const std::function<bool()> &isOver, int milliseconds);
 /// A home of its own, and the environment of programs that live in it and on \a bus.
 QProcessEnvironment environmentIn(const QTemporaryDir &home, const support::PrivateBus &bus);
 
-/// The processor's time of all threads so far, in seconds (proc(5), schedstat).
-double processorTime(qint64 process);
+/// What the kernel counts for each thread of a process.
+using ThreadFigures = QHash<QString, double>;
 
-/// How often the program's threads woke up by themselves so far (proc(5), voluntary_ctxt_switches).
-double wakeUps(qint64 process);
+/// What was added since \a before, over the threads of \a now: those that ended meanwhile took their figures
+/// along.
+double sumSince(const ThreadFigures &before, const ThreadFigures &now);
+
+/// The processor's time of each thread so far, in seconds (proc(5), schedstat).
+ThreadFigures processorTime(qint64 process);
+
+/// How often each thread woke up by itself so far (proc(5), voluntary_ctxt_switches).
+ThreadFigures wakeUps(qint64 process);
 
 /// A value of /proc/PID/smaps_rollup in kB, as "Rss:".
 double memory(qint64 process, const char *name);

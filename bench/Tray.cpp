@@ -154,7 +154,7 @@ void start(benchmark::State &state, const Program &program)
         if (!session().startItem(process, program))
             return state.SkipWithError("no item was registered");
         state.SetIterationTime(double(timer.nsecsElapsed()) * 1e-9);
-        state.counters["processor_ms"] = processorTime(process.processId()) * 1e3;
+        state.counters["processor_ms"] = sumSince({}, processorTime(process.processId())) * 1e3;
         end(process);
     }
 }
@@ -164,8 +164,8 @@ struct Resting
 {
     const Program &program;
     std::unique_ptr<QProcess> process = std::make_unique<QProcess>();
-    double wakeUpsBefore = 0;
-    double timeBefore = 0;
+    ThreadFigures wakeUpsBefore = {};
+    ThreadFigures timeBefore = {};
 
     void report(benchmark::State &state) const
     {
@@ -173,8 +173,8 @@ struct Resting
             state.counters[std::string(program.name) + '.' + what] = value;
         };
         const qint64 id = process->processId();
-        tell("wakeUps", wakeUps(id) - wakeUpsBefore);
-        tell("processor_ms", (processorTime(id) - timeBefore) * 1e3);
+        tell("wakeUps", sumSince(wakeUpsBefore, wakeUps(id)));
+        tell("processor_ms", sumSince(timeBefore, processorTime(id)) * 1e3);
         tell("rss_kB", memory(id, "Rss:"));
         tell("pss_kB", memory(id, "Pss:"));
         tell("private_kB", memory(id, "Private_Clean:") + memory(id, "Private_Dirty:"));

@@ -52,7 +52,7 @@ void startAndRest(benchmark::State &state, bool hasFeed)
         spendTime([&] { return watcher.items > 0; }, 20'000);
         if (watcher.items == 0)
             return state.SkipWithError("no item was registered");
-        state.SetIterationTime(processorTime(process.processId()));
+        state.SetIterationTime(sumSince({}, processorTime(process.processId())));
         spendTime([] { return false; }, 2000);
         resident += memory(process.processId(), "Rss:");
         own += memory(process.processId(), "Private_Dirty:");
