@@ -123,10 +123,13 @@ const MenuItem *MenuGenerations::currentItem(int id) const
 const ClosureMenuItem *MenuGenerations::item(int id) const
 {
     for (const Generation &generation : m_generations) {
-        const int index = id - generation.firstId;
+        // Compared first: the number comes from the bus, and may be too low to be subtracted from.
+        if (id < generation.firstId)
+            continue;
+        const auto index = static_cast<std::size_t>(id - generation.firstId);
         const auto &items = generation.menu.items();
-        if (index >= 0 && index < static_cast<int>(items.size()))
-            return &items[static_cast<std::size_t>(index)];
+        if (index < items.size())
+            return &items[index];
     }
     return nullptr;
 }
