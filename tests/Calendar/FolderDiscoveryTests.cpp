@@ -111,23 +111,6 @@ TEST(FolderDiscovery, followsLinksToFoldersAndFiles)
     EXPECT_THAT(loaded.titles(), testing::ElementsAre("Shared", "Shared"));
 }
 
-TEST(FolderDiscovery, isDeniedWithoutAReadableRoot)
-{
-    const CalendarFolder folder;
-    for (const bool isThere : {false, true}) {
-        if (isThere)
-            folder.makeFolder("later");
-        LoadedStore loaded({folder.path("never"), folder.path("later")});
-        std::optional<bool> answer;
-        loaded.store().requestFullAccess([&](bool granted) { answer = granted; });
-        EXPECT_FALSE(answer);
-        EXPECT_TRUE(waitFor([&] { return answer.has_value(); }));
-        EXPECT_EQ(answer, isThere);
-        EXPECT_EQ(loaded.store().authorizationStatus(),
-                  isThere ? AuthorizationStatus::fullAccess : AuthorizationStatus::denied);
-    }
-}
-
 TEST(FolderDiscovery, knowsTheUserByTheMostCertainAddress)
 {
     struct Case

@@ -3,6 +3,7 @@
 #include "Calendar/StoreMemory.h"
 #include "Calendar/folder/FolderTree.h"
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -27,6 +28,9 @@ struct FileEntry
     double earliest = 0;
     double latest = -1;
     StoreEvents occurrences;
+    /// A state in which it looked half written, and how long that isn't believed.
+    FileStamp halfWritten;
+    std::chrono::steady_clock::time_point halfWrittenUntil{};
     /// Only for a file in a root.
     std::unique_ptr<FileCalendar> calendar;
 };

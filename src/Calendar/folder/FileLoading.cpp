@@ -65,6 +65,7 @@ private:
     ReadStatus read(const FileJob &job, std::int64_t limit);
     void take(const FileJob &job, ReadStatus status);
     void parse(const FileJob &job);
+    bool isBeingWritten(FileEntry &entry) const;
     void takeCalendar(FileCalendar &calendar, const CalendarText &text);
     void takeOccurrences(const FileJob &job, CalendarText &text);
     void reportProblems(const FileJob &job, const std::vector<TextProblem> &problems) const;
@@ -77,6 +78,18 @@ private:
     FileDescriptor m_folder;
     FileReader m_reader;
 };
+
+/// Whether nothing but white space follows the last END:VCALENDAR.
+bool endsCalendar(std::string_view text)
+{
+    constexpr std::string_view end = "END:VCALENDAR";
+    const std::size_t last = text.find_last_not_of(" \t\r\n");
+    if (last == std::string_view::npos || last + 1 < end.size())
+        return false;
+    const std::string_view tail = text.substr(last + 1 - end.size(), end.size());
+    return std::equal(tail.begin(), tail.end(), end.begin(),
+                      [](char a, char b) { return (a >= 'a' && a <= 'z' ? a - 'a' + 'A' : a) == b; });
+}
 
 void report(const FileJob &job, const std::string &message)
 {
@@ -129,8 +142,22 @@ void LoadingTurn::openFolderOf(const FileJob &job)
     m_folder = openFolder(job.collection->path);
 }
 
+bool LoadingTurn::isBeingWritten(FileEntry &entry) const
+{
+    if (entry.occurrences.empty() || endsCalendar(m_reader.text()))
+        return false;
+    const auto now = std::chrono::steady_clock::now();
+    if (entry.halfWritten != m_reader.stamp()) {
+        entry.halfWritten = m_reader.stamp();
+        entry.halfWrittenUntil = now + halfWrittenTime;
+    }
+    return now < entry.halfWrittenUntil;
+}
+
 void LoadingTurn::parse(const FileJob &job)
 {
+    if (isBeingWritten(*job.entry))
+        return result.halfWritten.push_back(job);
     CalendarText text = readCalendarText(m_reader.text(), m_request.window);
     // Another window doesn't make an old problem new.
     if (job.entry->stamp != m_reader.stamp())
@@ -189,6 +216,7 @@ void merge(LoadResult &into, LoadResult from)
 {
     into.changes.append(std::move(from.changes));
     into.vanished.insert(into.vanished.end(), from.vanished.begin(), from.vanished.end());
+    into.halfWritten.insert(into.halfWritten.end(), from.halfWritten.begin(), from.halfWritten.end());
     into.calendarsDiffer = into.calendarsDiffer || from.calendarsDiffer;
 }
 

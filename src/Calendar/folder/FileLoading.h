@@ -19,11 +19,17 @@ struct LoadRequest
     std::array<ReadingMark, 2> *marks = nullptr;
 };
 
+/// How long a file that had events may be empty or end in the middle before they are dropped: some programs
+/// truncate a file and then write it.
+constexpr std::chrono::milliseconds halfWrittenTime{250};
+
 struct LoadResult
 {
     EventChanges changes;
     /// Files that were not there any more, or were no files.
     std::vector<FileJob> vanished;
+    /// Files that were found half written, and kept their events; to be read again after halfWrittenTime.
+    std::vector<FileJob> halfWritten;
     /// Whether a calendar's name or colour came from one of the files and is new.
     bool calendarsDiffer = false;
 };

@@ -124,6 +124,7 @@ void FolderLoader::run()
         collectChanges();
         takeOrders();
         checkUnwatched();
+        readHalfWrittenAgain();
         const std::optional<Clock::time_point> due = m_batch.due();
         if (due && *due <= Clock::now())
             applyChanges();
@@ -143,6 +144,8 @@ std::chrono::milliseconds FolderLoader::waitingTime() const
     std::optional<Clock::time_point> until = m_batch.due();
     if (!m_watch.isComplete())
         until = std::min(until.value_or(m_nextCheck), m_nextCheck);
+    if (m_readAgain)
+        until = std::min(until.value_or(*m_readAgain), *m_readAgain);
     if (!until)
         return std::chrono::milliseconds(-1);
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(*until - Clock::now());
@@ -245,6 +248,24 @@ void FolderLoader::addChangedFiles(std::vector<FileJob> &jobs)
     }
 }
 
+void FolderLoader::noteHalfWritten(const std::vector<FileJob> &jobs)
+{
+    for (const FileJob &job : jobs)
+        m_halfWritten[job.collection->path].insert(*job.name);
+    if (!jobs.empty() && !m_readAgain)
+        m_readAgain = Clock::now() + halfWrittenTime;
+}
+
+void FolderLoader::readHalfWrittenAgain()
+{
+    if (!m_readAgain || Clock::now() < *m_readAgain)
+        return;
+    m_readAgain.reset();
+    for (auto &[folder, names] : std::exchange(m_halfWritten, {}))
+        m_changedFiles[folder].merge(names);
+    m_batch.note(Clock::now(), 1);
+}
+
 void FolderLoader::applyWindow(const EventWindow &window)
 {
     EventChanges changes;
@@ -301,6 +322,7 @@ void FolderLoader::load(const std::vector<FileJob> &jobs, EventChanges changes, 
         return;
     changes.append(std::move(result.changes));
     m_calendarsDiffer = m_calendarsDiffer || result.calendarsDiffer || !result.vanished.empty();
+    noteHalfWritten(result.halfWritten);
     for (const FileJob &job : result.vanished) {
         FileIndex::remove(*job.collection, std::string(*job.name), changes);
         if (job.collection->files.empty())

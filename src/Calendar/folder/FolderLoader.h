@@ -67,6 +67,8 @@ private:
     bool concernsOneFile(const FolderChange &change);
     void takeOrders();
     void applyChanges();
+    void noteHalfWritten(const std::vector<FileJob> &jobs);
+    void readHalfWrittenAgain();
     void addChangedFiles(std::vector<FileJob> &jobs);
     void applyWindow(const EventWindow &window);
     void scanAndLoad(Compare compare);
@@ -82,7 +84,10 @@ private:
     FolderWatch m_watch;
     ChangeBatch m_batch;
     LoadRequest m_request;
-    std::unordered_map<std::string, std::set<std::string>> m_changedFiles;
+    using FileNames = std::unordered_map<std::string, std::set<std::string>>;
+    FileNames m_changedFiles;
+    FileNames m_halfWritten;
+    std::optional<ChangeBatch::Clock::time_point> m_readAgain;
     std::unordered_map<std::string, std::int64_t> m_folderTimes;
     std::optional<Compare> m_scanNeeded;
     std::vector<StoreCalendar> m_calendars;
