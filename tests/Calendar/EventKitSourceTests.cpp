@@ -124,28 +124,4 @@ TEST_F(EventKitSourceTest, seesAnEditedEventAndAnotherColour)
     EXPECT_FALSE(after.joinLink);
 }
 
-TEST_F(EventKitSourceTest, passesOnChangesToTheHandlerSetLast)
-{
-    int first = 0;
-    int second = 0;
-    Q_EMIT store->changed();
-    source.setOnChange([&] { ++first; });
-    source.setOnChange([&] { ++second; });
-    Q_EMIT store->changed();
-    EXPECT_EQ(first, 0);
-    EXPECT_EQ(second, 1);
-}
-
-TEST_F(EventKitSourceTest, answersAccessRequestsLater)
-{
-    for (const bool grants : {true, false}) {
-        store->grants = grants;
-        std::optional<bool> answer;
-        source.requestAccess([&](bool granted) { answer = granted; });
-        EXPECT_FALSE(answer);
-        EXPECT_TRUE(waitFor([&] { return answer.has_value(); }));
-        EXPECT_EQ(answer, grants);
-    }
-}
-
 } // namespace mivora

@@ -93,16 +93,6 @@ TEST(FolderFaults, anUnreadableFolderIsNamedOnce)
     EXPECT_TRUE(loaded.waitForTitles({"A", "B"}));
 }
 
-TEST(FolderFaults, rescanFindsWhatNoEventTold)
-{
-    const CalendarFolder folder;
-    folder.write("work/a.ics", eventText("A"));
-    LoadedStore loaded({folder.path()});
-    folder.write("work/b.ics", eventText("B"));
-    loaded.store().rescan();
-    EXPECT_TRUE(loaded.waitForTitles({"A", "B"}));
-}
-
 TEST(FolderFaults, aHugeFileIsReadInBoundedMemory)
 {
     const CalendarFolder folder;

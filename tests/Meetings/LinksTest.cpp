@@ -81,7 +81,7 @@ TEST(LinksTest, readsHugeTextsInLinearTime)
 {
     const auto repeated = [](std::string_view unit) {
         std::string text;
-        while (text.size() < 10'000'000)
+        while (text.size() < 2'000'000)
             text += unit;
         return text;
     };
@@ -91,7 +91,7 @@ TEST(LinksTest, readsHugeTextsInLinearTime)
     EXPECT_THAT(links(repeated("https:/ ")), SizeIs(0)) << "near misses";
     EXPECT_THAT(links(repeated("[")), SizeIs(0)) << "brackets";
     EXPECT_THAT(links(repeated("https://[")), SizeIs(0)) << "openings without a link";
-    EXPECT_THAT(links(repeated("https://a ")), SizeIs(1'000'000)) << "many links";
+    EXPECT_THAT(links(repeated("https://a ")), SizeIs(200'000)) << "many links";
 }
 
 } // namespace

@@ -81,15 +81,6 @@ TEST(MeetingTest, carriesABoundedPartOfAnEndlessEvent)
     EXPECT_NE(Meeting::fromSnapshot(other).id, meeting.id);
 }
 
-TEST(MeetingTest, differsWhenOnlyTheAppLinkDoes)
-{
-    const Meeting meeting = Meeting::fromSnapshot({.url = "https://zoom.us/j/1"});
-    Meeting other = meeting;
-    EXPECT_EQ(meeting, other);
-    other.joinLink->nativeURL.reset();
-    EXPECT_NE(meeting, other);
-}
-
 TEST(ServiceTest, isStoredUnderItsRawValueOnly)
 {
     for (const Service service : allServices)

@@ -132,7 +132,7 @@ std::vector<EventWindow> windows()
 TEST(ShortCut, readsWhatTheFullReadingReads)
 {
     std::size_t found = 0;
-    for (unsigned seed = 0; seed < 2'000; ++seed) {
+    for (unsigned seed = 0; seed < 200; ++seed) {
         const std::string text = CalendarMaker(seed).calendar();
         for (const EventWindow &window : windows()) {
             const CalendarText quick = readCalendarText(text, window);
@@ -147,14 +147,14 @@ TEST(ShortCut, readsWhatTheFullReadingReads)
             found += full.occurrences.size();
         }
     }
-    EXPECT_GT(found, 10'000u);
+    EXPECT_GT(found, 1'000u);
 }
 
 TEST(ShortCut, aLongerWindowHasTheSameOccurrences)
 {
     const EventWindow day = windowOf("2024-06-10T00:00:00", "2024-06-11T00:00:00");
     const EventWindow quarter = windowOf("2024-05-01T00:00:00", "2024-08-01T00:00:00");
-    for (unsigned seed = 10'000; seed < 12'000; ++seed) {
+    for (unsigned seed = 10'000; seed < 10'300; ++seed) {
         const std::string text = CalendarMaker(seed).calendar();
         std::vector<StoreEvent> expected;
         const CalendarText full = readCalendarTextInFull(text, quarter);
