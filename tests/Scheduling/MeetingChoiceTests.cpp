@@ -58,33 +58,6 @@ TEST(RelevantMeetings, keepTheOrderInWhichEqualsCame)
     EXPECT_EQ(relevantMeetings(meetings, ten), meetings);
 }
 
-TEST(NextMeeting, startsFirstThenHasALinkThenSortsFirst)
-{
-    const Meeting composed = makeMeeting("Caf\u00e9", ten);
-    const Meeting decomposed = makeMeeting("Cafe\u0301", ten);
-
-    const struct
-    {
-        const char *name;
-        std::vector<Meeting> meetings;
-        std::string title;
-    } rows[] = {
-        {"none", {}, "none"},
-        {"earliest", {makeMeeting("B", ten), withLink(makeMeeting("A", ten + Seconds(0.5)))}, "B"},
-        {"link wins over title", {makeMeeting("A", ten), withLink(makeMeeting("B", ten))}, "B"},
-        {"link wins from the front", {withLink(makeMeeting("B", ten)), makeMeeting("A", ten)}, "B"},
-        {"title among links",
-         {withLink(makeMeeting("Budget", ten)), withLink(makeMeeting("Alpha", ten))},
-         "Alpha"},
-        {"title without links", {makeMeeting("b", ten), makeMeeting("Z", ten)}, "Z"},
-        {"canonically equal: first stays", {decomposed, composed}, decomposed.title},
-        {"canonically equal: first stays, turned round", {composed, decomposed}, composed.title},
-    };
-
-    for (const auto &row : rows)
-        EXPECT_EQ(titleOf(nextMeeting(row.meetings)), row.title) << row.name;
-}
-
 TEST(PanelMeeting, isDueFromItsLeadTimeUnlessDecidedOtherwise)
 {
     const Meeting linked = withLink(makeMeeting("M", ten));
@@ -123,20 +96,6 @@ TEST(PanelMeeting, isDueFromItsLeadTimeUnlessDecidedOtherwise)
         EXPECT_EQ(panelMeeting({row.meeting}, row.decisions, row.rules, ten + row.afterStart).has_value(),
                   row.isDue)
             << row.name;
-}
-
-TEST(PanelMeeting, isTheOneThatStartsLast)
-{
-    const Meeting running = withLink(makeMeeting("Running", ten - Seconds(3600), Seconds(3600)));
-    const Meeting budget = withLink(makeMeeting("Budget", ten));
-    const Meeting alpha = withLink(makeMeeting("Alpha", ten));
-    const Meeting plain = makeMeeting("Aardvark", ten);
-    const PanelRules rules{.remindWithoutLink = true};
-    const auto panelAt = [&](Seconds beforeStart) {
-        return titleOf(panelMeeting({running, budget, plain, alpha}, {}, rules, ten - beforeStart));
-    };
-    EXPECT_EQ(panelAt(Seconds(61)), "Running");
-    EXPECT_EQ(panelAt(Seconds(30)), "Alpha");
 }
 
 } // namespace mivora

@@ -6,14 +6,6 @@ class SchedulerDays : public SchedulerTest
 {
 };
 
-TEST_F(SchedulerDays, nothingIsFetchedBeforeTheFirstRefresh)
-{
-    source.events = {makeMeeting("M", at("2026-03-10T10:00:00Z"))};
-    EXPECT_TRUE(source.fetches.empty());
-    EXPECT_TRUE(scheduler.todaysMeetings().empty());
-    EXPECT_FALSE(scheduler.next());
-}
-
 // A day ends where the next one begins in the user's zone: days of 23 and 25 hours, of 24 hours that begin at
 // one o'clock, and a day that the calendar skipped altogether.
 TEST_F(SchedulerDays, followTheUsersZone)
@@ -51,18 +43,6 @@ TEST_F(SchedulerDays, followTheUsersZone)
             {at(row.startOfTomorrow), at(row.startOfDayAfter), std::nullopt}};
         EXPECT_EQ(source.fetches, expected) << row.zone << ' ' << row.now;
     }
-}
-
-TEST_F(SchedulerDays, aMeetingAfterAMissingMidnightIsTomorrows)
-{
-    scheduler.setTimeZone(QTimeZone("America/Sao_Paulo"));
-    source.events = {makeMeeting("Breakfast", at("2018-11-04T08:00:00-02:00")),
-                     makeMeeting("Last", at("2018-11-03T23:45:00-03:00"), Seconds(900))};
-    refreshAt("2018-11-03T23:59:00-03:00");
-    EXPECT_EQ(titles(scheduler.todaysMeetings()), Titles{"Last"});
-    EXPECT_TRUE(scheduler.tomorrowsMeetings().empty());
-    refreshAt("2018-11-04T01:00:00-02:00");
-    EXPECT_EQ(titles(scheduler.todaysMeetings()), Titles{"Breakfast"});
 }
 
 TEST_F(SchedulerDays, tomorrowIsShownInTheEveningWhenNothingIsLeft)

@@ -27,23 +27,6 @@ TEST_F(SchedulerPanel, passesFromTheRunningMeetingToTheUpcomingOneAndEnds)
     EXPECT_EQ(takeCalls(), (Titles{"panel none", "refresh"}));
 }
 
-TEST_F(SchedulerPanel, followsTheLeadTimeAndTheReminderSetting)
-{
-    source.events = {makeMeeting("In person", ten)};
-    prefs.setLeadMinutes(5);
-    refreshAt(ten - Seconds(300));
-    EXPECT_EQ(titleOf(scheduler.next()), "In person");
-    EXPECT_EQ(takeCalls(), Titles{"refresh"});
-    prefs.setRemindWithoutLink(true);
-    refreshAt(ten - Seconds(300.5));
-    EXPECT_EQ(takeCalls(), Titles{"refresh"});
-    refreshAt(ten - Seconds(300));
-    EXPECT_EQ(takeCalls(), (Titles{"panel In person", "refresh"}));
-    prefs.setLeadMinutes(0);
-    scheduler.refresh();
-    EXPECT_EQ(takeCalls(), (Titles{"panel none", "refresh"}));
-}
-
 TEST_F(SchedulerPanel, snoozeHidesItForSixtySecondsFromThePress)
 {
     source.events = {standup};
@@ -61,33 +44,6 @@ TEST_F(SchedulerPanel, snoozeHidesItForSixtySecondsFromThePress)
     clock.time = ten + Seconds(50);
     scheduler.snooze(standup.id);
     EXPECT_EQ(scheduler.snoozedUntil(), (std::map<std::string, Timestamp>{{standup.id, ten + Seconds(110)}}));
-}
-
-TEST_F(SchedulerPanel, snoozingOneMeetingShowsTheOtherThatIsDue)
-{
-    source.events = {running, standup};
-    refreshAt(ten - Seconds(30));
-    scheduler.snooze(standup.id);
-    EXPECT_EQ(takeCalls(), (Titles{"panel Standup", "refresh", "panel Running", "refresh"}));
-}
-
-TEST_F(SchedulerPanel, staysAwayOnceTheMeetingIsDismissedOrJoined)
-{
-    const auto decisions = {&Scheduler::dismiss, &Scheduler::markJoined};
-    for (const auto decide : decisions) {
-        source.events = {standup};
-        refreshAt(ten);
-        (scheduler.*decide)(standup.id);
-        EXPECT_EQ(takeCalls(), (Titles{"panel Standup", "refresh", "panel none", "refresh"}));
-        refreshAt(standup.end - Seconds(1));
-        EXPECT_EQ(takeCalls(), Titles{"refresh"});
-        EXPECT_EQ(titleOf(scheduler.next()), "Standup");
-
-        // When the meeting leaves the list the decision is forgotten.
-        source.events.clear();
-        scheduler.refresh();
-        takeCalls();
-    }
 }
 
 TEST_F(SchedulerPanel, decisionsAreForgottenWhenTheMeetingLeavesTheList)
