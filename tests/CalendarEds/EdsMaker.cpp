@@ -12,11 +12,6 @@ namespace {
 
 constexpr int longestWait = 60'000;
 
-std::string nameOf(EdsMaker::Which which)
-{
-    return which == EdsMaker::Which::thisOne ? "this" : "all";
-}
-
 } // namespace
 
 EdsMaker::EdsMaker()
@@ -33,81 +28,19 @@ EdsMaker::~EdsMaker()
     m_tool.waitForFinished(5000);
 }
 
-std::string EdsMaker::call(const char *command, const std::vector<std::string> &arguments)
+std::string EdsMaker::call(const std::vector<std::string> &words)
 {
-    QJsonArray words{QString::fromLatin1(command)};
-    for (const std::string &argument : arguments)
-        words.append(QString::fromStdString(argument));
-    m_tool.write(QJsonDocument(words).toJson(QJsonDocument::Compact) + '\n');
+    QJsonArray line;
+    for (const std::string &word : words)
+        line.append(QString::fromStdString(word));
+    m_tool.write(QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n');
     while (!m_tool.canReadLine())
         if (!m_tool.waitForReadyRead(longestWait))
-            throw std::runtime_error(std::string(command) + ": no answer");
+            throw std::runtime_error(words.front() + ": no answer");
     const QJsonDocument answer = QJsonDocument::fromJson(m_tool.readLine());
     if (!answer.isArray())
         throw std::runtime_error(answer.object().value(QLatin1String("error")).toString().toStdString());
     return answer.array().at(0).toString().toStdString();
-}
-
-std::string EdsMaker::addCalendar(const std::string &title, const std::string &color)
-{
-    return call("addCalendar", {title, color});
-}
-
-std::string EdsMaker::addCalDav(const std::string &title, int port, const std::string &path,
-                                const std::string &address, const std::string &user)
-{
-    return call("addCalDav", {title, std::to_string(port), path, address, user});
-}
-
-void EdsMaker::signIn(const std::string &calendar, const std::string &user, const std::string &password)
-{
-    call("signIn", {calendar, user, password});
-}
-
-void EdsMaker::rename(const std::string &calendar, const std::string &title)
-{
-    call("rename", {calendar, title});
-}
-
-void EdsMaker::recolor(const std::string &calendar, const std::string &color)
-{
-    call("recolor", {calendar, color});
-}
-
-void EdsMaker::setEnabled(const std::string &calendar, bool enabled)
-{
-    call("setEnabled", {calendar, enabled ? "true" : "false"});
-}
-
-void EdsMaker::removeCalendar(const std::string &calendar)
-{
-    call("removeCalendar", {calendar});
-}
-
-void EdsMaker::create(const std::string &calendar, const std::string &event)
-{
-    call("create", {calendar, event});
-}
-
-void EdsMaker::modify(const std::string &calendar, const std::string &event, Which which)
-{
-    call("modify", {calendar, event, nameOf(which)});
-}
-
-void EdsMaker::remove(const std::string &calendar, const std::string &uid, const std::string &recurrenceID,
-                      Which which)
-{
-    call("remove", {calendar, uid, recurrenceID, nameOf(which)});
-}
-
-void EdsMaker::import(const std::string &calendar, const std::string &text)
-{
-    call("import", {calendar, text});
-}
-
-void EdsMaker::refresh(const std::string &calendar)
-{
-    call("refresh", {calendar});
 }
 
 } // namespace support

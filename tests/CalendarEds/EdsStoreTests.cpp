@@ -17,7 +17,6 @@ namespace {
 using namespace std::chrono_literals;
 using support::EdsMaker;
 using support::EdsWorld;
-using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 using Titles = std::vector<std::string>;
@@ -257,30 +256,6 @@ TEST_F(EdsStoreTest, isNotHeldUpByARuleThatNeverComesTrue)
     store.reset();
     openStore();
     EXPECT_TRUE(waitForTitles(wanted)) << testing::PrintToString(titles());
-}
-
-TEST_F(EdsStoreTest, givesTheFieldsOfEvents)
-{
-    maker->import(calendar, "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nBEGIN:VTIMEZONE\r\nTZID:Moon Base\r\n"
-                            "BEGIN:STANDARD\r\nDTSTART:19700101T000000\r\nTZOFFSETFROM:+0130\r\n"
-                            "TZOFFSETTO:+0130\r\nEND:STANDARD\r\nEND:VTIMEZONE\r\n" +
-                                event("zoned", ";TZID=Moon Base:20260310T103000",
-                                      "X-GOOGLE-CONFERENCE:https://meet.google.com/abc-defg-hij\r\n"
-                                      "LOCATION:Room\\, 2\r\nDESCRIPTION:Bring\\nnothing\r\n"
-                                      "ATTENDEE;PARTSTAT=DECLINED:mailto:Me@Example.com\r\n"
-                                      "ATTENDEE;PARTSTAT=ACCEPTED:mailto:you@example.com\r\n") +
-                                "END:VCALENDAR\r\n");
-    ASSERT_TRUE(waitFor([&] { return eventsOf(calendar).size() == 1; }, 20s));
-    const StoreEvent &found = *eventsOf(calendar).front();
-    EXPECT_EQ(found.eventIdentifier, "zoned");
-    EXPECT_EQ(found.calendarID, calendar);
-    EXPECT_EQ(found.start, at("2026-03-10T09:00:00Z"));
-    EXPECT_EQ(found.url, "https://meet.google.com/abc-defg-hij");
-    EXPECT_EQ(found.location, "Room, 2");
-    EXPECT_EQ(found.notes, "Bring\nnothing");
-    EXPECT_THAT(found.attendees,
-                ElementsAre(StoreAttendee{"me@example.com", ParticipantStatus::declined, true},
-                            StoreAttendee{"you@example.com", ParticipantStatus::accepted, false}));
 }
 
 TEST_F(EdsStoreTest, findsTimeZonesByNamesThatTheServerWritesAnotherWay)

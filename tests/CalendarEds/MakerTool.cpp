@@ -16,54 +16,6 @@ namespace support {
 
 namespace {
 
-/// Makes and changes calendars of Evolution Data Server as another program would, with its library. Every
-/// function waits for the server, and throws std::runtime_error when it refuses.
-class CalendarMaker final
-{
-public:
-    CalendarMaker();
-    ~CalendarMaker();
-    CalendarMaker(const CalendarMaker &) = delete;
-    CalendarMaker &operator=(const CalendarMaker &) = delete;
-
-    /// A local calendar; returns its identifier.
-    std::string addCalendar(const std::string &title, const std::string &color = "#3584e4");
-    std::string addCalDav(const std::string &title, int port, const std::string &path,
-                          const std::string &address, const std::string &user);
-
-    void signIn(const std::string &calendar, const std::string &user, const std::string &password);
-    void rename(const std::string &calendar, const std::string &title);
-    void recolor(const std::string &calendar, const std::string &color);
-    void setEnabled(const std::string &calendar, bool enabled);
-    void removeCalendar(const std::string &calendar);
-
-    /// A VEVENT.
-    void create(const std::string &calendar, const std::string &event);
-    void modify(const std::string &calendar, const std::string &event,
-                ECalObjModType which = E_CAL_OBJ_MOD_ALL);
-    void remove(const std::string &calendar, const std::string &uid, const std::string &recurrenceID = {},
-                ECalObjModType which = E_CAL_OBJ_MOD_ALL);
-    /// All events and time zones of a VCALENDAR, as an import does.
-    void import(const std::string &calendar, const std::string &text);
-
-    /// Has the server look at the net again.
-    void refresh(const std::string &calendar);
-
-private:
-    ESource *source(const std::string &calendar) const;
-    std::string commit(ESource *source);
-    void changeShown(const std::string &calendar, void (*change)(ESourceSelectable *shown, const char *value),
-                     const std::string &value);
-    ECalClient *client(const std::string &calendar);
-
-    ESourceRegistry *m_registry = nullptr;
-    std::map<std::string, ECalClient *> m_clients;
-};
-
-} // namespace
-
-namespace {
-
 /// An error argument that throws what it was given.
 class Check
 {
@@ -109,183 +61,196 @@ ICalComponent *parsed(const std::string &text)
     return component;
 }
 
-} // namespace
-
-CalendarMaker::CalendarMaker()
+/// Makes and changes calendars of Evolution Data Server as another program would, with its library. Every
+/// function waits for the server, and throws std::runtime_error when it refuses.
+class CalendarMaker final
 {
-    Check check;
-    m_registry = e_source_registry_new_sync(nullptr, check);
-    check.orThrow("registry");
-}
-
-CalendarMaker::~CalendarMaker()
-{
-    for (const auto &[id, client] : m_clients)
-        g_object_unref(client);
-    g_object_unref(m_registry);
-}
-
-std::string CalendarMaker::commit(ESource *source)
-{
-    Check check;
-    e_source_registry_commit_source_sync(m_registry, source, nullptr, check);
-    const std::string id = e_source_get_uid(source);
-    g_object_unref(source);
-    check.orThrow("commit");
-    // The registry tells of it on its own connection.
-    for (int waited = 0; waited < 500; ++waited) {
-        if (ESource *known = e_source_registry_ref_source(m_registry, id.c_str())) {
-            g_object_unref(known);
-            return id;
-        }
-        g_main_context_iteration(nullptr, FALSE);
-        g_usleep(10'000);
+public:
+    CalendarMaker()
+    {
+        Check check;
+        m_registry = e_source_registry_new_sync(nullptr, check);
+        check.orThrow("registry");
     }
-    throw std::runtime_error("the registry doesn't know what it was given");
-}
 
-std::string CalendarMaker::addCalendar(const std::string &title, const std::string &color)
-{
-    ESource *source = newSource(title, "local-stub");
-    e_source_selectable_set_color(shownPart(source, "local"), color.c_str());
-    return commit(source);
-}
+    ~CalendarMaker()
+    {
+        for (const auto &[id, client] : m_clients)
+            g_object_unref(client);
+        g_object_unref(m_registry);
+    }
 
-std::string CalendarMaker::addCalDav(const std::string &title, int port, const std::string &path,
-                                     const std::string &address, const std::string &user)
-{
-    ESource *source = newSource(title, "caldav-stub");
-    shownPart(source, "caldav");
-    auto *login = static_cast<ESourceAuthentication *>(
-        e_source_get_extension(source, E_SOURCE_EXTENSION_AUTHENTICATION));
-    e_source_authentication_set_host(login, "127.0.0.1");
-    e_source_authentication_set_port(login, guint16(port));
-    if (!user.empty())
-        e_source_authentication_set_user(login, user.c_str());
-    auto *webdav =
-        static_cast<ESourceWebdav *>(e_source_get_extension(source, E_SOURCE_EXTENSION_WEBDAV_BACKEND));
-    e_source_webdav_set_resource_path(webdav, path.c_str());
-    e_source_webdav_set_email_address(webdav, address.c_str());
-    e_source_security_set_method(
-        static_cast<ESourceSecurity *>(e_source_get_extension(source, E_SOURCE_EXTENSION_SECURITY)), "none");
-    return commit(source);
-}
+    std::string commit(ESource *source)
+    {
+        Check check;
+        e_source_registry_commit_source_sync(m_registry, source, nullptr, check);
+        const std::string id = e_source_get_uid(source);
+        g_object_unref(source);
+        check.orThrow("commit");
+        // The registry tells of it on its own connection.
+        for (int waited = 0; waited < 500; ++waited) {
+            if (ESource *known = e_source_registry_ref_source(m_registry, id.c_str())) {
+                g_object_unref(known);
+                return id;
+            }
+            g_main_context_iteration(nullptr, FALSE);
+            g_usleep(10'000);
+        }
+        throw std::runtime_error("the registry doesn't know what it was given");
+    }
 
-ESource *CalendarMaker::source(const std::string &calendar) const
-{
-    ESource *source = e_source_registry_ref_source(m_registry, calendar.c_str());
-    if (!source)
-        throw std::runtime_error("no calendar " + calendar);
-    return source;
-}
+    CalendarMaker(const CalendarMaker &) = delete;
+    CalendarMaker &operator=(const CalendarMaker &) = delete;
 
-void CalendarMaker::signIn(const std::string &calendar, const std::string &user, const std::string &password)
-{
-    ENamedParameters *credentials = e_named_parameters_new();
-    e_named_parameters_set(credentials, E_SOURCE_CREDENTIAL_USERNAME, user.c_str());
-    e_named_parameters_set(credentials, E_SOURCE_CREDENTIAL_PASSWORD, password.c_str());
-    ESource *account = source(calendar);
-    Check check;
-    e_source_invoke_authenticate_sync(account, credentials, nullptr, check);
-    e_named_parameters_free(credentials);
-    g_object_unref(account);
-    check.orThrow("sign in");
-}
+    /// A local calendar; returns its identifier.
+    std::string addCalendar(const std::string &title)
+    {
+        ESource *source = newSource(title, "local-stub");
+        e_source_selectable_set_color(shownPart(source, "local"), "#3584e4");
+        return commit(source);
+    }
 
-void CalendarMaker::rename(const std::string &calendar, const std::string &title)
-{
-    ESource *changed = source(calendar);
-    e_source_set_display_name(changed, title.c_str());
-    commit(changed);
-}
+    std::string addCalDav(const std::string &title, int port, const std::string &path,
+                          const std::string &address, const std::string &user)
+    {
+        ESource *source = newSource(title, "caldav-stub");
+        shownPart(source, "caldav");
+        auto *login = static_cast<ESourceAuthentication *>(
+            e_source_get_extension(source, E_SOURCE_EXTENSION_AUTHENTICATION));
+        e_source_authentication_set_host(login, "127.0.0.1");
+        e_source_authentication_set_port(login, guint16(port));
+        if (!user.empty())
+            e_source_authentication_set_user(login, user.c_str());
+        auto *webdav =
+            static_cast<ESourceWebdav *>(e_source_get_extension(source, E_SOURCE_EXTENSION_WEBDAV_BACKEND));
+        e_source_webdav_set_resource_path(webdav, path.c_str());
+        e_source_webdav_set_email_address(webdav, address.c_str());
+        e_source_security_set_method(
+            static_cast<ESourceSecurity *>(e_source_get_extension(source, E_SOURCE_EXTENSION_SECURITY)),
+            "none");
+        return commit(source);
+    }
 
-void CalendarMaker::recolor(const std::string &calendar, const std::string &color)
-{
-    ESource *changed = source(calendar);
-    e_source_selectable_set_color(shownPart(changed, nullptr), color.c_str());
-    commit(changed);
-}
+    ESource *source(const std::string &calendar) const
+    {
+        ESource *source = e_source_registry_ref_source(m_registry, calendar.c_str());
+        if (!source)
+            throw std::runtime_error("no calendar " + calendar);
+        return source;
+    }
 
-void CalendarMaker::setEnabled(const std::string &calendar, bool enabled)
-{
-    ESource *changed = source(calendar);
-    e_source_set_enabled(changed, enabled);
-    commit(changed);
-}
+    void signIn(const std::string &calendar, const std::string &user, const std::string &password)
+    {
+        ENamedParameters *credentials = e_named_parameters_new();
+        e_named_parameters_set(credentials, E_SOURCE_CREDENTIAL_USERNAME, user.c_str());
+        e_named_parameters_set(credentials, E_SOURCE_CREDENTIAL_PASSWORD, password.c_str());
+        ESource *account = source(calendar);
+        Check check;
+        e_source_invoke_authenticate_sync(account, credentials, nullptr, check);
+        e_named_parameters_free(credentials);
+        g_object_unref(account);
+        check.orThrow("sign in");
+    }
 
-void CalendarMaker::removeCalendar(const std::string &calendar)
-{
-    ESource *removed = source(calendar);
-    Check check;
-    e_source_remove_sync(removed, nullptr, check);
-    g_object_unref(removed);
-    check.orThrow("remove");
-}
+    void rename(const std::string &calendar, const std::string &title)
+    {
+        ESource *changed = source(calendar);
+        e_source_set_display_name(changed, title.c_str());
+        commit(changed);
+    }
 
-ECalClient *CalendarMaker::client(const std::string &calendar)
-{
-    ECalClient *&known = m_clients[calendar];
-    if (known)
-        return known;
-    ESource *opened = source(calendar);
-    Check check;
-    EClient *client =
-        e_cal_client_connect_sync(opened, E_CAL_CLIENT_SOURCE_TYPE_EVENTS, G_MAXUINT32, nullptr, check);
-    g_object_unref(opened);
-    check.orThrow("connect");
-    return known = E_CAL_CLIENT(client);
-}
+    void recolor(const std::string &calendar, const std::string &color)
+    {
+        ESource *changed = source(calendar);
+        e_source_selectable_set_color(shownPart(changed, nullptr), color.c_str());
+        commit(changed);
+    }
 
-void CalendarMaker::create(const std::string &calendar, const std::string &event)
-{
-    ICalComponent *component = parsed(event);
-    Check check;
-    gchar *uid = nullptr;
-    e_cal_client_create_object_sync(client(calendar), component, E_CAL_OPERATION_FLAG_NONE, &uid, nullptr,
-                                    check);
-    g_free(uid);
-    g_object_unref(component);
-    check.orThrow("create");
-}
+    void setEnabled(const std::string &calendar, bool enabled)
+    {
+        ESource *changed = source(calendar);
+        e_source_set_enabled(changed, enabled);
+        commit(changed);
+    }
 
-void CalendarMaker::modify(const std::string &calendar, const std::string &event, ECalObjModType which)
-{
-    ICalComponent *component = parsed(event);
-    Check check;
-    e_cal_client_modify_object_sync(client(calendar), component, which, E_CAL_OPERATION_FLAG_NONE, nullptr,
-                                    check);
-    g_object_unref(component);
-    check.orThrow("modify");
-}
+    void removeCalendar(const std::string &calendar)
+    {
+        ESource *removed = source(calendar);
+        Check check;
+        e_source_remove_sync(removed, nullptr, check);
+        g_object_unref(removed);
+        check.orThrow("remove");
+    }
 
-void CalendarMaker::remove(const std::string &calendar, const std::string &uid,
-                           const std::string &recurrenceID, ECalObjModType which)
-{
-    Check check;
-    e_cal_client_remove_object_sync(client(calendar), uid.c_str(),
-                                    recurrenceID.empty() ? nullptr : recurrenceID.c_str(), which,
-                                    E_CAL_OPERATION_FLAG_NONE, nullptr, check);
-    check.orThrow("remove");
-}
+    ECalClient *client(const std::string &calendar)
+    {
+        ECalClient *&known = m_clients[calendar];
+        if (known)
+            return known;
+        ESource *opened = source(calendar);
+        Check check;
+        EClient *client =
+            e_cal_client_connect_sync(opened, E_CAL_CLIENT_SOURCE_TYPE_EVENTS, G_MAXUINT32, nullptr, check);
+        g_object_unref(opened);
+        check.orThrow("connect");
+        return known = E_CAL_CLIENT(client);
+    }
 
-void CalendarMaker::import(const std::string &calendar, const std::string &text)
-{
-    ICalComponent *component = parsed(text);
-    i_cal_component_set_method(component, I_CAL_METHOD_PUBLISH);
-    Check check;
-    e_cal_client_receive_objects_sync(client(calendar), component, E_CAL_OPERATION_FLAG_NONE, nullptr, check);
-    g_object_unref(component);
-    check.orThrow("import");
-}
+    void create(const std::string &calendar, const std::string &event)
+    {
+        ICalComponent *component = parsed(event);
+        Check check;
+        gchar *uid = nullptr;
+        e_cal_client_create_object_sync(client(calendar), component, E_CAL_OPERATION_FLAG_NONE, &uid, nullptr,
+                                        check);
+        g_free(uid);
+        g_object_unref(component);
+        check.orThrow("create");
+    }
 
-void CalendarMaker::refresh(const std::string &calendar)
-{
-    Check check;
-    e_client_refresh_sync(E_CLIENT(client(calendar)), nullptr, check);
-    check.orThrow("refresh");
-}
+    void modify(const std::string &calendar, const std::string &event, ECalObjModType which)
+    {
+        ICalComponent *component = parsed(event);
+        Check check;
+        e_cal_client_modify_object_sync(client(calendar), component, which, E_CAL_OPERATION_FLAG_NONE,
+                                        nullptr, check);
+        g_object_unref(component);
+        check.orThrow("modify");
+    }
 
-namespace {
+    void remove(const std::string &calendar, const std::string &uid, const std::string &recurrenceID,
+                ECalObjModType which)
+    {
+        Check check;
+        e_cal_client_remove_object_sync(client(calendar), uid.c_str(),
+                                        recurrenceID.empty() ? nullptr : recurrenceID.c_str(), which,
+                                        E_CAL_OPERATION_FLAG_NONE, nullptr, check);
+        check.orThrow("remove");
+    }
+
+    /// All events and time zones of a VCALENDAR, as an import does.
+    void import(const std::string &calendar, const std::string &text)
+    {
+        ICalComponent *component = parsed(text);
+        i_cal_component_set_method(component, I_CAL_METHOD_PUBLISH);
+        Check check;
+        e_cal_client_receive_objects_sync(client(calendar), component, E_CAL_OPERATION_FLAG_NONE, nullptr,
+                                          check);
+        g_object_unref(component);
+        check.orThrow("import");
+    }
+
+    void refresh(const std::string &calendar)
+    {
+        Check check;
+        e_client_refresh_sync(E_CLIENT(client(calendar)), nullptr, check);
+        check.orThrow("refresh");
+    }
+
+private:
+    ESourceRegistry *m_registry = nullptr;
+    std::map<std::string, ECalClient *> m_clients;
+};
 
 using Arguments = std::vector<std::string>;
 using Command = std::function<std::string(CalendarMaker &, const Arguments &)>;
@@ -305,7 +270,7 @@ ECalObjModType whichOf(const std::string &name)
 }
 
 const std::map<std::string, Command> commands = {
-    {"addCalendar", [](auto &maker, auto &a) { return maker.addCalendar(a.at(0), a.at(1)); }},
+    {"addCalendar", [](auto &maker, auto &a) { return maker.addCalendar(a.at(0)); }},
     {"addCalDav",
      [](auto &maker, auto &a) {
          return maker.addCalDav(a.at(0), std::stoi(a.at(1)), a.at(2), a.at(3), a.at(4));
