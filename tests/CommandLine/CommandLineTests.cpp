@@ -73,14 +73,4 @@ TEST(CommandLine, badArgumentsAreNamedWithWhatWasExpected)
     }
 }
 
-TEST(CommandLine, everyCommandHasHelp)
-{
-    for (const char *command : {"agenda", "detect", "join", "snooze", "dismiss", "copy", "settings", "quit",
-                                "defaults", "access"}) {
-        const auto help = std::get<FinishedRequest>(parsed({command, "--help"}));
-        EXPECT_EQ(help.exitStatus, exitDone);
-        EXPECT_THAT(help.text, testing::HasSubstr(std::string("Usage: mivora ") + command));
-    }
-}
-
 } // namespace mivora

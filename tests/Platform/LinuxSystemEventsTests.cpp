@@ -149,11 +149,6 @@ TEST_F(SystemEventsTest, everyMidnightIsToldAndTheNextIsWaitedFor)
     }
 }
 
-TEST_F(SystemEventsTest, idleSystemTellsNothing)
-{
-    EXPECT_THAT(seenWithin(300), IsEmpty());
-}
-
 TEST(SystemEvents, runWithoutASystemBus)
 {
     const QDBusConnection none(QStringLiteral("not connected"));

@@ -61,7 +61,7 @@ TEST(SharedSettings, killedProcessLosesNothingThatASetterReturnedFor)
     const QString path = folder.filePath(QStringLiteral("mivora.conf"));
     std::mt19937 random(7);
     qint64 last = 0;
-    for (int round = 0; round < 10; ++round) {
+    for (int round = 0; round < 6; ++round) {
         int ends[2];
         ASSERT_EQ(pipe(ends), 0);
         const pid_t child = inChild([&] { countForEver(path, ends[1]); });
@@ -86,7 +86,7 @@ TEST(SharedSettings, processesThatWriteDifferentKeysAtOnceLoseNone)
 {
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("mivora.conf"));
-    constexpr int keysOfEach = 100;
+    constexpr int keysOfEach = 40;
     const auto writeKeys = [&](const QString &prefix) {
         IniDefaultsStore store(path);
         for (int key = 0; key < keysOfEach; ++key)
