@@ -3,14 +3,11 @@
 #include "KeloOnboarding/Spring.h"
 
 #include <algorithm>
-#include <chrono>
 #include <utility>
 
 namespace kelo {
 
 namespace {
-
-constexpr std::chrono::seconds tickInterval{1};
 
 int clampedIndex(int index, std::size_t count)
 {
@@ -19,9 +16,9 @@ int clampedIndex(int index, std::size_t count)
 
 } // namespace
 
-OnboardingModel::OnboardingModel(QObject *parent) : QObject(parent)
+OnboardingModel::OnboardingModel(std::chrono::milliseconds tick)
 {
-    m_tick.setInterval(tickInterval);
+    m_tick.setInterval(tick);
     connect(&m_tick, &QTimer::timeout, this, &OnboardingModel::updateCanSkip);
 }
 

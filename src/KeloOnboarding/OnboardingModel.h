@@ -5,6 +5,7 @@
 #include <QEasingCurve>
 #include <QTimer>
 #include <QVariantList>
+#include <chrono>
 #include <vector>
 
 namespace kelo {
@@ -21,7 +22,8 @@ class OnboardingModel final : public QObject
     Q_PROPERTY(int motionLength READ motionLength CONSTANT)
 
 public:
-    explicit OnboardingModel(QObject *parent = nullptr);
+    /// Once in a \a tick the step on show is asked whether it is complete.
+    explicit OnboardingModel(std::chrono::milliseconds tick = std::chrono::seconds(1));
     ~OnboardingModel() override;
 
     /// Shows \a steps from the one at \a startAt, which is clamped to them, in place of those on show.

@@ -4,21 +4,13 @@
 #include "Platform/SystemLinks.h"
 
 #include <QPointer>
-#include <chrono>
 #include <utility>
 
 namespace mivora {
 
-namespace {
-
-constexpr std::chrono::seconds pollInterval{1};
-
-} // namespace
-
 CalendarStepModel::CalendarStepModel(EventSource &source, std::function<void()> refresh,
-                                     LinkOpener openSystemSettings, QObject *parent)
-    : QObject(parent), m_source(source), m_refresh(std::move(refresh)),
-      m_openSystemSettings(std::move(openSystemSettings))
+                                     LinkOpener openSystemSettings, std::chrono::milliseconds pollInterval)
+    : m_source(source), m_refresh(std::move(refresh)), m_openSystemSettings(std::move(openSystemSettings))
 {
     m_timer.setInterval(pollInterval);
     connect(&m_timer, &QTimer::timeout, this, &CalendarStepModel::poll);

@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QTimer>
+#include <chrono>
 #include <functional>
 
 namespace mivora {
@@ -26,9 +27,9 @@ public:
     /// \a refresh is called after every change of the permission that the step sees. \a openSystemSettings is
     /// given links into the system settings. \a source must outlive the model.
     CalendarStepModel(EventSource &source, std::function<void()> refresh, LinkOpener openSystemSettings,
-                      QObject *parent = nullptr);
+                      std::chrono::milliseconds pollInterval = std::chrono::seconds(1));
 
-    /// The step comes on show: from now on the permission is read every second.
+    /// The step comes on show: from now on the permission is read once in a poll interval.
     void appear();
     void disappear();
 

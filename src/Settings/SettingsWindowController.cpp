@@ -7,7 +7,6 @@
 #include <QPointer>
 #include <QScreen>
 #include <QWindow>
-#include <chrono>
 
 namespace mivora {
 
@@ -30,7 +29,7 @@ SettingsWindowController::SettingsWindowController(Preferences &prefs, const Eve
       m_calendars(prefs, source, actions)
 {
     m_unused.setSingleShot(true);
-    m_unused.setInterval(keptUnused);
+    keepUnusedFor(keptUnused);
     connect(&m_unused, &QTimer::timeout, this, &SettingsWindowController::release);
 }
 

@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QPoint>
 #include <QTimer>
+#include <chrono>
 #include <memory>
 #include <optional>
 
@@ -39,8 +40,11 @@ public:
     /// To be called when the source's calendars or its permission changed.
     void calendarsChanged();
 
-    /// Gives the memory of a closed window back; done anyway when it has been closed for a minute.
+    /// Gives the memory of a closed window back; done anyway when it has been closed for a minute, or for as
+    /// long as keepUnusedFor() says.
     void release();
+
+    void keepUnusedFor(std::chrono::milliseconds time) { m_unused.setInterval(time); }
 
     SettingsRouter &router() { return m_router; }
 

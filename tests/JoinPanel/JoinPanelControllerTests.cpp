@@ -1,9 +1,10 @@
 #include "desktop/PanelUnderTest.h"
+#include "support/AccessibleView.h"
 #include "support/FakeNotifications.h"
+#include "support/KeptViews.h"
 #include "support/MeetingFactory.h"
 #include "support/PrivateBus.h"
 
-#include <QAccessible>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QProcess>
@@ -16,6 +17,7 @@ namespace mivora {
 
 namespace {
 
+using support::AccessibleView;
 using testing::ElementsAre;
 
 const Timestamp now = at("2026-03-10T08:55:00Z");
@@ -26,19 +28,6 @@ void press(QWindow &window, int key, Qt::KeyboardModifiers modifiers = Qt::NoMod
 {
     QKeyEvent event(QEvent::KeyPress, Qt::Key_unknown, modifiers, quint32(key + 8), 0, 0);
     QCoreApplication::sendEvent(&window, &event);
-}
-
-void collect(QAccessibleInterface *item, std::vector<std::string> &names)
-{
-    if (!item || item->state().invisible)
-        return;
-    const QString name = item->text(QAccessible::Name);
-    if (item->role() == QAccessible::Button)
-        names.push_back("button " + name.toStdString());
-    else if (item->role() == QAccessible::AlertMessage)
-        names.push_back("alert " + name.toStdString());
-    for (int i = 0; i < item->childCount(); ++i)
-        collect(item->child(i), names);
 }
 
 } // namespace
@@ -58,13 +47,10 @@ TEST_F(JoinPanelControllerTest, keysActByTheirPlaceOnTheKeyboard)
     press(*window(), KEY_J);
     EXPECT_THAT(actions, ElementsAre("snooze Design review", "snooze Design review", "join Design review",
                                      "join Design review", "dismiss Design review"));
-}
-
-TEST_F(JoinPanelControllerTest, returnJoinsEvenWithoutALink)
-{
+    actions.clear();
     panel.show(lunch, now);
     press(*window(), KEY_ENTER);
-    EXPECT_THAT(actions, ElementsAre("join Lunch"));
+    EXPECT_THAT(actions, ElementsAre("join Lunch")) << "without a link, too";
 }
 
 TEST_F(JoinPanelControllerTest, actionsConcernTheMeetingOnShowNow)
@@ -102,34 +88,46 @@ TEST_F(JoinPanelControllerTest, aNewCornerCountsFromTheNextShowingOn)
     EXPECT_GT(window()->y(), before.y());
 }
 
-TEST_F(JoinPanelControllerTest, saysToScreenReadersWhatItShows)
+TEST_F(JoinPanelControllerTest, hasButtonsThatDoWhatTheySay)
 {
     QAccessible::setActive(true);
     panel.show(review, now);
-    std::vector<std::string> names;
-    collect(QAccessible::queryAccessibleInterface(window()), names);
-    EXPECT_THAT(names, ElementsAre("alert Design review, Starts in 5m", "button Join", "button Snooze 1 min",
-                                   "button Dismiss"));
+    const AccessibleView view(*window());
+    EXPECT_TRUE(view.find(QAccessible::AlertMessage, QStringLiteral("Design review, Starts in 5m")));
+    const QStringList buttons = view.names(QAccessible::Button);
+    EXPECT_EQ(buttons.join(u'|'), QStringLiteral("Join|Snooze 1 min|Dismiss"));
+    for (const QString &button : buttons)
+        EXPECT_TRUE(view.click(QAccessible::Button, button));
+    EXPECT_THAT(actions, ElementsAre("join Design review", "snooze Design review", "dismiss Design review"));
     panel.show(lunch, now);
-    names.clear();
-    collect(QAccessible::queryAccessibleInterface(window()), names);
-    EXPECT_THAT(names, ElementsAre("alert Lunch, Starts in 5m", "button Snooze 1 min", "button Dismiss"));
+    EXPECT_TRUE(view.find(QAccessible::AlertMessage, QStringLiteral("Lunch, Starts in 5m")));
+    EXPECT_EQ(view.names(QAccessible::Button).join(u'|'), QStringLiteral("Snooze 1 min|Dismiss"));
 }
 
-TEST_F(JoinPanelControllerTest, isANotificationWhereWindowsCanNotBePlaced)
+/// Where windows can't be placed; with a bus that may have somebody who shows notifications.
+class NotifiedJoinPanelTest : public JoinPanelControllerTest
 {
-    if (!support::PrivateBus::isInstalled())
-        GTEST_SKIP() << "dbus-daemon is not installed";
-    qputenv("MIVORA_PANEL", "notification");
-    support::PrivateBus bus;
-    kelo::FakeNotifications desktop(bus.connection());
-    std::vector<std::string> done;
+public:
+    void SetUp() override
+    {
+        if (!support::PrivateBus::isInstalled())
+            GTEST_SKIP() << "dbus-daemon is not installed";
+        qputenv("MIVORA_PANEL", "notification");
+        bus.emplace();
+    }
+
+    void TearDown() override { qunsetenv("MIVORA_PANEL"); }
+
+    std::optional<support::PrivateBus> bus;
+};
+
+TEST_F(NotifiedJoinPanelTest, actsAsTheButtonsSayAndIsPresentedOnce)
+{
+    kelo::FakeNotifications desktop(bus->connection());
     JoinPanelController notified(
         prefs, views,
-        {.onJoin = [&](const Meeting &meeting) { done.push_back("join " + meeting.title); },
-         .onSnooze = [&](const Meeting &meeting) { done.push_back("snooze " + meeting.title); },
-         .onDismiss = [&](const Meeting &meeting) { done.push_back("dismiss " + meeting.title); }},
-        now, bus.connection());
+        {.onJoin = record("join "), .onSnooze = record("snooze "), .onDismiss = record("dismiss ")}, now,
+        bus->connection());
     notified.show(review, now);
     EXPECT_TRUE(notified.isVisible());
     ASSERT_TRUE(QTest::qWaitFor([&] { return desktop.calls.size() == 1; }));
@@ -140,41 +138,18 @@ TEST_F(JoinPanelControllerTest, isANotificationWhereWindowsCanNotBePlaced)
     for (const char *action : {"join", "default", "snooze", "dismiss"})
         desktop.invoke(7, QLatin1String(action));
     desktop.closed(7, 2);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return done.size() == 5; }));
-    EXPECT_THAT(done, ElementsAre("join Design review", "join Design review", "snooze Design review",
-                                  "dismiss Design review", "dismiss Design review"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return actions.size() == 5; }));
+    EXPECT_THAT(actions, ElementsAre("join Design review", "join Design review", "snooze Design review",
+                                     "dismiss Design review", "dismiss Design review"));
     notified.hide();
     EXPECT_FALSE(notified.isVisible());
-    qunsetenv("MIVORA_PANEL");
 }
 
-TEST_F(JoinPanelControllerTest, theNotificationGoesWithTheProgram)
+TEST_F(NotifiedJoinPanelTest, goesWithTheProcess)
 {
-    if (!support::PrivateBus::isInstalled())
-        GTEST_SKIP() << "dbus-daemon is not installed";
-    qputenv("MIVORA_PANEL", "notification");
-    support::PrivateBus bus;
-    kelo::FakeNotifications desktop(bus.connection());
-    {
-        JoinPanelController notified(prefs, views, {}, now, bus.connection());
-        notified.show(review, now);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return desktop.calls.size() == 1; }));
-        QTest::qWait(50);
-    }
-    EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.calls.size() == 2; }));
-    EXPECT_EQ(desktop.calls.back(), "close 7");
-    qunsetenv("MIVORA_PANEL");
-}
-
-TEST_F(JoinPanelControllerTest, theNotificationGoesWithTheProcess)
-{
-    if (!support::PrivateBus::isInstalled())
-        GTEST_SKIP() << "dbus-daemon is not installed";
-    support::PrivateBus bus;
-    kelo::FakeNotifications desktop(bus.connection());
+    kelo::FakeNotifications desktop(bus->connection());
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QString::fromLatin1(bus.address()));
-    environment.insert(QStringLiteral("MIVORA_PANEL"), QStringLiteral("notification"));
+    environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QString::fromLatin1(bus->address()));
     QProcess program;
     program.setProcessEnvironment(environment);
     program.start(QCoreApplication::applicationDirPath() + QStringLiteral("/panel-puppet"), {});
@@ -188,28 +163,26 @@ TEST_F(JoinPanelControllerTest, theNotificationGoesWithTheProcess)
     EXPECT_EQ(desktop.calls.back(), "close 7");
 }
 
-TEST_F(JoinPanelControllerTest, isAWindowWhereThereAreNoNotificationsEither)
+TEST_F(NotifiedJoinPanelTest, isAWindowWhereThereAreNoNotificationsEither)
 {
-    qputenv("MIVORA_PANEL", "notification");
     JoinPanelController lonely(prefs, views, {}, now, QDBusConnection(QStringLiteral("none")));
     lonely.show(review, now);
     EXPECT_TRUE(QTest::qWaitFor([&] { return lonely.controller().isVisible(); }));
     lonely.hide();
     EXPECT_FALSE(lonely.isVisible());
-    qunsetenv("MIVORA_PANEL");
 }
 
-TEST_F(JoinPanelControllerTest, doesNotClaimToBeVisibleWhereNothingCanBeShown)
+TEST_F(NotifiedJoinPanelTest, doesNotClaimToBeVisibleWhereNothingCanBeShown)
 {
     for (const char *platform : {"window", "notification"}) {
         const QByteArray plugin = qgetenv("MIVORA_VIEWS");
         qputenv("MIVORA_VIEWS", "/nonexistent/views.so");
         qputenv("MIVORA_PANEL", platform);
+        kelo::Appearance appearance{QDBusConnection(QStringLiteral("none"))};
         kelo::ViewLoader missing(appearance);
         JoinPanelController unseen(prefs, missing, {}, now, QDBusConnection(QStringLiteral("none")));
         unseen.show(review, now);
         EXPECT_TRUE(QTest::qWaitFor([&] { return !unseen.isVisible(); })) << platform;
-        qunsetenv("MIVORA_PANEL");
         plugin.isEmpty() ? qunsetenv("MIVORA_VIEWS") : qputenv("MIVORA_VIEWS", plugin);
     }
 }

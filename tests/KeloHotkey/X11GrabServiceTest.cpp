@@ -1,49 +1,24 @@
 #include "KeloHotkey/backends/X11GrabService.h"
 
 #include "KeloHotkey/HotKey.h"
-#include "KeloHotkey/HotKeyJudgement.h"
-#include "KeloHotkey/VirtualKeys.h"
 #include "XkbLayoutSwitch.h"
 #include "support/FakeKeyboard.h"
+#include "support/OtherClient.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QCoreApplication>
-#include <QKeyEvent>
 #include <QProcess>
-#include <QWindow>
 #include <QtCore/qtestsupport_core.h>
-#include <cstdlib>
 #include <gtest/gtest.h>
 #include <linux/input-event-codes.h>
 
 using namespace kelo;
+using support::OtherClient;
 
 namespace {
 
 constexpr xcb_keycode_t xKeyV = KEY_V + 8;
 constexpr std::uint16_t shiftAndSuper = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_4;
-
-/// Another program on the same display.
-class OtherClient final
-{
-public:
-    OtherClient() : m_root(xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root) {}
-
-    ~OtherClient() { xcb_disconnect(m_connection); }
-    Q_DISABLE_COPY_MOVE(OtherClient)
-
-    bool grab(xcb_keycode_t key, std::uint16_t modifiers)
-    {
-        const auto request = xcb_grab_key_checked(m_connection, false, m_root, modifiers, key,
-                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-        xcb_generic_error_t *error = xcb_request_check(m_connection, request);
-        std::free(error);
-        return error == nullptr;
-    }
-
-private:
-    xcb_connection_t *m_connection = xcb_connect(nullptr, nullptr);
-    xcb_window_t m_root = 0;
-};
 
 /// Counts the presses of V that the server really sends, repeats included.
 class PressCounter final : public QAbstractNativeEventFilter
@@ -59,31 +34,6 @@ public:
     }
 
     int count = 0;
-};
-
-/// A focused window of the program itself, with the combinations that it is given.
-class KeyWindow final : public QWindow
-{
-public:
-    KeyWindow()
-    {
-        resize(200, 100);
-        show();
-        EXPECT_TRUE(QTest::qWaitFor([this] { return isExposed(); }));
-        xcb_set_input_focus(X11Keyboard::connection(), XCB_INPUT_FOCUS_PARENT,
-                            static_cast<xcb_window_t>(winId()), XCB_CURRENT_TIME);
-        xcb_flush(X11Keyboard::connection());
-        EXPECT_TRUE(QTest::qWaitFor([this] { return isActive(); }));
-    }
-
-    std::vector<HotKeyJudgement> judgements;
-
-private:
-    void keyPressEvent(QKeyEvent *event) override
-    {
-        judgements.push_back(
-            HotKeyJudgement::judge(virtualKeyForScanCode(event->nativeScanCode()), event->modifiers()));
-    }
 };
 
 class X11GrabServiceTest : public testing::Test
@@ -180,15 +130,11 @@ TEST_F(X11GrabServiceTest, freesTheKeyWhenReleased)
     EXPECT_TRUE(other.grab(xKeyV, shiftAndSuper | XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2));
 }
 
-TEST_F(X11GrabServiceTest, refusesTheSameCombinationTwice)
+TEST_F(X11GrabServiceTest, refusesTheSameCombinationTwiceAndKeysThatDoNotExist)
 {
     const auto hotKey = create();
     EXPECT_FALSE(create());
     EXPECT_EQ(runsAfter(shiftSuperV), 1);
-}
-
-TEST_F(X11GrabServiceTest, refusesKeysThatDoNotExist)
-{
     for (const std::uint32_t keyCode : {52u, 63u, 128u, 400u, 65535u, 0xffffffffu})
         EXPECT_FALSE(create({keyCode, commandKey})) << keyCode;
 }
@@ -205,19 +151,6 @@ TEST_F(X11GrabServiceTest, letsTheKeysThroughWhileSuspended)
     m_service.resume();
     EXPECT_EQ(runsAfter(shiftSuperV), 1);
     EXPECT_EQ(runsAfter({KEY_LEFTCTRL, KEY_B}), 1);
-}
-
-TEST_F(X11GrabServiceTest, leavesTheRecordersWindowItsKeysWhileSuspended)
-{
-    const auto hotKey = create();
-    KeyWindow window;
-    EXPECT_EQ(runsAfter({KEY_LEFTMETA, KEY_LEFTSHIFT, KEY_V}), 1);
-    window.judgements.clear();
-    m_service.suspend();
-    EXPECT_EQ(runsAfter({KEY_LEFTMETA, KEY_LEFTSHIFT, KEY_V}), 0);
-    using enum HotKeyJudgement::Verdict;
-    const std::vector<HotKeyJudgement> recorded{{Wait, {}}, {Wait, {}}, {Accept, HotKeyCombo::defaultCombo}};
-    EXPECT_EQ(window.judgements, recorded);
 }
 
 TEST_F(X11GrabServiceTest, followsNumLockToAnotherModifier)

@@ -34,15 +34,6 @@ TEST(Presentation, followsTheHost)
         EXPECT_EQ(presentationFor(test.host), test.expected) << test.name;
 }
 
-TEST(Presentation, canBeOverruled)
-{
-    qputenv("MIVORA_TRAY", "wide");
-    EXPECT_EQ(presentationOverride(), Presentation::Wide);
-    qputenv("MIVORA_TRAY", "nonsense");
-    EXPECT_EQ(presentationOverride(), std::nullopt);
-    qunsetenv("MIVORA_TRAY");
-}
-
 TEST(NotifierProperties, eachPresentationGivesTheHostOneThingToDraw)
 {
     const StatusItemState state{.title = QStringLiteral(" Review · 12m"),

@@ -1,7 +1,8 @@
 #include "KeloMenuBar/StatusPicture.h"
 
-#include <QColor>
-#include <cmath>
+#include "KeloTheme/SystemColors.h"
+
+#include <QPainter>
 #include <gtest/gtest.h>
 
 using namespace kelo;
@@ -19,27 +20,9 @@ StatusPicture picture(Shape shape, const QString &text, bool isUrgent = false)
 QImage onPanel(const QImage &image, const QColor &panel)
 {
     QImage result(image.size(), QImage::Format_RGB32);
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            const QColor over = image.pixelColor(x, y);
-            const float alpha = over.alphaF();
-            result.setPixelColor(x, y,
-                                 QColor::fromRgbF(over.redF() * alpha + panel.redF() * (1 - alpha),
-                                                  over.greenF() * alpha + panel.greenF() * (1 - alpha),
-                                                  over.blueF() * alpha + panel.blueF() * (1 - alpha)));
-        }
-    }
+    result.fill(panel);
+    QPainter(&result).drawImage(0, 0, image);
     return result;
-}
-
-double linear(float channel)
-{
-    return channel <= 0.04045F ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
-}
-
-double luminance(const QColor &color)
-{
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
 }
 
 // The share of neighbouring pixels between which there is the contrast that WCAG asks of text, 4.5:1.
@@ -47,11 +30,8 @@ double edgeShare(const QImage &image)
 {
     int edges = 0;
     for (int y = 0; y < image.height(); ++y) {
-        for (int x = 1; x < image.width(); ++x) {
-            const double a = luminance(image.pixelColor(x - 1, y)) + 0.05;
-            const double b = luminance(image.pixelColor(x, y)) + 0.05;
-            edges += std::max(a, b) / std::min(a, b) >= 4.5;
-        }
+        for (int x = 1; x < image.width(); ++x)
+            edges += contrast(image.pixelColor(x - 1, y), image.pixelColor(x, y)) >= 4.5;
     }
     return static_cast<double>(edges) / (image.width() * image.height());
 }

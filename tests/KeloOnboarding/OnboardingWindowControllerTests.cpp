@@ -1,7 +1,6 @@
 #include "KeloOnboarding/OnboardingWindowController.h"
 
-#include "KeloTheme/Appearance.h"
-#include "KeloTheme/ViewLoader.h"
+#include "support/KeptViews.h"
 
 #include <QGuiApplication>
 #include <QPointer>
@@ -50,8 +49,7 @@ public:
     }
 
     int finished = 0;
-    Appearance appearance{QDBusConnection(QStringLiteral("none"))};
-    ViewLoader views{appearance};
+    ViewLoader &views = mivora::sharedViews();
     std::unique_ptr<OnboardingWindowController> controller;
 };
 
@@ -108,19 +106,6 @@ TEST_F(OnboardingWindowControllerTest, showsAgainAfterTheEndButFinishesNoMore)
     EXPECT_FALSE(controller->window());
 }
 
-TEST_F(OnboardingWindowControllerTest, replacesTheContentOfAnOpenWindow)
-{
-    show(3, 2);
-    const QWindow *window = controller->window();
-
-    show(2, 0);
-
-    EXPECT_EQ(controller->window(), window);
-    EXPECT_EQ(controller->model()->index(), 0);
-    EXPECT_EQ(controller->model()->pages().size(), 2);
-    EXPECT_EQ(finished, 0);
-}
-
 TEST_F(OnboardingWindowControllerTest, mayBeDeletedByItsEnd)
 {
     std::unique_ptr<OnboardingWindowController> mortal;
@@ -148,18 +133,6 @@ TEST_F(OnboardingWindowControllerTest, hasNotFinishedWhenItGoesWithItsWindowOpen
 
     EXPECT_EQ(finished, 0);
     EXPECT_FALSE(window);
-}
-
-TEST_F(OnboardingWindowControllerTest, isWalkedThroughWithReturnAlone)
-{
-    show(3);
-    QTest::keyClick(controller->window(), Qt::Key_Return);
-    EXPECT_EQ(controller->model()->index(), 1);
-    QTest::keyClick(controller->window(), Qt::Key_Enter);
-    EXPECT_EQ(controller->model()->index(), 2);
-    EXPECT_EQ(finished, 0);
-    QTest::keyClick(controller->window(), Qt::Key_Return);
-    EXPECT_EQ(finished, 1);
 }
 
 } // namespace kelo

@@ -50,14 +50,6 @@ TEST_F(DesktopNotificationTest, replacesWhatItShowed)
     EXPECT_EQ(desktop->calls.back(), "notify 7 Three|||-1") << "only the latest matters";
 }
 
-TEST_F(DesktopNotificationTest, isClosedEvenWhileTheDesktopHasNotAnswered)
-{
-    notification->show({.summary = QStringLiteral("One"), .body = {}, .actions = {}, .stays = true});
-    notification->close();
-    ASSERT_TRUE(waitForCalls(2));
-    EXPECT_EQ(desktop->calls.back(), "close 7");
-}
-
 TEST_F(DesktopNotificationTest, isNotLeftBehindByAProgramThatEnds)
 {
     QThread elsewhere;

@@ -52,10 +52,4 @@ TEST_F(GlassSurfaceTest, shadowIsSoftFallsBelowAndSparesTheSurface)
     }
 }
 
-TEST_F(GlassSurfaceTest, picturesAreKnownByName)
-{
-    EXPECT_EQ(GlassSurface::image(QStringLiteral("shadow/22/1")), GlassSurface::shadow(22, 1).image);
-    EXPECT_TRUE(GlassSurface::image(QStringLiteral("glow/22/1")).isNull());
-}
-
 } // namespace kelo

@@ -2,7 +2,6 @@
 
 #include "FirstRun.h"
 
-#include <QSignalSpy>
 #include <gtest/gtest.h>
 
 namespace mivora {
@@ -22,11 +21,6 @@ TEST(FirstMeetingModel, tellsTheNextMeetingAndItsService)
         {plain, "10:30 AM · no link", ""},
         {coloured, "10:30 AM · no link", "#e27828"},
         {withLink(plain, Service::zoom), "10:30 AM · Zoom", ""},
-        {withLink(plain, Service::meet), "10:30 AM · Google Meet", ""},
-        {withLink(plain, Service::teams), "10:30 AM · Teams", ""},
-        {withLink(plain, Service::webex), "10:30 AM · Webex", ""},
-        {withLink(plain, Service::facetime), "10:30 AM · FaceTime", ""},
-        {withLink(plain, Service::other), "10:30 AM · Link", ""},
     };
 
     const auto formatTime = [](Timestamp) { return QStringLiteral("10:30 AM"); };
@@ -41,22 +35,6 @@ TEST(FirstMeetingModel, tellsTheNextMeetingAndItsService)
         EXPECT_EQ(model.detail().toStdString(), row.detail);
         EXPECT_EQ(model.color().toStdString(), row.color) << row.detail;
     }
-}
-
-TEST(FirstMeetingModel, followsTheScheduler)
-{
-    FirstRun run(CalendarAuthorization::granted);
-    run.scheduler.refresh();
-    const FirstMeetingModel model(run.scheduler, [](Timestamp) { return QString(); });
-    QSignalSpy changed(&model, &FirstMeetingModel::changed);
-    EXPECT_FALSE(model.hasMeeting());
-    EXPECT_EQ(model.title() + model.detail() + model.color(), QString());
-
-    run.source.events = {makeMeeting("Standup", at("2026-03-10T11:00:00Z"))};
-    run.scheduler.refresh();
-
-    EXPECT_EQ(changed.count(), 1);
-    EXPECT_EQ(model.title(), QStringLiteral("Standup"));
 }
 
 } // namespace mivora

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "KeloTheme/Appearance.h"
-#include "KeloTheme/ViewLoader.h"
 #include "Onboarding/OnboardingFlow.h"
 #include "Platform/fake/FakeLoginItem.h"
 #include "Platform/fake/MemoryDefaultsStore.h"
@@ -10,6 +8,7 @@
 #include "support/FakeClock.h"
 #include "support/FakeEventSource.h"
 #include "support/MeetingFactory.h"
+#include "support/SharedViews.h"
 
 #include <QStringList>
 
@@ -33,9 +32,8 @@ struct FirstRun
     Scheduler scheduler{source, prefs, clock};
     /// The links into the system settings that were to be opened.
     QStringList opened;
-    kelo::Appearance appearance{QDBusConnection(QStringLiteral("none"))};
-    kelo::ViewLoader views{appearance};
-    OnboardingFlow flow{views,
+    Views release;
+    OnboardingFlow flow{sharedViews(),
                         prefs,
                         source,
                         scheduler,

@@ -56,40 +56,9 @@ protected:
 using GeneralPageModelTest = SettingsModelTest;
 using CalendarsPageModelTest = SettingsModelTest;
 
-TEST_F(GeneralPageModelTest, refreshesForTheMenuBarAlone)
-{
-    GeneralPageModel model(m_prefs, m_service, m_actions.refresh);
-
-    const struct
-    {
-        const char *property;
-        QVariant value;
-        int refreshes;
-    } steps[] = {
-        {"showTitle", false, 1},    {"titleWidth", 30, 1},      {"launchAtLogin", true, 0},
-        {"leadMinutesIndex", 3, 0}, {"panelCornerIndex", 2, 0}, {"remindWithoutLink", true, 0},
-        {"useHotKey", true, 0},
-    };
-
-    for (const auto &step : steps) {
-        m_refreshes = 0;
-        EXPECT_TRUE(model.setProperty(step.property, step.value)) << step.property;
-        EXPECT_EQ(model.property(step.property), step.value) << step.property;
-        EXPECT_EQ(m_refreshes, step.refreshes) << step.property;
-    }
-    EXPECT_EQ(m_store.integer(settingsKey::leadMinutes), 5);
-    EXPECT_EQ(m_store.string(settingsKey::panelCorner), QStringLiteral("bottomRight"));
-    EXPECT_EQ(m_loginItem.requests, std::vector{true});
-    m_refreshes = 0;
-    m_prefs.setShowTitle(true);
-    EXPECT_EQ(m_refreshes, 0) << "who changes it elsewhere refreshes";
-}
-
 TEST_F(GeneralPageModelTest, saysWhatIsChosen)
 {
     GeneralPageModel model(m_prefs, m_service, {});
-    EXPECT_EQ(model.leadMinutesTexts().join(u'|'),
-              QStringLiteral("When it starts|1 minute before|2 minutes before|5 minutes before"));
     EXPECT_EQ(model.panelCornerTexts().join(u'|'),
               QStringLiteral("Top right|Top left|Bottom right|Bottom left"));
     m_prefs.setLeadMinutes(7);
@@ -149,23 +118,6 @@ TEST_F(CalendarsPageModelTest, groupsByAccount)
     model.reload();
     EXPECT_EQ(rows(*model.calendars()), (Rows{"-Calendars: The x-", "-Google: The c-", "-Zzz: The z-",
                                               "-aaa: The a-", "-iCloud: The b", "iCloud: The a2-"}));
-}
-
-TEST_F(CalendarsPageModelTest, listsCalendarsWithFullAccessOnly)
-{
-    CalendarsPageModel model(m_prefs, m_source, m_actions);
-    m_source.known = {calendar("a")};
-    for (const auto access : {CalendarAuthorization::granted, CalendarAuthorization::denied,
-                              CalendarAuthorization::granted, CalendarAuthorization::notDetermined}) {
-        m_source.access = access;
-        model.reload();
-        const bool isGranted = access == CalendarAuthorization::granted;
-        EXPECT_EQ(model.hasAccess(), isGranted);
-        EXPECT_EQ(model.calendars()->rowCount(), isGranted ? 1 : 0);
-    }
-    model.openSystemSettings();
-    EXPECT_EQ(m_opened, QStringList{QStringLiteral(
-                            "x-apple.systempreferences:com.apple.preference.security?Privacy_Calendars")});
 }
 
 TEST_F(CalendarsPageModelTest, switchesCalendars)
@@ -229,40 +181,6 @@ TEST_F(CalendarsPageModelTest, rowsThatStayKeepTheirPlace)
         EXPECT_EQ(removed, step.removed) << step.what;
         EXPECT_EQ(list->rowCount(), int(step.calendars.size())) << step.what;
     }
-}
-
-TEST_F(CalendarsPageModelTest, switchesBrowserServices)
-{
-    m_source.access = CalendarAuthorization::denied;
-    m_prefs.setBrowserServices({Service::webex});
-    CalendarsPageModel model(m_prefs, m_source, m_actions);
-    model.setZoomInBrowser(true);
-    model.setTeamsInBrowser(true);
-    EXPECT_EQ(m_prefs.browserServices(), (std::set{Service::zoom, Service::teams, Service::webex}));
-    model.setZoomInBrowser(false);
-    EXPECT_FALSE(model.zoomInBrowser());
-    EXPECT_TRUE(model.teamsInBrowser());
-    EXPECT_EQ(m_refreshes, 0);
-}
-
-TEST(SettingsRouter, tellsOfEverySelectionButChangesOnlyToAnotherPage)
-{
-    SettingsRouter router;
-    std::vector<SettingsPage> selections;
-    router.onChange = [&](SettingsPage page) { selections.push_back(page); };
-    QSignalSpy changed(&router, &SettingsRouter::pageChanged);
-    using enum SettingsPage;
-    EXPECT_EQ(router.page(), general);
-    router.select(general);
-    router.selectRow(1);
-    router.selectRow(1);
-    router.selectRow(-1);
-    router.selectRow(2);
-    EXPECT_EQ(router.page(), calendars);
-    EXPECT_EQ(selections, (std::vector{general, calendars, calendars}));
-    EXPECT_EQ(changed.count(), 1);
-    EXPECT_EQ(settingsPageFromRawValue(QStringLiteral("calendars")), calendars);
-    EXPECT_EQ(settingsPageFromRawValue(QStringLiteral("Calendars")), std::nullopt);
 }
 
 } // namespace mivora

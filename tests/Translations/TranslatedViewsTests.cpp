@@ -3,9 +3,11 @@
 #include "Settings/SettingsUnderTest.h"
 #include "Translations/InstallTranslations.h"
 #include "desktop/PanelUnderTest.h"
+#include "support/KeptViews.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -38,13 +40,29 @@ void findClippedTexts(QQuickItem *item, const QRectF &room, std::vector<std::str
     }
 }
 
-/// The clipped texts of a window that has just been shown. It must have some text at all.
+/// Keeps a picture of the view in the folder $MIVORA_PICTURES, if there is one: to look at all of them, in
+/// the look that MIVORA_APPEARANCE, MIVORA_COMPOSITING, QT_SCALE_FACTOR and the argument "-reverse" give.
+void takePicture(QQuickWindow &view)
+{
+    static int number = 100;
+    const QString folder = qEnvironmentVariable("MIVORA_PICTURES");
+    if (!folder.isEmpty())
+        view.grabWindow().save(folder + QStringLiteral("/%1.png").arg(++number));
+}
+
+/// The clipped texts of a window that is on the screen. It must have some text at all.
 std::vector<std::string> clippedTexts(QWindow *window)
 {
     auto *view = qobject_cast<QQuickWindow *>(window);
     if (!view)
         return {"there is no window"};
-    QTest::qWait(150);
+    // Until the items have their places.
+    QSignalSpy frames(view, &QQuickWindow::frameSwapped);
+    view->update();
+    if (!frames.wait())
+        return {"nothing is drawn"};
+    QTest::qWait(20);
+    takePicture(*view);
     std::vector<std::string> clipped;
     findClippedTexts(view->contentItem(), QRectF(QPointF(), view->contentItem()->size()), clipped);
     return clipped;
@@ -67,35 +85,43 @@ const std::vector<std::string> none;
 
 TEST_P(TranslatedViews, settingsHaveRoom)
 {
-    for (const CalendarAuthorization access :
-         {CalendarAuthorization::granted, CalendarAuthorization::denied}) {
-        SettingsUnderTest test;
+    SettingsUnderTest test;
+    test.source.known = {{"1", "Work", "Google", Color{0x42, 0x85, 0xf4}}};
+    test.prefs.setJoinHotKey(kelo::HotKeyCombo{49, kelo::controlKey | kelo::optionKey});
+    test.controller.show(SettingsPage::general);
+    for (const int minutes : {0, 1, 5}) {
+        test.prefs.setLeadMinutes(minutes);
+        EXPECT_EQ(clippedTexts(test.controller.window()), none) << minutes;
+    }
+    for (const auto access : {CalendarAuthorization::granted, CalendarAuthorization::denied}) {
         test.source.access = access;
-        test.source.known = {{"1", "Work", "Google", Color{0x42, 0x85, 0xf4}}};
-        test.prefs.setJoinHotKey(kelo::HotKeyCombo{49, kelo::controlKey | kelo::optionKey});
-        for (const int minutes : {0, 1, 5}) {
-            test.prefs.setLeadMinutes(minutes);
-            test.controller.show(SettingsPage::general);
-            EXPECT_EQ(clippedTexts(test.controller.window()), none);
-        }
         test.controller.show(SettingsPage::calendars);
-        EXPECT_EQ(clippedTexts(test.controller.window()), none);
+        EXPECT_EQ(clippedTexts(test.controller.window()), none) << int(access);
     }
 }
 
 TEST_P(TranslatedViews, walkthroughHasRoom)
 {
-    for (const FirstRunStep step :
-         {FirstRunStep::welcome, FirstRunStep::calendar, FirstRunStep::firstMeeting}) {
-        for (const CalendarAuthorization access :
-             {CalendarAuthorization::notDetermined, CalendarAuthorization::denied,
-              CalendarAuthorization::granted}) {
-            FirstRun run(access);
-            run.source.events = {withLink(makeMeeting("Review", at("2026-03-10T10:30:00Z")))};
-            run.scheduler.refresh();
-            run.flow.show(step);
-            EXPECT_EQ(clippedTexts(run.flow.window()->window()), none) << int(step) << ' ' << int(access);
-        }
+    using enum CalendarAuthorization;
+    const std::vector<Meeting> review{withLink(makeMeeting("Review", at("2026-03-10T10:30:00Z")))};
+
+    const struct
+    {
+        FirstRunStep step;
+        CalendarAuthorization access;
+        std::vector<Meeting> events;
+    } rows[] = {
+        {FirstRunStep::welcome, notDetermined, {}}, {FirstRunStep::calendar, notDetermined, {}},
+        {FirstRunStep::calendar, denied, {}},       {FirstRunStep::calendar, granted, {}},
+        {FirstRunStep::firstMeeting, granted, {}},  {FirstRunStep::firstMeeting, granted, review},
+    };
+
+    for (const auto &row : rows) {
+        FirstRun run(row.access);
+        run.source.events = row.events;
+        run.scheduler.refresh();
+        run.flow.show(row.step);
+        EXPECT_EQ(clippedTexts(run.flow.window()->window()), none) << int(row.step) << int(row.access);
     }
 }
 
@@ -127,11 +153,8 @@ TEST_P(TranslatedViews, updateWindowHasRoom)
         lyingPage(QStringLiteral("/home/kim/.cache/mivora/updates/mivora_1.2_amd64.deb"))};
     for (int fault = 0; fault <= int(UpdateFault::vanished); ++fault)
         pages.push_back(failurePage(program, {UpdateFault(fault), {}}, UpdateStep::download));
-    const QDBusConnection noBus(QStringLiteral("none"));
-    Appearance appearance(noBus);
-    ViewLoader views(appearance);
+    UpdateWindow window(sharedViews(), QDBusConnection(QStringLiteral("none")), QStringLiteral("Mivora"));
     for (const UpdatePage &page : pages) {
-        UpdateWindow window(views, noBus, QStringLiteral("Mivora"));
         window.show(page, Attention::taken);
         EXPECT_EQ(clippedTexts(window.window()), none) << page.heading.toStdString();
     }

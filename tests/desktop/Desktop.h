@@ -1,10 +1,9 @@
 #pragma once
 
-#include "desktop/HomeFolder.h"
 #include "support/PrivateBus.h"
 
 #include <QProcess>
-#include <QRect>
+#include <QTemporaryDir>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -19,21 +18,42 @@ bool waitFor(const std::function<bool()> &isTrue,
 /// Lets events happen for a while.
 void waitFor(std::chrono::milliseconds time);
 
-/// A desktop on the process's X display: session bus, window manager, task bar, and a terminal that has the
-/// keyboard and writes what is typed into a file.
+/// A desktop on the process's X display: session bus, window manager, and a panel along the upper edge with a
+/// status area and a task bar. It is the home of this process and of the programs that are started in it.
 class Desktop final
 {
 public:
     /// Whether the programs that it is made of can be run.
     static bool isInstalled();
 
-    /// Returns when the terminal has the keyboard; throws std::runtime_error when that never happens.
+    /// Returns when the panel stands and takes items; throws std::runtime_error when that never happens.
     Desktop();
     ~Desktop();
     Q_DISABLE_COPY_MOVE(Desktop)
 
-    /// The lines typed into the terminal so far.
-    QByteArray typed() const;
+    /// A path below the home folder, which is removed with its last content.
+    QString path(const QString &relative) const { return m_home.filePath(relative); }
+
+    /// Writes a file below the home folder, with the folders above it; throws std::runtime_error when it
+    /// can't.
+    void write(const QString &relative, const QByteArray &content, bool isProgram = false) const;
+    /// Empty when there is no such file.
+    QByteArray read(const QString &relative) const;
+
+    /// A connection as a program of the desktop has it.
+    QDBusConnection connection() { return m_bus.connection(); }
+
+    /// What the status area shows: the bus names of its items.
+    QStringList items() const;
+
+    void killPanel();
+    void startPanel();
+    /// A frozen panel keeps its names on the bus and answers nothing.
+    void freezePanel();
+    void thawPanel();
+
+    /// Opens a window that writes what is typed into the file "typed", and returns when it has the keyboard.
+    void startTerminal();
 
     /// Plays the user through the X server and returns when xdotool is done; events happen meanwhile.
     bool act(const QStringList &xdotoolArguments);
@@ -41,11 +61,14 @@ public:
     std::unique_ptr<QProcess> startActing(const QStringList &xdotoolArguments);
 
 private:
+    QString busServices() const;
     void start(const QString &program, const QStringList &arguments);
 
-    HomeFolder m_home;
+    QTemporaryDir m_home;
     PrivateBus m_bus;
+    QDBusConnection m_connection;
     std::vector<std::unique_ptr<QProcess>> m_programs;
+    QProcess m_panel;
 };
 
 } // namespace support

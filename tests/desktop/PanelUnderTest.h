@@ -1,11 +1,10 @@
 #pragma once
 
 #include "JoinPanel/JoinPanelController.h"
-#include "KeloTheme/Appearance.h"
-#include "KeloTheme/ViewLoader.h"
 #include "Platform/fake/FakeLoginItem.h"
 #include "Platform/fake/MemoryDefaultsStore.h"
 #include "Preferences/Preferences.h"
+#include "support/SharedViews.h"
 
 #include <string>
 #include <vector>
@@ -18,8 +17,8 @@ struct PanelUnderTest
     MemoryDefaultsStore store;
     FakeLoginItem loginItem;
     Preferences prefs{store, loginItem};
-    kelo::Appearance appearance;
-    kelo::ViewLoader views{appearance};
+    Views release;
+    kelo::ViewLoader &views = sharedViews();
     std::vector<std::string> actions;
     JoinPanelController panel{
         prefs,
@@ -29,7 +28,7 @@ struct PanelUnderTest
 
     QWindow *window() { return panel.controller().panel().window(); }
 
-private:
+    /// An action that is written down with \a verb before the meeting's title.
     std::function<void(const Meeting &)> record(const std::string &verb)
     {
         return [this, verb](const Meeting &meeting) { actions.push_back(verb + meeting.title); };

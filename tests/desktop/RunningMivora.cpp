@@ -1,6 +1,6 @@
 #include "desktop/RunningMivora.h"
 
-#include "desktop/Desktop.h"
+#include "KeloPanel/backends/X11Connection.h"
 
 #include <QCoreApplication>
 #include <QDBusConnectionInterface>
@@ -13,6 +13,8 @@
 #include <QJsonDocument>
 #include <algorithm>
 #include <array>
+#include <cstdlib>
+#include <xcb/xproto.h>
 
 namespace support {
 
@@ -63,8 +65,8 @@ QString titleOf(const kelo::DBusMenuLayout &item)
 
 } // namespace
 
-RunningMivora::RunningMivora(TrayDesktop &desktop, const std::vector<CalendarEntry> &entries)
-    : m_desktop(desktop), m_bus(desktop.connection()), m_environment(desktop.environment())
+RunningMivora::RunningMivora(Desktop &desktop, const std::vector<CalendarEntry> &entries, Home home)
+    : m_desktop(desktop), m_bus(desktop.connection()), m_environment(QProcessEnvironment::systemEnvironment())
 {
     kelo::registerDBusMenuTypes();
     QDir(desktop.path(QStringLiteral("mivora"))).removeRecursively();
@@ -72,6 +74,8 @@ RunningMivora::RunningMivora(TrayDesktop &desktop, const std::vector<CalendarEnt
     setEnvironment(QStringLiteral("MIVORA_CALENDARS"), desktop.path(QStringLiteral("calendars")));
     setEnvironment(QStringLiteral("TZ"), zoneWithNoonNow());
     setEnvironment(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), QStringLiteral("disabled:"));
+    if (home == Home::fresh)
+        return;
     command({QStringLiteral("access"), QStringLiteral("allow")});
     set(QStringLiteral("hasCompletedOnboarding"), QStringLiteral("true"));
 }
@@ -84,14 +88,24 @@ RunningMivora::~RunningMivora()
 
 CommandResult RunningMivora::command(const QStringList &arguments) const
 {
-    QProcess process;
-    process.setProcessEnvironment(m_environment);
-    process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/mivora"), arguments);
-    if (!waitFor([&] { return process.state() == QProcess::NotRunning; }, 30s))
-        return {};
-    return {.status = process.exitCode(),
-            .output = process.readAllStandardOutput(),
-            .errors = process.readAllStandardError()};
+    return commands({arguments}).front();
+}
+
+std::vector<CommandResult> RunningMivora::commands(const std::vector<QStringList> &all) const
+{
+    std::vector<QProcess> processes(all.size());
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        processes[i].setProcessEnvironment(m_environment);
+        processes[i].start(QCoreApplication::applicationDirPath() + QStringLiteral("/mivora"), all[i]);
+    }
+    std::vector<CommandResult> results;
+    for (QProcess &process : processes) {
+        const bool hasEnded = waitFor([&] { return process.state() == QProcess::NotRunning; }, 30s);
+        results.push_back({.status = hasEnded ? process.exitCode() : -1,
+                           .output = process.readAllStandardOutput(),
+                           .errors = process.readAllStandardError()});
+    }
+    return results;
 }
 
 void RunningMivora::set(const QString &key, const QString &value) const
@@ -115,6 +129,38 @@ bool RunningMivora::isShown() const
                    property(QStringLiteral("Title")).toString().contains(QStringLiteral(" · "));
         },
         30s);
+}
+
+std::vector<RunningMivora::Window> RunningMivora::windows() const
+{
+    const kelo::X11Connection x11;
+    const auto managed = x11.values(x11.root(), "_NET_CLIENT_LIST");
+    std::vector<Window> found;
+    const auto look = [&](auto &&self, xcb_window_t parent) -> void {
+        auto *tree = xcb_query_tree_reply(x11.get(), xcb_query_tree(x11.get(), parent), nullptr);
+        if (!tree)
+            return;
+        for (int i = 0; i < xcb_query_tree_children_length(tree); ++i) {
+            const xcb_window_t window = xcb_query_tree_children(tree)[i];
+            const auto owner = x11.values(window, "_NET_WM_PID");
+            auto *attributes = xcb_get_window_attributes_reply(
+                x11.get(), xcb_get_window_attributes(x11.get(), window), nullptr);
+            if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE) {
+                if (!owner.empty() && qint64(owner.front()) == processId()) {
+                    auto *box =
+                        xcb_get_geometry_reply(x11.get(), xcb_get_geometry(x11.get(), window), nullptr);
+                    found.push_back({QRect(box->x, box->y, box->width, box->height),
+                                     std::find(managed.begin(), managed.end(), window) != managed.end()});
+                    std::free(box);
+                }
+                self(self, window);
+            }
+            std::free(attributes);
+        }
+        std::free(tree);
+    };
+    look(look, x11.root());
+    return found;
 }
 
 QVariant RunningMivora::property(const QString &name) const

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "KeloMenuBar/backends/DBusMenuTypes.h"
-#include "desktop/TrayDesktop.h"
+#include "desktop/Desktop.h"
 
-#include <QDateTime>
 #include <QJsonObject>
+#include <QRect>
 #include <chrono>
 #include <optional>
 
@@ -26,13 +26,25 @@ struct CalendarEntry
     QString link;
 };
 
-/// The real program on a desktop, seen as a host and a user see it. It has a calendar of its own and the
-/// permission to read it. It lives in a time zone where it is about noon, so that every meeting is today's.
+/// The real program on a desktop, seen as a host and a user see it. It has a calendar of its own and, where
+/// it was used before, the permission to read it. It lives in a time zone where it is about noon, so that
+/// every meeting is today's.
 class RunningMivora final
 {
 public:
+    /// Whether it was used before, or is to be started for the first time.
+    enum class Home { used, fresh };
+
+    /// A window on the screen.
+    struct Window
+    {
+        QRect frame;
+        /// By the window manager.
+        bool isManaged = false;
+    };
+
     /// Gives it its calendar and settings; nothing of an earlier run is left.
-    RunningMivora(TrayDesktop &desktop, const std::vector<CalendarEntry> &entries);
+    RunningMivora(Desktop &desktop, const std::vector<CalendarEntry> &entries, Home home = Home::used);
     ~RunningMivora();
     Q_DISABLE_COPY_MOVE(RunningMivora)
 
@@ -41,6 +53,8 @@ public:
 
     /// Runs a command and returns when it has ended; events happen meanwhile.
     CommandResult command(const QStringList &arguments) const;
+    /// The same for several that run side by side.
+    std::vector<CommandResult> commands(const std::vector<QStringList> &all) const;
 
     /// Changes one setting, as another process.
     void set(const QString &key, const QString &value) const;
@@ -58,6 +72,8 @@ public:
 
     /// Whether it wasn't a signal that ended it.
     bool endedNormally() const { return m_process.exitStatus() == QProcess::NormalExit; }
+
+    std::vector<Window> windows() const;
 
     /// A property of the item, as the host reads it.
     QVariant property(const QString &name) const;
@@ -79,7 +95,7 @@ private:
     QDBusMessage call(const QString &path, const QString &interface, const QString &method,
                       const QVariantList &arguments) const;
 
-    TrayDesktop &m_desktop;
+    Desktop &m_desktop;
     QDBusConnection m_bus;
     QProcessEnvironment m_environment;
     QProcess m_process;

@@ -6,6 +6,7 @@
 # Packages beyond those of the tests: mate-panel mate-indicator-applet; gnome-shell gnome-shell-extension-appindicator
 # gjs libgl1-mesa-dri python3-dbusmock and the gir1.2 packages that gnome-shell recommends; plasma-workspace
 # plasma-desktop plasma-pa kwin-x11 kded5 qml-module-org-kde-kitemmodels qml-module-qt-labs-platform.
+# SCHEMES=light leaves the dark panels out.
 # Exits with 1 when a desktop fails, with 77 when none is installed.
 set -euo pipefail
 script=$(realpath "$0")
@@ -17,14 +18,19 @@ if [ -z "${ON_DESKTOP:-}" ]; then
     shift 2
     [ $# -gt 0 ] || set -- xfce indicator mate waybar gnome plasma
     done=0 failed=0
-    for desktop in "$@"; do
-        for scheme in light dark; do
+    for scheme in ${SCHEMES:-light dark}; do
+        sessions=()
+        for desktop in "$@"; do
+            ON_DESKTOP=$desktop SCHEME=$scheme "$script" "$bin" "$output" &
+            sessions+=("$! $desktop, $scheme")
+        done
+        for session in "${sessions[@]}"; do
             status=0
-            ON_DESKTOP=$desktop SCHEME=$scheme "$script" "$bin" "$output" || status=$?
+            wait "${session%% *}" || status=$?
             case $status in
-                0) echo "$desktop, $scheme: passed"; done=1 ;;
-                77) echo "$desktop: not installed"; break ;;
-                *) echo "$desktop, $scheme: FAILED"; failed=1 ;;
+                0) echo "${session#* }: passed"; done=1 ;;
+                77) echo "${session#* }: not installed" ;;
+                *) echo "${session#* }: FAILED"; failed=1 ;;
             esac
         done
     done
@@ -275,7 +281,7 @@ await 60 has_host || fail "no status area appears"
 after_bring_up
 start "${as_user[@]}" "$bin/mivora"
 await 20 "${as_user[@]}" "$bin/mivora" agenda
-sleep 3
+sleep 1
 picture rest
 event review "Design review" 1 https://zoom.us/j/123456789 >"$run/calendars/work/review.ics"
 sleep 2
@@ -285,7 +291,7 @@ opened() { test -s "$run/opened"; }
 # The first opening of some hosts only asks for the menu.
 for _ in 1 2 3; do
     point mousemove $icon sleep 0.3 click 1
-    sleep 2
+    sleep 1
     picture menu
     point mousemove $entry sleep 0.3 mousemove_relative 4 2 sleep 0.3 click 1
     await 3 opened && break

@@ -47,6 +47,16 @@ QStringList AccessibleView::names(QAccessible::Role role) const
     return names;
 }
 
+std::vector<std::string> AccessibleView::allNames() const
+{
+    std::vector<std::string> names;
+    for (QAccessibleInterface *item : all()) {
+        if (const QString name = item->text(QAccessible::Name); !name.isEmpty())
+            names.push_back(name.toStdString());
+    }
+    return names;
+}
+
 bool AccessibleView::isChecked(const QString &name) const
 {
     QAccessibleInterface *item = find(QAccessible::CheckBox, name);
@@ -93,9 +103,13 @@ void AccessibleView::type(Qt::Key key, Qt::KeyboardModifiers modifiers) const
 
 QString AccessibleView::focused() const
 {
-    for (QAccessibleInterface *item : all()) {
-        if (item->state().focused && item->state().focusable)
-            return item->text(QAccessible::Name);
+    const auto *item = QAccessible::queryAccessibleInterface(m_window.focusObject());
+    if (item && item->state().focusable)
+        return item->text(QAccessible::Name);
+    // Of what has a name the keyboard may be in a nameless part.
+    for (QAccessibleInterface *other : all()) {
+        if (other->state().focused && other->state().focusable)
+            return other->text(QAccessible::Name);
     }
     return {};
 }

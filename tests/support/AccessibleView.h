@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 #include <optional>
+#include <string>
+#include <vector>
 
 class QWindow;
 
@@ -22,6 +24,9 @@ public:
 
     /// The names of all visible items with the role, from top to bottom.
     QStringList names(QAccessible::Role role) const;
+
+    /// The names of all that is visible and has one, in the order in which a screen reader comes to it.
+    std::vector<std::string> allNames() const;
 
     /// Whether the check box of this name is checked. A missing one counts as a failure.
     bool isChecked(const QString &name) const;

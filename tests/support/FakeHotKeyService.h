@@ -14,8 +14,9 @@ public:
 
     bool registerHotKey(const HotKeyCombo &combo, std::uint32_t id) override
     {
-        registered.emplace(id, combo);
-        return true;
+        if (accepts)
+            registered.emplace(id, combo);
+        return accepts;
     }
 
     void unregisterHotKey(std::uint32_t id) override { registered.erase(id); }
@@ -35,6 +36,7 @@ public:
         }
     }
 
+    bool accepts = true;
     std::map<std::uint32_t, HotKeyCombo> registered;
     int suspensions = 0;
     int resumptions = 0;

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "support/SharedViews.h"
+
+#include <QWindow>
+#include <gtest/gtest.h>
+#include <memory>
+
+namespace mivora {
+
+/// A window that is never shown keeps the shared views' engine, and the code that it has compiled, from one
+/// test to the next.
+class KeptViews final : public testing::Environment
+{
+public:
+    /// A test of the engine's end lets go of it.
+    static inline std::unique_ptr<QWindow> window;
+
+private:
+    void SetUp() override
+    {
+        window.reset(sharedViews().createWindow(
+            {.module = QStringLiteral("KeloThemeViews"), .component = QStringLiteral("KeloCard")}));
+    }
+
+    void TearDown() override
+    {
+        window.reset();
+        sharedViews().releaseUnused();
+    }
+};
+
+/// Of every program that includes this.
+inline const auto *const keptViews = testing::AddGlobalTestEnvironment(new KeptViews);
+
+} // namespace mivora
