@@ -123,9 +123,10 @@ const MenuItem *MenuGenerations::currentItem(int id) const
 const ClosureMenuItem *MenuGenerations::item(int id) const
 {
     for (const Generation &generation : m_generations) {
-        const int index = id - generation.firstId;
+        // Any number comes over the bus: none may overflow.
+        const qint64 index = qint64(id) - generation.firstId;
         const auto &items = generation.menu.items();
-        if (index >= 0 && index < static_cast<int>(items.size()))
+        if (index >= 0 && index < static_cast<qint64>(items.size()))
             return &items[static_cast<std::size_t>(index)];
     }
     return nullptr;
