@@ -18,6 +18,7 @@
 #include <QCoreApplication>
 #include <QJsonDocument>
 #include <QLocale>
+#include <utility>
 
 namespace mivora {
 
@@ -114,6 +115,14 @@ void AppDelegate::tellUnsavedSettings(const QString &reason)
 
 void AppDelegate::calendarsChanged()
 {
+    // However many notifications one turn of the event loop brings, what they tell of is read once.
+    if (!std::exchange(m_areChangesDue, true))
+        QMetaObject::invokeMethod(this, &AppDelegate::takeInChanges, Qt::QueuedConnection);
+}
+
+void AppDelegate::takeInChanges()
+{
+    m_areChangesDue = false;
     m_scheduler->refresh();
     if (m_settingsWindow)
         m_settingsWindow->calendarsChanged();
@@ -228,20 +237,26 @@ std::optional<QString> AppDelegate::perform(const QString &action, const QString
 void AppDelegate::performWhenLoaded(const QString &action, const QString &argument,
                                     const std::function<void(const std::optional<QString> &)> &answer)
 {
-    const EventStore &store = m_source.store();
     const bool isAboutMeetings = action != QLatin1String("settings") && action != QLatin1String("quit");
-    if (store.isLoaded() || !isAboutMeetings) {
+    if (!isAboutMeetings || hasTakenInCalendars()) {
         answer(perform(action, argument));
         return;
     }
     auto *waiting = new QObject(this);
-    connect(&store, &EventStore::changed, waiting, [this, &store, waiting, action, argument, answer] {
-        if (!store.isLoaded())
+    const auto performOnce = [this, waiting, action, argument, answer] {
+        if (!hasTakenInCalendars())
             return;
-        disconnect(&store, nullptr, waiting, nullptr);
+        disconnect(this, nullptr, waiting, nullptr);
         waiting->deleteLater();
         answer(perform(action, argument));
-    });
+    };
+    // Afterwards: an action may refresh.
+    connect(this, &AppDelegate::refreshed, waiting, performOnce, Qt::QueuedConnection);
+}
+
+bool AppDelegate::hasTakenInCalendars() const
+{
+    return m_source.store().isLoaded() && !m_areChangesDue;
 }
 
 std::optional<QString> AppDelegate::performSettings(const QString &page)

@@ -96,6 +96,8 @@ private:
     void makeOnboarding();
     void installObservers();
     void calendarsChanged();
+    void takeInChanges();
+    bool hasTakenInCalendars() const;
     void tellUnsavedSettings(const QString &reason);
     bool openSettings(std::optional<SettingsPage> page);
     void openSystemSettings(const QString &link);
@@ -126,6 +128,7 @@ private:
     std::unique_ptr<ConflictAlert> m_alert;
     std::unique_ptr<SettingsWindowController> m_settingsWindow;
     std::unique_ptr<OnboardingFlow> m_onboarding;
+    bool m_areChangesDue = false;
 };
 
 } // namespace mivora

@@ -1,5 +1,6 @@
 #include "CommandLine/Output.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 
@@ -7,8 +8,11 @@ namespace mivora {
 
 void print(std::string_view text)
 {
-    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0)
-        std::exit(1);
+    if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0)
+        return;
+    if (errno != EPIPE)
+        complain(QStringLiteral("stdout: ") + qt_error_string());
+    std::exit(1);
 }
 
 void complain(std::string_view message)

@@ -8,7 +8,8 @@
 
 namespace mivora {
 
-/// Writes \a text to standard output at once. A reader that is gone ends the program quietly.
+/// Writes \a text to standard output at once. When that can't be done the program ends: quietly where the
+/// reader is gone, else with the reason.
 void print(std::string_view text);
 
 inline void print(const QByteArray &text)

@@ -52,6 +52,8 @@ Item {
                 wrapMode: Text.Wrap
                 maximumLineCount: 2
                 elide: Text.ElideRight
+                // Marks piled up on a character reach beyond its line.
+                clip: true
                 Accessible.ignored: true
             }
 

@@ -55,57 +55,6 @@ protected:
 
 } // namespace
 
-TEST_F(RunningApp, showsThePanelInTimeAndKeepsItsTimeLineLive)
-{
-    EXPECT_FALSE(isPanelShown());
-    wakeAt("2026-03-10T08:58:59Z");
-    EXPECT_FALSE(isPanelShown());
-    wakeAt("2026-03-10T08:59:00Z");
-    ASSERT_TRUE(isPanelShown());
-    EXPECT_EQ(panel().title(), QStringLiteral("Design review"));
-    EXPECT_EQ(panel().timeText(), QStringLiteral("Starts in 1m"));
-    wakeAt("2026-03-10T08:59:30Z");
-    EXPECT_EQ(panel().timeText(), QStringLiteral("Starting now"));
-    wakeAt("2026-03-10T09:01:00Z");
-    EXPECT_EQ(panel().timeText(), QStringLiteral("Started 1m ago"));
-
-    store->storeEvents.clear();
-    Q_EMIT store->changed();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !isPanelShown(); })) << "the meeting was taken off the calendar";
-}
-
-TEST_F(RunningApp, snoozeBringsThePanelBackAfterAMinute)
-{
-    wakeAt("2026-03-10T08:59:00Z");
-    panel().snooze();
-    EXPECT_FALSE(isPanelShown());
-    wakeAt("2026-03-10T08:59:59Z");
-    EXPECT_FALSE(isPanelShown());
-    wakeAt("2026-03-10T09:00:00Z");
-    ASSERT_TRUE(isPanelShown());
-    EXPECT_EQ(panel().title(), QStringLiteral("Design review"));
-    EXPECT_EQ(panel().timeText(), QStringLiteral("Starting now"));
-}
-
-TEST_F(RunningApp, dismissAndJoinEndThePanelForGood)
-{
-    store->add("Planning", secondsOf("2026-03-10T09:10:00Z")).url = zoomLink.toStdString();
-    wakeAt("2026-03-10T08:59:00Z");
-    panel().dismiss();
-    EXPECT_FALSE(isPanelShown());
-    wakeAt("2026-03-10T09:01:00Z");
-    EXPECT_FALSE(isPanelShown());
-
-    wakeAt("2026-03-10T09:09:00Z");
-    ASSERT_TRUE(isPanelShown());
-    EXPECT_EQ(panel().title(), QStringLiteral("Planning"));
-    panel().join();
-    EXPECT_FALSE(isPanelShown());
-    EXPECT_EQ(workspace.opened, QStringList{zoomLink});
-    wakeAt("2026-03-10T09:10:00Z");
-    EXPECT_FALSE(isPanelShown());
-}
-
 TEST_F(RunningApp, moveToTheNextMeetingInPlace)
 {
     store->add("Planning", secondsOf("2026-03-10T09:00:30Z")).url = zoomLink.toStdString();
@@ -119,16 +68,6 @@ TEST_F(RunningApp, moveToTheNextMeetingInPlace)
     EXPECT_NE(panel().title(), first);
     EXPECT_EQ(delegate.panel().controller().panel().window(), window);
     EXPECT_EQ(window->position(), place);
-}
-
-TEST_F(RunningApp, copiesALinkThatNothingOpens)
-{
-    workspace.succeeds = false;
-    wakeAt("2026-03-10T08:59:00Z");
-    panel().join();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !pasteboard.texts.isEmpty(); }));
-    EXPECT_EQ(pasteboard.texts, QStringList{zoomLink});
-    EXPECT_FALSE(isPanelShown());
 }
 
 TEST_F(RunningApp, followsSettingsThatAnotherProcessWrites)

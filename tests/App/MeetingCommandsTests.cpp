@@ -5,6 +5,7 @@
 #include "Platform/fake/FakePasteboard.h"
 #include "Platform/fake/FakeWorkspace.h"
 #include "Scheduling/SchedulerTest.h"
+#include "support/FakeHotKeyService.h"
 
 #include <QCoreApplication>
 
@@ -36,30 +37,6 @@ public:
     WorkspaceInstalledApps installed{workspace};
     MeetingCommands commands{scheduler, prefs, installed, workspace, pasteboard};
     QStringList messages;
-};
-
-/// Refuses what it is told is taken.
-class OneKeyService final : public kelo::HotKeyService
-{
-public:
-    bool canRegister() const override { return isAvailable; }
-
-    bool registerHotKey(const kelo::HotKeyCombo &, std::uint32_t id) override
-    {
-        if (!isTaken)
-            registered.push_back(id);
-        return !isTaken;
-    }
-
-    void unregisterHotKey(std::uint32_t id) override { std::erase(registered, id); }
-
-    void suspend() override {}
-
-    void resume() override {}
-
-    bool isAvailable = true;
-    bool isTaken = false;
-    std::vector<std::uint32_t> registered;
 };
 
 } // namespace
@@ -126,7 +103,7 @@ TEST_F(Commands, theNextIsThePanelsMeetingOrTheFirstWithALink)
 
 TEST_F(Commands, theShortcutFollowsItsSetting)
 {
-    OneKeyService service;
+    kelo::FakeHotKeyService service;
     HotKeyRegistration registration(service, prefs, [] {});
     QStringList conflicts;
     QObject::connect(&registration, &HotKeyRegistration::conflict, &registration,

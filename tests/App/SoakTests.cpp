@@ -202,7 +202,6 @@ void Soak::liveADay(int number)
             check(next->second->name);
         }
     }
-    EXPECT_EQ(m_shown.shown, m_expected.showings()) << "panels came up as often as they should";
     m_day.forgetRecords();
     // Each day ends with the same things having been used since the last start.
     openSettings();
@@ -312,9 +311,10 @@ void Soak::check(const char *what)
     // Files are read on another thread.
     waitFor([this] { return showsAgenda(); }, std::chrono::seconds(20));
     const auto when = QDateTime::fromSecsSinceEpoch(qint64(secondsSinceEpoch(m_day.now())));
-    EXPECT_TRUE(showsAgenda()) << what << ", " << qPrintable(when.toString(Qt::ISODate));
-    EXPECT_EQ(m_day.panelTitle(), m_expected.title())
-        << what << ", " << qPrintable(when.toString(Qt::ISODate));
+    SCOPED_TRACE(what + (", " + when.toString(Qt::ISODate).toStdString()));
+    EXPECT_TRUE(showsAgenda());
+    EXPECT_EQ(m_day.panelTitle(), m_expected.title());
+    EXPECT_EQ(m_shown.shown, m_expected.showings()) << "the panel's window came up as often as it should";
 }
 
 void Soak::decide()
@@ -442,10 +442,15 @@ void Soak::nap()
 
 void Soak::sleepOverTheWeekend()
 {
+    // Days that are not loaded yet come up in their own time: from no panel to the one that is due it is one
+    // showing all the same, while one from before the weekend might stay, or go and come.
+    while (!m_expected.title().empty()) {
+        m_day.pressInPanel("Dismiss");
+        m_expected.settle();
+        check("the desk is cleared");
+    }
     m_day.sleepUntil(m_day.now() + std::chrono::hours(60));
     check("after the weekend");
-    // What was not loaded yet may have come up a little later than the rest.
-    m_shown.shown = m_expected.showings();
     planAhead();
 }
 

@@ -171,10 +171,15 @@ void WholeDay::pressInPanel(const char *button)
 {
     QWindow *window = m_delegate->panel().controller().panel().window();
     ASSERT_TRUE(window && window->isVisible()) << "no panel to press " << button << " in";
-    // A window that has just come up has yet to lay out what is in it.
+    const support::AccessibleView view(*window);
     const QString name = QString::fromUtf8(button);
-    EXPECT_TRUE(waitFor([&] { return support::AccessibleView(*window).click(QAccessible::Button, name); }))
-        << button;
+    // A window that has just come up, or shows another meeting, has yet to lay out what is in it.
+    const auto isLaidOut = [&] {
+        const auto *join = view.find(QAccessible::Button, QStringLiteral("Join"));
+        const auto *snooze = view.find(QAccessible::Button, QStringLiteral("Snooze 1 min"));
+        return !join || !snooze || !join->rect().intersects(snooze->rect());
+    };
+    EXPECT_TRUE(waitFor([&] { return isLaidOut() && view.click(QAccessible::Button, name); })) << button;
 }
 
 void WholeDay::pressInWalkthrough(const char *button)

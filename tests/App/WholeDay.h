@@ -22,11 +22,11 @@ struct Seen
     /// The text in the tray; "!" after it where it is orange, "?" where access to calendars is missing.
     std::string tray;
     /// The menu above its commands; labels in parentheses, "-" for a line between.
-    std::vector<std::string> menu;
+    std::vector<std::string> menu{};
     /// "Standup, Starts in 1m, Zoom"; empty when there is no panel.
-    std::string panel;
+    std::string panel{};
     /// The links opened since the last look.
-    std::vector<std::string> opened;
+    std::vector<std::string> opened{};
 
     friend bool operator==(const Seen &, const Seen &) = default;
 };
@@ -100,10 +100,16 @@ public:
     /// Nothing of what was recorded until now is kept.
     void forgetRecords();
 
+    /// What the item has told the tray since then.
+    const QStringList &traySignals() const { return m_tray->signalNames; }
+
     /// Every link that was opened in the whole time.
     std::vector<std::string> allOpened() const { return openedFrom(0); }
 
     Seen seen();
+
+    /// As in what is seen, which takes far longer where the menu is long.
+    std::string panelText() const;
 
     /// Whose panel is on the screen; empty when there is none.
     std::string panelTitle() const;
@@ -122,7 +128,6 @@ public:
 private:
     std::vector<std::pair<int, std::string>> menuEntries();
     std::unique_ptr<EventStore> makeStore();
-    std::string panelText() const;
     std::vector<std::string> openedFrom(qsizetype first) const;
     void recordPanel();
     static QWindow *walkthrough();

@@ -70,6 +70,8 @@ status 0 defaults write leadMinutes 3
 check 'a value kept but not used' 3 "$("$program" defaults read leadMinutes)"
 check 'what it is used as' 'leadMinutes knows only 0, 1, 2, 5; "3" is kept, but read as 1' \
 "$("$program" defaults write leadMinutes 3 2>&1 | sed 's/^mivora: //')"
+[ -w /dev/full ] && check 'a full disk' 'mivora: stdout: No space left on device' \
+"$("$program" defaults list 2>&1 >/dev/full)"
 "$program" access allow
 check 'access without calendars' denied "$("$program" access)"
 

@@ -368,8 +368,13 @@ TEST_F(EdsStoreTest, holdsNoMoreWhenItsServersDieOverAndOver)
 {
     std::vector<support::ProcessFigures> figures;
     for (int round = 0; round < 5; ++round) {
-        for (const pid_t process : world->processes())
+        const std::vector<pid_t> killed = world->processes();
+        for (const pid_t process : killed)
             kill(process, SIGKILL);
+        // Until then the bus sends calls to the dying.
+        ASSERT_TRUE(waitFor([&] {
+            return std::ranges::none_of(killed, [](pid_t process) { return kill(process, 0) == 0; });
+        }));
         maker = std::make_unique<EdsMaker>();
         const std::string title = "round " + std::to_string(round);
         maker->create(calendar, event(title, ":20260310T090000Z"));

@@ -22,9 +22,9 @@ protected:
 TEST_F(HotKeyTest, takesTheNextNumberEvenWhenRefused)
 {
     const auto first = create();
-    service->accepts = false;
+    service->isTaken = true;
     EXPECT_EQ(create(), nullptr);
-    service->accepts = true;
+    service->isTaken = false;
     const auto third = create();
     ASSERT_TRUE(first && third);
     EXPECT_EQ(third->id(), first->id() + 2);

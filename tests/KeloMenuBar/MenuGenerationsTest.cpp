@@ -1,5 +1,6 @@
 #include "KeloMenuBar/backends/MenuGenerations.h"
 
+#include <climits>
 #include <gmock/gmock.h>
 
 using namespace kelo;
@@ -111,4 +112,6 @@ TEST(MenuGenerations, answerForSomeItemsAndSomeProperties)
     EXPECT_EQ(generations.properties({id}, label).constFirst().properties.keys(), label);
     EXPECT_TRUE(generations.layout(MenuGenerations::rootId, 0, {})->children.isEmpty());
     EXPECT_FALSE(generations.layout(999, -1, {}));
+    for (const int number : {999, INT_MIN, INT_MAX})
+        EXPECT_FALSE(generations.contains(number) || generations.action(number)) << number;
 }

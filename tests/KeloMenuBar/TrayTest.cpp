@@ -96,6 +96,26 @@ TEST_F(TrayTest, opensAMenuThatTheKeyboardReaches)
     EXPECT_EQ(m_chosen.size(), 1);
 }
 
+TEST_F(TrayTest, drawsNoTextBeyondItsRow)
+{
+    m_item.menuNeedsUpdate = [](Menu &menu) {
+        menu.addItem(QStringLiteral(" "), {}, {});
+        menu.addItem(QLatin1Char('a') + QString(2000, QChar(u'\u0301')), {}, {});
+    };
+    FakeTray tray;
+    ASSERT_TRUE(waitFor([&] { return tray.showsIcon(); }));
+    tray.click();
+    ASSERT_TRUE(waitFor([] { return openPopup() != nullptr; }));
+    const auto isBlank = [&popup = *openPopup()](int index) {
+        const QImage row = popup.screen()->grabWindow(popup.winId()).toImage().copy(popup.itemRect(index));
+        QImage blank(row);
+        blank.fill(row.pixelColor(1, 1));
+        return row == blank;
+    };
+    EXPECT_TRUE(waitFor([&] { return !isBlank(1); }));
+    EXPECT_TRUE(isBlank(0));
+}
+
 TEST_F(TrayTest, scrollsAMenuThatIsHigherThanTheScreen)
 {
     constexpr int count = 5000;

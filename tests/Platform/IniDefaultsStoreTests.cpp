@@ -171,17 +171,28 @@ TEST_F(IniDefaultsStoreTest, whatIsInTheWayIsLeftAlone)
              ASSERT_EQ(mkfifo(QFile::encodeName(path()).constData(), 0600), 0);
          }},
         {"file in place of the folder", [&] { QFile(folder).open(QIODevice::WriteOnly); }},
+        {"gigabytes in the file",
+         [&] {
+             QDir().mkpath(folder);
+             QFile file(path());
+             ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.resize(qint64(5) << 30));
+         }},
+    };
+    const auto found = [&] {
+        const QFileInfo info(path());
+        return std::tuple(info.exists(), info.isFile(), info.size());
     };
     for (const Case &each : cases) {
         SCOPED_TRACE(each.name);
         each.prepare();
+        const auto before = found();
         IniDefaultsStore store(path());
         QSignalSpy failed(&store, &DefaultsStore::writeFailed);
         EXPECT_EQ(store.keys(), QStringList());
         store.setInteger(width, 30);
         EXPECT_EQ(failed.count(), 1);
         EXPECT_EQ(store.integer(width), 30);
-        EXPECT_FALSE(QFileInfo(path()).isFile());
+        EXPECT_EQ(found(), before);
         QDir(folder).removeRecursively();
         QFile::remove(folder);
     }

@@ -6,17 +6,18 @@
 
 namespace kelo {
 
-/// A service that remembers what was registered, and counts how often it was suspended and resumed.
+/// A service that remembers what was registered, and counts how often it was suspended and resumed. It
+/// refuses what it is told is taken.
 class FakeHotKeyService final : public HotKeyService
 {
 public:
-    bool canRegister() const override { return true; }
+    bool canRegister() const override { return isAvailable; }
 
     bool registerHotKey(const HotKeyCombo &combo, std::uint32_t id) override
     {
-        if (accepts)
+        if (!isTaken)
             registered.emplace(id, combo);
-        return accepts;
+        return !isTaken;
     }
 
     void unregisterHotKey(std::uint32_t id) override { registered.erase(id); }
@@ -36,7 +37,8 @@ public:
         }
     }
 
-    bool accepts = true;
+    bool isAvailable = true;
+    bool isTaken = false;
     std::map<std::uint32_t, HotKeyCombo> registered;
     int suspensions = 0;
     int resumptions = 0;

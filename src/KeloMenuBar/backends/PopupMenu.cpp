@@ -303,8 +303,12 @@ void PopupMenu::drawItem(QPainter &painter, int index) const
     const QFontMetrics metrics(painter.font());
     const int room =
         inner.width() - (shortcut.isEmpty() ? 0 : shortcutGap + metrics.horizontalAdvance(shortcut));
+    // Marks piled up on a character reach beyond its line.
+    painter.save();
+    painter.setClipRect(rect, Qt::IntersectClip);
     painter.drawText(inner, Qt::AlignLeft | Qt::AlignVCenter,
                      metrics.elidedText(item.text(), Qt::ElideRight, room));
+    painter.restore();
     painter.setPen(mixed(text, 0.6));
     painter.drawText(inner, Qt::AlignRight | Qt::AlignVCenter, shortcut);
 }

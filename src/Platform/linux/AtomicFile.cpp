@@ -10,6 +10,10 @@ namespace mivora {
 
 namespace {
 
+/// More than anybody's settings take; what is longer is no settings file, and would take the memory of the
+/// machine.
+constexpr qint64 longestFile = 4 << 20;
+
 /// QSaveFile syncs the file; the new name of it is only on disk when its folder is synced too.
 void syncFolder(const QString &folder)
 {
@@ -54,6 +58,8 @@ std::variant<QByteArray, ReadError> readFile(const QString &path)
         return QByteArray();
     if (!info.isFile())
         return ReadError{path % QLatin1String(": is no regular file")};
+    if (info.size() > longestFile)
+        return ReadError{path % QLatin1String(": is too large")};
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return ReadError{path % QLatin1String(": ") % file.errorString()};

@@ -21,7 +21,8 @@ struct ReadError
     QString reason;
 };
 
-/// The content of \a path, empty when there is no such file. Only regular files are read: others could block.
+/// The content of \a path, empty when there is no such file. Only regular files are read, others could block,
+/// and only those of at most 4 MiB.
 std::variant<QByteArray, ReadError> readFile(const QString &path);
 
 } // namespace mivora
