@@ -9,11 +9,14 @@ namespace {
 
 const QString watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
 
+/// Milliseconds: a menu of thousands takes its time with sanitizers on a busy machine.
+constexpr int patience = 60'000;
+
 } // namespace
 
 bool waitFor(const std::function<bool()> &condition)
 {
-    QDeadlineTimer deadline(5000);
+    QDeadlineTimer deadline(patience);
     while (!condition() && !deadline.hasExpired())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 50);
     return condition();
@@ -90,7 +93,7 @@ QDBusMessage FakeHost::call(const char *path, const char *interface, const char 
     auto message = QDBusMessage::createMethodCall(registered.constLast(), QLatin1String(path),
                                                   QLatin1String(interface), QLatin1String(method));
     message.setArguments(arguments);
-    const QDBusPendingCall pending = m_bus.asyncCall(message, 5000);
+    const QDBusPendingCall pending = m_bus.asyncCall(message, patience);
     waitFor([&] { return pending.isFinished(); });
     return pending.reply();
 }
