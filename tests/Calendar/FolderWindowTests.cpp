@@ -1,6 +1,5 @@
 #include "Calendar/CalendarFolder.h"
 #include "Calendar/LocalDay.h"
-#include "Calendar/folder/ChangeBatch.h"
 
 #include <gmock/gmock.h>
 
@@ -76,18 +75,6 @@ TEST(FolderWindow, meansFloatingTimesAndWholeDaysInTheZone)
     EXPECT_EQ(start("Fixed"), at("2026-03-10T09:00:00Z"));
 }
 
-TEST(FolderWindow, survivesIntervalsWithoutEnd)
-{
-    const CalendarFolder folder;
-    folder.write("work/a.ics", eventText("A"));
-    LoadedStore loaded({folder.path()});
-    for (int i = 0; i < 3; ++i) {
-        loaded.store().events(timestampFromSeconds(-1e300), timestampFromSeconds(1e300), std::nullopt);
-        waitAWhile(milliseconds(30));
-    }
-    EXPECT_LE(loaded.changes(), 1);
-}
-
 TEST(OccurrenceList, findsWhatOverlaps)
 {
     struct Case
@@ -124,39 +111,12 @@ TEST(OccurrenceList, findsWhatOverlaps)
             expected.emplace_back(c.what);
     }
     list.change({}, events);
-    const auto found = [&] {
-        StoreEvents overlapping;
-        list.appendOverlapping(timestampFromSeconds(100), timestampFromSeconds(200), overlapping);
-        std::vector<std::string> titles;
-        for (const auto &event : overlapping)
-            titles.push_back(*event->title);
-        return titles;
-    };
-    EXPECT_THAT(found(), testing::UnorderedElementsAreArray(expected));
-    std::unordered_set<const StoreEvent *> all;
-    for (const auto &event : events)
-        all.insert(event.get());
-    list.change(all, {events[4]});
-    EXPECT_THAT(found(), testing::ElementsAre("inside"));
-}
-
-TEST(ChangeBatch, waitsForTheEndOfABurstButNotOfAStorm)
-{
-    const ChangeBatch::Clock::time_point start{};
-    ChangeBatch batch;
-    EXPECT_FALSE(batch.due());
-    batch.note(start, 1);
-    EXPECT_EQ(batch.due(), start + ChangeBatch::quietTime);
-    for (int i = 0; i < 100; ++i)
-        batch.note(start + milliseconds(i), 1);
-    EXPECT_EQ(batch.due(), start + ChangeBatch::longestWait);
-    batch.applied(start + milliseconds(100));
-    EXPECT_FALSE(batch.due());
-    batch.note(start + milliseconds(101), 1);
-    EXPECT_EQ(batch.due(), start + milliseconds(100) + ChangeBatch::longestWait);
-    batch.applied(start + milliseconds(150));
-    batch.note(start + milliseconds(151), 1);
-    EXPECT_EQ(batch.due(), start + milliseconds(151) + ChangeBatch::quietTime);
+    StoreEvents overlapping;
+    list.appendOverlapping(timestampFromSeconds(100), timestampFromSeconds(200), overlapping);
+    std::vector<std::string> found;
+    for (const auto &event : overlapping)
+        found.push_back(*event->title);
+    EXPECT_THAT(found, testing::UnorderedElementsAreArray(expected));
 }
 
 } // namespace mivora
