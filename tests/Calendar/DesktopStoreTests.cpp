@@ -20,12 +20,15 @@ DesktopCalendar calendarWith(const std::string &id, std::vector<std::string> own
     return {.id = id, .title = id, .account = {}, .color = "#00ff00", .ownerAddresses = std::move(owner)};
 }
 
-CalendarObject object(const std::string &uid, const std::string &start, const std::string &more = {})
+CalendarObject object(const std::string &uid, const std::string &start, const std::string &more = {},
+                      const std::string &recurrenceID = {})
 {
     std::string text = "BEGIN:VEVENT\r\nUID:";
     text.append(uid).append("\r\nSUMMARY:").append(uid).append("\r\nDTSTART").append(start);
     text.append("\r\nDURATION:PT1H\r\n").append(more);
-    return {{uid, {}}, text.append("END:VEVENT\r\n")};
+    if (!recurrenceID.empty())
+        text.append("RECURRENCE-ID:").append(recurrenceID).append("\r\n");
+    return {{uid, recurrenceID}, text.append("END:VEVENT\r\n")};
 }
 
 /// A store over calendars that the test speaks for, on a bus where they can be activated.
@@ -92,6 +95,22 @@ protected:
     std::unique_ptr<DesktopStore> store;
     int changes = 0;
 };
+
+TEST_F(DesktopStoreTest, appliesOverridesAsTheyComeAndGo)
+{
+    const std::string rule = "RRULE:FREQ=DAILY\r\n";
+    tellCalendar(calendarWith("work"), {object("daily", ":20260301T090000Z", rule)});
+    EXPECT_THAT(titles(), ElementsAre("daily 10/09:00", "daily 11/09:00", "daily 12/09:00"));
+    tell([](auto &reader) {
+        reader.putObjects("work", {object("daily", ":20260312T150000Z", {}, "20260310T090000Z"),
+                                   object("daily", ":20280101T090000Z", {}, "20260311T090000Z")});
+    });
+    EXPECT_THAT(titles(), ElementsAre("daily 12/09:00", "daily 12/15:00"));
+    tell([](auto &reader) { reader.removeObjects("work", {{"daily", "20260310T090000Z"}}); });
+    EXPECT_THAT(titles(), ElementsAre("daily 10/09:00", "daily 12/09:00"));
+    tell([](auto &reader) { reader.removeObjects("work", {{"daily", {}}}); });
+    EXPECT_THAT(titles(), IsEmpty());
+}
 
 TEST_F(DesktopStoreTest, keepsWhatItKnowsUntilALoadIsDone)
 {

@@ -1,5 +1,6 @@
 #include "Calendar/CalendarFolder.h"
 #include "Calendar/LocalDay.h"
+#include "Calendar/folder/ChangeBatch.h"
 
 #include <gmock/gmock.h>
 
@@ -117,6 +118,25 @@ TEST(OccurrenceList, findsWhatOverlaps)
     for (const auto &event : overlapping)
         found.push_back(*event->title);
     EXPECT_THAT(found, testing::UnorderedElementsAreArray(expected));
+}
+
+TEST(ChangeBatch, waitsForTheEndOfABurstButNotOfAStorm)
+{
+    const ChangeBatch::Clock::time_point start{};
+    ChangeBatch batch;
+    EXPECT_FALSE(batch.due());
+    batch.note(start, 1);
+    EXPECT_EQ(batch.due(), start + ChangeBatch::quietTime);
+    for (int i = 0; i < 100; ++i)
+        batch.note(start + milliseconds(i), 1);
+    EXPECT_EQ(batch.due(), start + ChangeBatch::longestWait);
+    batch.applied(start + milliseconds(100));
+    EXPECT_FALSE(batch.due());
+    batch.note(start + milliseconds(101), 1);
+    EXPECT_EQ(batch.due(), start + milliseconds(100) + ChangeBatch::longestWait);
+    batch.applied(start + milliseconds(150));
+    batch.note(start + milliseconds(151), 1);
+    EXPECT_EQ(batch.due(), start + milliseconds(151) + ChangeBatch::quietTime);
 }
 
 } // namespace mivora
