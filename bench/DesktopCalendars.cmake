@@ -10,7 +10,7 @@ if(BUILD_TESTING)
         DEPENDS Calendar
         LIBRARIES BenchEdsWorld
         SOURCES DesktopCalendars.cpp CalendarSamples.cpp CalendarSamples.h)
-    add_dependencies(DesktopCalendars eds-maker mivora-eds)
+    add_dependencies(DesktopCalendars mivora-eds)
     # The same server through its own library alone.
     mivora_bench(LibecalLoading LIBRARIES BenchEdsWorld PkgConfig::ecal SOURCES LibecalLoading.cpp)
 endif()

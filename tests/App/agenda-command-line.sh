@@ -41,13 +41,25 @@ check 'a running meeting, an upcoming one and none declined' \
   19:30 – 21:30  Choir
   21:30 – 22:00  Call with Auckland            Zoom' \
 "$(agenda 2026-03-10T14:10:00+01:00 | head -n 6)"
+check 'the morning' \
+'→ 08:00 – 08:45  Dentist
+  09:15 – 09:30  Team stand-up                 Google Meet' \
+"$(agenda 2026-03-10T00:10:00+01:00 | head -n 2)"
+check 'a night shift' '→ 07:30 – 08:30  Night shift' "$(agenda 2026-03-08T05:00:00+01:00 | head -n 1)"
+check 'meetings of other zones, and one without length' \
+'→ 09:00 – 09:30  Tokyo check-in       FaceTime
+  13:00 – 13:00  Newsletter deadline
+  14:00 – 15:00  Security training    Link
+  19:00 – 20:30  Board meeting        Link' \
+"$(agenda 2026-03-11T00:30:00+01:00 | head -n 4)"
 check 'a moved occurrence' '→ 10:00 – 10:15  Team stand-up (moved)  Google Meet' \
 "$(agenda 2026-03-12T09:00:00+01:00 | head -n 1)"
 check 'a cancelled occurrence' '  No more meetings today' "$(agenda 2026-03-13T08:00:00+01:00)"
 check 'before the clocks go forward' 'Next: Sunday on-call handover · 1h' \
 "$(agenda 2026-03-29T00:30:00+01:00 | grep Next)"
-check 'after the clocks went forward' '→ 01:30 – 04:30  Sunday on-call handover  Google Meet' \
-"$(agenda 2026-03-29T03:30:00+02:00 | head -n 1)"
+check 'after the clocks went forward' '→ 01:30 – 04:30  Sunday on-call handover  Google Meet
+  10:00 – 10:30  Family call              FaceTime' \
+"$(agenda 2026-03-29T03:30:00+02:00 | head -n 2)"
 check 'a zone that is none counts as UTC' 'Next: Design review · 1h' \
 "$(TZ=No/Such agenda 2026-03-10T12:00:00Z | grep Next)"
 

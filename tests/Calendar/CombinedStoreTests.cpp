@@ -117,12 +117,4 @@ TEST(AccessMemory, takesOnlyItsOwnWord)
     EXPECT_TRUE(AccessMemory(QString::fromStdString(folder.path("access"))).isAllowed());
 }
 
-TEST(AccessMemory, holdsAGivenPermissionWithoutAnyFile)
-{
-    AccessMemory given(QStringLiteral("/nonexistent/access"), AccessMemory::Permission::given);
-    EXPECT_TRUE(given.isAllowed());
-    EXPECT_TRUE(given.reset());
-    EXPECT_TRUE(given.isAllowed());
-}
-
 } // namespace mivora

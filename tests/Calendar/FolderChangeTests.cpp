@@ -123,22 +123,6 @@ TEST(FolderChanges, takeOverWhatAFolderSaysAboutItself)
     }));
 }
 
-TEST(FolderChanges, leaveUntouchedEventsTheSameObjects)
-{
-    const CalendarFolder folder;
-    const std::string two = eventText("A") + eventText("B", "20260310T110000Z");
-    folder.write("work/a.ics", two);
-    LoadedStore loaded({folder.path()});
-    const auto events = [&] {
-        return loaded.store().events(at("2026-03-10T00:00:00Z"), at("2026-03-11T00:00:00Z"), std::nullopt);
-    };
-    const StoreEvents before = events();
-    folder.write("work/a.ics", eventText("A") + eventText("B2", "20260310T110000Z"));
-    ASSERT_TRUE(loaded.waitForTitles({"A", "B2"}));
-    EXPECT_EQ(events()[0], before[0]);
-    EXPECT_NE(events()[1], before[1]);
-}
-
 TEST(FolderChanges, areSilentWhenThereIsNothingNewToSee)
 {
     const CalendarFolder folder;
@@ -192,21 +176,6 @@ TEST(FolderChanges, areSeenInAStormThatNeverPauses)
     for (int i = 0; i < files; ++i)
         last.push_back(std::to_string(100 + i) + " round " + std::to_string(rounds));
     EXPECT_TRUE(loaded.waitForTitles(last)) << "what is there when it is over";
-}
-
-TEST(FolderChanges, seeTheEndOfAFileThatIsWrittenSlowly)
-{
-    const CalendarFolder folder;
-    folder.write("work/a.ics", eventText("A"));
-    LoadedStore loaded({folder.path()});
-    const std::string text = eventText("Slow");
-    QFile file(QString::fromStdString(folder.path("work/slow.ics")));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
-    file.write(text.data(), 60);
-    waitAWhile(std::chrono::milliseconds(50));
-    file.write(text.data() + 60, qint64(text.size()) - 60);
-    file.close();
-    EXPECT_TRUE(loaded.waitForTitles({"A", "Slow"}));
 }
 
 TEST(FolderChanges, leaveTheEventsOfAFileThatIsHalfWrittenForAMoment)

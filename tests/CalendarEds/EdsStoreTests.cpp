@@ -79,20 +79,18 @@ protected:
             DesktopStore::Setup{.bus = world->bus().connection(),
                                 .window = windowAround(at(now), QTimeZone::utc()),
                                 .addresses = {"me@example.com"}});
-        QObject::connect(store.get(), &EventStore::changed, store.get(), [this] { ++changes; });
         ASSERT_TRUE(waitFor([this] { return store->isLoaded(); }, 40s));
     }
 
-    StoreEvents eventsOf(const std::string &id, const char *from = "2026-03-10T00:00:00Z",
-                         const char *to = "2026-03-11T00:00:00Z")
+    StoreEvents eventsOf(const std::string &id, const char *day = "2026-03-10T00:00:00Z", int days = 1)
     {
-        return store->events(at(from), at(to), std::set{id});
+        return store->events(at(day), at(day) + Seconds(days * 86400), std::set{id});
     }
 
-    Titles titles(const char *from = "2026-03-10T00:00:00Z", const char *to = "2026-03-11T00:00:00Z")
+    Titles titles(const char *day = "2026-03-10T00:00:00Z", int days = 1)
     {
         Titles found;
-        for (const auto &event : eventsOf(calendar, from, to))
+        for (const auto &event : eventsOf(calendar, day, days))
             found.push_back(event->title.value_or("-"));
         std::sort(found.begin(), found.end());
         return found;
@@ -120,7 +118,6 @@ protected:
     std::unique_ptr<EdsMaker> maker;
     std::string calendar;
     std::unique_ptr<DesktopStore> store;
-    int changes = 0;
 };
 
 EdsWorld *EdsStoreTest::world = nullptr;
@@ -133,21 +130,21 @@ TEST_F(EdsStoreTest, followsCalendars)
     EXPECT_EQ(calendarNamed(calendar)->color, Color::fromHex("#3584e4"));
     EXPECT_EQ(store->authorizationStatus(), AuthorizationStatus::fullAccess);
 
-    maker->rename(calendar, "Office");
+    maker->edit(calendar, "DisplayName", "Office");
     EXPECT_TRUE(waitForCalendar([](const auto &known) { return known && known->title == "Office"; }));
-    maker->recolor(calendar, "#ff0000");
+    maker->edit(calendar, "Color", "#ff0000");
     EXPECT_TRUE(waitForCalendar(
         [](const auto &known) { return known && known->color == Color::fromHex("#ff0000"); }));
-    maker->recolor(calendar, "rgb(0,128,0)");
+    maker->edit(calendar, "Color", "rgb(0,128,0)");
     EXPECT_TRUE(waitForCalendar(
         [](const auto &known) { return known && known->color == Color::fromHex("#008000"); }));
 
     maker->create(calendar, event("seen", ":20260310T090000Z"));
     EXPECT_TRUE(waitForTitles({"seen"}));
-    maker->setEnabled(calendar, false);
+    maker->edit(calendar, "Enabled", "false");
     EXPECT_TRUE(waitForCalendar([](const auto &known) { return !known; }));
     EXPECT_THAT(titles(), IsEmpty());
-    maker->setEnabled(calendar, true);
+    maker->edit(calendar, "Enabled", "true");
     EXPECT_TRUE(waitForTitles({"seen"}));
 
     maker->removeCalendar(std::exchange(calendar, {}));
@@ -201,20 +198,6 @@ TEST_F(EdsStoreTest, tellsEverythingOnItsOwnThread)
     EXPECT_EQ(astray, 0);
 }
 
-TEST_F(EdsStoreTest, tellsOfABurstFewTimes)
-{
-    Titles wanted;
-    std::string text = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n";
-    for (int i = 100; i < 300; ++i) {
-        wanted.push_back("burst " + std::to_string(i));
-        text.append(event(wanted.back(), ":20260310T090000Z"));
-    }
-    changes = 0;
-    maker->import(calendar, text.append("END:VCALENDAR\r\n"));
-    EXPECT_TRUE(waitFor([&] { return titles() == wanted; }, 6s));
-    EXPECT_LT(changes, 40);
-}
-
 TEST_F(EdsStoreTest, knowsWhereOccurrencesWentTo)
 {
     const std::string series = event("series", ":20260301T090000Z", "RRULE:FREQ=DAILY;COUNT=60\r\n");
@@ -232,11 +215,11 @@ TEST_F(EdsStoreTest, knowsWhereOccurrencesWentTo)
     EXPECT_EQ(eventsOf(calendar).front()->start, at("2026-03-10T20:00:00Z"));
 
     maker->remove(calendar, "series", "20260311T090000Z", EdsMaker::Which::thisOne);
-    EXPECT_TRUE(waitFor([&] { return titles("2026-03-11T00:00:00Z", "2026-03-12T00:00:00Z").empty(); }, 20s));
-    EXPECT_EQ(titles("2026-03-12T00:00:00Z", "2026-03-13T00:00:00Z"), Titles{"series"});
+    EXPECT_TRUE(waitFor([&] { return titles("2026-03-11T00:00:00Z").empty(); }, 20s));
+    EXPECT_EQ(titles("2026-03-12T00:00:00Z"), Titles{"series"});
 
     maker->remove(calendar, "series");
-    EXPECT_TRUE(waitFor([&] { return titles("2026-03-09T00:00:00Z", "2026-03-13T00:00:00Z").empty(); }, 20s));
+    EXPECT_TRUE(waitFor([&] { return titles("2026-03-09T00:00:00Z", 4).empty(); }, 20s));
 }
 
 TEST_F(EdsStoreTest, isNotHeldUpByARuleThatNeverComesTrue)
@@ -293,12 +276,8 @@ TEST_F(EdsStoreTest, loadsOtherDaysWhenAsked)
 {
     maker->create(calendar, event("later", ":20260601T090000Z"));
     maker->create(calendar, event("weekly", ":20260302T090000Z", "RRULE:FREQ=WEEKLY\r\n"));
-    titles("2026-06-01T00:00:00Z", "2026-06-02T00:00:00Z");
-    EXPECT_TRUE(waitFor(
-        [&] {
-            return titles("2026-06-01T00:00:00Z", "2026-06-02T00:00:00Z") == Titles{"later", "weekly"};
-        },
-        20s));
+    titles("2026-06-01T00:00:00Z");
+    EXPECT_TRUE(waitFor([&] { return titles("2026-06-01T00:00:00Z") == Titles{"later", "weekly"}; }, 20s));
 }
 
 TEST_F(EdsStoreTest, readsTheSameAsFromFiles)
@@ -399,7 +378,7 @@ TEST_F(EdsStoreTest, answersWhileItsServersHang)
     QElapsedTimer timer;
     timer.start();
     EXPECT_EQ(titles(), Titles{"before"});
-    titles("2026-03-20T00:00:00Z", "2026-03-21T00:00:00Z");
+    titles("2026-03-20T00:00:00Z");
     EXPECT_TRUE(calendarNamed(calendar));
     waitAWhile(500ms);
     EXPECT_EQ(titles(), Titles{"before"});
@@ -419,20 +398,18 @@ TEST_F(EdsStoreTest, namesACalendarThatFailsAndShowsTheOthers)
     const std::string unreachable = maker->addCalDav("Nobody there", 1, "/none/", "me@example.com");
     maker->create(calendar, event("fine", ":20260310T090000Z"));
     EXPECT_TRUE(waitForTitles({"fine"}));
-    static QStringList messages;
-    const auto previous = qInstallMessageHandler(
-        [](QtMsgType, const QMessageLogContext &, const QString &message) { messages.append(message); });
+    testing::internal::CaptureStderr();
     store.reset();
     openStore();
     EXPECT_TRUE(waitForTitles({"fine"}));
     waitAWhile(1500ms);
-    qInstallMessageHandler(previous);
+    const std::string log = testing::internal::GetCapturedStderr();
     EXPECT_TRUE(calendarNamed(unreachable));
     EXPECT_TRUE(calendarNamed("unknown"));
     // Once, however often it is tried.
-    const QStringList named =
-        messages.filter(QStringLiteral("the calendar \"Unknown kind\" can't be opened"));
-    EXPECT_EQ(named.size(), 1) << qPrintable(messages.join(QLatin1Char('\n')));
+    const std::string named = "the calendar \"Unknown kind\" can't be opened";
+    EXPECT_NE(log.find(named), log.npos) << log;
+    EXPECT_EQ(log.find(named), log.rfind(named)) << log;
     maker->removeCalendar(unreachable);
 }
 

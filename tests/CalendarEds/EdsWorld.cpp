@@ -32,19 +32,12 @@ void write(const QString &path, const QByteArray &text)
         throw std::runtime_error("can't write " + path.toStdString());
 }
 
-/// The parent of a process, from what stands after its name in parentheses.
-pid_t parentOf(const QString &process)
-{
-    const QByteArray status = contentOf(QStringLiteral("/proc/") + process + QStringLiteral("/stat"));
-    const QList<QByteArray> fields = status.mid(status.lastIndexOf(')') + 2).split(' ');
-    return fields.size() > 1 ? fields[1].toInt() : 0;
-}
-
 std::vector<pid_t> childrenOf(pid_t parent)
 {
     std::vector<pid_t> children;
-    for (const QString &process : QDir(QStringLiteral("/proc")).entryList({QStringLiteral("[0-9]*")}))
-        if (parentOf(process) == parent)
+    const QByteArray list = contentOf(QStringLiteral("/proc/%1/task/%1/children").arg(parent));
+    for (const QByteArray &process : list.simplified().split(' '))
+        if (!process.isEmpty())
             children.push_back(process.toInt());
     return children;
 }

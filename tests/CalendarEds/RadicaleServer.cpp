@@ -35,9 +35,15 @@ bool RadicaleServer::isInstalled()
            !QStandardPaths::findExecutable(client).isEmpty();
 }
 
-RadicaleServer::RadicaleServer(const QString &password) : m_password(password), m_port(freePort())
+RadicaleServer::RadicaleServer() : m_port(freePort())
 {
-    writeConfiguration();
+    const QByteArray folder = m_folder.path().toUtf8();
+    write(folder + "/users", "ann:secret\n");
+    write(folder + "/config", "[server]\nhosts = 127.0.0.1:" + QByteArray::number(m_port) +
+                                  "\n[auth]\ntype = htpasswd\nhtpasswd_encryption = plain\n"
+                                  "htpasswd_filename = " +
+                                  folder + "/users\n[rights]\ntype = authenticated\n" +
+                                  "[storage]\nfilesystem_folder = " + folder + "/collections\n");
     m_process.setStandardErrorFile(QProcess::nullDevice());
     m_process.start(server, {QStringLiteral("--config"), m_folder.filePath(QStringLiteral("config"))});
     for (int attempt = 0; !request({}, QStringLiteral("/.web/")); ++attempt) {
@@ -45,20 +51,6 @@ RadicaleServer::RadicaleServer(const QString &password) : m_password(password), 
             throw std::runtime_error("Radicale doesn't start");
         QThread::msleep(100);
     }
-}
-
-void RadicaleServer::writeConfiguration() const
-{
-    const QByteArray folder = m_folder.path().toUtf8();
-    const QByteArray rules =
-        m_password.isEmpty()
-            ? QByteArrayLiteral("type = none")
-            : "type = htpasswd\nhtpasswd_encryption = plain\nhtpasswd_filename = " + folder + "/users";
-    write(folder + "/users", "ann:" + m_password.toUtf8() + '\n');
-    write(folder + "/config",
-          "[server]\nhosts = 127.0.0.1:" + QByteArray::number(m_port) + "\n[auth]\n" + rules +
-              "\n[rights]\ntype = authenticated\n[storage]\nfilesystem_folder = " + folder +
-              "/collections\n");
 }
 
 RadicaleServer::~RadicaleServer()
@@ -82,18 +74,13 @@ bool RadicaleServer::put(const QString &path, const std::string &text)
                    path, QByteArray::fromStdString(text));
 }
 
-bool RadicaleServer::remove(const QString &path)
-{
-    return request({QStringLiteral("-X"), QStringLiteral("DELETE")}, path);
-}
-
 bool RadicaleServer::request(const QStringList &arguments, const QString &path, const QByteArray &body)
 {
     QProcess process;
     process.setStandardOutputFile(QProcess::nullDevice());
     const QString address = QStringLiteral("http://127.0.0.1:%1%2").arg(m_port).arg(path);
     process.start(client, QStringList{QStringLiteral("-sf"), QStringLiteral("-m"), QStringLiteral("20"),
-                                      QStringLiteral("-u"), QStringLiteral("ann:") + m_password, address} +
+                                      QStringLiteral("-u"), QStringLiteral("ann:secret"), address} +
                               arguments);
     process.write(body);
     process.closeWriteChannel();

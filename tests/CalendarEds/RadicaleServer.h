@@ -12,9 +12,8 @@ class RadicaleServer final
 public:
     static bool isInstalled();
 
-    /// The user is "ann"; with an empty \a password everybody is let in. Throws std::runtime_error when the
-    /// server doesn't start.
-    explicit RadicaleServer(const QString &password = {});
+    /// The only user is "ann", with the password "secret". Throws std::runtime_error when it doesn't start.
+    RadicaleServer();
     ~RadicaleServer();
     Q_DISABLE_COPY_MOVE(RadicaleServer)
 
@@ -23,14 +22,10 @@ public:
     /// Each returns whether the server agreed.
     bool makeCalendar(const QString &path);
     bool put(const QString &path, const std::string &text);
-    bool remove(const QString &path);
 
 private:
     bool request(const QStringList &arguments, const QString &path, const QByteArray &body = {});
 
-    void writeConfiguration() const;
-
-    QString m_password;
     QTemporaryDir m_folder;
     QProcess m_process;
     int m_port = 0;

@@ -19,18 +19,6 @@ protected:
     int runs = 0;
 };
 
-TEST_F(HotKeyTest, takesTheNextNumberEvenWhenRefused)
-{
-    const auto first = create();
-    service->isTaken = true;
-    EXPECT_EQ(create(), nullptr);
-    service->isTaken = false;
-    const auto third = create();
-    ASSERT_TRUE(first && third);
-    EXPECT_EQ(third->id(), first->id() + 2);
-    EXPECT_EQ(service->registered.size(), 2U);
-}
-
 TEST_F(HotKeyTest, runsItsActionFromTheEventLoopForItsOwnNumberUntilItIsReleased)
 {
     auto hotKey = create();

@@ -70,17 +70,10 @@ TEST_F(PortalServiceTest, closesASessionThatComesTooLate)
     EXPECT_TRUE(portal.bound.empty());
 }
 
-TEST_F(PortalServiceTest, takesARefusalForNoConflict)
+TEST_F(PortalServiceTest, refusesWhatCanNotBeRegisteredButNotWhatTheUserRefuses)
 {
     FakePortal portal(m_bus->connection());
     portal.bindResponse = 1;
-    const auto service = readyService();
-    EXPECT_TRUE(HotKey::create(*service, HotKeyCombo::defaultCombo, [] {}));
-}
-
-TEST_F(PortalServiceTest, refusesWhatCanNotBeRegistered)
-{
-    FakePortal portal(m_bus->connection());
     const auto service = readyService();
     const auto hotKey = HotKey::create(*service, HotKeyCombo::defaultCombo, [] {});
     EXPECT_TRUE(hotKey);
@@ -102,26 +95,21 @@ TEST_F(PortalServiceTest, bindsAnewWhenThePortalComesBack)
     EXPECT_TRUE(QTest::qWaitFor([&] { return runs == 1; }));
 }
 
-TEST_F(PortalServiceTest, saysOnceWhatToDoWithoutAPortal)
+TEST_F(PortalServiceTest, saysOnceWhatToDoWithoutAPortalAndWaitsForOne)
 {
     testing::internal::CaptureStderr();
     PortalService service(m_purpose, m_bus->connection());
+    int changes = 0;
+    QObject::connect(&service, &HotKeyService::availabilityChanged, [&] { ++changes; });
     QTest::qWait(200);
-    FakePortal portal(m_bus->connection(), FakePortal::Shortcuts::Missing);
+    auto portal = std::make_unique<FakePortal>(m_bus->connection(), FakePortal::Shortcuts::Missing);
     QTest::qWait(200);
     const std::string log = testing::internal::GetCapturedStderr();
     EXPECT_FALSE(service.canRegister());
     EXPECT_NE(log.find("\"app join\""), std::string::npos) << log;
     EXPECT_EQ(log.find("\"app join\""), log.rfind("\"app join\"")) << log;
-}
-
-TEST_F(PortalServiceTest, becomesAvailableWhenAPortalStartsLater)
-{
-    PortalService service(m_purpose, m_bus->connection());
-    int changes = 0;
-    QObject::connect(&service, &HotKeyService::availabilityChanged, [&] { ++changes; });
-    QTest::qWait(100);
-    FakePortal portal(m_bus->connection());
+    portal.reset();
+    portal = std::make_unique<FakePortal>(m_bus->connection());
     EXPECT_TRUE(QTest::qWaitFor([&] { return changes == 1; }));
     EXPECT_TRUE(service.canRegister());
 }

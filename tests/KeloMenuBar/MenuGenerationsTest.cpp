@@ -21,22 +21,6 @@ int firstId(const MenuGenerations &generations)
 
 } // namespace
 
-TEST(Menu, anAddedItemCanStillBeChangedAfterOthersWereAdded)
-{
-    Menu menu;
-    int chosen = 0;
-    ClosureMenuItem &first = menu.addItem(QStringLiteral("Quit"), QStringLiteral("q"), [&] { ++chosen; });
-    for (int count = 0; count < 100; ++count)
-        menu.addItem(QStringLiteral("More"), {}, {});
-    first.isEnabled = false;
-    menu.items().front().action();
-
-    EXPECT_FALSE(menu.items().front().isEnabled);
-    EXPECT_EQ(menu.items().front().keyEquivalent, QStringLiteral("q"));
-    EXPECT_TRUE(menu.items().back().keyEquivalent.isEmpty());
-    EXPECT_EQ(chosen, 1);
-}
-
 TEST(MenuProperties, leaveOutWhatIsTheDefault)
 {
     using Shortcut = QList<QStringList>;

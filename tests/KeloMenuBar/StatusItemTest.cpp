@@ -1,6 +1,5 @@
 #include "KeloMenuBar/StatusItem.h"
 #include "FakeHost.h"
-#include "KeloMenuBar/StatusItemController.h"
 
 #include <QCoreApplication>
 #include <QDBusArgument>
@@ -54,39 +53,6 @@ protected:
 
 } // namespace
 
-TEST_F(StatusItemTest, isRegisteredWithEachHostThatComes)
-{
-    const auto item = makeItem();
-    item->setTitle(QStringLiteral("Review · 2m"));
-    for (int round = 0; round < 2; ++round) {
-        FakeHost host(*m_bus);
-        ASSERT_TRUE(isShown(host)) << "round " << round;
-        EXPECT_EQ(host.property("Title").toString(), QStringLiteral("Review · 2m"));
-        EXPECT_EQ(host.property("Status").toString(), QStringLiteral("Active"));
-        EXPECT_EQ(host.registered.size(), 1);
-    }
-}
-
-TEST_F(StatusItemTest, isBuiltAnewAtEachOpening)
-{
-    FakeHost host(*m_bus);
-    const auto item = makeItem();
-    ASSERT_TRUE(isShown(host));
-
-    const DBusMenuLayout first = host.open();
-    const DBusMenuLayout second = host.open();
-    ASSERT_EQ(second.children.size(), 2);
-    const QString label = second.children[0].properties.value(QStringLiteral("label")).toString();
-    EXPECT_EQ(label, QStringLiteral("Opening %1").arg(m_openings));
-    EXPECT_NE(first.children[0].id, second.children[0].id);
-
-    const QDBusMessage group = host.menu(
-        "GetGroupProperties", {QVariant::fromValue(QList<int>{second.children[0].id}), QStringList()});
-    const auto properties = qdbus_cast<QList<DBusMenuProperties>>(group.arguments().value(0));
-    ASSERT_EQ(properties.size(), 1);
-    EXPECT_EQ(properties[0].properties, second.children[0].properties);
-}
-
 TEST_F(StatusItemTest, runsWhatIsChosenAlsoFromTheOpeningBefore)
 {
     FakeHost host(*m_bus);
@@ -94,9 +60,16 @@ TEST_F(StatusItemTest, runsWhatIsChosenAlsoFromTheOpeningBefore)
     ASSERT_TRUE(isShown(host));
     const int before = host.open().children[0].id;
     const int opening = m_openings;
-    host.open();
+    const DBusMenuLayout now = host.open().children[0];
+    EXPECT_NE(now.id, before);
     host.click(before);
     EXPECT_TRUE(waitFor([&] { return m_chosen == QList<int>{opening}; }));
+
+    const QDBusMessage group =
+        host.menu("GetGroupProperties", {QVariant::fromValue(QList<int>{now.id}), QStringList()});
+    const auto properties = qdbus_cast<QList<DBusMenuProperties>>(group.arguments().value(0));
+    ASSERT_EQ(properties.size(), 1);
+    EXPECT_EQ(properties[0].properties, now.properties);
 
     const QVariantList events{QVariant::fromValue(
         QList<DBusMenuEvent>{{12345, QStringLiteral("clicked"), QDBusVariant(QString()), 0}})};
@@ -166,20 +139,4 @@ TEST_F(StatusItemTest, givesPicturesInNetworkByteOrder)
         EXPECT_LT(static_cast<uchar>(pixel[1]), 64);
     }
     EXPECT_TRUE(host.property("IconName").toString().isEmpty());
-}
-
-TEST_F(StatusItemTest, controllerShowsASymbolAndItsMenu)
-{
-    FakeHost host(*m_bus);
-    StatusItemController controller(
-        symbol, QStringLiteral("Mivora"), [](Menu &menu) { menu.addItem(QStringLiteral("Quit"), {}, {}); },
-        program, m_bus->connection());
-    ASSERT_TRUE(isShown(host));
-    EXPECT_EQ(host.property("Title").toString(), QStringLiteral("Mivora"));
-    EXPECT_EQ(host.open().children.size(), 1);
-
-    controller.setVisible(false);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(host.property("Status").toString(), QStringLiteral("Passive"));
-    EXPECT_FALSE(controller.isVisible());
 }

@@ -89,6 +89,14 @@ TEST_F(SchedulerDays, tomorrowGivesWayToAMeetingAddedToday)
     EXPECT_EQ(titleOf(scheduler.next()), "Tonight");
 }
 
+TEST_F(SchedulerDays, meetingsAreSortedByStartThenTitle)
+{
+    source.events = {makeMeeting("Late", ten + Seconds(1)), makeMeeting("b", ten), makeMeeting("Same", ten),
+                     makeMeeting("Zoë", ten), makeMeeting("Early", ten - Seconds(0.5))};
+    refreshAt(ten - Seconds(60));
+    EXPECT_EQ(titles(scheduler.todaysMeetings()), (Titles{"Early", "Same", "Zoë", "b", "Late"}));
+}
+
 TEST_F(SchedulerDays, onlyEnabledCalendarsAreRead)
 {
     using Selection = std::optional<std::set<std::string>>;

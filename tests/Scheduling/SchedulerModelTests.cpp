@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <algorithm>
+#include <array>
 #include <random>
 #include <tuple>
 
@@ -35,13 +36,15 @@ public:
             makeMeeting(names[random(5)], noon + Seconds(30 * random(12)), Seconds(30 * random(10)));
         meeting.id += std::to_string(random(3));
         meeting.isAllDay = random(8) == 0;
-        meeting.participation = random(8) == 0 ? Participation::declined : Participation::unknown;
+        if (random(3) == 0)
+            meeting.participation = std::array{Participation::declined, Participation::tentative}[random(2)];
         return random(3) ? withLink(meeting) : meeting;
     }
 
     void act()
     {
-        clock.time += Seconds(10 * random(4));
+        // Onto the moments that count, and a second beside them.
+        clock.time += Seconds(std::array{0, 0, 0, 1, 1, 29, 30, 59}[random(8)]);
         if (!source.events.empty() && random(3) == 0)
             source.events.erase(source.events.begin() + random(int(source.events.size())));
         else if (random(2))

@@ -11,41 +11,6 @@ public:
     const Meeting running = withLink(makeMeeting("Running", ten - Seconds(3600), Seconds(3600)));
 };
 
-TEST_F(SchedulerPanel, passesFromTheRunningMeetingToTheUpcomingOneAndEnds)
-{
-    source.events = {running, standup};
-    refreshAt(ten - Seconds(2400));
-    EXPECT_EQ(titleOf(scheduler.next()), "Running");
-    EXPECT_EQ(takeCalls(), (Titles{"panel Running", "refresh"}));
-    refreshAt(ten - Seconds(30));
-    EXPECT_EQ(titleOf(scheduler.next()), "Running");
-    EXPECT_EQ(takeCalls(), (Titles{"panel Standup", "refresh"}));
-    refreshAt(ten);
-    EXPECT_EQ(titleOf(scheduler.next()), "Standup");
-    EXPECT_EQ(takeCalls(), Titles{"refresh"});
-    refreshAt(standup.end);
-    EXPECT_EQ(takeCalls(), (Titles{"panel none", "refresh"}));
-}
-
-TEST_F(SchedulerPanel, snoozeHidesItForSixtySecondsFromThePress)
-{
-    source.events = {standup};
-    refreshAt(ten);
-    clock.time = ten + Seconds(10);
-    scheduler.snooze(standup.id);
-    EXPECT_EQ(takeCalls(), (Titles{"panel Standup", "refresh", "panel none", "refresh"}));
-    refreshAt(ten + Seconds(69.999));
-    EXPECT_EQ(takeCalls(), Titles{"refresh"});
-    refreshAt(ten + Seconds(70));
-    EXPECT_EQ(takeCalls(), (Titles{"panel Standup", "refresh"}));
-
-    // Another snooze replaces the one before, earlier or later.
-    scheduler.snooze(standup.id);
-    clock.time = ten + Seconds(50);
-    scheduler.snooze(standup.id);
-    EXPECT_EQ(scheduler.snoozedUntil(), (std::map<std::string, Timestamp>{{standup.id, ten + Seconds(110)}}));
-}
-
 TEST_F(SchedulerPanel, decisionsAreForgottenWhenTheMeetingLeavesTheList)
 {
     source.known = {{"work", "Work", "", {}}, {"home", "Home", "", {}}};
@@ -80,15 +45,6 @@ TEST_F(SchedulerPanel, decisionsAreForgottenWhenTheMeetingLeavesTheList)
         scheduler.refresh();
         EXPECT_EQ(titleOf(scheduler.panelRequest()), "Standup") << row.name;
     }
-}
-
-TEST_F(SchedulerPanel, aDecisionAboutAnUnknownMeetingIsForgottenAtOnce)
-{
-    source.events = {standup};
-    refreshAt(ten);
-    scheduler.dismiss("another");
-    EXPECT_TRUE(scheduler.dismissed().empty());
-    EXPECT_EQ(titleOf(scheduler.panelRequest()), "Standup");
 }
 
 TEST_F(SchedulerPanel, aChangedMeetingOfTheSameIdentityIsAnnouncedButDoesNotChangeThePanel)
@@ -134,29 +90,6 @@ TEST_F(SchedulerPanel, propertiesAnnounceRealChangesOnly)
     source.events.push_back(makeMeeting("Tomorrow", at("2026-03-11T09:00:00Z")));
     refreshAt("2026-03-10T18:00:00Z");
     EXPECT_EQ(takeCounts(), (Counts{1, 1, 1, 1})) << "evening";
-}
-
-// What a refresh calls must not call refresh(). Where that happens all the same it does no harm: what was
-// decided meanwhile counts, a moment later.
-TEST_F(SchedulerPanel, aDecisionInACallbackIsAMistakeThatDoesNoHarm)
-{
-    source.events = {standup};
-    int calls = 0;
-    scheduler.onPanelChange = [&](const auto &meeting) {
-        ++calls;
-        if (meeting)
-            scheduler.dismiss(meeting->id);
-    };
-#ifdef QT_NO_DEBUG
-    refreshAt(ten);
-    EXPECT_EQ(titleOf(scheduler.panelRequest()), "Standup");
-    QCoreApplication::processEvents();
-    EXPECT_FALSE(scheduler.panelRequest());
-    EXPECT_EQ(calls, 2);
-#else
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_DEATH(refreshAt(ten), "called by what a refresh calls");
-#endif
 }
 
 } // namespace mivora

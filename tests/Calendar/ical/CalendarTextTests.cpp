@@ -167,24 +167,6 @@ TEST(CalendarText, whatIsBrokenCostsItselfAlone)
     }
 }
 
-TEST(CalendarText, theBoundsHoldEveryOccurrence)
-{
-    const auto boundsOf = [](const std::string &lines) {
-        const CalendarText text = readCalendarText(calendarOf(eventOf(lines)), june());
-        return std::pair(text.earliest, text.latest);
-    };
-    const CalendarText none = readCalendarText(calendarOf(""), june());
-    EXPECT_GT(none.earliest, none.latest);
-    const auto single = boundsOf("DTSTART:20200101T000000Z\nDURATION:PT1H");
-    EXPECT_LE(single.first, 1577836800.0);
-    EXPECT_GE(single.second, 1577836800.0 + 3600);
-    EXPECT_LT(single.second - single.first, 3 * 86'400.0);
-    EXPECT_LT(boundsOf("DTSTART:20200101T000000Z\nRRULE:FREQ=WEEKLY;BYDAY=MO,WE;COUNT=10").second,
-              1609459200.0);
-    EXPECT_LT(boundsOf("DTSTART:20200101T000000Z\nRRULE:FREQ=DAILY;UNTIL=20200201").second, 1609459200.0);
-    EXPECT_TRUE(std::isinf(boundsOf("DTSTART:20200101T000000Z\nRRULE:FREQ=DAILY").second));
-}
-
 TEST(CalendarText, hostileTextTakesLittleTime)
 {
     std::string nested;

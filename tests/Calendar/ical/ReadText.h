@@ -37,9 +37,9 @@ inline std::string lineOf(const StoreEvent &event)
 {
     const auto text = [](Timestamp time) {
         const auto moment = QDateTime::fromSecsSinceEpoch(qint64(secondsSinceEpoch(time)), Qt::UTC);
-        return moment.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")).toStdString();
+        return moment.toString(QStringLiteral("yyyyMMdd'T'HHmmss")).toStdString();
     };
-    return event.title.value_or("-") + ' ' + text(event.start) + " / " + text(event.end) +
+    return event.title.value_or("-") + ' ' + text(event.start) + '/' + text(event.end) +
            (event.isAllDay ? " day" : "");
 }
 
