@@ -7,8 +7,8 @@
 
 namespace kelo {
 
-/// Everything on the side of those who publish updates: a certificate authority with one server certificate
-/// for "localhost", and keys, signatures and appcasts made with the tool that maintainers use.
+/// Everything on the side of those who publish updates: a certificate for "localhost", and keys, signatures
+/// and appcasts made with the tool that maintainers use.
 class Publisher final
 {
 public:
@@ -18,7 +18,7 @@ public:
     /// For a server that proves to be "localhost".
     QSslConfiguration server() const;
 
-    /// Lets this process trust the authority, and only it.
+    /// Lets this process trust that certificate, and only it.
     void trust() const;
 
     /// The public key of the pair \a name, which is made on first need.
@@ -41,7 +41,6 @@ private:
     QByteArray tool(const QStringList &arguments) const;
     QString keyFile(const QString &name) const;
     QString file(const QString &name, const QByteArray &content) const;
-    void makeCertificates() const;
 
     QTemporaryDir m_folder;
 };
