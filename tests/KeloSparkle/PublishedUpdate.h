@@ -25,10 +25,8 @@ protected:
 
     void publish(const QString &version)
     {
-        server.answers[feedPath] = {.body = s_publisher->feed({.version = version,
-                                                               .package = package,
-                                                               .url = server.address(packagePath),
-                                                               .notes = "<b>Faster</b>"})};
+        const QUrl url = server.address(packagePath);
+        server.answers[feedPath] = {.body = s_publisher->feed(version, package, url, "<b>Faster</b>")};
         server.answers[packagePath] = {.body = package};
     }
 

@@ -69,16 +69,15 @@ QByteArray Publisher::sign(const QByteArray &content, const QString &keyName) co
         .trimmed();
 }
 
-QByteArray Publisher::feed(const Offer &offer) const
+QByteArray Publisher::feed(const QString &version, const QByteArray &package, const QUrl &url,
+                           const QByteArray &notes) const
 {
-    const QByteArray item =
-        tool({QStringLiteral("item"), keyFile(QStringLiteral("key")),
-              file(QStringLiteral("package"), offer.package), QStringLiteral("--version-of"), offer.version,
-              QStringLiteral("--url"), offer.url.toString(), QStringLiteral("--notes"),
-              file(QStringLiteral("notes"), offer.notes), QStringLiteral("--minimum-system"),
-              QStringLiteral("2.4")});
-    return tool({QStringLiteral("feed"), QStringLiteral("--title"), QStringLiteral("Mivora"),
-                 file(QStringLiteral("item"), item)});
+    const QByteArray item = tool({QStringLiteral("item"), keyFile(QStringLiteral("key")),
+                                  file(QStringLiteral("package"), package), QStringLiteral("--version-of"),
+                                  version, QStringLiteral("--url"), url.toString(), QStringLiteral("--notes"),
+                                  file(QStringLiteral("notes"), notes), QStringLiteral("--minimum-system"),
+                                  QStringLiteral("2.4")});
+    return tool({QStringLiteral("feed"), file(QStringLiteral("item"), item)});
 }
 
 QByteArray Publisher::tool(const QStringList &arguments) const

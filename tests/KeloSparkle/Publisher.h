@@ -26,16 +26,9 @@ public:
 
     QByteArray sign(const QByteArray &content, const QString &keyName = QStringLiteral("key")) const;
 
-    struct Offer
-    {
-        QString version = QStringLiteral("1.1");
-        QByteArray package = {};
-        QUrl url = {};
-        QByteArray notes = {};
-    };
-
     /// A feed with one item, as the tool prints it.
-    QByteArray feed(const Offer &offer) const;
+    QByteArray feed(const QString &version, const QByteArray &package, const QUrl &url,
+                    const QByteArray &notes) const;
 
 private:
     QByteArray tool(const QStringList &arguments) const;
