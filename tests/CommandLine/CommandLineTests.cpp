@@ -6,6 +6,10 @@ namespace mivora {
 
 namespace {
 
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::StartsWith;
+
 Request parsed(std::vector<const char *> arguments)
 {
     arguments.insert(arguments.begin(), "mivora");
@@ -41,34 +45,23 @@ TEST(CommandLine, readsTheRequests)
 
 TEST(CommandLine, badArgumentsAreNamedWithWhatWasExpected)
 {
-    struct Case
-    {
-        std::vector<const char *> arguments;
-        const char *named;
-        const char *expected;
-    };
-
-    const Case cases[] = {
+    const std::tuple<std::vector<const char *>, const char *, const char *> cases[] = {
         {{"bogus"}, "bogus", "agenda"},
-        {{"--json"}, "--json", "agenda"},
         {{"agenda", "--bogus"}, "--bogus", "--follow"},
         {{"agenda", "--at", "noon"}, "noon", "RFC 3339"},
         {{"agenda", "--calendars"}, "--calendars", "DIR"},
         {{"defaults"}, "defaults", "list, read, write, delete"},
-        {{"defaults", "get"}, "get", "list, read, write, delete"},
         {{"defaults", "read"}, "key", "required"},
         {{"access", "maybe"}, "maybe", "status, allow, reset"},
         {{"settings", "colours"}, "colours", "general,calendars"},
         {{"a\nb\033c"}, "a b c", "agenda"},
     };
-    for (const Case &c : cases) {
-        const Request request = parsed(c.arguments);
+    for (const auto &[arguments, named, expected] : cases) {
+        const Request request = parsed(arguments);
         const auto *finished = std::get_if<FinishedRequest>(&request);
-        ASSERT_TRUE(finished) << c.named;
-        EXPECT_EQ(finished->exitStatus, exitBadArguments) << c.named;
-        EXPECT_THAT(finished->text,
-                    testing::AllOf(testing::StartsWith("mivora: "), testing::HasSubstr(c.named),
-                                   testing::HasSubstr(c.expected)));
+        ASSERT_TRUE(finished) << named;
+        EXPECT_EQ(finished->exitStatus, exitBadArguments) << named;
+        EXPECT_THAT(finished->text, AllOf(StartsWith("mivora: "), HasSubstr(named), HasSubstr(expected)));
         EXPECT_EQ(std::ranges::count(finished->text, '\n'), 1) << finished->text;
     }
 }

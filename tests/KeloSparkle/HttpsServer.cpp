@@ -43,8 +43,7 @@ void HttpsServer::answer(QTcpSocket *socket, const QByteArray &request)
     const Answer answer = answers.value(path, Answer{.status = 404});
     if (answer.isSilent)
         return;
-    const QByteArray body = answer.body.left(answer.cutAfter < 0 ? answer.body.size() : answer.cutAfter);
-    socket->write((answer.head.isEmpty() ? headOf(answer) : answer.head) + body);
+    socket->write((answer.head.isEmpty() ? headOf(answer) : answer.head) + answer.body);
     if (answer.endless.isEmpty())
         socket->disconnectFromHost();
     else
@@ -56,9 +55,7 @@ QByteArray HttpsServer::headOf(const Answer &answer)
     QByteArray head = "HTTP/1.1 " + QByteArray::number(answer.status) + " Answer\r\nConnection: close\r\n";
     if (!answer.location.isEmpty())
         head += "Location: " + answer.location + "\r\n";
-    if (!answer.hidesLength)
-        head += "Content-Length: " + QByteArray::number(answer.body.size()) + "\r\n";
-    return head + "\r\n";
+    return head + "Content-Length: " + QByteArray::number(answer.body.size()) + "\r\n\r\n";
 }
 
 void HttpsServer::sendForEver(QTcpSocket *socket, const Answer &answer)

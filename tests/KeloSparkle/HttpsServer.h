@@ -17,10 +17,6 @@ struct Answer
     QByteArray location = {};
     /// Says nothing at all, and keeps the connection.
     bool isSilent = false;
-    /// Closes the connection after so many bytes of the body; -1 for never.
-    qint64 cutAfter = -1;
-    /// Without a Content-Length: the body ends where the connection does.
-    bool hidesLength = false;
     /// Stands for the usual head of the answer, with the empty line behind it or without.
     QByteArray head = {};
     /// Sent again and again after the body, until the client has enough.

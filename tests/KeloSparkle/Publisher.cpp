@@ -33,29 +33,13 @@ QByteArray read(const QString &path)
 
 Publisher::Publisher()
 {
-    makeCertificates();
-    tool({QStringLiteral("keys"), m_folder.filePath(QStringLiteral("key"))});
-}
-
-void Publisher::makeCertificates() const
-{
-    const auto path = [this](const char *name) { return m_folder.filePath(QLatin1String(name)); };
-    const QString extensions =
-        file(QStringLiteral("extensions"), "subjectAltName=DNS:localhost\nextendedKeyUsage=serverAuth\n");
-    const auto openssl = [](const QString &arguments, const QStringList &more) {
-        output(QStringLiteral("openssl"), arguments.split(QLatin1Char(' ')) + more);
-    };
-    const QString newKey =
-        QStringLiteral("req -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -keyout");
-    openssl(newKey, {path("ca.key"), QStringLiteral("-x509"), QStringLiteral("-days"), QStringLiteral("2"),
-                     QStringLiteral("-subj"), QStringLiteral("/CN=Test authority"), QStringLiteral("-out"),
-                     path("ca.pem")});
-    openssl(newKey, {path("server.key"), QStringLiteral("-subj"), QStringLiteral("/CN=localhost"),
-                     QStringLiteral("-out"), path("server.csr")});
-    openssl(QStringLiteral("x509 -req -days 2 -CAcreateserial -in"),
-            {path("server.csr"), QStringLiteral("-CA"), path("ca.pem"), QStringLiteral("-CAkey"),
-             path("ca.key"), QStringLiteral("-extfile"), extensions, QStringLiteral("-out"),
-             path("server.pem")});
+    const QString newCertificate = QStringLiteral(
+        "req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -days 2 -subj /CN=localhost "
+        "-addext subjectAltName=DNS:localhost -addext extendedKeyUsage=serverAuth");
+    output(QStringLiteral("openssl"),
+           newCertificate.split(QLatin1Char(' ')) +
+               QStringList{QStringLiteral("-keyout"), m_folder.filePath(QStringLiteral("server.key")),
+                           QStringLiteral("-out"), m_folder.filePath(QStringLiteral("server.pem"))});
 }
 
 QSslConfiguration Publisher::server() const
@@ -70,7 +54,7 @@ QSslConfiguration Publisher::server() const
 void Publisher::trust() const
 {
     QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-    configuration.setCaCertificates({QSslCertificate(read(m_folder.filePath(QStringLiteral("ca.pem"))))});
+    configuration.setCaCertificates({QSslCertificate(read(m_folder.filePath(QStringLiteral("server.pem"))))});
     QSslConfiguration::setDefaultConfiguration(configuration);
 }
 
@@ -85,16 +69,15 @@ QByteArray Publisher::sign(const QByteArray &content, const QString &keyName) co
         .trimmed();
 }
 
-QByteArray Publisher::feed(const Offer &offer) const
+QByteArray Publisher::feed(const QString &version, const QByteArray &package, const QUrl &url,
+                           const QByteArray &notes) const
 {
-    const QByteArray item =
-        tool({QStringLiteral("item"), keyFile(QStringLiteral("key")),
-              file(QStringLiteral("package"), offer.package), QStringLiteral("--version-of"), offer.version,
-              QStringLiteral("--url"), offer.url.toString(), QStringLiteral("--notes"),
-              file(QStringLiteral("notes"), offer.notes), QStringLiteral("--minimum-system"),
-              QStringLiteral("2.4")});
-    return tool({QStringLiteral("feed"), QStringLiteral("--title"), QStringLiteral("Mivora"),
-                 file(QStringLiteral("item"), item)});
+    const QByteArray item = tool({QStringLiteral("item"), keyFile(QStringLiteral("key")),
+                                  file(QStringLiteral("package"), package), QStringLiteral("--version-of"),
+                                  version, QStringLiteral("--url"), url.toString(), QStringLiteral("--notes"),
+                                  file(QStringLiteral("notes"), notes), QStringLiteral("--minimum-system"),
+                                  QStringLiteral("2.4")});
+    return tool({QStringLiteral("feed"), file(QStringLiteral("item"), item)});
 }
 
 QByteArray Publisher::tool(const QStringList &arguments) const

@@ -7,8 +7,8 @@
 
 namespace kelo {
 
-/// Everything on the side of those who publish updates: a certificate authority with one server certificate
-/// for "localhost", and keys, signatures and appcasts made with the tool that maintainers use.
+/// Everything on the side of those who publish updates: a certificate for "localhost", and keys, signatures
+/// and appcasts made with the tool that maintainers use.
 class Publisher final
 {
 public:
@@ -18,7 +18,7 @@ public:
     /// For a server that proves to be "localhost".
     QSslConfiguration server() const;
 
-    /// Lets this process trust the authority, and only it.
+    /// Lets this process trust that certificate, and only it.
     void trust() const;
 
     /// The public key of the pair \a name, which is made on first need.
@@ -26,22 +26,14 @@ public:
 
     QByteArray sign(const QByteArray &content, const QString &keyName = QStringLiteral("key")) const;
 
-    struct Offer
-    {
-        QString version = QStringLiteral("1.1");
-        QByteArray package = {};
-        QUrl url = {};
-        QByteArray notes = {};
-    };
-
     /// A feed with one item, as the tool prints it.
-    QByteArray feed(const Offer &offer) const;
+    QByteArray feed(const QString &version, const QByteArray &package, const QUrl &url,
+                    const QByteArray &notes) const;
 
 private:
     QByteArray tool(const QStringList &arguments) const;
     QString keyFile(const QString &name) const;
     QString file(const QString &name, const QByteArray &content) const;
-    void makeCertificates() const;
 
     QTemporaryDir m_folder;
 };

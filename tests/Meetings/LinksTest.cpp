@@ -11,31 +11,20 @@ namespace {
 using testing::ElementsAre;
 using testing::SizeIs;
 
-struct FoundRow
-{
-    const char *trap;
-    std::string_view text;
-    std::vector<std::string> found;
-};
-
 constexpr std::string_view withNul("https://zoom.us/j/1\0", 20);
 
 TEST(LinksTest, findsLinksAndNothingElse)
 {
-    const FoundRow rows[] = {
-        {"alone", "https://zoom.us/j/1", {"https://zoom.us/j/1"}},
-        {"in order", "https://b.example https://a.example", {"https://b.example", "https://a.example"}},
-        {"found twice", "https://a.example https://a.example", {"https://a.example", "https://a.example"}},
-        {"end of sentence", "Join https://zoom.us/j/1.", {"https://zoom.us/j/1"}},
-        {"several marks", "https://zoom.us/j/1?!.,;:", {"https://zoom.us/j/1"}},
+    const struct
+    {
+        const char *trap;
+        std::string_view text;
+        std::vector<std::string> found;
+    } rows[] = {
+        {"in order", "https://b.c https://a.b https://a.b", {"https://b.c", "https://a.b", "https://a.b"}},
+        {"several marks", "seehttps://zoom.us/j/1?!.,;:", {"https://zoom.us/j/1"}},
         {"mark inside", "https://zoom.us/j/1?a=b,c", {"https://zoom.us/j/1?a=b,c"}},
-        {"port without number", "https://zoom.us:/j/1", {"https://zoom.us:/j/1"}},
         {"in parentheses", "(https://zoom.us/j/1)", {"https://zoom.us/j/1"}},
-        {"in angle brackets", "<https://zoom.us/j/1>", {"https://zoom.us/j/1"}},
-        {"in a tag", "<a href=\"https://zoom.us/j/1\">", {"https://zoom.us/j/1"}},
-        {"glued to a word", "seehttps://zoom.us/j/1", {"https://zoom.us/j/1"}},
-        {"no-break space", "https://zoom.us/j/1\u00a0now", {"https://zoom.us/j/1"}},
-        {"next line", "https://zoom.us/j/1\u0085now", {"https://zoom.us/j/1"}},
         {"ideographic space", "https://zoom.us/j/1\u3000now", {"https://zoom.us/j/1"}},
         {"link in a link", "https://a.example/https://b.example", {"https://a.example/https://b.example"}},
         {"opening again at once", "https:// https://zoom.us", {"https://zoom.us"}},
@@ -47,18 +36,16 @@ TEST(LinksTest, findsLinksAndNothingElse)
         {"other schemes", "http://zoom.us ftp://zoom.us zoom.us/j/1 mailto:a@zoom.us", {}},
         {"near misses", "https:/ https:/zoom.us hhhhttps https//zoom.us https: //zoom.us", {}},
         {"scheme alone", "https:// https://... https://( https://", {}},
-        {"letters as port", "https://zoom.us:x/j/1 https://zoom.us:80x", {}},
-        {"port too high", "https://zoom.us:65536/j/1 https://zoom.us:99999999999999999999", {}},
         {"no host", "https:///j/1 https://:80/j/1 https://me@/j/1", {}},
         {"lone percent sign", "https://zoom.us/% https://zoom.us/%4 https://zoom.us/%zz", {}},
-        {"characters no URL holds",
+        {"no URL's characters",
          "https://z/| https://z/{ https://z/^ https://z/` https://z/\\ https://z/\x7f",
          {}},
         {"NUL", withNul, {}},
         {"invalid UTF-8", "https://zoom.us/\xff https://zoom.us/\xe2\x80 https://zoom.us/\xc2", {}},
-        {"nothing", "", {}},
     };
-    for (const FoundRow &row : rows) {
+
+    for (const auto &row : rows) {
         std::vector<std::string> found;
         for (const Url &link : links(row.text))
             found.push_back(link.text());

@@ -54,12 +54,11 @@ TEST(MeetingTest, trimsItsTitle)
 
 TEST(MeetingTest, looksForItsLinkInUrlLocationAndNotes)
 {
-    EXPECT_EQ(Meeting::fromSnapshot({.url = "https://a.b", .notes = "https://c.d"}).joinLink->webURL.text(),
-              "https://a.b");
-    EXPECT_EQ(
-        Meeting::fromSnapshot({.location = "https://c.d", .notes = "https://e.f"}).joinLink->webURL.text(),
-        "https://c.d");
-    EXPECT_EQ(Meeting::fromSnapshot({.notes = "none"}).joinLink, std::nullopt);
+    const EventSnapshot texts[] = {{.url = "https://a.b", .notes = "https://c.d"},
+                                   {.location = "https://a.b"},
+                                   {.notes = "https://a.b"}};
+    for (const EventSnapshot &snapshot : texts)
+        EXPECT_EQ(Meeting::fromSnapshot(snapshot).joinLink->webURL.text(), "https://a.b");
 }
 
 TEST(MeetingTest, carriesABoundedPartOfAnEndlessEvent)

@@ -17,21 +17,13 @@ TEST(UrlTest, readsTheParts)
         std::string path;
         std::vector<std::string> components;
     } rows[] = {
-        {"bare host", "https://Zoom.US", "https", "Zoom.US", "", {}},
         {"encoded path", "https://h/%6A/a%2Fb", "https", "h", "/j/a/b", {"/", "j", "a/b"}},
         {"empty components", "https://h//j///1/", "https", "h", "//j///1/", {"/", "j", "1"}},
         {"user and port", "https://u:p@h:8443/a", "https", "h", "/a", {"/", "a"}},
-        {"user that looks like a host",
-         "https://zoom.us@evil.example/j/1",
-         "https",
-         "evil.example",
-         "/j/1",
-         {"/", "j", "1"}},
+        {"user like a host", "https://zoom.us@Evil.Example?a/b", "https", "Evil.Example", "", {}},
         {"IP literal", "https://[::1]:80/a", "https", "[::1]", "/a", {"/", "a"}},
-        {"query at once", "https://h?a/b", "https", "h", "", {}},
         {"fragment at once", "https://h#a/b", "https", "h", "", {}},
         {"no authority", "https:a/b", "https", std::nullopt, "a/b", {"a", "b"}},
-        {"other scheme", "zoommtg://zoom.us/join?confno=1", "zoommtg", "zoom.us", "/join", {"/", "join"}},
     };
 
     for (const auto &row : rows) {

@@ -6,23 +6,6 @@ using namespace mivora;
 
 namespace {
 
-struct Edit
-{
-    const char *name;
-    QByteArray before;
-    std::function<void(IniDocument &)> edit;
-    QByteArray after;
-};
-
-void PrintTo(const Edit &edit, std::ostream *out)
-{
-    *out << edit.name;
-}
-
-class IniDocumentEdit : public testing::TestWithParam<Edit>
-{
-};
-
 auto set(const char *key, const char *value)
 {
     return [=](IniDocument &document) { document.setValue(QString::fromUtf8(key), value); };
@@ -35,31 +18,36 @@ auto removed(const char *key)
 
 } // namespace
 
-TEST_P(IniDocumentEdit, changesOneLineAndKeepsTheOthers)
+TEST(IniDocument, editsChangeOneLineAndKeepTheOthers)
 {
-    IniDocument document(GetParam().before);
-    GetParam().edit(document);
-    EXPECT_EQ(document.text(), GetParam().after);
-    EXPECT_EQ(IniDocument(document.text()).values(), document.values());
-}
-
-// clang-format off
-INSTANTIATE_TEST_SUITE_P(Texts, IniDocumentEdit, testing::Values(
-    Edit{"empty", "", set("a", "1"), "[General]\na=1\n"},
-    Edit{"at the end of its section", "[General]\nb=2\n\n[Window]\na=9\n", set("a", "1"),
+    const struct
+    {
+        const char *name;
+        QByteArray before;
+        std::function<void(IniDocument &)> edit;
+        QByteArray after;
+    } rows[] = {
+        {"empty", "", set("a", "1"), "[General]\na=1\n"},
+        {"at the end of its section", "[General]\nb=2\n\n[Window]\na=9\n", set("a", "1"),
          "[General]\nb=2\na=1\n\n[Window]\na=9\n"},
-    Edit{"into an empty section", "[General]\n[Window]\na=9\n", set("a", "1"), "[General]\na=1\n[Window]\na=9\n"},
-    Edit{"only other sections", "[Window]\na=9\n", set("a", "1"), "[Window]\na=9\n[General]\na=1\n"},
-    Edit{"values before any section", "b=2\n[Window]\n", set("a", "1"), "b=2\na=1\n[Window]\n"},
-    Edit{"no newline at the end", "[General]\nb=2", set("a", "1"), "[General]\nb=2\na=1\n"},
-    Edit{"in place", "[General]\r\n a = 0 \r\nb=2\r\n", set("a", "1"), "[General]\r\na=1\nb=2\r\n"},
-    Edit{"the later of two", "[General]\na=0\na=5\n", set("a", "1"), "[General]\na=0\na=1\n"},
-    Edit{"both of two removed", "[general]\na=0\n; note\na=5\nb=2\n", removed("a"), "[general]\n; note\nb=2\n"},
-    Edit{"nothing to remove", "[Window]\na=0\n", removed("a"), "[Window]\na=0\n"},
-    Edit{"lines without meaning", "\xff\x01\n=x\nno value\n[General]\n;a=0\n#a=0\n", set("a", "1"),
+        {"only other sections", "[Window]\na=9\n", set("a", "1"), "[Window]\na=9\n[General]\na=1\n"},
+        {"values before any section", "b=2\n[Window]\n", set("a", "1"), "b=2\na=1\n[Window]\n"},
+        {"no newline at the end", "[General]\nb=2", set("a", "1"), "[General]\nb=2\na=1\n"},
+        {"in place", "[General]\r\n a = 0 \r\nb=2\r\n", set("a", "1"), "[General]\r\na=1\nb=2\r\n"},
+        {"the later of two", "[General]\na=0\na=5\n", set("a", "1"), "[General]\na=0\na=1\n"},
+        {"both of two removed", "[general]\na=0\n; note\na=5\nb=2\n", removed("a"),
+         "[general]\n; note\nb=2\n"},
+        {"lines without meaning", "\xff\x01\n=x\nno value\n[General]\n;a=0\n#a=0\n", set("a", "1"),
          "\xff\x01\n=x\nno value\n[General]\na=1\n;a=0\n#a=0\n"},
-    Edit{"byte order mark", "\xef\xbb\xbf[General]\na=0\n", set("a", "1"), "\xef\xbb\xbf[General]\na=1\n"},
-    Edit{"escaped key", "[General]\nt%E9l%U4F1A=0\n100%=3\n", set("tél会", "1"),
+        {"byte order mark", "\xef\xbb\xbf[General]\na=0\n", set("a", "1"), "\xef\xbb\xbf[General]\na=1\n"},
+        {"escaped key", "[General]\nt%E9l%U4F1A=0\n100%=3\n", set("tél会", "1"),
          "[General]\nt%E9l%U4F1A=1\n100%=3\n"},
-    Edit{"key with a slash", "", set("a/b c", "1"), "[General]\na%2Fb%20c=1\n"}));
-// clang-format on
+        {"key with a slash", "", set("a/b c", "1"), "[General]\na%2Fb%20c=1\n"}};
+
+    for (const auto &row : rows) {
+        IniDocument document(row.before);
+        row.edit(document);
+        EXPECT_EQ(document.text(), row.after) << row.name;
+        EXPECT_EQ(IniDocument(document.text()).values(), document.values()) << row.name;
+    }
+}

@@ -53,12 +53,17 @@ qint64 lastCountOn(int pipe)
     return last;
 }
 
-} // namespace
-
-TEST(SharedSettings, killedProcessLosesNothingThatASetterReturnedFor)
+class SharedSettings : public testing::Test
 {
+protected:
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("mivora.conf"));
+};
+
+} // namespace
+
+TEST_F(SharedSettings, killedProcessLosesNothingThatASetterReturnedFor)
+{
     std::mt19937 random(7);
     qint64 last = 0;
     for (int round = 0; round < 6; ++round) {
@@ -82,10 +87,8 @@ TEST(SharedSettings, killedProcessLosesNothingThatASetterReturnedFor)
     EXPECT_EQ(IniDefaultsStore(path).integer(number), -1);
 }
 
-TEST(SharedSettings, processesThatWriteDifferentKeysAtOnceLoseNone)
+TEST_F(SharedSettings, processesThatWriteDifferentKeysAtOnceLoseNone)
 {
-    QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("mivora.conf"));
     constexpr int keysOfEach = 40;
     const auto writeKeys = [&](const QString &prefix) {
         IniDefaultsStore store(path);
@@ -100,14 +103,9 @@ TEST(SharedSettings, processesThatWriteDifferentKeysAtOnceLoseNone)
     EXPECT_EQ(IniDefaultsStore(path).keys().size(), qsizetype(children.size()) * keysOfEach);
 }
 
-TEST(SharedSettings, fileThatMayNotBeReadOrWrittenIsLeftAlone)
+TEST_F(SharedSettings, fileThatMayNotBeReadOrWrittenIsLeftAlone)
 {
-    QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("mivora.conf"));
-    {
-        IniDefaultsStore store(path);
-        store.setInteger(number, 1);
-    }
+    IniDefaultsStore(path).setInteger(number, 1);
     const auto writeAsNobody = [&] {
         // Root may read and write everything.
         if (geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0))
