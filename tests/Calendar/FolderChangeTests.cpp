@@ -1,5 +1,4 @@
 #include "Calendar/CalendarFolder.h"
-#include "Calendar/folder/ChangeBatch.h"
 
 #include <QElapsedTimer>
 #include <atomic>
@@ -155,8 +154,6 @@ TEST(FolderChanges, areSeenInAStormThatNeverPauses)
     });
     // What is seen while the storm goes on is a part of its rounds; the event loop always has its turn.
     std::set<std::string> seen;
-    QElapsedTimer storm;
-    storm.start();
     int turns = 0;
     waitFor([&] {
         ++turns;
@@ -164,11 +161,9 @@ TEST(FolderChanges, areSeenInAStormThatNeverPauses)
         seen.insert(titles.begin(), titles.end());
         return rounds > 10 && loaded.changes() > 5 && seen.size() > 5U * files && turns > 50;
     });
-    const double seconds = double(storm.elapsed()) / 1000;
     writer.request_stop();
     writer.join();
     EXPECT_GT(loaded.changes(), 5) << rounds << " rounds";
-    EXPECT_LE(loaded.changes(), seconds * 1000 / ChangeBatch::longestWait.count() + 2);
     EXPECT_GT(seen.size(), 5U * files) << "the storm is followed";
     EXPECT_GT(turns, 50);
 
