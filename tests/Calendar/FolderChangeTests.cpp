@@ -187,8 +187,9 @@ TEST(FolderChanges, leaveTheEventsOfAFileThatIsHalfWrittenForAMoment)
         folder.write("work/a.ics", text);
         const bool wasBrief = timer.elapsed() < 200;
         waitAWhile(std::chrono::milliseconds(350));
-        if (wasBrief)
+        if (wasBrief) {
             EXPECT_EQ(loaded.changes(), 0) << half;
+        }
     }
     // What stays like that is meant.
     folder.write("work/a.ics", "");

@@ -12,7 +12,8 @@ TEST(VirtualKeys, nameEachPhysicalKeyOnce)
     for (const KeyCodePair &pair : keyCodePairs) {
         EXPECT_TRUE(virtualKeys.insert(pair.virtualKey).second) << pair.virtualKey;
         EXPECT_TRUE(evdevKeys.insert(pair.evdev).second) << pair.evdev;
-        if (const auto xKey = xKeyCode(pair.virtualKey))
+        if (const auto xKey = xKeyCode(pair.virtualKey)) {
             EXPECT_EQ(virtualKeyForScanCode(*xKey), pair.virtualKey);
+        }
     }
 }

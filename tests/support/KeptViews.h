@@ -19,8 +19,10 @@ public:
 private:
     void SetUp() override
     {
-        window.reset(sharedViews().createWindow(
-            {.module = QStringLiteral("KeloThemeViews"), .component = QStringLiteral("KeloCard")}));
+        kelo::ViewSpec card;
+        card.module = QStringLiteral("KeloThemeViews");
+        card.component = QStringLiteral("KeloCard");
+        window.reset(sharedViews().createWindow(card));
     }
 
     void TearDown() override
