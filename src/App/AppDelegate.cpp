@@ -243,15 +243,16 @@ void AppDelegate::performWhenLoaded(const QString &action, const QString &argume
         return;
     }
     auto *waiting = new QObject(this);
-    const auto performOnce = [this, waiting, action, argument, answer] {
+    connect(this, &AppDelegate::refreshed, waiting, [this, waiting, action, argument, answer] {
         if (!hasTakenInCalendars())
             return;
         disconnect(this, nullptr, waiting, nullptr);
         waiting->deleteLater();
-        answer(perform(action, argument));
-    };
-    // Afterwards: an action may refresh.
-    connect(this, &AppDelegate::refreshed, waiting, performOnce, Qt::QueuedConnection);
+        // Afterwards: an action may refresh.
+        QMetaObject::invokeMethod(
+            this, [this, action, argument, answer] { answer(perform(action, argument)); },
+            Qt::QueuedConnection);
+    });
 }
 
 bool AppDelegate::hasTakenInCalendars() const
