@@ -6,7 +6,7 @@ add_executable(bare-qml-window BareQmlWindow.cpp)
 target_link_libraries(bare-qml-window PRIVATE Qt6::Quick MivoraOptions)
 mivora_bench(
     PanelBench
-    DEPENDS JoinPanel PlatformFake
+    DEPENDS JoinPanel TestSupport
     LIBRARIES BenchBareWindow TestSupport PkgConfig::xcb
     SOURCES Panel.cpp)
 target_include_directories(PanelBench PRIVATE ${CMAKE_SOURCE_DIR}/tests)

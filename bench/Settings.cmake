@@ -2,7 +2,7 @@
 find_package(Qt6 REQUIRED COMPONENTS Test)
 mivora_bench(
     SettingsOpening
-    DEPENDS Settings PlatformFake
+    DEPENDS Settings TestSupport
     LIBRARIES BenchBareWindow TestSupport Qt6::Test
     SOURCES SettingsOpening.cpp)
 target_include_directories(SettingsOpening PRIVATE ${CMAKE_SOURCE_DIR}/tests)

@@ -1,6 +1,6 @@
 #include "KeloSparkle/PackageOpener.h"
 
-#include "KeloPlugin/LateGio.h"
+#include "Platform/linux/LateGio.h"
 
 #include <QCoreApplication>
 #include <QDBusMessage>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "KeloPlugin/PluginFile.h"
+#include "Platform/PluginFile.h"
 
 namespace kelo {
 
@@ -14,7 +14,7 @@ public:
     UpdateEngine *engine();
 
 private:
-    PluginFile m_plugin{"mivora-updates", "MIVORA_UPDATES"};
+    mivora::PluginFile m_plugin{"mivora-updates", "MIVORA_UPDATES"};
 };
 
 } // namespace kelo

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "KeloPlugin/PluginFile.h"
 #include "KeloTheme/ViewHost.h"
+#include "Platform/PluginFile.h"
 
 #include <QObject>
 
@@ -36,7 +36,7 @@ private:
     bool load();
 
     Appearance &m_appearance;
-    PluginFile m_plugin{"mivora-views", "MIVORA_VIEWS"};
+    mivora::PluginFile m_plugin{"mivora-views", "MIVORA_VIEWS"};
     ViewHost *m_host = nullptr;
     bool m_hasFailed = false;
     QObject m_later;

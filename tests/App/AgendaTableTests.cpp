@@ -2,8 +2,8 @@
 
 #include "App/AgendaJson.h"
 #include "App/WorkspaceInstalledApps.h"
-#include "Platform/fake/FakeWorkspace.h"
 #include "Scheduling/SchedulerTest.h"
+#include "support/FakeWorkspace.h"
 
 #include <QJsonDocument>
 

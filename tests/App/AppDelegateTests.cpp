@@ -1,9 +1,9 @@
 #include "Calendar/FakeEventStore.h"
 #include "FakeSurroundings.h"
 #include "JoinPanel/JoinPanelController.h"
-#include "Platform/fake/MemoryDefaultsStore.h"
 #include "Preferences/Settings.h"
 #include "support/MeetingFactory.h"
+#include "support/MemoryDefaultsStore.h"
 
 #include <QTest>
 #include <gtest/gtest.h>

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "App/AppDelegate.h"
-#include "Platform/fake/FakeLoginItem.h"
-#include "Platform/fake/FakePasteboard.h"
-#include "Platform/fake/FakeSystemEvents.h"
-#include "Platform/fake/FakeWorkspace.h"
 #include "support/FakeClock.h"
 #include "support/FakeHotKeyService.h"
+#include "support/FakeLoginItem.h"
+#include "support/FakePasteboard.h"
+#include "support/FakeSystemEvents.h"
+#include "support/FakeWorkspace.h"
 
 namespace mivora {
 

@@ -2,10 +2,10 @@
 
 #include "App/HotKeyRegistration.h"
 #include "App/WorkspaceInstalledApps.h"
-#include "Platform/fake/FakePasteboard.h"
-#include "Platform/fake/FakeWorkspace.h"
 #include "Scheduling/SchedulerTest.h"
 #include "support/FakeHotKeyService.h"
+#include "support/FakePasteboard.h"
+#include "support/FakeWorkspace.h"
 
 #include <QCoreApplication>
 

@@ -1,7 +1,7 @@
 #include "App/MakeUpdater.h"
 #include "KeloTheme/Appearance.h"
 #include "KeloTheme/ViewLoader.h"
-#include "Platform/fake/FakeWorkspace.h"
+#include "support/FakeWorkspace.h"
 
 #include <gtest/gtest.h>
 

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "Onboarding/OnboardingFlow.h"
-#include "Platform/fake/FakeLoginItem.h"
-#include "Platform/fake/MemoryDefaultsStore.h"
 #include "Preferences/Preferences.h"
 #include "Scheduling/Scheduler.h"
 #include "support/FakeClock.h"
 #include "support/FakeEventSource.h"
+#include "support/FakeLoginItem.h"
 #include "support/MeetingFactory.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/SharedViews.h"
 
 #include <QStringList>

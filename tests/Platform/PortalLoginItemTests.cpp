@@ -1,5 +1,5 @@
-#include "Platform/fake/FakeLoginItem.h"
 #include "Platform/linux/PortalLoginItem.h"
+#include "support/FakeLoginItem.h"
 #include "support/FakePortal.h"
 #include "support/PrivateBus.h"
 

@@ -1,7 +1,7 @@
-#include "Platform/fake/FakeLoginItem.h"
-#include "Platform/fake/MemoryDefaultsStore.h"
 #include "Preferences/Preferences.h"
 #include "Preferences/Settings.h"
+#include "support/FakeLoginItem.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/Require.h"
 
 // Any bytes as the stored shortcut: it has a name, or there is none.

@@ -1,6 +1,4 @@
 #include "KeloHotkey/HotKeyService.h"
-#include "Platform/fake/FakeLoginItem.h"
-#include "Platform/fake/MemoryDefaultsStore.h"
 #include "Preferences/Preferences.h"
 #include "Preferences/Settings.h"
 #include "Settings/CalendarsPageModel.h"
@@ -8,6 +6,8 @@
 #include "Settings/SettingsRouter.h"
 #include "support/FakeEventSource.h"
 #include "support/FakeHotKeyService.h"
+#include "support/FakeLoginItem.h"
+#include "support/MemoryDefaultsStore.h"
 
 #include <QSignalSpy>
 #include <gtest/gtest.h>

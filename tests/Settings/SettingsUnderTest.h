@@ -1,12 +1,12 @@
 #pragma once
 
 #include "KeloHotkey/HotKeyService.h"
-#include "Platform/fake/FakeLoginItem.h"
-#include "Platform/fake/MemoryDefaultsStore.h"
 #include "Preferences/Preferences.h"
 #include "Settings/SettingsWindowController.h"
 #include "support/FakeEventSource.h"
 #include "support/FakeHotKeyService.h"
+#include "support/FakeLoginItem.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/SharedViews.h"
 
 namespace mivora {

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "JoinPanel/JoinPanelController.h"
-#include "Platform/fake/FakeLoginItem.h"
-#include "Platform/fake/MemoryDefaultsStore.h"
 #include "Preferences/Preferences.h"
+#include "support/FakeLoginItem.h"
+#include "support/MemoryDefaultsStore.h"
 #include "support/SharedViews.h"
 
 #include <string>

@@ -1,7 +1,7 @@
 #include "Calendar/desktop/DesktopLoader.h"
 
 #include "Calendar/CalendarLog.h"
-#include "KeloPlugin/PluginFile.h"
+#include "Platform/PluginFile.h"
 
 #include <utility>
 
@@ -34,7 +34,7 @@ AuthorizationStatus statusFor(DesktopAccess access)
 
 std::unique_ptr<DesktopCalendars> makeEdsCalendars()
 {
-    kelo::PluginFile file("mivora-eds", "MIVORA_EDS");
+    PluginFile file("mivora-eds", "MIVORA_EDS");
     auto *plugin = file.get<DesktopCalendarsPlugin>();
     if (!plugin) {
         qCWarning(calendarLog, "the desktop's calendars can't be read: %s", qPrintable(file.errorText()));

@@ -11,7 +11,7 @@ namespace mivora {
 /// Gives what stands behind the seam; null, with a line in the log, when it can't be had.
 using DesktopCalendarsFactory = std::function<std::unique_ptr<DesktopCalendars>()>;
 
-/// Loads the plug-in mivora-eds ($MIVORA_EDS, see kelo::PluginFile). Can be called on any thread.
+/// Loads the plug-in mivora-eds ($MIVORA_EDS, see mivora::PluginFile). Can be called on any thread.
 std::unique_ptr<DesktopCalendars> makeEdsCalendars();
 
 /// Reads the desktop's calendars on a thread of its own. Nothing here blocks the caller, except the

@@ -3,15 +3,17 @@
 #include "KeloHotkey/VirtualKeys.h"
 #include "KeloHotkey/backends/NoService.h"
 #include "KeloHotkey/backends/PortalShortcut.h"
-#include "KeloPortal/PortalNames.h"
+#include "Platform/linux/BusCall.h"
 
 #include <QDBusObjectPath>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <algorithm>
 #include <utility>
 
 namespace kelo {
+
+using mivora::portalPath;
+using mivora::PortalPeer;
+using mivora::portalService;
 
 PortalService::PortalService(const HotKeyPurpose &purpose, const QDBusConnection &bus)
     : m_purpose(purpose), m_bus(bus), m_watcher(portalService, bus, QDBusServiceWatcher::WatchForOwnerChange)
@@ -32,17 +34,14 @@ void PortalService::probe()
     QDBusMessage call = QDBusMessage::createMethodCall(
         portalService, portalPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     call << shortcutsInterface << QStringLiteral("version");
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        probed(*watcher);
-        watcher->deleteLater();
-    });
+    mivora::callBus<QDBusVariant>(
+        m_bus, call, this, [this](const QDBusPendingReply<QDBusVariant> &version) { probed(version); });
 }
 
-void PortalService::probed(const QDBusPendingCallWatcher &watcher)
+void PortalService::probed(const QDBusPendingCall &version)
 {
-    if (!watcher.isError())
-        return setPeer(PortalPeer{m_bus, watcher.reply().service()});
+    if (!version.isError())
+        return setPeer(PortalPeer{m_bus, version.reply().service()});
     setPeer(std::nullopt);
     if (!std::exchange(m_hasAdvised, true))
         NoService::logAdvice(m_purpose);

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "KeloHotkey/HotKeyServices.h"
-#include "KeloPortal/PortalRequest.h"
+#include "Platform/linux/PortalRequest.h"
 
 #include <QDBusServiceWatcher>
 #include <map>
 #include <optional>
 
-class QDBusPendingCallWatcher;
+class QDBusPendingCall;
 
 namespace kelo {
 
@@ -39,14 +39,14 @@ private Q_SLOTS:
 
 private:
     void probe();
-    void probed(const QDBusPendingCallWatcher &watcher);
-    void setPeer(std::optional<PortalPeer> peer);
+    void probed(const QDBusPendingCall &version);
+    void setPeer(std::optional<mivora::PortalPeer> peer);
     void portalOwnerChanged(const QString &owner);
 
     HotKeyPurpose m_purpose;
     QDBusConnection m_bus;
     QDBusServiceWatcher m_watcher;
-    std::optional<PortalPeer> m_peer;
+    std::optional<mivora::PortalPeer> m_peer;
     std::map<std::uint32_t, std::unique_ptr<PortalShortcut>> m_shortcuts;
     bool m_isSuspended = false;
     bool m_hasAdvised = false;

@@ -1,13 +1,16 @@
 #include "KeloHotkey/backends/PortalShortcut.h"
 
 #include "KeloHotkey/backends/PortalTrigger.h"
-#include "KeloPortal/PortalNames.h"
 
 #include <QDBusArgument>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 
 namespace kelo {
+
+using mivora::portalPath;
+using mivora::PortalPeer;
+using mivora::PortalRequest;
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include "KeloHotkey/HotKeyCombo.h"
 #include "KeloHotkey/HotKeyServices.h"
-#include "KeloPortal/PortalRequest.h"
+#include "Platform/linux/PortalRequest.h"
 
 #include <memory>
 #include <optional>
@@ -27,7 +27,7 @@ public:
 
     /// Creates a session and binds the combination in it. The user may be asked. A former session is
     /// forgotten.
-    void bind(const PortalPeer &peer);
+    void bind(const mivora::PortalPeer &peer);
 
     /// Ends the session. One that is just being created is ended when it is there.
     static void release(std::unique_ptr<PortalShortcut> shortcut);
@@ -40,7 +40,7 @@ private:
 
     HotKeyCombo m_combo;
     HotKeyPurpose m_purpose;
-    std::optional<PortalPeer> m_peer;
+    std::optional<mivora::PortalPeer> m_peer;
     QString m_session;
     /// The session is being created: until it is there it can't be closed.
     bool m_isCreating = false;

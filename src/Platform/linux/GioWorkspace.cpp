@@ -1,6 +1,6 @@
 #include "Platform/linux/GioWorkspace.h"
 
-#include "KeloPlugin/LateGio.h"
+#include "Platform/linux/LateGio.h"
 #include "Platform/linux/SystemSettingsLinks.h"
 
 #include <QCoreApplication>

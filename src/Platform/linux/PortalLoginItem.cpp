@@ -1,18 +1,14 @@
 #include "Platform/linux/PortalLoginItem.h"
 
-#include "KeloPortal/PortalNames.h"
-#include "KeloPortal/PortalRequest.h"
 #include "Platform/SystemLog.h"
+#include "Platform/linux/BusCall.h"
+#include "Platform/linux/PortalRequest.h"
 
-#include <QDBusPendingCallWatcher>
 #include <QFile>
 
 namespace mivora {
 
 namespace {
-
-using kelo::portalPath;
-using kelo::portalService;
 
 const QString backgroundInterface = QStringLiteral("org.freedesktop.portal.Background");
 
@@ -29,24 +25,22 @@ std::optional<QString> PortalLoginItem::setEnabled(bool enabled)
     auto call = QDBusMessage::createMethodCall(
         portalService, portalPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     call << backgroundInterface << QStringLiteral("version");
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, enabled] {
-        if (watcher->isError())
+    callBus<QDBusVariant>(m_bus, call, this, [this, enabled](const QDBusPendingReply<QDBusVariant> &version) {
+        if (version.isError())
             answered(false, enabled);
         else
-            request({m_bus, watcher->reply().service()}, enabled);
-        watcher->deleteLater();
+            request({m_bus, version.reply().service()}, enabled);
     });
     return std::nullopt;
 }
 
-void PortalLoginItem::request(const kelo::PortalPeer &portal, bool enabled)
+void PortalLoginItem::request(const PortalPeer &portal, bool enabled)
 {
-    auto *request = new kelo::PortalRequest(portal, this);
-    connect(request, &kelo::PortalRequest::succeeded, this, [this, enabled](const QVariantMap &results) {
+    auto *request = new PortalRequest(portal, this);
+    connect(request, &PortalRequest::succeeded, this, [this, enabled](const QVariantMap &results) {
         answered(results.value(QStringLiteral("autostart")).toBool() == enabled, enabled);
     });
-    connect(request, &kelo::PortalRequest::failed, this, [this, enabled] { answered(false, enabled); });
+    connect(request, &PortalRequest::failed, this, [this, enabled] { answered(false, enabled); });
     const QVariantMap options{
         {QStringLiteral("handle_token"), request->token()},
         {QStringLiteral("reason"), tr("Mivora counts down to your next meeting from the moment you log in.")},

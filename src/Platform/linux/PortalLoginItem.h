@@ -6,11 +6,9 @@
 #include <QObject>
 #include <memory>
 
-namespace kelo {
-struct PortalPeer;
-}
-
 namespace mivora {
+
+struct PortalPeer;
 
 /// The login item of a sandbox, whose own autostart entries no session sees: asked for through
 /// org.freedesktop.portal.Background. Nothing here waits for the portal, or for the user whom it may ask.
@@ -34,7 +32,7 @@ public:
     std::optional<QString> setEnabled(bool enabled) override;
 
 private:
-    void request(const kelo::PortalPeer &portal, bool enabled);
+    void request(const PortalPeer &portal, bool enabled);
     void answered(bool asWanted, bool enabled);
 
     std::unique_ptr<LoginItem> m_memory;

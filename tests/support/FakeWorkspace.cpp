@@ -1,4 +1,4 @@
-#include "Platform/fake/FakeWorkspace.h"
+#include "support/FakeWorkspace.h"
 
 #include <QCoreApplication>
 

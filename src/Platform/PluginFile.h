@@ -2,7 +2,7 @@
 
 #include <QPluginLoader>
 
-namespace kelo {
+namespace mivora {
 
 /// A plug-in that belongs to the program: a part that most days, or most machines, can do without. Looked for
 /// in the file that \a variable names in the environment, then in lib/mivora and lib beside the program's bin
@@ -27,4 +27,4 @@ private:
     QPluginLoader m_loader;
 };
 
-} // namespace kelo
+} // namespace mivora

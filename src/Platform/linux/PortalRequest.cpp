@@ -1,12 +1,12 @@
-#include "KeloPortal/PortalRequest.h"
+#include "Platform/linux/PortalRequest.h"
+
+#include "Platform/linux/BusCall.h"
 
 #include <QDBusArgument>
 #include <QDBusObjectPath>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
 #include <QUuid>
 
-namespace kelo {
+namespace mivora {
 
 QDBusMessage PortalPeer::call(const QString &path, const QString &interface, const QString &method) const
 {
@@ -29,9 +29,7 @@ void PortalRequest::send(const QDBusMessage &call)
     QString sender = m_peer.bus.baseService().mid(1);
     sender.replace(QLatin1Char('.'), QLatin1Char('_'));
     listenAt(QStringLiteral("/org/freedesktop/portal/desktop/request/%1/%2").arg(sender, m_token));
-    auto *watcher = new QDBusPendingCallWatcher(m_peer.bus.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        const QDBusPendingReply<QDBusObjectPath> reply = *watcher;
+    callBus<QDBusObjectPath>(m_peer.bus, call, this, [this](const QDBusPendingReply<QDBusObjectPath> &reply) {
         if (reply.isError()) {
             Q_EMIT failed();
             deleteLater();
@@ -59,4 +57,4 @@ void PortalRequest::onResponse(const QDBusMessage &message)
     deleteLater();
 }
 
-} // namespace kelo
+} // namespace mivora

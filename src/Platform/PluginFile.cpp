@@ -1,9 +1,9 @@
-#include "KeloPlugin/PluginFile.h"
+#include "Platform/PluginFile.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
 
-namespace kelo {
+namespace mivora {
 
 namespace {
 
@@ -27,4 +27,4 @@ QObject *PluginFile::object()
     return m_loader.instance();
 }
 
-} // namespace kelo
+} // namespace mivora

@@ -5,7 +5,11 @@
 #include <QObject>
 #include <QVariantMap>
 
-namespace kelo {
+namespace mivora {
+
+/// Where the desktop portal is found on the session bus.
+inline const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
+inline const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 
 /// A desktop portal as its clients see it: the bus and the unique name of the portal on it.
 struct PortalPeer
@@ -52,4 +56,4 @@ private:
     QString m_path;
 };
 
-} // namespace kelo
+} // namespace mivora

@@ -1,4 +1,4 @@
-#include "Platform/fake/MemoryDefaultsStore.h"
+#include "support/MemoryDefaultsStore.h"
 
 namespace mivora {
 
