@@ -12,19 +12,24 @@ namespace mivora {
 
 namespace {
 
-int readTitleWidth(const DefaultsStore &store)
+// What was set is used as it was given until the next start, also when another setting is read in anew: so a
+// stored value that is the current one stays.
+
+int readTitleWidth(const DefaultsStore &store, int current)
 {
     const qint64 stored = store.integer(settingsKey::titleWidth).value_or(registered::titleWidth);
+    if (stored == current)
+        return current;
     return static_cast<int>(
         std::clamp<qint64>(stored, Preferences::minTitleWidth, Preferences::maxTitleWidth));
 }
 
-int readLeadMinutes(const DefaultsStore &store)
+int readLeadMinutes(const DefaultsStore &store, int current)
 {
     const qint64 stored = store.integer(settingsKey::leadMinutes).value_or(registered::leadMinutes);
     const auto &choices = Preferences::leadMinuteChoices;
-    const auto choice = std::find(choices.begin(), choices.end(), stored);
-    return choice == choices.end() ? static_cast<int>(registered::leadMinutes) : *choice;
+    const bool isUsable = stored == current || std::ranges::find(choices, stored) != choices.end();
+    return static_cast<int>(isUsable ? stored : registered::leadMinutes);
 }
 
 PanelCorner readPanelCorner(const DefaultsStore &store)
@@ -68,8 +73,8 @@ void Preferences::readStore()
     const auto list = [this](const QString &key) { return m_store.stringList(key).value_or(QStringList()); };
 
     update(m_showTitle, flag(settingsKey::showTitle, registered::showTitle), &Preferences::showTitleChanged);
-    update(m_titleWidth, readTitleWidth(m_store), &Preferences::titleWidthChanged);
-    update(m_leadMinutes, readLeadMinutes(m_store), &Preferences::leadMinutesChanged);
+    update(m_titleWidth, readTitleWidth(m_store, m_titleWidth), &Preferences::titleWidthChanged);
+    update(m_leadMinutes, readLeadMinutes(m_store, m_leadMinutes), &Preferences::leadMinutesChanged);
     update(m_panelCorner, readPanelCorner(m_store), &Preferences::panelCornerChanged);
     update(m_remindWithoutLink, flag(settingsKey::remindWithoutLink, registered::remindWithoutLink),
            &Preferences::remindWithoutLinkChanged);
