@@ -4,12 +4,6 @@
 
 namespace mivora {
 
-QTimeZone userTimeZone()
-{
-    const QTimeZone zone = QTimeZone::systemTimeZone();
-    return zone.isValid() ? zone : QTimeZone::utc();
-}
-
 QDateTime localTime(Timestamp time, const QTimeZone &zone)
 {
     return QDateTime::fromSecsSinceEpoch(qint64(std::floor(secondsSinceEpoch(time))), zone);
@@ -17,10 +11,7 @@ QDateTime localTime(Timestamp time, const QTimeZone &zone)
 
 Timestamp startOfDay(Timestamp time, const QTimeZone &zone, int daysLater)
 {
-    const QDate day = localTime(time, zone).date().addDays(daysLater);
-    QDateTime start = day.startOfDay(zone);
-    if (!start.isValid())
-        start = day.addDays(1).startOfDay(zone);
+    const QDateTime start = startOfDay(localTime(time, zone).date().addDays(daysLater), zone);
     if (!start.isValid())
         qFatal("Mivora: the calendar has no day %d days after %.0f", daysLater, secondsSinceEpoch(time));
     return timestampFromSeconds(double(start.toSecsSinceEpoch()));

@@ -30,6 +30,9 @@ TEST_F(SchedulerDays, followTheUsersZone)
          "2018-11-05T00:00:00-02:00"},
         {"Africa/Cairo", "2026-04-23T20:00:00+02:00", "2026-04-24T01:00:00+03:00",
          "2026-04-25T00:00:00+03:00"},
+        {"America/Havana", "2026-10-31T20:00:00-04:00", "2026-11-01T00:00:00-04:00",
+         "2026-11-02T00:00:00-05:00"},
+        {"Atlantic/Azores", "2026-10-24T20:00:00Z", "2026-10-25T00:00:00Z", "2026-10-26T00:00:00-01:00"},
         {"Pacific/Apia", "2011-12-29T20:00:00-10:00", "2011-12-31T00:00:00+14:00",
          "2012-01-01T00:00:00+14:00"},
     };
@@ -144,17 +147,23 @@ TEST_F(SchedulerDays, withoutAccessAllIsEmptyAndNothingIsFetched)
     EXPECT_EQ(takeCalls(), (Titles{"panel none", "refresh", "refresh"}));
 }
 
-TEST_F(SchedulerDays, theSystemsZoneIsMeantUnlessAnotherIsSet)
+TEST_F(SchedulerDays, theZoneOfTheEnvironmentIsReadAsTheCLibraryReadsIt)
 {
-    Scheduler other(source, prefs, clock);
+    Scheduler ofTheSystem(source, prefs, clock);
     const QByteArray before = qgetenv("TZ");
-    qputenv("TZ", "Asia/Tokyo");
-    clock.time = at("2026-03-10T10:00:00Z");
-    other.refresh();
-    EXPECT_EQ(source.fetches.front().end, at("2026-03-11T00:00:00+09:00"));
-    qputenv("TZ", "America/New_York");
-    other.refresh();
-    EXPECT_EQ(source.fetches.back().end, at("2026-03-11T00:00:00-04:00"));
+    for (const auto &[zone, startOfTomorrow] :
+         {std::pair("Asia/Tokyo", "2026-03-11T00:00:00+09:00"),
+          {"/usr/share/zoneinfo/Asia/Tokyo", "2026-03-11T00:00:00+09:00"},
+          {"UTC-5", "2026-03-11T00:00:00+05:00"},
+          {":UTC3:30", "2026-03-11T00:00:00-03:30"},
+          {"EST5EDT4", "2026-03-11T00:00:00-04:00"}, // in summer since the second Sunday of March
+          {"CET-1CEST,M3.5.0,M10.5.0/3", "2026-03-11T00:00:00+01:00"},
+          {"Nowhere", "2026-03-11T00:00:00Z"}}) {
+        qputenv("TZ", zone);
+        clock.time = at("2026-03-10T06:00:00Z");
+        ofTheSystem.refresh();
+        EXPECT_EQ(source.fetches.back().end, at(startOfTomorrow)) << zone;
+    }
     before.isNull() ? qunsetenv("TZ") : qputenv("TZ", before);
 }
 

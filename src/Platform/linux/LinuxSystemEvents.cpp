@@ -1,5 +1,7 @@
 #include "Platform/linux/LinuxSystemEvents.h"
 
+#include "Platform/TimeZone.h"
+
 #include <QFileInfo>
 #include <ctime>
 
@@ -21,7 +23,7 @@ QString fingerprint(const QString &path)
 LinuxSystemEvents::Sources LinuxSystemEvents::Sources::ofTheSystem(const QDBusConnection &systemBus)
 {
     return {systemBus, QStringLiteral("/etc/localtime"), [] { return QDateTime::currentDateTime(); },
-            [](const QDateTime &time) { return time.date().addDays(1).startOfDay(); }};
+            [](const QDateTime &time) { return startOfDay(time.date().addDays(1), userTimeZone()); }};
 }
 
 LinuxSystemEvents::LinuxSystemEvents(Sources sources, QObject *parent)
