@@ -1,7 +1,7 @@
 #include "Calendar/EventKitSource.h"
-#include "Calendar/LoadWait.h"
 #include "Calendar/folder/FolderStore.h"
 #include "CalendarSamples.h"
+#include "LoadWait.h"
 
 #include <QCoreApplication>
 #include <QTimeZone>
@@ -24,7 +24,7 @@ std::unique_ptr<FolderStore> loadedStore(const std::string &root)
 {
     FolderStore::Setup setup{{root}, windowAround(now, QTimeZone("Europe/Berlin")), {"ann@example.com"}};
     auto store = std::make_unique<FolderStore>(std::move(setup));
-    waitUntilLoaded(*store, std::chrono::minutes(1));
+    waitUntilLoaded(*store);
     return store;
 }
 

@@ -1,9 +1,9 @@
 #include "Calendar/EventKitSource.h"
-#include "Calendar/LoadWait.h"
 #include "Calendar/desktop/DesktopStore.h"
 #include "CalendarEds/EdsMaker.h"
 #include "CalendarEds/EdsWorld.h"
 #include "CalendarSamples.h"
+#include "LoadWait.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -54,7 +54,7 @@ std::unique_ptr<DesktopStore> loadedStore()
         DesktopStore::Setup{.bus = QDBusConnection::sessionBus(),
                             .window = windowAround(now, QTimeZone("Europe/Berlin")),
                             .addresses = {"ann@example.com"}});
-    waitUntilLoaded(*store, std::chrono::minutes(1));
+    waitUntilLoaded(*store);
     return store;
 }
 

@@ -3,11 +3,12 @@
 #include "App/AgendaJson.h"
 #include "App/CalendarStores.h"
 #include "App/MakeUpdater.h"
-#include "Calendar/LoadWait.h"
 #include "Calendar/LocalDay.h"
 #include "Platform/linux/GioWorkspace.h"
 #include "Platform/linux/LinuxPlatform.h"
 #include "Platform/linux/XdgLoginItem.h"
+
+#include <QTimer>
 
 namespace mivora {
 
@@ -63,11 +64,31 @@ CalendarSession::CalendarSession(const SessionOptions &options)
     m_scheduler->setTimeZone(m_zone);
 }
 
-bool CalendarSession::load()
+void CalendarSession::whenLoaded(std::function<void(bool)> then)
 {
-    const bool loaded = waitUntilLoaded(m_source->store(), std::chrono::minutes(1));
-    m_scheduler->refresh();
-    return loaded;
+    EventStore &store = m_source->store();
+    // Both wake-ups go with it: what comes first is the last.
+    auto *wait = new QTimer(this);
+    wait->setSingleShot(true);
+    const auto check = [this, wait, &store, then = std::move(then)] {
+        if (!store.isLoaded() && wait->remainingTime() > 0)
+            return;
+        wait->disconnect();
+        store.disconnect(wait);
+        wait->deleteLater();
+        m_scheduler->refresh();
+        then(store.isLoaded());
+    };
+    connect(wait, &QTimer::timeout, wait, check);
+    connect(&store, &EventStore::changed, wait, check, Qt::QueuedConnection);
+    wait->start(store.isLoaded() ? std::chrono::minutes(0) : std::chrono::minutes(1));
+}
+
+void CalendarSession::updateTimeZone()
+{
+    m_zone = userTimeZone();
+    m_source->store().setTimeZone(m_zone);
+    m_scheduler->setTimeZone(m_zone);
 }
 
 QJsonObject CalendarSession::agenda() const

@@ -10,7 +10,9 @@
 #include "Scheduling/Scheduler.h"
 
 #include <QJsonObject>
+#include <QObject>
 #include <QTimeZone>
+#include <functional>
 #include <memory>
 
 namespace mivora {
@@ -29,13 +31,19 @@ struct SessionOptions
 
 /// The core of the program without a desktop around it: calendars, settings and scheduler, for commands. It
 /// begins to load at once.
-class CalendarSession final
+class CalendarSession final : public QObject
 {
+    Q_OBJECT
+
 public:
     explicit CalendarSession(const SessionOptions &options);
 
-    /// Waits for the first load, in the event loop, and refreshes. False when it takes longer than a minute.
-    bool load();
+    /// Refreshes, and calls \a then from the event loop, when the calendars have been read, or after a
+    /// minute: then \a then is told that not all of them are there.
+    void whenLoaded(std::function<void(bool areComplete)> then);
+
+    /// From now on the days are those of the user's time zone as it is now.
+    void updateTimeZone();
 
     /// The agenda as it is now, in its public JSON form.
     QJsonObject agenda() const;

@@ -11,9 +11,11 @@ namespace {
 int printStatus()
 {
     CalendarSession session({});
-    session.load();
-    print(session.agenda().value(QLatin1String("authorization")).toString().toUtf8() + '\n');
-    return exitDone;
+    session.whenLoaded([&session](bool) {
+        print(session.agenda().value(QLatin1String("authorization")).toString().toUtf8() + '\n');
+        QCoreApplication::exit(exitDone);
+    });
+    return QCoreApplication::exec();
 }
 
 int report(bool written)

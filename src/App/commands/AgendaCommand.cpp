@@ -98,9 +98,12 @@ int runAgenda(const AgendaRequest &request)
             return show(*agenda, request);
     }
     CalendarSession session(options);
-    if (!session.load())
-        complain(CommandLineTexts::tr("the calendars took too long to load; what is shown is not all"));
-    return show(session.agenda(), request);
+    session.whenLoaded([&](bool areComplete) {
+        if (!areComplete)
+            complain(CommandLineTexts::tr("the calendars took too long to load; what is shown is not all"));
+        QCoreApplication::exit(show(session.agenda(), request));
+    });
+    return QCoreApplication::exec();
 }
 
 } // namespace mivora

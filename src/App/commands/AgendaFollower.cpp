@@ -4,26 +4,21 @@
 #include "App/NextChange.h"
 #include "Remote/AgendaChange.h"
 
-#include <algorithm>
+#include <QTimer>
 #include <cmath>
 
 namespace mivora {
 
 namespace {
 
-/// Timers stand still while the machine sleeps and know nothing of a clock that is set: look again at least
-/// this often.
-constexpr double longestWaitSeconds = 30;
 constexpr std::chrono::seconds askAgainAfter{1};
 
 } // namespace
 
 AgendaFollower::AgendaFollower(SessionOptions options, RunningProgram running, Printer printer)
-    : m_options(std::move(options)), m_printer(std::move(printer)), m_running(running)
+    : m_options(std::move(options)), m_printer(std::move(printer)), m_running(running),
+      m_systemEvents(LinuxSystemEvents::Sources::ofTheSystem(QDBusConnection::systemBus()))
 {
-    m_timer.setSingleShot(true);
-    m_timer.setTimerType(Qt::PreciseTimer);
-    connect(&m_timer, &QTimer::timeout, this, &AgendaFollower::refreshSession);
 }
 
 void AgendaFollower::start()
@@ -44,7 +39,6 @@ void AgendaFollower::start()
 
 void AgendaFollower::followInstance()
 {
-    m_timer.stop();
     m_session.reset();
     if (const auto agenda = m_instance.agenda())
         return show(*agenda);
@@ -58,14 +52,31 @@ void AgendaFollower::followInstance()
 void AgendaFollower::followSession()
 {
     m_session = std::make_unique<CalendarSession>(m_options);
-    m_session->load();
-    m_session->source().setOnChange([this] { refreshSession(); });
+    m_session->whenLoaded([this](bool) {
+        observeSession();
+        refreshSession();
+    });
+}
+
+void AgendaFollower::observeSession()
+{
+    CalendarSession *session = m_session.get();
+    const auto refreshOn = [&](auto *sender, auto signal) {
+        connect(sender, signal, session, [this] { refreshSession(); });
+    };
+    session->source().setOnChange([this] { refreshSession(); });
     for (const auto signal :
          {&Preferences::showTitleChanged, &Preferences::titleWidthChanged, &Preferences::leadMinutesChanged,
           &Preferences::remindWithoutLinkChanged, &Preferences::disabledCalendarIDsChanged,
           &Preferences::browserServicesChanged, &Preferences::joinHotKeyChanged})
-        connect(&m_session->prefs(), signal, this, &AgendaFollower::refreshSession);
-    refreshSession();
+        refreshOn(&session->prefs(), signal);
+    refreshOn(&m_systemEvents, &SystemEvents::didWake);
+    refreshOn(&m_nextChange, &RealTimeAlarm::reached);
+    refreshOn(&m_nextChange, &RealTimeAlarm::clockWasSet);
+    connect(&m_systemEvents, &SystemEvents::timeZoneChanged, session, [this, session] {
+        session->updateTimeZone();
+        refreshSession();
+    });
 }
 
 void AgendaFollower::refreshSession()
@@ -73,10 +84,9 @@ void AgendaFollower::refreshSession()
     m_session->scheduler().refresh();
     show(m_session->agenda());
     const Timestamp now = m_session->clock().now();
-    const Timestamp next =
-        nextChangeAfter(now, m_session->scheduler(), m_session->prefs(), m_session->zone());
-    const double seconds = std::min((next - now).count(), longestWaitSeconds);
-    m_timer.start(std::max(1, int(std::ceil(seconds * 1000))));
+    const Seconds left =
+        nextChangeAfter(now, m_session->scheduler(), m_session->prefs(), m_session->zone()) - now;
+    m_nextChange.set(QDateTime::currentDateTimeUtc().addMSecs(qint64(std::ceil(left.count() * 1000))));
 }
 
 void AgendaFollower::show(const QJsonObject &agenda)

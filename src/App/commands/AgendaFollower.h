@@ -1,10 +1,11 @@
 #pragma once
 
 #include "App/CalendarSession.h"
+#include "Platform/linux/LinuxSystemEvents.h"
+#include "Platform/linux/RealTimeAlarm.h"
 #include "Remote/RunningInstance.h"
 
 #include <QObject>
-#include <QTimer>
 #include <functional>
 
 namespace mivora {
@@ -25,6 +26,7 @@ public:
 
 private:
     void followSession();
+    void observeSession();
     void followInstance();
     void refreshSession();
     void show(const QJsonObject &agenda);
@@ -35,7 +37,9 @@ private:
     RunningInstance m_instance;
     RunningProgram m_running;
     std::unique_ptr<CalendarSession> m_session;
-    QTimer m_timer;
+    LinuxSystemEvents m_systemEvents;
+    /// Goes off when the session's agenda changes by time alone.
+    RealTimeAlarm m_nextChange;
 };
 
 } // namespace mivora

@@ -1,24 +1,24 @@
-#include "Calendar/LoadWait.h"
+#pragma once
 
 #include "Calendar/EventStore.h"
 
 #include <QEventLoop>
 #include <QTimer>
+#include <chrono>
 
 namespace mivora {
 
-bool waitUntilLoaded(EventStore &store, std::chrono::milliseconds limit)
+/// Runs the event loop until \a store has loaded, or for a minute.
+inline void waitUntilLoaded(EventStore &store)
 {
-    if (store.isLoaded())
-        return true;
     QEventLoop loop;
     QObject::connect(&store, &EventStore::changed, &loop, [&] {
         if (store.isLoaded())
             loop.quit();
     });
-    QTimer::singleShot(limit, &loop, &QEventLoop::quit);
-    loop.exec();
-    return store.isLoaded();
+    QTimer::singleShot(std::chrono::minutes(1), &loop, &QEventLoop::quit);
+    if (!store.isLoaded())
+        loop.exec();
 }
 
 } // namespace mivora
