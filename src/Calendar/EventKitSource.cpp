@@ -183,7 +183,8 @@ void EventKitSource::forgetUnused(std::size_t inUse)
 
 void EventKitSource::handleStoreChange()
 {
-    Q_ASSERT_X(QThread::currentThread() == thread(), "EventKitSource", "changes belong to the main thread");
+    if (QThread::currentThread() != thread())
+        qFatal("EventKitSource: changes belong to the main thread");
     if (m_onChange)
         m_onChange();
 }

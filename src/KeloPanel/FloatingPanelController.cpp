@@ -14,9 +14,11 @@ namespace {
 // Long enough that a busy hour of meetings doesn't make the view again and again.
 constexpr std::chrono::minutes releaseAfter{10};
 
-void assertMainThread()
+/// In release builds as well: from another thread, nothing that follows can be right.
+void requireMainThread()
 {
-    Q_ASSERT_X(QThread::currentThread() == qApp->thread(), "KeloPanel", "panels belong to the main thread");
+    if (QThread::currentThread() != qApp->thread())
+        qFatal("KeloPanel: panels belong to the main thread");
 }
 
 } // namespace
@@ -25,11 +27,11 @@ FloatingPanelController::FloatingPanelController(ViewLoader &views, PanelContent
     : m_panel(views, std::move(content))
 {
     m_panel.keyHandler = [this](const KeyEvent &event) {
-        assertMainThread();
+        requireMainThread();
         return keyHandler && keyHandler(event);
     };
     m_panel.onResignKey = [this] {
-        assertMainThread();
+        requireMainThread();
         resignKey();
     };
     m_releaseTimer.setSingleShot(true);
