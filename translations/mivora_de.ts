@@ -950,6 +950,10 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <source>Settings can&apos;t be saved: %1</source>
         <translation>Einstellungen können nicht gespeichert werden: %1</translation>
     </message>
+    <message>
+        <source>your calendars are still being read; try again in a moment</source>
+        <translation>Ihre Kalender werden noch gelesen; versuchen Sie es gleich noch einmal</translation>
+    </message>
 </context>
 <context>
     <name>mivora::CalendarListModel</name>

@@ -950,6 +950,10 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <source>Settings can&apos;t be saved: %1</source>
         <translation>Impossible d’enregistrer les paramètres&#xa0;: %1</translation>
     </message>
+    <message>
+        <source>your calendars are still being read; try again in a moment</source>
+        <translation>vos calendriers sont encore en cours de lecture&#xa0;; réessayez dans un instant</translation>
+    </message>
 </context>
 <context>
     <name>mivora::CalendarListModel</name>

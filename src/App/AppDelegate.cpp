@@ -18,6 +18,8 @@
 #include <QCoreApplication>
 #include <QJsonDocument>
 #include <QLocale>
+#include <algorithm>
+#include <array>
 #include <utility>
 
 namespace mivora {
@@ -25,6 +27,9 @@ namespace mivora {
 namespace {
 
 const QString applicationName = QStringLiteral("Mivora");
+
+/// A command is answered this long before its caller gives up.
+constexpr std::chrono::milliseconds answerMargin{1'500};
 
 } // namespace
 
@@ -122,10 +127,12 @@ void AppDelegate::calendarsChanged()
 
 void AppDelegate::takeInChanges()
 {
-    m_areChangesDue = false;
+    if (!std::exchange(m_areChangesDue, false))
+        return;
     m_scheduler->refresh();
     if (m_settingsWindow)
         m_settingsWindow->calendarsChanged();
+    performWaiting();
 }
 
 bool AppDelegate::openSettings(std::optional<SettingsPage> page)
@@ -234,30 +241,36 @@ std::optional<QString> AppDelegate::perform(const QString &action, const QString
     return tr("Mivora knows no action \"%1\"").arg(action);
 }
 
-void AppDelegate::performWhenLoaded(const QString &action, const QString &argument,
-                                    const std::function<void(const std::optional<QString> &)> &answer)
+void AppDelegate::perform(const BusCommand &command)
 {
-    const bool isAboutMeetings = action != QLatin1String("settings") && action != QLatin1String("quit");
-    if (!isAboutMeetings || hasTakenInCalendars()) {
-        answer(perform(action, argument));
-        return;
-    }
-    auto *waiting = new QObject(this);
-    connect(this, &AppDelegate::refreshed, waiting, [this, waiting, action, argument, answer] {
-        if (!hasTakenInCalendars())
-            return;
-        disconnect(this, nullptr, waiting, nullptr);
-        waiting->deleteLater();
-        // Afterwards: an action may refresh.
-        QMetaObject::invokeMethod(
-            this, [this, action, argument, answer] { answer(perform(action, argument)); },
-            Qt::QueuedConnection);
-    });
+    m_waiting.push_back({command, QDeadlineTimer(callerPatience - answerMargin)});
+    if (m_areChangesDue)
+        takeInChanges();
+    else
+        performWaiting();
+    if (!m_waiting.empty())
+        QTimer::singleShot(callerPatience - answerMargin, Qt::PreciseTimer, this,
+                           &AppDelegate::performWaiting);
 }
 
-bool AppDelegate::hasTakenInCalendars() const
+void AppDelegate::performWaiting()
 {
-    return m_source.store().isLoaded() && !m_areChangesDue;
+    static constexpr std::array aboutMeetings{QLatin1String("join"), QLatin1String("copy"),
+                                              QLatin1String("snooze"), QLatin1String("dismiss")};
+    for (const WaitingCommand &waiting : std::exchange(m_waiting, {})) {
+        const BusCommand &command = waiting.command;
+        if (!command.caller)
+            continue;
+        const auto failure = perform(command.action, command.argument);
+        const bool mayYetBeDone = failure && !m_source.store().isLoaded() &&
+                                  std::ranges::find(aboutMeetings, command.action) != aboutMeetings.end();
+        if (!mayYetBeDone)
+            command.answer(failure);
+        else if (waiting.patience.hasExpired())
+            command.answer(tr("your calendars are still being read; try again in a moment"));
+        else
+            m_waiting.push_back(waiting);
+    }
 }
 
 std::optional<QString> AppDelegate::performSettings(const QString &page)

@@ -9,6 +9,7 @@
 #include "KeloTheme/Appearance.h"
 #include "KeloTheme/ViewLoader.h"
 #include "Preferences/Preferences.h"
+#include "Remote/ApplicationService.h"
 #include "Scheduling/Clock.h"
 #include "Scheduling/Scheduler.h"
 #include "Settings/SettingsPage.h"
@@ -16,9 +17,11 @@
 #include "StatusBar/StatusMenu.h"
 
 #include <QDBusConnection>
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QTimer>
 #include <memory>
+#include <vector>
 
 namespace kelo {
 class HotKeyService;
@@ -27,7 +30,6 @@ class Updater;
 
 namespace mivora {
 
-class ApplicationService;
 class ConflictAlert;
 class HotKeyRegistration;
 class OnboardingFlow;
@@ -78,10 +80,10 @@ public:
     /// Has the command line's verb \a action done. Nothing when it was done, else why not, in one line.
     std::optional<QString> perform(const QString &action, const QString &argument);
 
-    /// The same once the calendars have been read for the first time, where the action is about meetings: a
-    /// launcher may have started the program for it. \a answer is given what perform() returns.
-    void performWhenLoaded(const QString &action, const QString &argument,
-                           const std::function<void(const std::optional<QString> &failure)> &answer);
+    /// The same for a command that came over the bus. One about meetings that can't be done with what is
+    /// known of the calendars waits while these are read for the first time, but not longer than its caller
+    /// does.
+    void perform(const BusCommand &command);
 
     /// The agenda in its public JSON form.
     QByteArray agenda() const;
@@ -97,7 +99,7 @@ private:
     void installObservers();
     void calendarsChanged();
     void takeInChanges();
-    bool hasTakenInCalendars() const;
+    void performWaiting();
     void tellUnsavedSettings(const QString &reason);
     bool openSettings(std::optional<SettingsPage> page);
     void openSystemSettings(const QString &link);
@@ -129,6 +131,14 @@ private:
     std::unique_ptr<SettingsWindowController> m_settingsWindow;
     std::unique_ptr<OnboardingFlow> m_onboarding;
     bool m_areChangesDue = false;
+
+    struct WaitingCommand
+    {
+        BusCommand command;
+        QDeadlineTimer patience;
+    };
+
+    std::vector<WaitingCommand> m_waiting;
 };
 
 } // namespace mivora

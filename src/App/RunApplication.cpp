@@ -44,10 +44,9 @@ ApplicationActions actionsOf(AppDelegate &delegate, StartedBy startedBy)
     const auto isFirstRequest = std::make_shared<bool>(true);
     const bool isStart = startedBy == StartedBy::sessionBus;
     return {.perform =
-                [&delegate, isFirstRequest](const QString &action, const QString &argument,
-                                            const ApplicationActions::Answer &answer) {
+                [&delegate, isFirstRequest](const BusCommand &command) {
                     *isFirstRequest = false;
-                    delegate.performWhenLoaded(action, argument, answer);
+                    delegate.perform(command);
                 },
             .activate =
                 [&delegate, isFirstRequest, isStart] {

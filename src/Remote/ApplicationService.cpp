@@ -34,13 +34,7 @@ public Q_SLOTS:
     void ActivateAction(const QString &action, const QVariantList &parameters, const QVariantMap &,
                         const QDBusMessage &call)
     {
-        const QString argument = parameters.isEmpty() ? QString() : parameters.first().toString();
-        call.setDelayedReply(true);
-        m_service->m_actions.perform(
-            action, argument, [bus = m_service->m_bus, call](const std::optional<QString> &failure) {
-                bus.send(failure ? call.createErrorReply(QLatin1String(couldNotError), *failure)
-                                 : call.createReply());
-            });
+        m_service->perform(action, parameters.isEmpty() ? QString() : parameters.first().toString(), call);
     }
 
 private:
@@ -104,6 +98,25 @@ void ApplicationService::tellNoBus()
     writeToSystemLog(
         QStringLiteral("Mivora: there is no session bus: no status area but an XEmbed tray shows the "
                        "icon, and no command reaches this program"));
+}
+
+void ApplicationService::perform(const QString &action, const QString &argument, const QDBusMessage &call)
+{
+    call.setDelayedReply(true);
+    auto *caller = new QDBusServiceWatcher(this);
+    // One that wants no answer may be gone before the command is performed.
+    if (call.isReplyRequired()) {
+        caller->setConnection(m_bus);
+        caller->setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
+        caller->addWatchedService(call.service());
+        connect(caller, &QDBusServiceWatcher::serviceUnregistered, caller, &QObject::deleteLater);
+    }
+    const auto answer = [bus = m_bus, call, caller](const std::optional<QString> &failure) {
+        bus.send(failure ? call.createErrorReply(QLatin1String(couldNotError), *failure)
+                         : call.createReply());
+        caller->deleteLater();
+    };
+    m_actions.perform({action, argument, caller, answer});
 }
 
 QString ApplicationService::followedAgenda(const QString &follower)

@@ -3,8 +3,10 @@
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>
 #include <QObject>
+#include <QPointer>
 #include <QVariantList>
 #include <QVariantMap>
+#include <chrono>
 #include <functional>
 #include <optional>
 
@@ -22,14 +24,25 @@ inline constexpr const char *couldNotError = "app.kelo.Mivora.Error.CouldNot";
 /// alone on.
 bool claimApplicationName(const QDBusConnection &bus);
 
+/// How long a caller waits for the answer to a command.
+inline constexpr std::chrono::milliseconds callerPatience{4'500};
+
+/// A command that came over the bus.
+struct BusCommand
+{
+    QString action;
+    QString argument;
+    /// Gone when nobody waits for the answer any more.
+    QPointer<QObject> caller;
+    /// To be called once: with nothing when the command was done, else with one line that says why not.
+    std::function<void(const std::optional<QString> &failure)> answer;
+};
+
 /// What others can ask of the running program.
 struct ApplicationActions
 {
-    /// Told nothing when a command was done, else one line that says why not.
-    using Answer = std::function<void(const std::optional<QString> &failure)>;
-
-    /// Runs the command \a action with its optional \a argument, and answers then or later.
-    std::function<void(const QString &action, const QString &argument, const Answer &answer)> perform;
+    /// Performs the command now or later.
+    std::function<void(const BusCommand &command)> perform;
     /// The program was started again: bring its settings up.
     std::function<void()> activate;
     /// The agenda as `mivora agenda --json` prints it.
@@ -60,6 +73,7 @@ private:
     friend class ApplicationAdaptor;
     friend class AgendaAdaptor;
 
+    void perform(const QString &action, const QString &argument, const QDBusMessage &call);
     QString followedAgenda(const QString &follower);
     void forgetIfGone(const QString &follower);
     void forget(const QString &follower);

@@ -12,8 +12,6 @@ namespace mivora {
 
 namespace {
 
-constexpr int patienceMilliseconds = 5'000;
-
 QDBusMessage call(const char *interface, const QString &method, const QVariantList &arguments)
 {
     auto message = QDBusMessage::createMethodCall(QLatin1String(applicationBusName),
@@ -22,7 +20,7 @@ QDBusMessage call(const char *interface, const QString &method, const QVariantLi
     message.setArguments(arguments);
     // A command for the running program must not start one.
     message.setAutoStartService(false);
-    return QDBusConnection::sessionBus().call(message, QDBus::Block, patienceMilliseconds);
+    return QDBusConnection::sessionBus().call(message, QDBus::Block, int(callerPatience.count()));
 }
 
 } // namespace

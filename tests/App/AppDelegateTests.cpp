@@ -78,6 +78,34 @@ TEST_F(RunningApp, followsSettingsThatAnotherProcessWrites)
     EXPECT_TRUE(QTest::qWaitFor([&] { return isPanelShown(); }));
 }
 
+TEST_F(RunningApp, obeysCommandsByWhatIsKnownOfTheCalendars)
+{
+    QObject caller;
+    std::vector<std::string> answers;
+    const auto send = [&](const char *action, QObject &from) {
+        delegate.perform({QLatin1String(action), {}, &from, [&answers, action](const auto &failure) {
+                              answers.push_back(action + std::string(failure ? " failed" : ""));
+                          }});
+    };
+    store->loaded = false;
+    send("join", caller);
+    EXPECT_EQ(workspace.opened, QStringList{zoomLink});
+    send("dismiss", caller);
+    auto impatient = std::make_unique<QObject>();
+    send("snooze", *impatient);
+    impatient.reset();
+    EXPECT_EQ(answers, std::vector<std::string>{"join"});
+
+    clock.time = at("2026-03-10T08:59:30Z");
+    store->add("Planning", secondsOf("2026-03-10T09:00:30Z")).url = zoomLink.toStdString();
+    Q_EMIT store->changed();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return answers.size() == 2; }));
+    EXPECT_FALSE(isPanelShown());
+    store->loaded = true;
+    send("snooze", caller);
+    EXPECT_EQ(answers, (std::vector<std::string>{"join", "dismiss", "snooze failed"}));
+}
+
 TEST_F(RunningApp, opensOneSettingsWindow)
 {
     EXPECT_FALSE(delegate.perform(QStringLiteral("settings"), QStringLiteral("calendars")));

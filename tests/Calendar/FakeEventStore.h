@@ -15,6 +15,7 @@ public:
     std::vector<StoreCalendar> storeCalendars;
     StoreEvents storeEvents;
     bool grants = true;
+    bool loaded = true;
     int queries = 0;
     std::optional<std::set<std::string>> lastSelection;
     QTimeZone zone;
@@ -35,7 +36,7 @@ public:
         return storeEvents;
     }
 
-    bool isLoaded() const override { return true; }
+    bool isLoaded() const override { return loaded; }
 
     void setTimeZone(const QTimeZone &newZone) override { zone = newZone; }
 
