@@ -4,7 +4,8 @@
 
 namespace mivora {
 
-/// Marks those of \a attendees that have one of the user's \a addresses, which are in lower case.
-void markCurrentUser(std::vector<StoreAttendee> &attendees, const std::vector<std::string> &addresses);
+/// Makes a store's event of \a occurrence. An attendee with one of \a ownAddresses is the user.
+StoreEvent storeEventOf(ical::Occurrence occurrence, const std::string &calendarID,
+                        const std::vector<std::string> &ownAddresses);
 
 } // namespace mivora

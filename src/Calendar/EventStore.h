@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ICalendar/CalendarText.h"
 #include "Meetings/Color.h"
 #include "Meetings/Timestamp.h"
 
@@ -24,21 +25,11 @@ enum class AuthorizationStatus {
     writeOnly = 4
 };
 
-/// An attendee's answer (RFC 5545, PARTSTAT).
-enum class ParticipantStatus {
-    unknown = 0,
-    pending = 1,
-    accepted = 2,
-    declined = 3,
-    tentative = 4,
-    delegated = 5,
-    completed = 6,
-    inProcess = 7
-};
+using ical::ParticipantStatus;
 
 struct StoreAttendee
 {
-    /// The e-mail address without "mailto:", in lower case; empty when it has none.
+    /// In lower case; empty when there is none.
     std::string address;
     ParticipantStatus status = ParticipantStatus::unknown;
     bool isCurrentUser = false;

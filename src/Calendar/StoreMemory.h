@@ -1,12 +1,14 @@
 #pragma once
 
 #include "Calendar/OccurrenceList.h"
-#include "Calendar/ical/CalendarText.h"
+#include "ICalendar/CalendarText.h"
 
 #include <map>
 #include <unordered_set>
 
 namespace mivora {
+
+using ical::EventWindow;
 
 /// Occurrences that came and went.
 struct EventChanges

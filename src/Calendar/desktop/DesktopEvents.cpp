@@ -1,8 +1,8 @@
 #include "Calendar/desktop/DesktopEvents.h"
 
+#include "Calendar/CalendarColor.h"
 #include "Calendar/CurrentUser.h"
-#include "Calendar/ical/CalendarHeader.h"
-#include "Calendar/ical/ContentLine.h"
+#include "ICalendar/ContentLine.h"
 
 #include <algorithm>
 #include <iterator>
@@ -18,7 +18,7 @@ std::string unfoldedText(const std::vector<const std::string *> &objects)
     std::string text, buffer;
     for (const std::string *object : objects)
         for (std::string_view rest = *object; !rest.empty();)
-            text.append(unfolded(takeLine(rest), buffer)).append(1, '\n');
+            text.append(ical::unfolded(ical::takeLine(rest), buffer)).append(1, '\n');
     return text;
 }
 
@@ -208,19 +208,18 @@ StoreEvents DesktopEvents::occurrencesOf(const Calendar &calendar, const Event &
     std::vector<const std::string *> texts;
     for (const auto &[recurrenceID, object] : event.objects)
         texts.push_back(&object.text);
-    CalendarText text = readCalendarText(calendarText(texts, calendar.timeZones), m_window);
+    ical::CalendarText text = ical::readCalendarText(calendarText(texts, calendar.timeZones), m_window);
     // Other days don't make an old problem new.
     if (reason == Reason::newText)
         reportProblems(calendar, text.problems);
-    for (StoreEvent &occurrence : text.occurrences) {
-        occurrence.calendarID = calendar.info.id;
-        markCurrentUser(occurrence.attendees, calendar.addresses);
-        events.push_back(std::make_shared<const StoreEvent>(std::move(occurrence)));
-    }
+    for (ical::Occurrence &occurrence : text.occurrences)
+        events.push_back(std::make_shared<const StoreEvent>(
+            storeEventOf(std::move(occurrence), calendar.info.id, calendar.addresses)));
     return events;
 }
 
-void DesktopEvents::reportProblems(const Calendar &calendar, const std::vector<TextProblem> &problems) const
+void DesktopEvents::reportProblems(const Calendar &calendar,
+                                   const std::vector<ical::TextProblem> &problems) const
 {
     if (problems.empty())
         return;

@@ -75,7 +75,7 @@ private:
     void drop(Calendar &calendar);
     void expand(Calendar &calendar, const std::string &uid, Reason reason, EventChanges &changes);
     StoreEvents occurrencesOf(const Calendar &calendar, const Event &event, Reason reason);
-    void reportProblems(const Calendar &calendar, const std::vector<TextProblem> &problems) const;
+    void reportProblems(const Calendar &calendar, const std::vector<ical::TextProblem> &problems) const;
 
     EventWindow m_window;
     std::vector<std::string> m_addresses;

@@ -1,5 +1,6 @@
 #include "Calendar/folder/FileLoading.h"
 
+#include "Calendar/CalendarColor.h"
 #include "Calendar/CalendarLog.h"
 #include "Calendar/CurrentUser.h"
 
@@ -18,33 +19,24 @@ constexpr std::size_t filesPerTurn = 16;
 constexpr std::size_t manyFiles = 48;
 constexpr std::int64_t largeFile = 16 << 20;
 
-/// Marks the user among the attendees, by the most certain address known.
-class OwnAddresses
+/// The user's addresses: the most certain one that is known.
+std::vector<std::string> ownAddresses(const FileCollection &collection, const std::string &fileName,
+                                      const ical::CalendarText &text, const LoadRequest &request)
 {
-public:
-    OwnAddresses(const FileCollection &collection, const std::string &fileName, const CalendarText &text,
-                 const LoadRequest &request)
-    {
-        std::optional<std::string> owner = collection.properties.owner;
-        const auto consider = [&owner](const std::optional<std::string> &name) {
-            if (!owner && name)
-                owner = addressFrom(*name);
-        };
-        consider(text.owner);
-        if (!collection.filesAreCalendars)
-            consider(collection.title);
-        consider(text.name);
-        if (collection.filesAreCalendars)
-            consider(withoutSuffix(fileName));
-        consider(collection.accountTitle);
-        m_addresses = owner ? std::vector{*owner} : request.addresses;
-    }
-
-    void mark(std::vector<StoreAttendee> &attendees) const { markCurrentUser(attendees, m_addresses); }
-
-private:
-    std::vector<std::string> m_addresses;
-};
+    std::optional<std::string> owner = collection.properties.owner;
+    const auto consider = [&owner](const std::optional<std::string> &name) {
+        if (!owner && name)
+            owner = addressFrom(*name);
+    };
+    consider(text.owner);
+    if (!collection.filesAreCalendars)
+        consider(collection.title);
+    consider(text.name);
+    if (collection.filesAreCalendars)
+        consider(withoutSuffix(fileName));
+    consider(collection.accountTitle);
+    return owner ? std::vector{*owner} : request.addresses;
+}
 
 /// One thread's share of the work.
 class LoadingTurn
@@ -66,9 +58,9 @@ private:
     void take(const FileJob &job, ReadStatus status);
     void parse(const FileJob &job);
     bool isBeingWritten(FileEntry &entry) const;
-    void takeCalendar(FileCalendar &calendar, const CalendarText &text);
-    void takeOccurrences(const FileJob &job, CalendarText &text);
-    void reportProblems(const FileJob &job, const std::vector<TextProblem> &problems) const;
+    void takeCalendar(FileCalendar &calendar, const ical::CalendarText &text);
+    void takeOccurrences(const FileJob &job, ical::CalendarText &text);
+    void reportProblems(const FileJob &job, const std::vector<ical::TextProblem> &problems) const;
     void drop(const FileJob &job);
 
     const LoadRequest &m_request;
@@ -158,7 +150,7 @@ void LoadingTurn::parse(const FileJob &job)
 {
     if (isBeingWritten(*job.entry))
         return result.halfWritten.push_back(job);
-    CalendarText text = readCalendarText(m_reader.text(), m_request.window);
+    ical::CalendarText text = ical::readCalendarText(m_reader.text(), m_request.window);
     // Another window doesn't make an old problem new.
     if (job.entry->stamp != m_reader.stamp())
         reportProblems(job, text.problems);
@@ -170,27 +162,26 @@ void LoadingTurn::parse(const FileJob &job)
     takeOccurrences(job, text);
 }
 
-void LoadingTurn::takeCalendar(FileCalendar &calendar, const CalendarText &text)
+void LoadingTurn::takeCalendar(FileCalendar &calendar, const ical::CalendarText &text)
 {
-    if (calendar.name == text.name && calendar.color == text.color)
+    const std::optional<Color> color = text.color ? colorFrom(*text.color) : std::nullopt;
+    if (calendar.name == text.name && calendar.color == color)
         return;
     calendar.name = text.name;
-    calendar.color = text.color;
+    calendar.color = color;
     result.calendarsDiffer = true;
 }
 
-void LoadingTurn::takeOccurrences(const FileJob &job, CalendarText &text)
+void LoadingTurn::takeOccurrences(const FileJob &job, ical::CalendarText &text)
 {
     if (text.occurrences.empty())
         return drop(job);
-    const OwnAddresses own(*job.collection, *job.name, text, m_request);
+    const std::vector<std::string> own = ownAddresses(*job.collection, *job.name, text, m_request);
     StoreEvents events;
     events.reserve(text.occurrences.size());
-    for (StoreEvent &occurrence : text.occurrences) {
-        occurrence.calendarID = job.collection->calendarOf(*job.entry);
-        own.mark(occurrence.attendees);
-        events.push_back(std::make_shared<const StoreEvent>(std::move(occurrence)));
-    }
+    for (ical::Occurrence &occurrence : text.occurrences)
+        events.push_back(std::make_shared<const StoreEvent>(
+            storeEventOf(std::move(occurrence), job.collection->calendarOf(*job.entry), own)));
     keepUnchanged(std::move(job.entry->occurrences), events, result.changes);
     job.entry->occurrences = std::move(events);
 }
@@ -202,7 +193,7 @@ void LoadingTurn::drop(const FileJob &job)
     gone.clear();
 }
 
-void LoadingTurn::reportProblems(const FileJob &job, const std::vector<TextProblem> &problems) const
+void LoadingTurn::reportProblems(const FileJob &job, const std::vector<ical::TextProblem> &problems) const
 {
     if (problems.empty())
         return;

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "ICalendar/CivilTime.h"
+
+#include <bitset>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// Recurrence rules (RFC 5545, 3.3.10). libical reads them but does not expand them here: one step of its
+/// iterator can run for minutes on a rule that never matches, and it has to count from the first occurrence
+/// on. This expansion goes straight to the wanted days, and its work is counted.
+namespace mivora::ical {
+
+enum class Frequency { secondly, minutely, hourly, daily, weekly, monthly, yearly };
+
+struct RecurrenceRule
+{
+    /// A weekday (0 is Sunday), its first, second … or, negative, last … one; 0 means every one.
+    struct Weekday
+    {
+        int ordinal = 0;
+        unsigned day = 0;
+    };
+
+    Frequency frequency = Frequency::daily;
+    std::int64_t interval = 1;
+    std::optional<std::int64_t> count;
+    std::optional<TimeValue> until;
+    unsigned weekStart = 1;
+    std::bitset<13> months;
+    /// Positions counted from the end are stored above those counted from the start.
+    std::bitset<64> monthDays;
+    std::bitset<734> yearDays;
+    std::bitset<108> weeks;
+    std::vector<Weekday> weekdays;
+    std::bitset<24> hours;
+    std::bitset<60> minutes;
+    std::bitset<60> seconds;
+    std::vector<int> positions;
+
+    /// Reads the value of an RRULE. Nothing when it is wrong, or asks for another calendar than the
+    /// Gregorian.
+    static std::optional<RecurrenceRule> parse(std::string_view text);
+};
+
+/// The value of "NAME=" in the text of a rule; the last one when there are several, empty when there is none.
+std::string_view rulePart(std::string_view text, std::string_view name);
+
+/// How much work an expansion may still do, in tested days and produced times.
+struct WorkBudget
+{
+    std::int64_t left = 0;
+
+    /// Whether there was still enough for \a cost.
+    bool spend(std::int64_t cost) { return (left -= cost) >= 0; }
+};
+
+/// The times of a series that are wanted, by the clock of the series.
+struct LocalSpan
+{
+    LocalTime from{};
+    LocalTime to{};
+};
+
+enum class Expansion { complete, cutShort };
+
+/// Calls \a found for every time of \a rule in [span.from, span.to), in order. \a start is the first time of
+/// the series; one that is a whole day has only whole days. \a isPast tells whether a time lies after UNTIL.
+Expansion expandRule(const RecurrenceRule &rule, const TimeValue &start, LocalSpan span, WorkBudget &budget,
+                     const std::function<bool(LocalTime)> &isPast,
+                     const std::function<void(LocalTime)> &found);
+
+} // namespace mivora::ical

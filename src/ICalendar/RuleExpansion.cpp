@@ -1,0 +1,297 @@
+#include "ICalendar/DayFilter.h"
+
+#include <algorithm>
+#include <functional>
+
+namespace mivora::ical {
+
+using namespace std::chrono;
+
+namespace {
+
+/// Later than any year that iCalendar can write.
+constexpr int lastYear = 20'000;
+constexpr seconds longestStep = days(lastYear * 366);
+
+constexpr seconds unitOf(Frequency frequency)
+{
+    switch (frequency) {
+    case Frequency::secondly:
+        return seconds(1);
+    case Frequency::minutely:
+        return minutes(1);
+    case Frequency::hourly:
+        return hours(1);
+    case Frequency::daily:
+        return days(1);
+    case Frequency::weekly:
+        return weeks(1);
+    default:
+        return seconds(0);
+    }
+}
+
+/// From one period to the next, for frequencies up to weeks.
+seconds stepOf(Frequency frequency, std::int64_t interval)
+{
+    return std::min(unitOf(frequency) * interval, longestStep);
+}
+
+std::int64_t floorDivide(std::int64_t dividend, std::int64_t divisor)
+{
+    return dividend / divisor - (dividend % divisor < 0);
+}
+
+/// The periods of a rule: the years, months … seconds that its frequency and interval name, numbered from the
+/// one in which the series starts.
+class Periods
+{
+public:
+    Periods(const RecurrenceRule &rule, LocalTime start)
+        : m_frequency(rule.frequency), m_interval(rule.interval)
+    {
+        const year_month_day date(floor<days>(start));
+        m_firstMonth = std::int64_t(int(date.year())) * 12;
+        if (m_frequency == Frequency::monthly)
+            m_firstMonth += unsigned(date.month()) - 1;
+        if (m_frequency == Frequency::weekly) {
+            const local_days day = floor<days>(start);
+            m_first = day - days((weekday(day).c_encoding() + 7 - rule.weekStart) % 7);
+        } else if (!byMonths()) {
+            m_first = start - (start.time_since_epoch() % unitOf(m_frequency) + unitOf(m_frequency)) %
+                                  unitOf(m_frequency);
+        }
+    }
+
+    LocalTime begin(std::int64_t index) const
+    {
+        if (!byMonths())
+            return m_first + stepOf(m_frequency, m_interval) * index;
+        return monthStart(m_firstMonth + index * monthsBetween());
+    }
+
+    /// Where the period ends; the next one that counts may begin later.
+    LocalTime end(std::int64_t index) const
+    {
+        if (!byMonths())
+            return begin(index) + unitOf(m_frequency);
+        return monthStart(m_firstMonth + index * monthsBetween() +
+                          (m_frequency == Frequency::yearly ? 12 : 1));
+    }
+
+    /// The number of the last period that begins at or before \a time.
+    std::int64_t indexOf(LocalTime time) const
+    {
+        if (!byMonths())
+            return floorDivide((time - m_first).count(), stepOf(m_frequency, m_interval).count());
+        const year_month_day date(floor<days>(time));
+        const std::int64_t month = std::int64_t(int(date.year())) * 12 + unsigned(date.month()) - 1;
+        return floorDivide(month - m_firstMonth, monthsBetween());
+    }
+
+private:
+    bool byMonths() const { return m_frequency >= Frequency::monthly; }
+
+    std::int64_t monthsBetween() const { return m_interval * (m_frequency == Frequency::yearly ? 12 : 1); }
+
+    static LocalTime monthStart(std::int64_t month)
+    {
+        if (month > lastYear * 12)
+            return local_days(year(lastYear) / December / last);
+        return local_days(year(int(floorDivide(month, 12))) / int(month - floorDivide(month, 12) * 12 + 1) /
+                          1);
+    }
+
+    Frequency m_frequency;
+    std::int64_t m_interval;
+    std::int64_t m_firstMonth = 0;
+    LocalTime m_first{};
+};
+
+template<std::size_t Size> std::vector<seconds> listed(const std::bitset<Size> &set, seconds unit)
+{
+    std::vector<seconds> values;
+    for (std::size_t i = 0; i < Size; ++i)
+        if (set.test(i))
+            values.push_back(unit * std::int64_t(i));
+    return values;
+}
+
+/// The times of day, or below a frequency of days the times of the period, that a rule produces.
+class TimesOfPeriod
+{
+public:
+    TimesOfPeriod(const RecurrenceRule &rule, const TimeValue &start) : m_rule(rule)
+    {
+        const seconds clock = start.local - floor<days>(start.local);
+        const std::vector<seconds> hours = values(rule.hours, Frequency::hourly, clock / 1h, 1h);
+        const std::vector<seconds> minutes =
+            values(rule.minutes, Frequency::minutely, clock / 1min % 60, 1min);
+        const std::vector<seconds> secondsOf = values(rule.seconds, Frequency::secondly, clock / 1s % 60, 1s);
+        if (start.isDate) {
+            m_times = {0s};
+            return;
+        }
+        for (const seconds hour : hours)
+            for (const seconds minute : minutes)
+                for (const seconds second : secondsOf)
+                    m_times.push_back(hour + minute + second);
+    }
+
+    const std::vector<seconds> &all() const { return m_times; }
+
+    /// Whether the hour, minute and second that a period stands for are among those that the rule wants.
+    bool wants(seconds clock) const
+    {
+        const auto refuses = [](const auto &set, std::int64_t value) {
+            return set.any() && !set.test(std::size_t(value));
+        };
+        return !(m_rule.frequency <= Frequency::hourly && refuses(m_rule.hours, clock / 1h)) &&
+               !(m_rule.frequency <= Frequency::minutely && refuses(m_rule.minutes, clock / 1min % 60)) &&
+               !(m_rule.frequency <= Frequency::secondly && refuses(m_rule.seconds, clock / 1s % 60));
+    }
+
+private:
+    template<std::size_t Size>
+    std::vector<seconds> values(const std::bitset<Size> &set, Frequency own, std::int64_t ofStart,
+                                seconds unit) const
+    {
+        // Units that the frequency counts itself come with the period.
+        if (m_rule.frequency <= own)
+            return {0s};
+        return set.any() ? listed(set, unit) : std::vector<seconds>{unit * ofStart};
+    }
+
+    const RecurrenceRule &m_rule;
+    std::vector<seconds> m_times;
+};
+
+/// Keeps the positions that BYSETPOS names.
+void choosePositions(std::vector<LocalTime> &times, const std::vector<int> &positions)
+{
+    if (positions.empty())
+        return;
+    std::vector<LocalTime> chosen;
+    const auto size = int(times.size());
+    for (const int position : positions) {
+        const int index = position > 0 ? position - 1 : size + position;
+        if (index >= 0 && index < size)
+            chosen.push_back(times[std::size_t(index)]);
+    }
+    std::sort(chosen.begin(), chosen.end());
+    chosen.erase(std::unique(chosen.begin(), chosen.end()), chosen.end());
+    times = std::move(chosen);
+}
+
+/// One expansion.
+class RuleWalk
+{
+public:
+    RuleWalk(const RecurrenceRule &rule, const TimeValue &start, WorkBudget &budget)
+        : m_rule(rule), m_start(start.local), m_periods(rule, start.local), m_times(rule, start),
+          m_days(rule, start), m_budget(budget)
+    {
+    }
+
+    Expansion run(LocalSpan span, const std::function<bool(LocalTime)> &isPast,
+                  const std::function<void(LocalTime)> &found)
+    {
+        std::int64_t counted = 0;
+        std::int64_t index = m_rule.count ? 0 : std::max<std::int64_t>(0, m_periods.indexOf(span.from) - 1);
+        for (; m_periods.begin(index) < span.to; ++index) {
+            if (!collect(index))
+                return Expansion::cutShort;
+            for (const LocalTime time : m_found) {
+                if (time < m_start)
+                    continue;
+                if (time >= span.to || (m_rule.count && ++counted > *m_rule.count) || isPast(time))
+                    return Expansion::complete;
+                if (time >= span.from)
+                    found(time);
+            }
+        }
+        return Expansion::complete;
+    }
+
+private:
+    /// Puts the times of the period \a index into m_found; false when that is too much work.
+    bool collect(std::int64_t index)
+    {
+        m_found.clear();
+        const LocalTime begin = m_periods.begin(index);
+        if (m_rule.frequency < Frequency::daily) {
+            const local_days day = floor<days>(begin);
+            if (!m_budget.spend(1))
+                return false;
+            if (m_times.wants(begin - day) && wantsDay(day) && !addTimes(begin))
+                return false;
+        } else if (!collectDays(floor<days>(begin), floor<days>(m_periods.end(index)))) {
+            return false;
+        }
+        choosePositions(m_found, m_rule.positions);
+        return true;
+    }
+
+    bool collectDays(local_days day, local_days end)
+    {
+        for (; day < end; day = m_days.nextCandidate(day)) {
+            if (!m_budget.spend(1))
+                return false;
+            if (m_days.matches(day) && !addTimes(day))
+                return false;
+        }
+        return true;
+    }
+
+    bool addTimes(LocalTime base)
+    {
+        for (const seconds time : m_times.all())
+            m_found.push_back(base + time);
+        return m_budget.spend(std::int64_t(m_times.all().size()));
+    }
+
+    bool wantsDay(local_days day)
+    {
+        if (day != m_lastDay) {
+            m_lastDay = day;
+            m_lastDayMatches = m_days.matches(day);
+        }
+        return m_lastDayMatches;
+    }
+
+    const RecurrenceRule &m_rule;
+    LocalTime m_start;
+    Periods m_periods;
+    TimesOfPeriod m_times;
+    DayFilter m_days;
+    WorkBudget &m_budget;
+    std::vector<LocalTime> m_found;
+    local_days m_lastDay = local_days::max();
+    bool m_lastDayMatches = false;
+};
+
+bool restrictsNothing(const RecurrenceRule &rule)
+{
+    return rule.months.none() && rule.monthDays.none() && rule.yearDays.none() && rule.weeks.none() &&
+           rule.weekdays.empty() && rule.hours.none() && rule.minutes.none() && rule.seconds.none() &&
+           rule.positions.empty();
+}
+
+} // namespace
+
+Expansion expandRule(const RecurrenceRule &rule, const TimeValue &start, LocalSpan span, WorkBudget &budget,
+                     const std::function<bool(LocalTime)> &isPast,
+                     const std::function<void(LocalTime)> &found)
+{
+    if (rule.count && rule.frequency <= Frequency::weekly && restrictsNothing(rule)) {
+        // The last time is known without counting up to it.
+        RecurrenceRule endless = rule;
+        endless.count.reset();
+        const seconds step = stepOf(rule.frequency, rule.interval);
+        const LocalTime last = start.local + step * std::min(*rule.count - 1, longestStep / step);
+        return expandRule(endless, start, {span.from, std::min(span.to, last + 1s)}, budget, isPast, found);
+    }
+    return RuleWalk(rule, start, budget).run(span, isPast, found);
+}
+
+} // namespace mivora::ical
