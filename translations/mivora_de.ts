@@ -981,6 +981,13 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
 </context>
 <context>
+    <name>mivora::GeneralPageModel</name>
+    <message>
+        <source>%1 is already in use. Choose a different shortcut.</source>
+        <translation>%1 wird bereits verwendet. Wählen Sie ein anderes Tastenkürzel.</translation>
+    </message>
+</context>
+<context>
     <name>mivora::JoinNotification</name>
     <message>
         <source>Join</source>

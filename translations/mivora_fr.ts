@@ -981,6 +981,13 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     </message>
 </context>
 <context>
+    <name>mivora::GeneralPageModel</name>
+    <message>
+        <source>%1 is already in use. Choose a different shortcut.</source>
+        <translation>%1 est déjà utilisé. Choisissez un autre raccourci.</translation>
+    </message>
+</context>
+<context>
     <name>mivora::JoinNotification</name>
     <message>
         <source>Join</source>

@@ -104,7 +104,7 @@ void AppDelegate::installObservers()
     refreshOn(&SystemEvents::clockChanged);
     connect(&m_parts.systemEvents, &SystemEvents::timeZoneChanged, this, &AppDelegate::timeZoneChanged);
     connect(&m_parts.defaults, &DefaultsStore::writeFailed, this, &AppDelegate::tellUnsavedSettings);
-    // Another process changed a setting that the status item or the panel shows the effect of.
+    // A setting that the status item or the panel shows the effect of, whoever changed it.
     for (const auto signal :
          {&Preferences::showTitleChanged, &Preferences::titleWidthChanged, &Preferences::leadMinutesChanged,
           &Preferences::remindWithoutLinkChanged, &Preferences::disabledCalendarIDsChanged})
@@ -139,7 +139,8 @@ bool AppDelegate::openSettings(std::optional<SettingsPage> page)
 {
     if (!m_settingsWindow) {
         const SettingsActions actions{
-            .refresh = [this] { m_scheduler->refresh(); },
+            .registerHotKey =
+                [this](const kelo::HotKeyCombo &combo) { return m_hotKey->tryToRegister(combo); },
             .openSystemSettings = [this](const QString &link) { openSystemSettings(link); }};
         m_settingsWindow =
             std::make_unique<SettingsWindowController>(m_prefs, m_source, m_parts.hotKeys, m_views, actions);

@@ -1,14 +1,7 @@
 #pragma once
 
 #include "KeloPanel/DesktopNotification.h"
-
-#include <QObject>
-#include <QWindow>
-#include <memory>
-
-namespace kelo {
-class ViewLoader;
-}
+#include "KeloTheme/ViewWindow.h"
 
 namespace mivora {
 
@@ -23,7 +16,6 @@ class ConflictAlert final : public QObject
 public:
     /// \a views must outlive the alert; nothing is loaded before it is shown.
     ConflictAlert(kelo::ViewLoader &views, const QDBusConnection &bus, QObject *parent = nullptr);
-    ~ConflictAlert() override;
 
     /// \a shortcut as it is displayed. An alert that is on screen changes in place.
     void show(const QString &shortcut);
@@ -33,16 +25,15 @@ public:
     QString informativeText() const;
 
     /// The user has read it.
-    Q_INVOKABLE void close();
+    Q_INVOKABLE void close() { m_window.close(); }
 
 Q_SIGNALS:
     void messageChanged();
 
 private:
-    kelo::ViewLoader &m_views;
     kelo::DesktopNotification m_notification;
     QString m_message;
-    std::unique_ptr<QWindow> m_window;
+    kelo::ViewWindow m_window;
 };
 
 } // namespace mivora

@@ -22,13 +22,23 @@ void HotKeyRegistration::registerHotKey()
     if (!wanted || !m_service.canRegister())
         return;
 
-    m_hotKey = kelo::HotKey::create(m_service, *wanted, m_action);
-    if (m_hotKey) {
-        m_registeredCombo = wanted;
+    if (tryToRegister(*wanted))
         return;
-    }
     m_prefs.setJoinHotKey(std::nullopt);
     Q_EMIT conflict(wanted->displayString());
+}
+
+bool HotKeyRegistration::tryToRegister(const kelo::HotKeyCombo &combo)
+{
+    // Where the desktop can register nothing, no combination is in use.
+    if (combo == m_registeredCombo || !m_service.canRegister())
+        return true;
+    auto hotKey = kelo::HotKey::create(m_service, combo, m_action);
+    if (!hotKey)
+        return false;
+    m_hotKey = std::move(hotKey);
+    m_registeredCombo = combo;
+    return true;
 }
 
 } // namespace mivora

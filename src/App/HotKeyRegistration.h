@@ -25,6 +25,10 @@ public:
     /// announced by conflict(). Where the desktop can register nothing, the setting stays as it is.
     void registerHotKey();
 
+    /// Registers \a combo in place of the registered combination, for a setting that is about to be written.
+    /// False, and everything stays as it is, when it is in use.
+    bool tryToRegister(const kelo::HotKeyCombo &combo);
+
     /// The registered combination, if there is one.
     const std::optional<kelo::HotKeyCombo> &registeredCombo() const { return m_registeredCombo; }
 

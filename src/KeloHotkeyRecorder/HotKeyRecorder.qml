@@ -9,6 +9,8 @@ Row {
     // recording, keyCaps, displayString, canReset, toolTip, resetToolTip; toggle(), stop(), reset().
     required property QtObject recorder
     property string name
+    // What a screen reader says besides the combination.
+    property string note
 
     readonly property bool isOnScreen: visible && Window.visibility > Window.Hidden
                                        && Window.visibility !== Window.Minimized
@@ -29,7 +31,7 @@ Row {
 
         Accessible.role: Accessible.Button
         Accessible.name: root.name
-        Accessible.description: root.recorder.recording ? prompt.text : root.recorder.displayString
+        Accessible.description: root.recorder.recording ? prompt.text : root.recorder.displayString + (root.note ? ". " + root.note : "")
         Accessible.focusable: true
         Accessible.onPressAction: root.recorder.toggle()
 

@@ -74,9 +74,8 @@ int OnboardingModel::motionLength() const
 void OnboardingModel::advance()
 {
     if (isLast()) {
-        // A copy: the owner may go, and the function with it.
-        if (const auto finished = finish)
-            finished();
+        if (finish)
+            finish();
         return;
     }
     disappear();

@@ -54,8 +54,7 @@ public:
     /// Goes on to the next step; from the last one, finishes.
     Q_INVOKABLE void advance();
 
-    /// Called when the main button of the last step is pressed. It may let go of the model's owner, but must
-    /// delete the model only later.
+    /// Called when the main button of the last step is pressed.
     std::function<void()> finish;
 
 Q_SIGNALS:

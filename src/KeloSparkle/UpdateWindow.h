@@ -2,21 +2,12 @@
 
 #include "KeloPanel/DesktopNotification.h"
 #include "KeloSparkle/UpdatePage.h"
+#include "KeloTheme/ViewWindow.h"
 
 #include <QObject>
 #include <QPointer>
-#include <QWindow>
 
 namespace kelo {
-
-class ViewLoader;
-
-enum class Attention {
-    /// The user asked for it: the window comes to the front and takes the keyboard.
-    taken,
-    /// It comes by itself: the keyboard stays where it is.
-    left,
-};
 
 /// The window in which everything about updates is said, one page at a time; also what its view shows. Where
 /// no window can be made, a desktop notification says it.

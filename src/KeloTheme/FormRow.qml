@@ -7,6 +7,7 @@ Item {
 
     property string title
     property string footnote
+    property color footnoteColor: Appearance.colors.secondaryLabel
     // Rows after the first are parted from the one above.
     property bool hasSeparator: true
     property alias leading: leadingSlot.data
@@ -50,6 +51,7 @@ Item {
             visible: text
             width: parent.width
             text: root.footnote
+            color: root.footnoteColor
             Accessible.ignored: true
         }
     }

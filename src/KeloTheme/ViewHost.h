@@ -28,11 +28,15 @@ struct ViewSpec
     QString component;
     /// Set before the component is completed. Models are QObject pointers; views know their properties by
     /// name.
-    QVariantMap properties;
+    QVariantMap properties{};
     /// Of the window, in logical pixels.
     QSize size;
+    /// The least that the user may make of an ordinary window; invalid when its size is fixed.
+    QSize minimumSize{};
+    /// Of an ordinary window.
+    Qt::WindowFlags flags = Qt::Dialog;
     ViewKind kind = ViewKind::ordinary;
-    QString title;
+    QString title{};
     /// For floating windows: an object with the properties that FloatingSurface.qml names.
     QObject *surface = nullptr;
 };

@@ -50,7 +50,8 @@ void OnboardingFlow::show(FirstRunStep first)
 void OnboardingFlow::finish()
 {
     m_prefs.setHasCompletedOnboarding(true);
-    m_window.reset();
+    // Later: its view has called.
+    m_window.release()->deleteLater();
     m_scheduler.refresh();
 }
 

@@ -28,7 +28,7 @@ public:
     void show(FirstRunStep first);
 
     /// Null while the walkthrough is not on show.
-    const kelo::OnboardingWindowController *window() const { return m_window.get(); }
+    kelo::OnboardingWindowController *window() const { return m_window.get(); }
 
 private:
     void finish();

@@ -46,8 +46,6 @@ void CalendarsPageModel::setCalendarOn(int row, bool isOn)
     if (id.empty())
         return;
     m_prefs.setDisabledCalendarIDs(with(m_prefs.disabledCalendarIDs(), id, !isOn));
-    if (m_actions.refresh)
-        m_actions.refresh();
 }
 
 void CalendarsPageModel::openSystemSettings() const

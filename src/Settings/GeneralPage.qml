@@ -10,6 +10,8 @@ FormPage {
     // The properties of GeneralPageModel.
     required property QtObject model
 
+    Component.onCompleted: model.begin()
+
     FormGroup {
         title: qsTr("Menu bar")
 
@@ -100,9 +102,12 @@ FormPage {
         FormRow {
             visible: root.model.useHotKey
             title: qsTr("Shortcut")
+            footnote: root.model.hotKeyConflict
+            footnoteColor: Appearance.colors.red
 
             HotKeyRecorder {
                 name: qsTr("Shortcut")
+                note: root.model.hotKeyConflict
                 recorder: root.model.recorder
             }
         }

@@ -30,13 +30,12 @@ template<typename List, typename Value> QStringList texts(const List &choices, Q
 } // namespace
 
 GeneralPageModel::GeneralPageModel(Preferences &prefs, kelo::HotKeyService &service,
-                                   std::function<void()> refresh, QObject *parent)
-    : QObject(parent), m_prefs(prefs), m_refresh(std::move(refresh)), m_useHotKey(prefs.joinHotKey()),
+                                   std::function<bool(const kelo::HotKeyCombo &)> registerHotKey)
+    : m_prefs(prefs), m_registerHotKey(std::move(registerHotKey)), m_useHotKey(prefs.joinHotKey()),
       m_recorder(service, prefs.joinHotKey().value_or(defaultCombo), defaultCombo)
 {
     followPreferences();
-    connect(&m_recorder, &kelo::HotKeyRecorder::comboChosen, this,
-            [this](const kelo::HotKeyCombo &combo) { m_prefs.setJoinHotKey(combo); });
+    connect(&m_recorder, &kelo::HotKeyRecorder::comboChosen, this, &GeneralPageModel::chooseHotKey);
 }
 
 void GeneralPageModel::followPreferences()
@@ -59,16 +58,16 @@ void GeneralPageModel::followHotKey()
     const auto combo = m_prefs.joinHotKey();
     if (combo)
         m_recorder.setCombo(*combo);
-    if (m_useHotKey == combo.has_value())
-        return;
-    m_useHotKey = combo.has_value();
-    Q_EMIT useHotKeyChanged();
+    setHotKeyState(combo.has_value());
 }
 
-void GeneralPageModel::refresh() const
+void GeneralPageModel::setHotKeyState(bool use, const QString &conflict)
 {
-    if (m_refresh)
-        m_refresh();
+    if (use == m_useHotKey && conflict == m_hotKeyConflict)
+        return;
+    m_useHotKey = use;
+    m_hotKeyConflict = conflict;
+    Q_EMIT useHotKeyChanged();
 }
 
 bool GeneralPageModel::showTitle() const
@@ -79,7 +78,6 @@ bool GeneralPageModel::showTitle() const
 void GeneralPageModel::setShowTitle(bool show)
 {
     m_prefs.setShowTitle(show);
-    refresh();
 }
 
 int GeneralPageModel::titleWidth() const
@@ -90,7 +88,6 @@ int GeneralPageModel::titleWidth() const
 void GeneralPageModel::setTitleWidth(int characters)
 {
     m_prefs.setTitleWidth(std::clamp(characters, minTitleWidth(), maxTitleWidth()));
-    refresh();
 }
 
 QString GeneralPageModel::titleWidthText() const
@@ -169,9 +166,24 @@ void GeneralPageModel::setUseHotKey(bool use)
 {
     if (use == m_useHotKey)
         return;
-    m_useHotKey = use;
-    Q_EMIT useHotKeyChanged();
-    m_prefs.setJoinHotKey(use ? std::optional(m_recorder.combo()) : std::nullopt);
+    setHotKeyState(use);
+    if (use)
+        chooseHotKey(m_recorder.combo());
+    else
+        m_prefs.setJoinHotKey(std::nullopt);
+}
+
+void GeneralPageModel::chooseHotKey(const kelo::HotKeyCombo &combo)
+{
+    if (m_registerHotKey && !m_registerHotKey(combo)) {
+        const auto &inForce = m_prefs.joinHotKey();
+        m_recorder.setCombo(inForce.value_or(combo));
+        setHotKeyState(true,
+                       tr("%1 is already in use. Choose a different shortcut.").arg(combo.displayString()));
+        return;
+    }
+    setHotKeyState(true);
+    m_prefs.setJoinHotKey(combo);
 }
 
 } // namespace mivora

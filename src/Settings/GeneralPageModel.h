@@ -28,15 +28,19 @@ class GeneralPageModel final : public QObject
     Q_PROPERTY(bool remindWithoutLink READ remindWithoutLink WRITE setRemindWithoutLink NOTIFY
                    remindWithoutLinkChanged)
     Q_PROPERTY(bool useHotKey READ useHotKey WRITE setUseHotKey NOTIFY useHotKeyChanged)
+    Q_PROPERTY(QString hotKeyConflict READ hotKeyConflict NOTIFY useHotKeyChanged)
     Q_PROPERTY(QObject *recorder READ recorder CONSTANT)
 
 public:
     /// What the shortcut is at first: ⇧⌘J.
     static constexpr kelo::HotKeyCombo defaultCombo{38, kelo::commandKey | kelo::shiftKey};
 
-    /// The preferences outlive the model.
-    GeneralPageModel(Preferences &prefs, kelo::HotKeyService &service, std::function<void()> refresh,
-                     QObject *parent = nullptr);
+    /// The preferences outlive the model. \a registerHotKey may be empty: then every combination is free.
+    GeneralPageModel(Preferences &prefs, kelo::HotKeyService &service,
+                     std::function<bool(const kelo::HotKeyCombo &)> registerHotKey);
+
+    /// To be called when the page is built: what was refused on it before is forgotten.
+    Q_INVOKABLE void begin() { followHotKey(); }
 
     bool showTitle() const;
     void setShowTitle(bool show);
@@ -63,10 +67,14 @@ public:
     bool remindWithoutLink() const;
     void setRemindWithoutLink(bool remind);
 
-    /// Whether there is a shortcut. Without one the recorder keeps its combination for the next time.
+    /// Whether the user wants a shortcut. Without one the recorder keeps its combination for the next time.
     bool useHotKey() const { return m_useHotKey; }
 
     void setUseHotKey(bool use);
+
+    /// What to tell of a combination that the user chose and that is in use; empty when there is none. Until
+    /// another is chosen, the one before stays in force.
+    const QString &hotKeyConflict() const { return m_hotKeyConflict; }
 
     kelo::HotKeyRecorder *recorder() { return &m_recorder; }
 
@@ -82,11 +90,13 @@ Q_SIGNALS:
 private:
     void followPreferences();
     void followHotKey();
-    void refresh() const;
+    void chooseHotKey(const kelo::HotKeyCombo &combo);
+    void setHotKeyState(bool use, const QString &conflict = {});
 
     Preferences &m_prefs;
-    std::function<void()> m_refresh;
+    std::function<bool(const kelo::HotKeyCombo &)> m_registerHotKey;
     bool m_useHotKey = false;
+    QString m_hotKeyConflict;
     kelo::HotKeyRecorder m_recorder;
 };
 

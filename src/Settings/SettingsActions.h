@@ -1,5 +1,7 @@
 #pragma once
 
+#include "KeloHotkey/HotKeyCombo.h"
+
 #include <QString>
 #include <functional>
 
@@ -8,8 +10,8 @@ namespace mivora {
 /// What the settings ask of the rest of the program. Either may be empty.
 struct SettingsActions
 {
-    /// The menu and the meetings have to be brought up to date with the settings.
-    std::function<void()> refresh;
+    /// Registers the combination in place of the one in force. False, and nothing changes, when it is in use.
+    std::function<bool(const kelo::HotKeyCombo &)> registerHotKey;
     /// Shows what the link leads to in the settings of the desktop.
     std::function<void(const QString &deepLink)> openSystemSettings;
 };

@@ -5,6 +5,7 @@
 #include "support/MeetingFactory.h"
 #include "support/MemoryDefaultsStore.h"
 
+#include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -116,6 +117,18 @@ TEST_F(RunningApp, opensOneSettingsWindow)
         windows += window->isVisible() && window->title() == QLatin1String("Calendars") ? 1 : 0;
     EXPECT_EQ(windows, 1);
     EXPECT_TRUE(delegate.perform(QStringLiteral("settings"), QStringLiteral("other")));
+}
+
+TEST_F(RunningApp, refreshesOnceForASettingOnAPage)
+{
+    delegate.reopen();
+    ASSERT_TRUE(QTest::qWaitFor([] { return QGuiApplication::focusWindow(); }));
+    QSignalSpy refreshed(&delegate, &AppDelegate::refreshed);
+    QTest::keyClick(QGuiApplication::focusWindow(), Qt::Key_Tab);
+    QTest::keyClick(QGuiApplication::focusWindow(), Qt::Key_Space);
+    EXPECT_FALSE(delegate.prefs().showTitle());
+    QTest::qWait(0);
+    EXPECT_EQ(refreshed.count(), 1);
 }
 
 } // namespace mivora

@@ -126,7 +126,13 @@ TEST_F(Commands, theShortcutFollowsItsSetting)
     Q_EMIT service.availabilityChanged();
     EXPECT_EQ(registration.registeredCombo(), combo);
 
+    EXPECT_TRUE(registration.tryToRegister(other));
+    EXPECT_EQ(service.registered.size(), 1u) << "in place of the one before";
     service.isTaken = true;
+    EXPECT_FALSE(registration.tryToRegister(combo));
+    EXPECT_TRUE(registration.tryToRegister(other));
+    EXPECT_EQ(service.registered.begin()->second, other) << "the working one stays";
+    prefs.setJoinHotKey(std::nullopt);
     prefs.setJoinHotKey(other);
     EXPECT_EQ(prefs.joinHotKey(), std::nullopt);
     EXPECT_EQ(registration.registeredCombo(), std::nullopt);

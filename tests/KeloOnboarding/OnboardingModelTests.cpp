@@ -73,16 +73,6 @@ TEST(OnboardingModel, movesForwardStepByStepAndThenFinishes)
     EXPECT_EQ(finished, 1);
 }
 
-TEST(OnboardingModel, finishesWithoutSteps)
-{
-    OnboardingModel model;
-    int finished = 0;
-    model.finish = [&finished] { ++finished; };
-    model.open({}, QStringLiteral("Done"), 0);
-    model.advance();
-    EXPECT_EQ(finished, 1);
-}
-
 TEST(OnboardingModel, offersToSkipWhatIsNotCompleteAndAsksOnlyWhileItIsOnShow)
 {
     bool isComplete = true;

@@ -66,7 +66,7 @@ public:
         return run.flow.window() ? qobject_cast<QQuickWindow *>(run.flow.window()->window()) : nullptr;
     }
 
-    int index() const { return run.flow.window()->model()->index(); }
+    int index() const { return run.flow.window()->model().index(); }
 
     std::vector<std::string> names() const { return AccessibleView(*window()).allNames(); }
 

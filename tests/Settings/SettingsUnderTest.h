@@ -14,6 +14,14 @@ namespace mivora {
 /// The settings window with all that it needs. Settings are kept in memory.
 struct SettingsUnderTest
 {
+    explicit SettingsUnderTest(std::chrono::milliseconds keptClosed = std::chrono::minutes(1))
+        : controller(
+              prefs, source, service, sharedViews(),
+              {[this](const auto &) { return isFree; }, [this](const QString &link) { opened.append(link); }},
+              keptClosed)
+    {
+    }
+
     QWindow &window() { return *controller.window(); }
 
     MemoryDefaultsStore store{MemoryDefaultsStore::Kind::standard};
@@ -22,14 +30,9 @@ struct SettingsUnderTest
     FakeEventSource source;
     kelo::FakeHotKeyService service;
     Views release;
-    int refreshes = 0;
+    bool isFree = true;
     QStringList opened;
-    SettingsWindowController controller{
-        prefs,
-        source,
-        service,
-        sharedViews(),
-        {[this] { ++refreshes; }, [this](const QString &link) { opened.append(link); }}};
+    SettingsWindowController controller;
 };
 
 } // namespace mivora

@@ -63,7 +63,7 @@ std::vector<CalendarInfo> manyCalendars(int count)
 
 TEST(SettingsWindow, isOneWindowThatKeepsPageAndPlace)
 {
-    SettingsUnderTest test;
+    SettingsUnderTest test(std::chrono::milliseconds(50));
     EXPECT_FALSE(test.controller.window());
     ASSERT_TRUE(test.controller.show());
     QWindow *window = test.controller.window();
@@ -85,9 +85,6 @@ TEST(SettingsWindow, isOneWindowThatKeepsPageAndPlace)
     EXPECT_EQ(window->position(), QPoint(11, 22));
     EXPECT_EQ(window->title(), QStringLiteral("Calendars"));
 
-    test.controller.keepUnusedFor(std::chrono::milliseconds(50));
-    window->close();
-    test.controller.show();
     QTest::qWait(100);
     EXPECT_EQ(test.controller.window(), window) << "it is in use again";
     window->close();
@@ -146,7 +143,6 @@ TEST(GeneralPage, writesEveryTogglesPreference)
         EXPECT_EQ(row.value(), before) << row.name.toStdString();
     }
     EXPECT_EQ(view.names(QAccessible::CheckBox), names);
-    EXPECT_EQ(test.refreshes, 2);
     EXPECT_EQ(test.loginItem.requests, (std::vector{true, false}));
     test.store.changeFromOutside([](DefaultsStore &store) {
         store.setBoolean(settingsKey::showTitle, false);
@@ -179,7 +175,6 @@ TEST(GeneralPage, stepsTheTitleLengthWithinItsRange)
     EXPECT_TRUE(view.find(QAccessible::SpinBox, lengthStepper)->state().readOnly);
     ASSERT_TRUE(click(0.75));
     EXPECT_EQ(test.prefs.titleWidth(), 8);
-    EXPECT_EQ(test.refreshes, 2);
 }
 
 TEST(GeneralPage, picksFromLists)
@@ -223,7 +218,6 @@ TEST(GeneralPage, picksFromLists)
     EXPECT_EQ(view.focused(), QStringLiteral("Top left")) << "the row under the pointer";
     ASSERT_TRUE(view.click(QAccessible::MenuItem, QStringLiteral("Bottom left")));
     EXPECT_EQ(test.prefs.panelCorner(), PanelCorner::bottomLeft);
-    EXPECT_EQ(test.refreshes, 0) << "the menu bar shows nothing of it";
 }
 
 TEST(GeneralPage, recordsAShortcutAndKeepsItsKeysFromTheWindow)
@@ -313,7 +307,6 @@ TEST(CalendarsPage, switchesCalendarsAndFollowsTheStore)
                            QStringLiteral("Open in the browser instead of the app")}));
     ASSERT_TRUE(view.click(QAccessible::CheckBox, QStringLiteral("Work")));
     EXPECT_EQ(test.prefs.disabledCalendarIDs(), std::set<std::string>{"w"});
-    EXPECT_EQ(test.refreshes, 1);
     EXPECT_FALSE(view.isChecked(QStringLiteral("Work")));
     test.prefs.setDisabledCalendarIDs({"h"});
     EXPECT_TRUE(view.isChecked(QStringLiteral("Work")));
@@ -342,7 +335,6 @@ TEST(CalendarsPage, explainsMissingAccess)
                                "x-apple.systempreferences:com.apple.preference.security?Privacy_Calendars")});
     ASSERT_TRUE(view.click(QAccessible::CheckBox, QStringLiteral("Microsoft Teams")));
     EXPECT_EQ(test.prefs.browserServices(), (std::set{Service::teams, Service::webex}));
-    EXPECT_EQ(test.refreshes, 0);
     EXPECT_FALSE(view.find(QAccessible::CheckBox, QStringLiteral("Home")));
 
     test.source.access = CalendarAuthorization::granted;

@@ -1,0 +1,104 @@
+#include "KeloTheme/ViewWindow.h"
+
+#include "KeloTheme/GlassSurface.h"
+#include "KeloTheme/ViewLoader.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QScreen>
+#include <utility>
+
+namespace kelo {
+
+ViewWindow::ViewWindow(ViewLoader &views, ViewSpec spec, std::chrono::milliseconds keptClosed,
+                       QObject *parent)
+    : QObject(parent), m_views(views), m_spec(std::move(spec))
+{
+    m_unused.setSingleShot(true);
+    m_unused.setInterval(keptClosed);
+    connect(&m_unused, &QTimer::timeout, this, &ViewWindow::release);
+}
+
+ViewWindow::~ViewWindow()
+{
+    release();
+}
+
+bool ViewWindow::show(Attention attention)
+{
+    if (!m_window && !make())
+        return false;
+    m_window->setProperty("_q_showWithoutActivating", attention == Attention::left);
+    m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);
+    m_window->show();
+    if (attention == Attention::taken) {
+        m_window->raise();
+        m_window->requestActivate();
+    }
+    return true;
+}
+
+void ViewWindow::close()
+{
+    if (m_window)
+        m_window->hide();
+}
+
+void ViewWindow::setTitle(const QString &title)
+{
+    m_spec.title = title;
+    if (m_window)
+        m_window->setTitle(title);
+}
+
+bool ViewWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == qApp && event->type() == QEvent::Quit)
+        m_isQuitting = true;
+    if (watched != m_window.get())
+        return false;
+    switch (event->type()) {
+    case QEvent::Close:
+        if (!m_isQuitting)
+            Q_EMIT closed();
+        break;
+    case QEvent::Hide:
+        m_unused.start();
+        break;
+    case QEvent::Show:
+        m_unused.stop();
+        break;
+    default:
+        break;
+    }
+    return false;
+}
+
+bool ViewWindow::make()
+{
+    m_window.reset(m_views.createWindow(m_spec));
+    if (!m_window)
+        return false;
+    if (m_spec.minimumSize.isValid())
+        m_window->setMinimumSize(m_spec.minimumSize);
+    else
+        GlassSurface::configure(*m_window, m_spec.size, m_spec.title);
+    m_window->setFlags(m_spec.flags);
+    const QPoint middle = m_window->screen()->availableGeometry().center();
+    m_window->setPosition(m_position.value_or(middle - QRect(QPoint(), m_spec.size).center()));
+    // Of the application: it tells of the end, and of the window as well.
+    qApp->installEventFilter(this);
+    return true;
+}
+
+void ViewWindow::release()
+{
+    if (!m_window)
+        return;
+    qApp->removeEventFilter(this);
+    m_position = m_window->position();
+    m_window.reset();
+    m_views.releaseUnused();
+}
+
+} // namespace kelo
