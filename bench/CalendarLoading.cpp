@@ -22,7 +22,7 @@ constexpr Timestamp to = from + Seconds(2 * 86400);
 
 std::unique_ptr<FolderStore> loadedStore(const std::string &root)
 {
-    FolderStore::Setup setup{{root}, windowAround(now, QTimeZone("Europe/Berlin")), {"ann@example.com"}};
+    FolderStore::Setup setup{{{root}}, windowAround(now, QTimeZone("Europe/Berlin")), {"ann@example.com"}};
     auto store = std::make_unique<FolderStore>(std::move(setup));
     waitUntilLoaded(*store);
     return store;

@@ -11,16 +11,6 @@ namespace mivora {
 
 namespace {
 
-std::vector<std::string> rootsOf(const StoreOptions &options)
-{
-    if (options.folders.empty())
-        return calendarRoots();
-    std::vector<std::string> roots;
-    for (const std::string &folder : options.folders)
-        roots.push_back(absolutePath(folder));
-    return roots;
-}
-
 std::vector<std::string> ownAddresses(const DefaultsStore &defaults)
 {
     std::vector<std::string> addresses;
@@ -37,7 +27,8 @@ std::unique_ptr<EventStore> makeCalendarStore(const StoreOptions &options, const
     const EventWindow window = windowAround(options.now, options.zone);
     const std::vector<std::string> addresses = ownAddresses(defaults);
     std::vector<CombinedStore::Part> parts;
-    FolderStore::Setup folders{.roots = rootsOf(options), .window = window, .addresses = addresses};
+    FolderStore::Setup folders{
+        .roots = calendarRoots(options.folders), .window = window, .addresses = addresses};
     parts.push_back({"folders", std::make_unique<FolderStore>(std::move(folders))});
     if (options.folders.empty() && qEnvironmentVariable("MIVORA_EDS") != QLatin1String("none")) {
         DesktopStore::Setup desktop{

@@ -162,7 +162,7 @@ Soak::Soak()
         m_desktop = std::make_shared<DesktopScript>();
         std::vector<CombinedStore::Part> parts;
         parts.push_back({"folders", std::make_unique<FolderStore>(FolderStore::Setup{
-                                        {m_day.calendars().path()}, window, {"me@example.com"}})});
+                                        {{m_day.calendars().path()}}, window, {"me@example.com"}})});
         parts.push_back({"desktop", std::make_unique<DesktopStore>(DesktopStore::Setup{
                                         .bus = m_desktopConnection,
                                         .window = window,

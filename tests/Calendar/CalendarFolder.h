@@ -108,9 +108,9 @@ private:
 class LoadedStore
 {
 public:
-    explicit LoadedStore(std::vector<std::string> roots, std::vector<std::string> addresses = {},
+    explicit LoadedStore(const std::vector<std::string> &roots, std::vector<std::string> addresses = {},
                          const QTimeZone &zone = QTimeZone::utc(), const char *now = "2026-03-10T08:00:00Z")
-        : m_store({std::move(roots), windowAround(at(now), zone), std::move(addresses)})
+        : m_store({rootsAt(roots), windowAround(at(now), zone), std::move(addresses)})
     {
         QObject::connect(&m_store, &EventStore::changed, &m_store, [this] { ++m_changes; });
         waitFor([this] { return m_store.isLoaded(); });
@@ -138,6 +138,14 @@ public:
     }
 
 private:
+    static std::vector<CalendarRoot> rootsAt(const std::vector<std::string> &paths)
+    {
+        std::vector<CalendarRoot> roots;
+        for (const std::string &path : paths)
+            roots.push_back({path, roots.empty() ? "" : path.substr(path.rfind('/') + 1) + ':'});
+        return roots;
+    }
+
     FolderStore m_store;
     int m_changes = 0;
 };

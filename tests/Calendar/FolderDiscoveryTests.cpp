@@ -1,7 +1,9 @@
 #include "Calendar/CalendarFolder.h"
 #include "Calendar/folder/CalendarRoots.h"
 
+#include <QStandardPaths>
 #include <gmock/gmock.h>
+#include <set>
 #include <sys/stat.h>
 
 namespace mivora {
@@ -35,8 +37,10 @@ TEST(FolderDiscovery, tellsCalendarsFromAccountsAndOtherFolders)
     const std::vector<Layout> layouts{
         {"a folder of events", {{"work/a.ics", event}}, {"work|work|-|-"}},
         {"its properties",
-         {{"work/a.ics", event}, {"work/displayname", " Work \n"}, {"work/color", "#ff8800\n"}},
-         {"work|Work|-|#ff8800"}},
+         {{"work/a.ics", event},
+          {"work/displayname", " Work \r\nline 2"},
+          {"work/color", "\xef\xbb\xbfTomato\n"}},
+         {"work|Work|-|#ff6347"}},
         {"an account",
          {{"acme/work/a.ics", event}, {"acme/team/b.ics", event}, {"acme/displayname", "Acme Inc."}},
          {"acme/team|team|Acme Inc.|-", "acme/work|work|Acme Inc.|-"}},
@@ -64,22 +68,6 @@ TEST(FolderDiscovery, tellsCalendarsFromAccountsAndOtherFolders)
             lines.push_back(line(calendar));
         EXPECT_EQ(lines, layout.calendars);
     }
-}
-
-TEST(FolderDiscovery, keepsIdentifiersApartWhereRootsCollide)
-{
-    const CalendarFolder folder;
-    for (const char *name : {"one/work/a.ics", "two/work/b.ics", "deep/two/work/c.ics"})
-        folder.write(name, eventText(name));
-    LoadedStore loaded({folder.path("one"), folder.path("two"), folder.path("deep/two"), folder.path("one")});
-    std::vector<std::string> ids;
-    for (const StoreCalendar &calendar : loaded.store().calendars())
-        ids.push_back(calendar.id);
-    EXPECT_THAT(ids, testing::ElementsAre("work", "two:work", folder.path("deep/two") + ":work"));
-    const StoreEvents events =
-        loaded.store().events(at("2026-03-10T00:00:00Z"), at("2026-03-11T00:00:00Z"), {{"two:work"}});
-    ASSERT_EQ(events.size(), 1u);
-    EXPECT_EQ(events[0]->calendarID, "two:work");
 }
 
 TEST(FolderDiscovery, followsLinksButNotInCirclesAndReadsFilesOnly)
@@ -149,16 +137,41 @@ TEST(FolderDiscovery, knowsTheUserByTheMostCertainAddress)
     }
 }
 
-TEST(CalendarRoots, takesTheArgumentThenTheEnvironmentThenTheUsualFolders)
+TEST(CalendarRoots, prefixesIdentifiersWithoutRegardToOtherRoots)
 {
-    qputenv("MIVORA_CALENDARS", "/a/b/:/c/../d");
-    EXPECT_THAT(calendarRoots("/x/./y"), testing::ElementsAre("/x/y"));
-    EXPECT_THAT(calendarRoots(), testing::ElementsAre("/a/b", "/d"));
+    const std::string home = QDir::homePath().toStdString();
+    const std::string data =
+        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation).toStdString();
+
+    struct Case
+    {
+        const char *environment;
+        std::vector<std::string> chosen;
+        std::vector<std::string> roots;
+    };
+
+    for (const Case &c : {Case{"", {}, {home + "/.calendars <>", data + "/calendars <calendars:>"}},
+                          Case{"/ignored", {"/x/./y/", "/z"}, {"/x/y <>", "/z <z:>"}},
+                          Case{"/a/b/:/c/../d", {}, {"/a/b <b:>", "/d <d:>"}},
+                          Case{"/a/b:/c/b:/a/b", {}, {"/a/b </a/b:>", "/c/b </c/b:>", "/a/b </a/b:>"}}}) {
+        qputenv("MIVORA_CALENDARS", c.environment);
+        std::vector<std::string> found;
+        for (const CalendarRoot &root : calendarRoots(c.chosen))
+            found.push_back(root.path + " <" + root.prefix + '>');
+        EXPECT_EQ(found, c.roots);
+    }
     qunsetenv("MIVORA_CALENDARS");
-    const std::vector<std::string> usual = calendarRoots();
-    ASSERT_EQ(usual.size(), 2u);
-    EXPECT_EQ(usual[0], QDir::homePath().toStdString() + "/.calendars");
-    EXPECT_TRUE(usual[1].ends_with("/calendars"));
+    // In each of two roots, a folder and a file.
+    const CalendarFolder folder;
+    for (const char *name : {"one/work/a.ics", "one/b.ics", "two/work/c.ics", "two/b.ics"})
+        folder.write(name, eventText(name));
+    LoadedStore loaded({folder.path("one"), folder.path("two")});
+    std::set<std::string> ids;
+    for (const auto &event :
+         loaded.store().events(at("2026-03-10T00:00:00Z"), at("2026-03-11T00:00:00Z"), {}))
+        ids.insert(event->calendarID.value_or("-") + " of " + event->title.value_or("-"));
+    EXPECT_THAT(ids, testing::ElementsAre("b.ics of one/b.ics", "two:b.ics of two/b.ics",
+                                          "two:work of two/work/c.ics", "work of one/work/a.ics"));
 }
 
 } // namespace mivora

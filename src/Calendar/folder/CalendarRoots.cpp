@@ -3,43 +3,56 @@
 #include <QDir>
 #include <QFile>
 #include <QStandardPaths>
+#include <algorithm>
 
 namespace mivora {
 
 namespace {
 
-std::vector<std::string> splitAtColons(const QByteArray &list)
+QStringList usualFolders()
 {
-    std::vector<std::string> paths;
-    for (const QByteArray &path : list.split(':')) {
-        if (!path.isEmpty())
-            paths.push_back(absolutePath(path.toStdString()));
-    }
-    return paths;
+    if (const QByteArray list = qgetenv("MIVORA_CALENDARS"); !list.isEmpty())
+        return QFile::decodeName(list).split(QLatin1Char(':'), Qt::SkipEmptyParts);
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    return {QDir::home().filePath(QStringLiteral(".calendars")),
+            QDir(data).filePath(QStringLiteral("calendars"))};
 }
 
-std::string encoded(const QString &path)
+QString absolutePath(const QString &path)
 {
-    return absolutePath(QFile::encodeName(path).toStdString());
+    return QDir::cleanPath(QDir::current().absoluteFilePath(path));
+}
+
+QString nameOf(const QString &path)
+{
+    return path.mid(path.lastIndexOf(QLatin1Char('/')) + 1);
+}
+
+QString prefixOf(const QString &path, const QStringList &paths)
+{
+    const auto hasSameName = [&](const QString &other) {
+        return other != path && nameOf(other) == nameOf(path);
+    };
+    const bool isUnique = std::none_of(paths.begin(), paths.end(), hasSameName);
+    return (isUnique ? nameOf(path) : path) + QLatin1Char(':');
 }
 
 } // namespace
 
-std::string absolutePath(const std::string &path)
+std::vector<CalendarRoot> calendarRoots(const std::vector<std::string> &chosen)
 {
-    const QString decoded = QFile::decodeName(QByteArray::fromStdString(path));
-    return QFile::encodeName(QDir::cleanPath(QDir::current().absoluteFilePath(decoded))).toStdString();
-}
-
-std::vector<std::string> calendarRoots(const std::optional<std::string> &chosen)
-{
-    if (chosen)
-        return {absolutePath(*chosen)};
-    if (const QByteArray list = qgetenv("MIVORA_CALENDARS"); !list.isEmpty())
-        return splitAtColons(list);
-    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    return {encoded(QDir::home().filePath(QStringLiteral(".calendars"))),
-            encoded(QDir(data).filePath(QStringLiteral("calendars")))};
+    QStringList paths;
+    for (const std::string &path : chosen)
+        paths << absolutePath(QFile::decodeName(QByteArray::fromStdString(path)));
+    const QString plain = paths.value(0, QDir::home().filePath(QStringLiteral(".calendars")));
+    if (paths.isEmpty())
+        for (const QString &path : usualFolders())
+            paths << absolutePath(path);
+    std::vector<CalendarRoot> roots;
+    for (const QString &path : paths)
+        roots.push_back({QFile::encodeName(path).toStdString(),
+                         path == plain ? std::string() : prefixOf(path, paths).toStdString()});
+    return roots;
 }
 
 } // namespace mivora

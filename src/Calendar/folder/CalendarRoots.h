@@ -1,17 +1,25 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace mivora {
 
-/// The folders in which calendars are looked for, absolute: \a chosen alone when it is given, else those of
-/// $MIVORA_CALENDARS (separated by colons), else ~/.calendars and $XDG_DATA_HOME/calendars. They need not
-/// exist yet.
-std::vector<std::string> calendarRoots(const std::optional<std::string> &chosen = std::nullopt);
+/// A folder in which calendars are looked for. It need not exist yet.
+struct CalendarRoot
+{
+    /// Absolute, without a slash at its end.
+    std::string path;
+    /// Stands before the identifiers of the calendars in it, and keeps them apart from those of other roots.
+    std::string prefix{};
+};
 
-/// \a path made absolute, without "." and "..", and without a slash at its end.
-std::string absolutePath(const std::string &path);
+/// The user's roots: those of $MIVORA_CALENDARS (separated by colons), else ~/.calendars and
+/// $XDG_DATA_HOME/calendars. When \a chosen has any, those alone.
+///
+/// A prefix is the root's name and a colon, or its path and a colon where two have the same name.
+/// ~/.calendars and the first chosen folder have none. So an identifier stays what it is whatever other roots
+/// hold.
+std::vector<CalendarRoot> calendarRoots(const std::vector<std::string> &chosen = {});
 
 } // namespace mivora

@@ -1,9 +1,7 @@
 #include "Calendar/folder/FileIndex.h"
 
 #include "Calendar/OccurrenceList.h"
-#include "Calendar/folder/CollectionLayout.h"
 
-#include <QString>
 #include <algorithm>
 #include <sys/stat.h>
 #include <unordered_set>
@@ -33,14 +31,8 @@ void updateFiles(FileCollection &collection, const CollectionPlan &plan, std::ve
     }
     for (std::size_t i = 0; i < plan.files.size(); ++i) {
         const auto [file, isNew] = collection.files.try_emplace(plan.files[i]);
-        FileEntry &entry = file->second;
-        bool isToRead = isNew;
-        if (collection.filesAreCalendars && (!entry.calendar || entry.calendar->id != plan.fileIDs[i])) {
-            entry.calendar = std::make_unique<FileCalendar>(FileCalendar{plan.fileIDs[i], {}, {}});
-            isToRead = true;
-        }
-        if (isToRead)
-            jobs.push_back({&collection, &file->first, &entry});
+        if (isNew)
+            jobs.push_back({&collection, &file->first, &file->second});
     }
 }
 
@@ -98,23 +90,22 @@ void keepOverlapping(FileEntry &entry, const EventWindow &window, StoreEvents &r
     entry.occurrences.erase(gone, entry.occurrences.end());
 }
 
-std::string validUtf8(const std::string &text)
-{
-    return QString::fromStdString(text).toStdString();
-}
-
 void appendFileCalendars(const FileCollection &root, std::vector<StoreCalendar> &calendars)
 {
     const std::size_t first = calendars.size();
     for (const auto &[name, entry] : root.files)
-        calendars.push_back({entry.calendar->id,
-                             validUtf8(entry.calendar->name.value_or(withoutSuffix(name))), std::nullopt,
-                             entry.calendar->color ? entry.calendar->color : root.properties.color});
+        calendars.push_back({root.calendarOf(name), validUtf8(entry.name.value_or(withoutSuffix(name))),
+                             std::nullopt, entry.color ? entry.color : root.properties.color});
     std::sort(calendars.begin() + std::ptrdiff_t(first), calendars.end(),
               [](const StoreCalendar &left, const StoreCalendar &right) { return left.id < right.id; });
 }
 
 } // namespace
+
+std::string FileCollection::calendarOf(const std::string &fileName) const
+{
+    return filesAreCalendars ? calendarID + validUtf8(fileName) : calendarID;
+}
 
 std::string withoutSuffix(const std::string &name)
 {
@@ -180,6 +171,19 @@ std::vector<FileJob> FileIndex::changeWindow(const EventWindow &from, const Even
         }
     }
     return jobs;
+}
+
+std::optional<FileJob> FileIndex::jobFor(const std::string &folder, const std::string &name)
+{
+    FileCollection *collection = find(folder);
+    if (!collection)
+        return std::nullopt;
+    // A new file in a root is a new calendar, which comes with the listing of its folder.
+    const auto file = collection->filesAreCalendars ? collection->files.find(name)
+                                                    : collection->files.try_emplace(name).first;
+    if (file == collection->files.end())
+        return std::nullopt;
+    return FileJob{collection, &file->first, &file->second};
 }
 
 FileCollection *FileIndex::find(const std::string &folder)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Calendar/StoreMemory.h"
-#include "Calendar/folder/FolderTree.h"
+#include "Calendar/folder/CollectionLayout.h"
 
 #include <chrono>
 #include <memory>
@@ -13,14 +13,6 @@
 /// loaded days. Text is not kept, so that a hundred thousand files stay small.
 namespace mivora {
 
-/// What a file that is a calendar of its own says about it.
-struct FileCalendar
-{
-    std::string id;
-    std::optional<std::string> name;
-    std::optional<Color> color;
-};
-
 struct FileEntry
 {
     FileStamp stamp;
@@ -31,8 +23,9 @@ struct FileEntry
     /// A state in which it looked half written, and how long that isn't believed.
     FileStamp halfWritten;
     std::chrono::steady_clock::time_point halfWrittenUntil{};
-    /// Only for a file in a root.
-    std::unique_ptr<FileCalendar> calendar;
+    /// What it says about its calendar; matters in a root, where a file is a calendar.
+    std::optional<std::string> name;
+    std::optional<Color> color;
 };
 
 /// A folder with calendar files.
@@ -40,7 +33,7 @@ struct FileCollection
 {
     std::string path;
     FolderIdentity identity;
-    /// Of the calendar that the folder is; empty for a root, whose files are calendars.
+    /// Of the calendar that the folder is. For a root, whose files are calendars, what their own begin with.
     std::string calendarID;
     std::string title;
     std::optional<std::string> accountTitle;
@@ -49,10 +42,7 @@ struct FileCollection
     std::unordered_map<std::string, FileEntry> files;
 
     /// The calendar that the events of a file belong to.
-    const std::string &calendarOf(const FileEntry &entry) const
-    {
-        return entry.calendar ? entry.calendar->id : calendarID;
-    }
+    std::string calendarOf(const std::string &fileName) const;
 };
 
 /// A file that is to be read. The pointers stay valid while no file is taken out of the index.
@@ -73,7 +63,7 @@ enum class Compare { newFiles, allFiles };
 class FileIndex
 {
 public:
-    explicit FileIndex(std::vector<std::string> roots) : m_roots(std::move(roots)) {}
+    explicit FileIndex(std::vector<CalendarRoot> roots) : m_roots(std::move(roots)) {}
 
     /// Follows the folders as listed: takes in and drops calendars and files. Gives the files to be read;
     /// what disappeared goes to \a changes.
@@ -82,6 +72,9 @@ public:
     /// The jobs for another window: files that have nothing in it, or whose occurrences are all known, need
     /// no reading; their occurrences are brought in line at once.
     std::vector<FileJob> changeWindow(const EventWindow &from, const EventWindow &to, EventChanges &changes);
+
+    /// The file \a name of \a folder, which was written; nothing when the folder's listing has to tell of it.
+    std::optional<FileJob> jobFor(const std::string &folder, const std::string &name);
 
     /// The collection in \a folder; null when that holds no calendar.
     FileCollection *find(const std::string &folder);
@@ -93,7 +86,7 @@ public:
     std::vector<StoreCalendar> calendars() const;
 
 private:
-    std::vector<std::string> m_roots;
+    std::vector<CalendarRoot> m_roots;
     std::vector<std::unique_ptr<FileCollection>> m_collections;
 };
 

@@ -58,7 +58,7 @@ private:
     void take(const FileJob &job, ReadStatus status);
     void parse(const FileJob &job);
     bool isBeingWritten(FileEntry &entry) const;
-    void takeCalendar(FileCalendar &calendar, const ical::CalendarText &text);
+    void takeCalendar(FileEntry &entry, const ical::CalendarText &text);
     void takeOccurrences(const FileJob &job, ical::CalendarText &text);
     void reportProblems(const FileJob &job, const std::vector<ical::TextProblem> &problems) const;
     void drop(const FileJob &job);
@@ -157,18 +157,18 @@ void LoadingTurn::parse(const FileJob &job)
     job.entry->stamp = m_reader.stamp();
     job.entry->earliest = text.earliest;
     job.entry->latest = text.latest;
-    if (job.entry->calendar)
-        takeCalendar(*job.entry->calendar, text);
+    if (job.collection->filesAreCalendars)
+        takeCalendar(*job.entry, text);
     takeOccurrences(job, text);
 }
 
-void LoadingTurn::takeCalendar(FileCalendar &calendar, const ical::CalendarText &text)
+void LoadingTurn::takeCalendar(FileEntry &entry, const ical::CalendarText &text)
 {
     const std::optional<Color> color = text.color ? colorFrom(*text.color) : std::nullopt;
-    if (calendar.name == text.name && calendar.color == color)
+    if (entry.name == text.name && entry.color == color)
         return;
-    calendar.name = text.name;
-    calendar.color = color;
+    entry.name = text.name;
+    entry.color = color;
     result.calendarsDiffer = true;
 }
 
@@ -177,11 +177,12 @@ void LoadingTurn::takeOccurrences(const FileJob &job, ical::CalendarText &text)
     if (text.occurrences.empty())
         return drop(job);
     const std::vector<std::string> own = ownAddresses(*job.collection, *job.name, text, m_request);
+    const std::string calendarID = job.collection->calendarOf(*job.name);
     StoreEvents events;
     events.reserve(text.occurrences.size());
     for (ical::Occurrence &occurrence : text.occurrences)
         events.push_back(std::make_shared<const StoreEvent>(
-            storeEventOf(std::move(occurrence), job.collection->calendarOf(*job.entry), own)));
+            storeEventOf(std::move(occurrence), calendarID, own)));
     keepUnchanged(std::move(job.entry->occurrences), events, result.changes);
     job.entry->occurrences = std::move(events);
 }

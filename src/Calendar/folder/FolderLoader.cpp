@@ -36,10 +36,18 @@ bool exists(const std::string &path)
     return ::stat(path.c_str(), &status) == 0;
 }
 
+std::vector<std::string> pathsOf(const std::vector<CalendarRoot> &roots)
+{
+    std::vector<std::string> paths;
+    for (const CalendarRoot &root : roots)
+        paths.push_back(root.path);
+    return paths;
+}
+
 } // namespace
 
 FolderLoader::FolderLoader(Setup setup, std::function<void()> onNews)
-    : m_tree(setup.roots, std::move(setup.leftOut)),
+    : m_tree(pathsOf(setup.roots), std::move(setup.leftOut)),
       m_index(setup.roots), m_request{setup.window, std::move(setup.addresses), &m_isStopping, &m_marks},
       m_news(std::move(onNews)), m_wakeUp(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
 {
@@ -237,13 +245,10 @@ void FolderLoader::addChangedFiles(std::vector<FileJob> &jobs)
     for (const FileJob &job : jobs)
         already.insert(job.entry);
     for (const auto &[folder, names] : std::exchange(m_changedFiles, {})) {
-        FileCollection *collection = m_index.find(folder);
-        if (!collection)
-            continue;
         for (const std::string &name : names) {
-            const auto file = collection->files.try_emplace(name).first;
-            if (!already.contains(&file->second))
-                jobs.push_back({collection, &file->first, &file->second});
+            const std::optional<FileJob> job = m_index.jobFor(folder, name);
+            if (job && !already.contains(job->entry))
+                jobs.push_back(*job);
         }
     }
 }

@@ -23,7 +23,7 @@ class FolderLoader : public std::enable_shared_from_this<FolderLoader>
 public:
     struct Setup
     {
-        std::vector<std::string> roots;
+        std::vector<CalendarRoot> roots;
         EventWindow window;
         std::vector<std::string> addresses;
         /// Folders that are not touched.

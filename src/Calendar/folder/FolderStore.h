@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Calendar/StoreMemory.h"
+#include "Calendar/folder/CalendarRoots.h"
 
 #include <QTimer>
 #include <map>
@@ -23,8 +24,7 @@ class FolderStore final : public EventStore
 public:
     struct Setup
     {
-        /// Absolute paths; see calendarRoots(). They need not exist yet.
-        std::vector<std::string> roots;
+        std::vector<CalendarRoot> roots;
         /// What is loaded first.
         EventWindow window;
         /// The user's own e-mail addresses, for calendars that don't name their owner.

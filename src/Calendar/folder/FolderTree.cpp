@@ -1,5 +1,6 @@
 #include "Calendar/folder/FolderTree.h"
 
+#include "Calendar/CalendarColor.h"
 #include "Calendar/CalendarLog.h"
 
 #include <algorithm>
@@ -66,14 +67,19 @@ Kind kindOf(int folder, const dirent &entry)
     }
 }
 
-/// The first line's worth of a small text file, without white space around it.
+/// The first line with anything in it of a small text file, without white space around it.
 std::optional<std::string> smallText(int folder, const char *name)
 {
     constexpr std::int64_t limit = 4096;
     FileReader reader;
     if (reader.read(folder, name, limit) != ReadStatus::done)
         return std::nullopt;
-    const std::string_view text = trimmed(reader.text());
+    constexpr std::string_view byteOrderMark = "\xef\xbb\xbf";
+    std::string_view text = reader.text();
+    if (text.starts_with(byteOrderMark))
+        text.remove_prefix(byteOrderMark.size());
+    text = trimmed(text);
+    text = trimmed(text.substr(0, text.find_first_of("\r\n")));
     return text.empty() ? std::nullopt : std::optional<std::string>(text);
 }
 
@@ -85,7 +91,7 @@ void readProperty(FolderListing &listing, int folder, const char *name)
     if (std::strcmp(name, "displayname") == 0)
         listing.properties.displayName = text;
     else if (std::strcmp(name, "color") == 0)
-        listing.properties.color = Color::fromHex(*text);
+        listing.properties.color = colorFrom(*text);
     else
         listing.properties.owner = addressFrom(*text);
 }
