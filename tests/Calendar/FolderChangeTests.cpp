@@ -118,6 +118,29 @@ TEST(FolderChanges, takeOverWhatAFolderSaysAboutItself)
     }));
 }
 
+TEST(FolderChanges, leaveTheLatestVersionOfAnEventInTwoFiles)
+{
+    const CalendarFolder folder;
+    const auto write = [&](const char *file, const char *title, const char *version,
+                           const char *start = "20260310T090000Z") {
+        std::string text = eventText(title, start, version);
+        text.replace(text.find("UID:"), text.find("\r\nDTSTART") - text.find("UID:"), "UID:same");
+        folder.write(file, text);
+    };
+    const char *const first = "SEQUENCE:1\r\nDTSTAMP:20260101T000000Z\r\n";
+    write("work/b.ics", "B", first);
+    write("work/a.ics", "A", first);
+    write("home/a.ics", "Home", first);
+    LoadedStore loaded({folder.path()});
+    EXPECT_EQ(loaded.titles(), (Titles{"A", "Home"})) << "the same version";
+    write("work/b.ics", "B", "SEQUENCE:1\r\nDTSTAMP:20260102T000000Z\r\n");
+    EXPECT_TRUE(loaded.waitForTitles({"B", "Home"})) << "a later stamp";
+    write("work/a.ics", "A", "SEQUENCE:2\r\nDTSTAMP:20250101T000000Z\r\n", "20260720T090000Z");
+    EXPECT_TRUE(loaded.waitForTitles({"Home"})) << "a later version, of another day";
+    folder.remove("work/a.ics");
+    EXPECT_TRUE(loaded.waitForTitles({"B", "Home"})) << "without it";
+}
+
 TEST(FolderChanges, leaveTheEventsOfAFileThatIsHalfWrittenForAMoment)
 {
     const CalendarFolder folder;

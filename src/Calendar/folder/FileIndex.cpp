@@ -16,6 +16,14 @@ void moveAll(StoreEvents &from, StoreEvents &to)
     from.clear();
 }
 
+auto forget(FileCollection &collection, decltype(FileCollection::files)::iterator file, EventChanges &changes)
+{
+    collection.setVersions(*file, {});
+    collection.touched.erase(&*file);
+    moveAll(file->second.shown, changes.removed);
+    return collection.files.erase(file);
+}
+
 /// Drops the files that are no longer listed, and enters those that are new.
 void updateFiles(FileCollection &collection, const CollectionPlan &plan, std::vector<FileJob> &jobs,
                  EventChanges &changes)
@@ -26,13 +34,12 @@ void updateFiles(FileCollection &collection, const CollectionPlan &plan, std::ve
             ++file;
             continue;
         }
-        moveAll(file->second.occurrences, changes.removed);
-        file = collection.files.erase(file);
+        file = forget(collection, file, changes);
     }
     for (std::size_t i = 0; i < plan.files.size(); ++i) {
         const auto [file, isNew] = collection.files.try_emplace(plan.files[i]);
         if (isNew)
-            jobs.push_back({&collection, &file->first, &file->second});
+            jobs.push_back({&collection, &*file});
     }
 }
 
@@ -47,10 +54,10 @@ void addJobs(FileCollection &collection, Condition isToRead, std::vector<FileJob
 {
     std::unordered_set<const FileEntry *> already;
     for (const FileJob &job : jobs)
-        already.insert(job.entry);
-    for (auto &[name, entry] : collection.files) {
-        if (!already.contains(&entry) && isToRead(name, entry))
-            jobs.push_back({&collection, &name, &entry});
+        already.insert(&job.entry());
+    for (FileCollection::File &file : collection.files) {
+        if (!already.contains(&file.second) && isToRead(file.first, file.second))
+            jobs.push_back({&collection, &file});
     }
 }
 
@@ -80,14 +87,43 @@ bool liesInside(const FileEntry &entry, const EventWindow &window)
     return entry.earliest >= secondsSinceEpoch(window.from) && entry.latest <= secondsSinceEpoch(window.to);
 }
 
-void keepOverlapping(FileEntry &entry, const EventWindow &window, StoreEvents &removed)
+void keepOverlapping(FileEntry &entry, const EventWindow &window)
 {
-    const auto gone =
-        std::stable_partition(entry.occurrences.begin(), entry.occurrences.end(), [&](const auto &event) {
-            return overlaps(event->start, event->end, window.from, window.to);
-        });
-    removed.insert(removed.end(), gone, entry.occurrences.end());
-    entry.occurrences.erase(gone, entry.occurrences.end());
+    std::erase_if(entry.occurrences, [&](const auto &event) {
+        return !overlaps(event->start, event->end, window.from, window.to);
+    });
+}
+
+/// Of each event the latest version, in order of the identifiers.
+void keepLatest(std::vector<ical::EventVersion> &versions)
+{
+    const auto comesFirst = [](const ical::EventVersion &left, const ical::EventVersion &right) {
+        return left.uid != right.uid ? left.uid < right.uid : left.isLaterThan(right);
+    };
+    const auto isSame = [](const ical::EventVersion &left, const ical::EventVersion &right) {
+        return left.uid == right.uid;
+    };
+    std::sort(versions.begin(), versions.end(), comesFirst);
+    versions.erase(std::unique(versions.begin(), versions.end(), isSame), versions.end());
+}
+
+ical::EventVersion versionIn(const FileEntry &entry, std::size_t uid)
+{
+    const auto found =
+        std::lower_bound(entry.versions.begin(), entry.versions.end(), uid,
+                         [](const ical::EventVersion &version, std::size_t id) { return version.uid < id; });
+    return found != entry.versions.end() && found->uid == uid ? *found : ical::EventVersion{};
+}
+
+void showLatest(const FileCollection &collection, FileCollection::File &file, EventChanges &changes)
+{
+    StoreEvents latest;
+    for (const std::shared_ptr<const StoreEvent> &event : file.second.occurrences)
+        if (!event->eventIdentifier || collection.isLatest(file, ical::uidHash(*event->eventIdentifier)))
+            latest.push_back(event);
+    StoreEvents shown = latest;
+    keepUnchanged(std::move(file.second.shown), shown, changes);
+    file.second.shown = std::move(latest);
 }
 
 void appendFileCalendars(const FileCollection &root, std::vector<StoreCalendar> &calendars)
@@ -105,6 +141,40 @@ void appendFileCalendars(const FileCollection &root, std::vector<StoreCalendar> 
 std::string FileCollection::calendarOf(const std::string &fileName) const
 {
     return filesAreCalendars ? calendarID + validUtf8(fileName) : calendarID;
+}
+
+void FileCollection::setVersions(File &file, std::vector<ical::EventVersion> versions)
+{
+    touched.insert(&file);
+    if (filesAreCalendars)
+        return;
+    keepLatest(versions);
+    if (versions == file.second.versions)
+        return;
+    for (const ical::EventVersion &version : std::exchange(file.second.versions, std::move(versions))) {
+        for (auto [holder, last] = holders.equal_range(version.uid); holder != last;) {
+            touched.insert(holder->second);
+            holder = holder->second == &file ? holders.erase(holder) : std::next(holder);
+        }
+    }
+    for (const ical::EventVersion &version : file.second.versions) {
+        holders.emplace(version.uid, &file);
+        for (auto [holder, last] = holders.equal_range(version.uid); holder != last; ++holder)
+            touched.insert(holder->second);
+    }
+}
+
+bool FileCollection::isLatest(const File &file, std::size_t uid) const
+{
+    const auto [first, last] = holders.equal_range(uid);
+    return std::all_of(first, last, [&](const auto &holder) {
+        const File &other = *holder.second;
+        if (&other == &file)
+            return true;
+        const ical::EventVersion own = versionIn(file.second, uid), theirs = versionIn(other.second, uid);
+        // Of equal ones any will do, but the same at each start.
+        return own.isLaterThan(theirs) || (!theirs.isLaterThan(own) && file.first < other.first);
+    });
 }
 
 std::string withoutSuffix(const std::string &name)
@@ -148,26 +218,34 @@ std::vector<FileJob> FileIndex::update(std::vector<FolderListing> folders, Compa
         if (!gone)
             continue;
         for (auto &[name, entry] : gone->files)
-            moveAll(entry.occurrences, changes.removed);
+            moveAll(entry.shown, changes.removed);
     }
     return jobs;
 }
 
-std::vector<FileJob> FileIndex::changeWindow(const EventWindow &from, const EventWindow &to,
-                                             EventChanges &changes)
+void FileIndex::show(EventChanges &changes)
+{
+    for (const std::unique_ptr<FileCollection> &collection : m_collections)
+        for (FileCollection::File *file : std::exchange(collection->touched, {}))
+            showLatest(*collection, *file, changes);
+}
+
+std::vector<FileJob> FileIndex::changeWindow(const EventWindow &from, const EventWindow &to)
 {
     // Floating times and whole days move with the zone, by a day at most.
     const bool zoneDiffers = from.zone != to.zone;
     const double slack = zoneDiffers ? 86400 : 0;
     std::vector<FileJob> jobs;
     for (const std::unique_ptr<FileCollection> &collection : m_collections) {
-        for (auto &[name, entry] : collection->files) {
+        for (FileCollection::File &file : collection->files) {
+            FileEntry &entry = file.second;
+            collection->touched.insert(&file);
             if (entry.earliest > entry.latest || !overlapsWindow(entry, to, slack))
-                moveAll(entry.occurrences, changes.removed);
+                entry.occurrences.clear();
             else if (!zoneDiffers && liesInside(entry, from))
-                keepOverlapping(entry, to, changes.removed);
+                keepOverlapping(entry, to);
             else
-                jobs.push_back({collection.get(), &name, &entry});
+                jobs.push_back({collection.get(), &file});
         }
     }
     return jobs;
@@ -183,7 +261,7 @@ std::optional<FileJob> FileIndex::jobFor(const std::string &folder, const std::s
                                                     : collection->files.try_emplace(name).first;
     if (file == collection->files.end())
         return std::nullopt;
-    return FileJob{collection, &file->first, &file->second};
+    return FileJob{collection, &*file};
 }
 
 FileCollection *FileIndex::find(const std::string &folder)
@@ -196,10 +274,8 @@ FileCollection *FileIndex::find(const std::string &folder)
 void FileIndex::remove(FileCollection &collection, const std::string &name, EventChanges &changes)
 {
     const auto found = collection.files.find(name);
-    if (found == collection.files.end())
-        return;
-    moveAll(found->second.occurrences, changes.removed);
-    collection.files.erase(found);
+    if (found != collection.files.end())
+        forget(collection, found, changes);
 }
 
 std::vector<StoreCalendar> FileIndex::calendars() const

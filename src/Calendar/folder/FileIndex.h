@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 /// What is remembered of the files of calendars: their state, when they matter, and their occurrences in the
@@ -20,6 +21,11 @@ struct FileEntry
     double earliest = 0;
     double latest = -1;
     StoreEvents occurrences;
+    /// Those that the store shows: all, but for events that another file of the folder has a later version
+    /// of.
+    StoreEvents shown;
+    /// The events that it holds, whatever their days, by identifier. Of a file that is a calendar: none.
+    std::vector<ical::EventVersion> versions;
     /// A state in which it looked half written, and how long that isn't believed.
     FileStamp halfWritten;
     std::chrono::steady_clock::time_point halfWrittenUntil{};
@@ -39,7 +45,18 @@ struct FileCollection
     std::optional<std::string> accountTitle;
     FolderProperties properties;
     bool filesAreCalendars = false;
+    using File = std::pair<const std::string, FileEntry>;
     std::unordered_map<std::string, FileEntry> files;
+    /// The files that have an event, by its identifier (`ical::uidHash()`).
+    std::unordered_multimap<std::size_t, File *> holders;
+    /// The files whose occurrences may have to be shown, or not to be shown any more.
+    std::unordered_set<File *> touched;
+
+    /// Takes note of what \a file holds now, as far as other files of the folder can hold it too.
+    void setVersions(File &file, std::vector<ical::EventVersion> versions);
+
+    /// Whether no other file has a later version of an event of \a file.
+    bool isLatest(const File &file, std::size_t uid) const;
 
     /// The calendar that the events of a file belong to.
     std::string calendarOf(const std::string &fileName) const;
@@ -49,8 +66,11 @@ struct FileCollection
 struct FileJob
 {
     FileCollection *collection = nullptr;
-    const std::string *name = nullptr;
-    FileEntry *entry = nullptr;
+    FileCollection::File *file = nullptr;
+
+    const std::string &name() const { return file->first; }
+
+    FileEntry &entry() const { return file->second; }
 };
 
 /// The name of a calendar file without its ".ics".
@@ -69,9 +89,12 @@ public:
     /// what disappeared goes to \a changes.
     std::vector<FileJob> update(std::vector<FolderListing> folders, Compare compare, EventChanges &changes);
 
+    /// Brings what is shown in line with what was read.
+    void show(EventChanges &changes);
+
     /// The jobs for another window: files that have nothing in it, or whose occurrences are all known, need
     /// no reading; their occurrences are brought in line at once.
-    std::vector<FileJob> changeWindow(const EventWindow &from, const EventWindow &to, EventChanges &changes);
+    std::vector<FileJob> changeWindow(const EventWindow &from, const EventWindow &to);
 
     /// The file \a name of \a folder, which was written; nothing when the folder's listing has to tell of it.
     std::optional<FileJob> jobFor(const std::string &folder, const std::string &name);

@@ -85,7 +85,7 @@ bool endsCalendar(std::string_view text)
 
 void report(const FileJob &job, const std::string &message)
 {
-    const std::string path = job.collection->path + '/' + *job.name;
+    const std::string path = job.collection->path + '/' + job.name();
     qCWarning(calendarLog, "%s: %s", printable(path).c_str(), printable(message).c_str());
 }
 
@@ -103,7 +103,7 @@ ReadStatus LoadingTurn::read(const FileJob &job, std::int64_t limit)
 {
     const ReadingMark::Scope reading(m_mark, job.collection->path);
     openFolderOf(job);
-    return m_reader.read(m_folder.number(), job.name->c_str(), limit);
+    return m_reader.read(m_folder.number(), job.name().c_str(), limit);
 }
 
 void LoadingTurn::take(const FileJob &job, ReadStatus status)
@@ -116,9 +116,9 @@ void LoadingTurn::take(const FileJob &job, ReadStatus status)
         result.vanished.push_back(job);
         return;
     case ReadStatus::tooLarge:
-        if (job.entry->stamp != m_reader.stamp())
+        if (job.entry().stamp != m_reader.stamp())
             report(job, "the file is too large");
-        job.entry->stamp = m_reader.stamp();
+        job.entry().stamp = m_reader.stamp();
         return drop(job);
     case ReadStatus::failed:
         report(job, std::string("the file can't be read: ") + std::strerror(errno));
@@ -148,17 +148,17 @@ bool LoadingTurn::isBeingWritten(FileEntry &entry) const
 
 void LoadingTurn::parse(const FileJob &job)
 {
-    if (isBeingWritten(*job.entry))
+    if (isBeingWritten(job.entry()))
         return result.halfWritten.push_back(job);
     ical::CalendarText text = ical::readCalendarText(m_reader.text(), m_request.window);
     // Another window doesn't make an old problem new.
-    if (job.entry->stamp != m_reader.stamp())
+    if (job.entry().stamp != m_reader.stamp())
         reportProblems(job, text.problems);
-    job.entry->stamp = m_reader.stamp();
-    job.entry->earliest = text.earliest;
-    job.entry->latest = text.latest;
+    job.entry().stamp = m_reader.stamp();
+    job.entry().earliest = text.earliest;
+    job.entry().latest = text.latest;
     if (job.collection->filesAreCalendars)
-        takeCalendar(*job.entry, text);
+        takeCalendar(job.entry(), text);
     takeOccurrences(job, text);
 }
 
@@ -174,24 +174,23 @@ void LoadingTurn::takeCalendar(FileEntry &entry, const ical::CalendarText &text)
 
 void LoadingTurn::takeOccurrences(const FileJob &job, ical::CalendarText &text)
 {
-    if (text.occurrences.empty())
-        return drop(job);
-    const std::vector<std::string> own = ownAddresses(*job.collection, *job.name, text, m_request);
-    const std::string calendarID = job.collection->calendarOf(*job.name);
+    result.read.push_back({job, std::move(text.versions)});
+    const std::vector<std::string> own = ownAddresses(*job.collection, job.name(), text, m_request);
+    const std::string calendarID = job.collection->calendarOf(job.name());
     StoreEvents events;
     events.reserve(text.occurrences.size());
     for (ical::Occurrence &occurrence : text.occurrences)
-        events.push_back(std::make_shared<const StoreEvent>(
-            storeEventOf(std::move(occurrence), calendarID, own)));
-    keepUnchanged(std::move(job.entry->occurrences), events, result.changes);
-    job.entry->occurrences = std::move(events);
+        events.push_back(
+            std::make_shared<const StoreEvent>(storeEventOf(std::move(occurrence), calendarID, own)));
+    EventChanges unused;
+    keepUnchanged(std::move(job.entry().occurrences), events, unused);
+    job.entry().occurrences = std::move(events);
 }
 
 void LoadingTurn::drop(const FileJob &job)
 {
-    StoreEvents &gone = job.entry->occurrences;
-    std::move(gone.begin(), gone.end(), std::back_inserter(result.changes.removed));
-    gone.clear();
+    job.entry().occurrences.clear();
+    result.read.push_back({job, {}});
 }
 
 void LoadingTurn::reportProblems(const FileJob &job, const std::vector<ical::TextProblem> &problems) const
@@ -206,7 +205,7 @@ void LoadingTurn::reportProblems(const FileJob &job, const std::vector<ical::Tex
 
 void merge(LoadResult &into, LoadResult from)
 {
-    into.changes.append(std::move(from.changes));
+    std::move(from.read.begin(), from.read.end(), std::back_inserter(into.read));
     into.vanished.insert(into.vanished.end(), from.vanished.begin(), from.vanished.end());
     into.halfWritten.insert(into.halfWritten.end(), from.halfWritten.begin(), from.halfWritten.end());
     into.calendarsDiffer = into.calendarsDiffer || from.calendarsDiffer;

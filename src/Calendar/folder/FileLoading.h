@@ -23,9 +23,16 @@ struct LoadRequest
 /// truncate a file and then write it.
 constexpr std::chrono::milliseconds halfWrittenTime{250};
 
+/// A file whose entry is up to date, and the events that it holds.
+struct ReadFile
+{
+    FileJob job;
+    std::vector<ical::EventVersion> versions;
+};
+
 struct LoadResult
 {
-    EventChanges changes;
+    std::vector<ReadFile> read;
     /// Files that were not there any more, or were no files.
     std::vector<FileJob> vanished;
     /// Files that were found half written, and kept their events; to be read again after halfWrittenTime.

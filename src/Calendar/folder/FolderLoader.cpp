@@ -243,11 +243,11 @@ void FolderLoader::addChangedFiles(std::vector<FileJob> &jobs)
 {
     std::set<const FileEntry *> already;
     for (const FileJob &job : jobs)
-        already.insert(job.entry);
+        already.insert(&job.entry());
     for (const auto &[folder, names] : std::exchange(m_changedFiles, {})) {
         for (const std::string &name : names) {
             const std::optional<FileJob> job = m_index.jobFor(folder, name);
-            if (job && !already.contains(job->entry))
+            if (job && !already.contains(&job->entry()))
                 jobs.push_back(*job);
         }
     }
@@ -256,7 +256,7 @@ void FolderLoader::addChangedFiles(std::vector<FileJob> &jobs)
 void FolderLoader::noteHalfWritten(const std::vector<FileJob> &jobs)
 {
     for (const FileJob &job : jobs)
-        m_halfWritten[job.collection->path].insert(*job.name);
+        m_halfWritten[job.collection->path].insert(job.name());
     if (!jobs.empty() && !m_readAgain)
         m_readAgain = Clock::now() + halfWrittenTime;
 }
@@ -273,10 +273,9 @@ void FolderLoader::readHalfWrittenAgain()
 
 void FolderLoader::applyWindow(const EventWindow &window)
 {
-    EventChanges changes;
-    const std::vector<FileJob> jobs = m_index.changeWindow(m_request.window, window, changes);
+    const std::vector<FileJob> jobs = m_index.changeWindow(m_request.window, window);
     m_request.window = window;
-    load(jobs, std::move(changes), true);
+    load(jobs, {}, true);
 }
 
 void FolderLoader::scanAndLoad(Compare compare)
@@ -325,14 +324,16 @@ void FolderLoader::load(const std::vector<FileJob> &jobs, EventChanges changes, 
     LoadResult result = loadFiles(jobs, m_request);
     if (m_isStopping)
         return;
-    changes.append(std::move(result.changes));
+    for (ReadFile &read : result.read)
+        read.job.collection->setVersions(*read.job.file, std::move(read.versions));
     m_calendarsDiffer = m_calendarsDiffer || result.calendarsDiffer || !result.vanished.empty();
     noteHalfWritten(result.halfWritten);
     for (const FileJob &job : result.vanished) {
-        FileIndex::remove(*job.collection, std::string(*job.name), changes);
+        FileIndex::remove(*job.collection, std::string(job.name()), changes);
         if (job.collection->files.empty())
             noteFolderChange();
     }
+    m_index.show(changes);
     publish(std::move(changes), isChange);
 }
 
