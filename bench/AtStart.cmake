@@ -9,7 +9,6 @@ add_dependencies(UpdatesAtStart mivora mivora-updates mivora-views)
 
 # The program in the tray beside the least one that shows an item there.
 mivora_bench(Tray LIBRARIES BenchStartedProgram SOURCES Tray.cpp CalendarSamples.cpp)
-target_compile_definitions(Tray PRIVATE MIVORA_PEERS="${CMAKE_CURRENT_SOURCE_DIR}/peers")
 add_executable(bare-tray-item BareTrayItem.cpp)
 target_link_libraries(bare-tray-item PRIVATE Qt6::Gui Qt6::DBus MivoraOptions)
 add_dependencies(Tray mivora mivora-views bare-tray-item)

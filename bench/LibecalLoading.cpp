@@ -1,20 +1,18 @@
-// What libecal needs for a day of the desktop's own calendar, the server's start included. Prints one line
-// each: how many occurrences there are; the seconds from opening the calendar until they are listed; those of
-// asking once more; those from a change of one event until all is listed again.
+// What libecal needs for a day of the desktop's own calendar, from a server that runs but has not read it
+// yet. Prints how many occurrences there are, and the seconds from opening the calendar until they are
+// listed.
 
 #include "CalendarEds/EdsWorld.h"
 
+#include <QDBusConnectionInterface>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <cstdlib>
-#include <functional>
 #include <iostream>
 #include <libecal/libecal.h>
 
 namespace {
-
-constexpr int rounds = 10;
 
 /// Ends the program with the server's word about what went wrong.
 void check(const GError *error)
@@ -48,40 +46,11 @@ gboolean countOccurrence(ICalComponent *, ICalTime *, ICalTime *, gpointer count
     return TRUE;
 }
 
-/// A day of a person with one calendar.
-struct Listing
+long occurrences(ECalClient *client, time_t from, time_t to)
 {
-    time_t from = 0;
-    time_t to = 0;
-
-    long occurrences(ECalClient *client) const
-    {
-        long count = 0;
-        e_cal_client_generate_instances_sync(client, from, to, nullptr, countOccurrence, &count);
-        return count;
-    }
-};
-
-void changeTitle(ECalClient *client, int number)
-{
-    GError *error = nullptr;
-    ICalComponent *event = nullptr;
-    e_cal_client_get_object_sync(client, "0000040-4f1c-9d2e@calendar.example.com", nullptr, &event, nullptr,
-                                 &error);
-    check(error);
-    i_cal_component_set_summary(event, std::to_string(number).c_str());
-    e_cal_client_modify_object_sync(client, event, E_CAL_OBJ_MOD_ALL, E_CAL_OPERATION_FLAG_NONE, nullptr,
-                                    &error);
-    check(error);
-    g_object_unref(event);
-}
-
-double seconds(const std::function<void()> &work)
-{
-    QElapsedTimer timer;
-    timer.start();
-    work();
-    return double(timer.nsecsElapsed()) * 1e-9;
+    long count = 0;
+    e_cal_client_generate_instances_sync(client, from, to, nullptr, countOccurrence, &count);
+    return count;
 }
 
 } // namespace
@@ -93,27 +62,18 @@ int main(int argc, char **argv)
         return 2;
     }
     const QString file = QDir::current().absoluteFilePath(QString::fromLocal8Bit(argv[1]));
-    const Listing listing{std::atol(argv[2]), std::atol(argv[3])};
     const support::EdsWorld world;
     const QString folder = world.path(QStringLiteral("data/evolution/calendar/system"));
     QDir().mkpath(folder);
     QFile::copy(file, folder + QStringLiteral("/calendar.ics"));
 
-    ECalClient *client = nullptr;
-    long count = 0;
-    const double load = seconds([&] {
-        client = openCalendar();
-        count = listing.occurrences(client);
-    });
-    double refresh = 0;
-    double change = 0;
-    for (int round = 0; round < rounds; ++round) {
-        refresh += seconds([&] { listing.occurrences(client); });
-        change += seconds([&] {
-            changeTitle(client, round);
-            listing.occurrences(client);
-        });
-    }
-    std::cout << count << '\n' << load << '\n' << refresh / rounds << '\n' << change / rounds << '\n';
+    // On most desktops something has asked for calendars before, though not for this one.
+    for (const char *server : {support::EdsWorld::sourcesName, support::EdsWorld::calendarName})
+        QDBusConnection::sessionBus().interface()->startService(QString::fromLatin1(server));
+
+    QElapsedTimer timer;
+    timer.start();
+    const long count = occurrences(openCalendar(), std::atol(argv[2]), std::atol(argv[3]));
+    std::cout << count << '\n' << double(timer.nsecsElapsed()) * 1e-9 << '\n';
     return 0;
 }

@@ -15,7 +15,7 @@ namespace mivora {
 
 namespace {
 
-/// A program that shows an item; the applets in Python may lack what they need.
+/// A program that shows an item; the applets may not be built.
 struct Program
 {
     const char *name;
@@ -28,18 +28,13 @@ QString built(const char *name)
     return QCoreApplication::applicationDirPath() + u'/' + QLatin1String(name);
 }
 
-QString peer(const char *name)
-{
-    return QStringLiteral(MIVORA_PEERS "/") + QLatin1String(name);
-}
-
 const std::vector<Program> &programs()
 {
     static const std::vector<Program> all = {
         {"mivora", built("mivora")},
         {"bareQt", built("bare-tray-item")},
-        {"pythonQt", peer("tray-qt.py")},
-        {"pythonGtk", peer("tray-gtk.py")},
+        {"qtWidgets", built("../peers/tray-qt")},
+        {"gtk", built("../peers/tray-gtk")},
     };
     return all;
 }

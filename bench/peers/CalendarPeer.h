@@ -1,8 +1,8 @@
 #pragma once
 
-#include <cstddef>
 #include <ctime>
 #include <string>
+#include <vector>
 
 /// What calendar programs without Mivora are made of, put to Mivora's work.
 namespace peers {
@@ -14,7 +14,15 @@ struct Days
     std::time_t to = 0;
 };
 
-/// A calendar library as a program would use it.
+/// What a list of the day shows of a meeting.
+struct Occurrence
+{
+    std::string title;
+    std::time_t begin = 0;
+    std::time_t end = 0;
+};
+
+/// A calendar library as a program would use it that knows the library well.
 class CalendarLibrary
 {
 public:
@@ -23,12 +31,17 @@ public:
     CalendarLibrary(const CalendarLibrary &) = delete;
     CalendarLibrary &operator=(const CalendarLibrary &) = delete;
 
-    /// Takes in a file, in place of what was read under this name before. \a text ends with a zero.
-    virtual void read(const std::string &name, const char *text, std::size_t length) = 0;
+    /// Takes in a file, in place of what was read under this name before. `text` may be changed, and ends
+    /// with a zero.
+    virtual void read(const std::string &name, char *text) = 0;
 
-    /// How many meetings there are in \a days, repeated ones with each of their days.
-    virtual long occurrences(Days days) = 0;
+    /// The meetings in `days`, repeated ones with each of their days.
+    virtual std::vector<Occurrence> occurrences(Days days) = 0;
 };
+
+/// The file without its definitions of zones that the system has as well: libraries know those by name, and
+/// parsing the definitions takes them longer than the event. Makes room for the rest in `text`.
+char *withoutKnownZones(char *text);
 
 /// `PROGRAM FOLDER FROM TO` reads the folder's calendar files and prints how many occurrences the time has,
 /// which is in seconds since 1970. With `refresh` behind it, prints the seconds that asking once more takes;
