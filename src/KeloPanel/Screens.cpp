@@ -2,6 +2,7 @@
 
 #include "KeloPanel/backends/X11WorkArea.h"
 
+#include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -26,8 +27,11 @@ std::vector<ScreenArea> currentScreens()
 
 std::optional<ScreenArea> mainScreen()
 {
-    if (const QScreen *screen = QGuiApplication::primaryScreen())
-        return areaOf(*screen);
+    for (const QScreen *screen : {screenOfActiveWindow(), QGuiApplication::screenAt(QCursor::pos()),
+                                  QGuiApplication::primaryScreen()}) {
+        if (screen)
+            return areaOf(*screen);
+    }
     return {};
 }
 

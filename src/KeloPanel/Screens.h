@@ -14,7 +14,8 @@ namespace kelo {
 /// The screens of the desktop now, in the platform's order.
 std::vector<ScreenArea> currentScreens();
 
-/// The desktop's primary screen; the first one where none is primary; nothing without screens.
+/// The screen where the user works: that of the active window; where there is none, or the desktop doesn't
+/// tell, that of the pointer; else the desktop's primary one. Nothing without screens.
 std::optional<ScreenArea> mainScreen();
 
 /// Tells when screens come, go or change, or when the desktop's bars do.

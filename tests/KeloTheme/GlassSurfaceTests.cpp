@@ -32,24 +32,4 @@ TEST_F(GlassSurfaceTest, maskIsRoundAtTheCornersAndFullElsewhere)
         EXPECT_EQ(mask.pixelColor(full), QColor(Qt::black));
 }
 
-TEST_F(GlassSurfaceTest, shadowIsSoftFallsBelowAndSparesTheSurface)
-{
-    for (const int ratio : {1, 2}) {
-        const auto [shadow, inset] = GlassSurface::shadow(22, ratio);
-        const int middle = inset;
-        const int margin = GlassSurface::floatingShadowMargin * ratio;
-        const int end = shadow.height() - 1;
-        const auto alpha = [&image = shadow](int x, int y) { return image.pixelColor(x, y).alpha(); };
-        EXPECT_EQ(alpha(middle, middle), 0);
-        EXPECT_EQ(alpha(middle, margin), 0) << "the surface's first line";
-        EXPECT_EQ(alpha(middle, end - margin), 0) << "the surface's last line";
-        EXPECT_GT(alpha(middle, end - margin + 1), 40);
-        EXPECT_GT(alpha(middle, end - margin + 1), 2 * alpha(middle, margin - 1));
-        EXPECT_LE(alpha(middle, end), 3) << "it has faded where the window ends";
-        EXPECT_EQ(alpha(0, 0), 0);
-        // What is stretched must look the same all along.
-        EXPECT_EQ(alpha(middle - 1, end - margin + 2), alpha(middle + 1, end - margin + 2));
-    }
-}
-
 } // namespace kelo

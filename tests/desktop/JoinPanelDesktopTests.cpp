@@ -35,15 +35,7 @@ std::optional<support::Desktop> desktop;
 // What the X server says about the window, so that nothing rests on what Qt believes.
 QRect frameOnScreen(const QWindow &window)
 {
-    const kelo::X11Connection x11;
-    const auto id = xcb_window_t(window.winId());
-    auto *geometry = xcb_get_geometry_reply(x11.get(), xcb_get_geometry(x11.get(), id), nullptr);
-    auto *place = xcb_translate_coordinates_reply(
-        x11.get(), xcb_translate_coordinates(x11.get(), id, x11.root(), 0, 0), nullptr);
-    const QRect frame(place->dst_x, place->dst_y, geometry->width, geometry->height);
-    std::free(place);
-    std::free(geometry);
-    return frame;
+    return kelo::X11Connection().frame(xcb_window_t(window.winId()));
 }
 
 xcb_window_t topmostVisibleWindow()
@@ -137,15 +129,6 @@ public:
         ASSERT_TRUE(waitFor([&] { return test.window() && test.window()->isExposed(); }));
     }
 
-    // On the card, where there is no button.
-    void clickPanel()
-    {
-        const QRect frame = frameOnScreen(*test.window());
-        desktop->act({QStringLiteral("mousemove"), QString::number(frame.right() - 60),
-                      QString::number(frame.bottom() - 50), QStringLiteral("click"), QStringLiteral("1")});
-        ASSERT_TRUE(waitFor([&] { return focus() == test.window()->winId(); }));
-    }
-
     PanelUnderTest test;
     xcb_window_t terminal = XCB_WINDOW_NONE;
 };
@@ -204,28 +187,6 @@ TEST_F(JoinPanelOnDesktop, losesNoKeystrokeOfTheTerminal)
     EXPECT_THAT(test.actions, ElementsAre());
 }
 
-TEST_F(JoinPanelOnDesktop, takesKeysAfterAClickAndGivesThemBack)
-{
-    showPanel();
-    clickPanel();
-    for (const char *key : {"s", "super+s", "Return", "KP_Enter", "Escape", "j"})
-        EXPECT_TRUE(desktop->act({QStringLiteral("key"), QLatin1String(key)}));
-    ASSERT_TRUE(waitFor([&] { return test.actions.size() >= 5; }));
-    EXPECT_THAT(test.actions,
-                ElementsAre("snooze Design review", "snooze Design review", "join Design review",
-                            "join Design review", "dismiss Design review"));
-    EXPECT_TRUE(test.panel.isVisible()) << "actions don't hide the panel";
-
-    clickTerminal();
-    EXPECT_TRUE(waitFor([&] { return focus() == terminal; }));
-    EXPECT_TRUE(test.panel.isVisible());
-    EXPECT_EQ(topmostVisibleWindow(), test.window()->winId());
-
-    clickPanel();
-    test.panel.hide();
-    EXPECT_EQ(focus(), terminal);
-}
-
 TEST_F(JoinPanelOnDesktop, isKnownToNoTaskBarAndStaysOnEveryWorkspace)
 {
     showPanel();
@@ -277,13 +238,10 @@ TEST_F(JoinPanelOnDesktop, aToastLeavesKeyboardAndMouseAloneAndGoesByItself)
     }
     ASSERT_TRUE(waitFor([] { return topmostVisibleWindow() != XCB_WINDOW_NONE; }));
     const kelo::X11Connection x11;
-    auto *place =
-        xcb_get_geometry_reply(x11.get(), xcb_get_geometry(x11.get(), topmostVisibleWindow()), nullptr);
-    desktop->act({QStringLiteral("mousemove"), QString::number(place->x + place->width / 2),
-                  QString::number(place->y + place->height / 2), QStringLiteral("click"),
-                  QStringLiteral("1")});
-    EXPECT_TRUE(workArea().contains(QRect(place->x, place->y, place->width, place->height)));
-    std::free(place);
+    const QRect place = x11.frame(topmostVisibleWindow());
+    desktop->act({QStringLiteral("mousemove"), QString::number(place.center().x()),
+                  QString::number(place.center().y()), QStringLiteral("click"), QStringLiteral("1")});
+    EXPECT_TRUE(workArea().contains(place));
     EXPECT_TRUE(toast.isVisible()) << "a click is not for it";
     EXPECT_TRUE(waitFor([&] { return !toast.isVisible(); }, 10s));
     EXPECT_EQ(desktop->read(QStringLiteral("typed")), typed);

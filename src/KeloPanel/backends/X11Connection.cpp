@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <cstdlib>
 #include <memory>
+#include <xcb/shape.h>
 
 namespace kelo {
 
@@ -67,6 +68,26 @@ std::vector<std::uint32_t> X11Connection::values(xcb_window_t window, const QByt
         return {};
     const auto *first = static_cast<const std::uint32_t *>(xcb_get_property_value(reply.get()));
     return {first, first + reply->value_len};
+}
+
+QRect X11Connection::frame(xcb_window_t window) const
+{
+    const auto size = xcb_get_geometry(m_connection, window);
+    const auto place = xcb_translate_coordinates(m_connection, window, m_root, 0, 0);
+    const auto geometry = owned(xcb_get_geometry_reply(m_connection, size, nullptr));
+    const auto translated = owned(xcb_translate_coordinates_reply(m_connection, place, nullptr));
+    if (!geometry || !translated)
+        return {};
+    return {translated->dst_x, translated->dst_y, geometry->width, geometry->height};
+}
+
+void X11Connection::setInputShape(xcb_window_t window, const std::vector<xcb_rectangle_t> &shape) const
+{
+    if (shape.empty())
+        xcb_shape_mask(m_connection, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, window, 0, 0, XCB_PIXMAP_NONE);
+    else
+        xcb_shape_rectangles(m_connection, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
+                             window, 0, 0, std::uint32_t(shape.size()), shape.data());
 }
 
 xcb_window_t X11Connection::inputFocus() const

@@ -35,6 +35,12 @@ public:
     /// The 32-bit values of a property; empty when the window has none of that name.
     std::vector<std::uint32_t> values(xcb_window_t window, const QByteArray &property) const;
 
+    /// Where the window is on the display, in pixels; invalid when it is gone.
+    QRect frame(xcb_window_t window) const;
+
+    /// Only within these pixels of the window are clicks its own; without any, all over it.
+    void setInputShape(xcb_window_t window, const std::vector<xcb_rectangle_t> &shape) const;
+
     xcb_window_t inputFocus() const;
     /// Nothing happens when the window is gone or not to be seen.
     void setInputFocus(xcb_window_t window) const;

@@ -138,21 +138,32 @@ void X11PanelBackend::setType(const QWindow &window, WindowType type)
     m_x11.flush();
 }
 
-// Without a compositor the window itself has the rounded shape. With one, what is behind the surface may be
-// blurred; the region is in pixels of the device.
+// Without a compositor the window itself has the rounded shape. With one, that is the part that takes clicks,
+// and behind which the desktop may be blurred: the shadow around it is but seen. Both are in pixels of the
+// device.
 void X11PanelBackend::shape(QWindow &window, const FloatingFrame &frame)
 {
     const QRegion rounded =
         stretched(GlassSurface::roundedMask(int(frame.cornerRadius)), frame.contentRect.size());
     window.setMask(frame.shadowByWindow ? rounded : QRegion());
-    std::vector<std::uint32_t> region;
+    std::vector<xcb_rectangle_t> card;
+    std::vector<std::uint32_t> blurred;
     if (!frame.shadowByWindow) {
+        const auto pixels = [&](int length) { return int(length * window.devicePixelRatio()); };
         for (const QRect &rect : rounded.translated(frame.contentRect.topLeft())) {
-            for (const int length : {rect.x(), rect.y(), rect.width(), rect.height()})
-                region.push_back(std::uint32_t(length * window.devicePixelRatio()));
+            // By their edges: rounded sizes would leave gaps between rows.
+            const int x = pixels(rect.x());
+            const int y = pixels(rect.y());
+            const int width = pixels(rect.x() + rect.width()) - x;
+            const int height = pixels(rect.y() + rect.height()) - y;
+            card.push_back({std::int16_t(x), std::int16_t(y), std::uint16_t(width), std::uint16_t(height)});
+            for (const int length : {x, y, width, height})
+                blurred.push_back(std::uint32_t(length));
         }
     }
-    m_x11.setCardinals(idOf(window), "_KDE_NET_WM_BLUR_BEHIND_REGION", region);
+    m_x11.setCardinals(idOf(window), "_KDE_NET_WM_BLUR_BEHIND_REGION", blurred);
+    if (!window.flags().testFlag(Qt::WindowTransparentForInput))
+        m_x11.setInputShape(idOf(window), card);
 }
 
 // The compositor still counts the window as the one with the keyboard; only unmapping makes it look again.

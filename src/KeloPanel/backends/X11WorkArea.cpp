@@ -71,4 +71,21 @@ QRect workArea(const QScreen &screen)
     return {device.topLeft() + offset, free.size() / ratio};
 }
 
+QScreen *screenOfActiveWindow()
+{
+    if (!X11Connection::isAvailable())
+        return nullptr;
+    const X11Connection x11;
+    const auto active = x11.values(x11.root(), "_NET_ACTIVE_WINDOW");
+    if (active.empty() || x11.values(active.front(), "_NET_WM_WINDOW_TYPE") ==
+                              std::vector{x11.atom("_NET_WM_WINDOW_TYPE_DESKTOP")})
+        return nullptr;
+    const QPoint middle = x11.frame(active.front()).center();
+    const auto screens = QGuiApplication::screens();
+    const auto found = std::find_if(screens.begin(), screens.end(), [&](const QScreen *screen) {
+        return inDevicePixels(*screen).contains(middle);
+    });
+    return found == screens.end() ? nullptr : *found;
+}
+
 } // namespace kelo

@@ -21,4 +21,8 @@ QRect withoutStruts(const QRect &screen, const QSize &desktop, std::span<const S
 /// single screen only; with several it is read from the bars themselves.
 QRect workArea(const QScreen &screen);
 
+/// The screen with the middle of the active window; null where the desktop tells of none, and for the
+/// desktop's own window, which lies on all screens.
+QScreen *screenOfActiveWindow();
+
 } // namespace kelo
