@@ -7,6 +7,7 @@
 #include "App/StatusMenuBuilder.h"
 #include "Calendar/LocalDay.h"
 #include "KeloHotkey/HotKeyService.h"
+#include "KeloMenuBar/MainMenu.h"
 #include "Onboarding/OnboardingFlow.h"
 #include "Platform/DefaultsStore.h"
 #include "Platform/SystemEvents.h"
@@ -45,7 +46,7 @@ AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::launch()
 {
-    m_mainMenu = kelo::MainMenu::build(applicationName);
+    kelo::MainMenu::build(applicationName).install(*this);
     m_scheduler = std::make_unique<Scheduler>(m_source, m_prefs, m_parts.clock);
     m_source.setOnChange([this] { calendarsChanged(); });
     m_scheduler->onPanelChange = [this](const auto &meeting) { panelRequestChanged(meeting); };

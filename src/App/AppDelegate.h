@@ -4,7 +4,6 @@
 #include "App/WorkspaceInstalledApps.h"
 #include "Calendar/EventKitSource.h"
 #include "JoinPanel/JoinPanelController.h"
-#include "KeloMenuBar/MainMenu.h"
 #include "KeloPanel/ToastController.h"
 #include "KeloTheme/Appearance.h"
 #include "KeloTheme/ViewLoader.h"
@@ -120,7 +119,6 @@ private:
     kelo::ViewLoader m_views;
     std::unique_ptr<kelo::Updater> m_updater;
     kelo::ToastController m_toast;
-    kelo::MainMenu m_mainMenu;
     std::unique_ptr<Scheduler> m_scheduler;
     std::unique_ptr<MeetingCommands> m_commands;
     std::unique_ptr<JoinPanelController> m_panel;

@@ -1,8 +1,32 @@
 #include "KeloMenuBar/MainMenu.h"
 
+#include <QGuiApplication>
+#include <QShortcut>
+#include <QWindow>
+
 namespace kelo {
 
 namespace {
+
+// A window without a frame has nothing to be closed by: it goes by itself.
+void closeActiveWindow()
+{
+    QWindow *window = QGuiApplication::focusWindow();
+    if (window && !window->flags().testFlag(Qt::FramelessWindowHint))
+        window->close();
+}
+
+void (*functionOf(StandardAction action))()
+{
+    switch (action) {
+    case StandardAction::Terminate:
+        return &QCoreApplication::quit;
+    case StandardAction::PerformClose:
+        return &closeActiveWindow;
+    default:
+        return nullptr;
+    }
+}
 
 MainMenuItem item(const QString &title, QChar key, StandardAction action,
                   KeyModifiers modifiers = KeyModifiers::Command)
@@ -34,6 +58,21 @@ MainMenu MainMenu::build(const QString &applicationName)
          }},
         {QStringLiteral("Window"), {item(QStringLiteral("Close"), u'w', PerformClose)}},
     }};
+}
+
+void MainMenu::install(QObject &owner) const
+{
+    for (const Section &section : sections) {
+        for (const MainMenuItem &item : section.items) {
+            const auto function = item.isSeparator ? nullptr : functionOf(item.action);
+            if (!function)
+                continue;
+            auto *shortcut = new QShortcut(item.shortcut(), &owner);
+            shortcut->setContext(Qt::ApplicationShortcut);
+            // Afterwards: the window is still busy with the key.
+            QObject::connect(shortcut, &QShortcut::activated, &owner, function, Qt::QueuedConnection);
+        }
+    }
 }
 
 } // namespace kelo

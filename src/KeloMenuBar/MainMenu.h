@@ -5,6 +5,8 @@
 #include <QString>
 #include <vector>
 
+class QObject;
+
 namespace kelo {
 
 /// The actions that every window understands in its own way.
@@ -43,6 +45,10 @@ struct MainMenu
 
     /// The menus of the application with this name: its own, Edit and Window.
     static MainMenu build(const QString &applicationName);
+
+    /// Makes the key equivalents work in all windows of the program, as long as `owner` lives. What is about
+    /// text is left to text fields, which know it by themselves.
+    void install(QObject &owner) const;
 };
 
 } // namespace kelo

@@ -5,11 +5,22 @@
 
 namespace kelo {
 
+// Qt's text for the modifier, so that our catalogues have it where Qt's own are not installed.
+[[maybe_unused]] constexpr const char *modifierText = QT_TRANSLATE_NOOP("QShortcut", "Ctrl");
+
 QString MenuItem::text() const
 {
     constexpr QChar leftToRightMark(0x200E);
     const bool turnsAround = title.isRightToLeft() && !QGuiApplication::isRightToLeft();
     return turnsAround ? leftToRightMark + title : title;
+}
+
+QKeySequence MenuItem::shortcut() const
+{
+    if (keyEquivalent.isEmpty())
+        return {};
+    const bool hasShift = modifiers == KeyModifiers::CommandShift;
+    return QKeySequence((hasShift ? QStringLiteral("Ctrl+Shift+") : QStringLiteral("Ctrl+")) + keyEquivalent);
 }
 
 ClosureMenuItem::ClosureMenuItem(const QString &title, std::function<void()> action,

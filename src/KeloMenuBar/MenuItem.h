@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QKeySequence>
 #include <QString>
 #include <functional>
 
@@ -24,6 +25,10 @@ struct MenuItem
     /// The title to be drawn: a name in Arabic or Hebrew does not turn around the line that it stands in, so
     /// that what comes first stands below what comes first in the other lines.
     QString text() const;
+
+    /// The key equivalent with its modifiers; its text is in the words of the user's keyboard. Empty for
+    /// none.
+    QKeySequence shortcut() const;
 
     friend bool operator==(const MenuItem &, const MenuItem &) = default;
 };

@@ -21,13 +21,4 @@ Item {
         general: root.general
         calendars: root.calendars
     }
-    Shortcut {
-        sequences: [StandardKey.Close]
-        onActivated: root.Window.window.close()
-    }
-    // Not StandardKey.Quit, which has no keys on a desktop that Qt does not know.
-    Shortcut {
-        sequence: "Ctrl+Q"
-        onActivated: Qt.quit()
-    }
 }

@@ -35,10 +35,7 @@ constexpr int notch = 120;
 
 QString shortcutText(const MenuItem &item)
 {
-    if (item.keyEquivalent.isEmpty())
-        return {};
-    const bool shift = item.modifiers == KeyModifiers::CommandShift;
-    return (shift ? QStringLiteral("Ctrl+Shift+") : QStringLiteral("Ctrl+")) + item.keyEquivalent.toUpper();
+    return item.shortcut().toString(QKeySequence::NativeText);
 }
 
 // Below and to the right of the point where there is room, else on its other side; never outside the screen.
@@ -244,8 +241,18 @@ void PopupMenu::keyPressEvent(QKeyEvent *event)
     case Qt::Key_Space:
         return m_current >= 0 ? choose(m_current) : void();
     default:
-        break;
+        return chooseByKey(QKeySequence(event->keyCombination()));
     }
+}
+
+void PopupMenu::chooseByKey(const QKeySequence &keys)
+{
+    const auto &items = m_menu.items();
+    const auto found = std::find_if(items.begin(), items.end(), [&](const MenuItem &item) {
+        return item.isEnabled && item.shortcut() == keys;
+    });
+    if (found != items.end())
+        choose(static_cast<int>(found - items.begin()));
 }
 
 void PopupMenu::paintEvent(QPaintEvent *)

@@ -42,6 +42,7 @@ private:
     void grab(int attemptsLeft);
     void dismiss();
     void choose(int index);
+    void chooseByKey(const QKeySequence &keys);
     void setCurrent(int index);
     void move(int step);
     void moveFrom(int index, int step);
