@@ -30,14 +30,14 @@ JoinNotification::JoinNotification(const JoinPanelModel &model, const QDBusConne
     connect(&m_notification, &kelo::DesktopNotification::actionInvoked, this, &JoinNotification::act);
     connect(&m_notification, &kelo::DesktopNotification::dismissed, this,
             [this] { act(QStringLiteral("dismiss")); });
-    connect(&m_notification, &kelo::DesktopNotification::expired, this, [this] { m_isVisible = false; });
+    connect(&m_notification, &kelo::DesktopNotification::expired, this, [this] { m_hasExpired = true; });
     connect(&m_notification, &kelo::DesktopNotification::failed, this, [this] {
         m_isVisible = false;
         Q_EMIT failed();
     });
-    // Each change makes some desktops present the notification again: the minutes alone aren't worth that.
-    connect(&model, &JoinPanelModel::meetingChanged, &m_update, qOverload<>(&QTimer::start));
-    connect(&model, &JoinPanelModel::hasStartedChanged, &m_update, qOverload<>(&QTimer::start));
+    for (const auto changed : {&JoinPanelModel::titleChanged, &JoinPanelModel::timeTextChanged,
+                               &JoinPanelModel::serviceNameChanged})
+        connect(&model, changed, &m_update, qOverload<>(&QTimer::start));
     m_update.setSingleShot(true);
     connect(&m_update, &QTimer::timeout, this, &JoinNotification::update);
 }
@@ -53,6 +53,13 @@ void JoinNotification::show()
     m_update.start();
 }
 
+// Not at once: a desktop that takes everything away would be asked again and again.
+void JoinNotification::refresh()
+{
+    if (m_isVisible && m_hasExpired)
+        m_update.start();
+}
+
 void JoinNotification::hide()
 {
     if (!m_isVisible)
@@ -65,6 +72,7 @@ void JoinNotification::update()
 {
     if (!m_isVisible)
         return;
+    m_hasExpired = false;
     kelo::NotificationContent content;
     content.summary = m_model.title();
     content.body = m_model.timeText();
@@ -82,8 +90,10 @@ void JoinNotification::act(const QString &key)
 {
     for (const Action &action : actions) {
         if (key == QLatin1String(action.key))
-            return (m_model.*action.perform)();
+            (m_model.*action.perform)();
     }
+    // Whoever owns the panel hides it where that was the end of it; else it is still wanted.
+    m_update.start();
 }
 
 } // namespace mivora

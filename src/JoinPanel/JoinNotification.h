@@ -23,6 +23,8 @@ public:
     bool isVisible() const { return m_isVisible; }
 
     void show();
+    /// Brings back what the desktop took away by itself.
+    void refresh();
     void hide();
 
 Q_SIGNALS:
@@ -38,6 +40,7 @@ private:
     /// Changes that come together, as at a showing, are presented once.
     QTimer m_update;
     bool m_isVisible = false;
+    bool m_hasExpired = false;
 };
 
 } // namespace mivora

@@ -94,6 +94,7 @@ void JoinPanelController::refresh(const std::optional<Meeting> &panelRequest, Ti
     if (panelRequest)
         m_model.setMeeting(panelRequest);
     m_model.setNow(now);
+    m_notification.refresh();
 }
 
 void JoinPanelController::hide()

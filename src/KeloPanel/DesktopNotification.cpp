@@ -112,8 +112,11 @@ void DesktopNotification::finishShowing(QDBusPendingCallWatcher *watcher)
 
 void DesktopNotification::receiveAction(uint id, const QString &key)
 {
-    if (id != 0 && id == m_id)
-        Q_EMIT actionInvoked(key);
+    if (id == 0 || id != m_id)
+        return;
+    // The desktop takes away what was acted upon, and tells so as if the user had closed it.
+    m_id = 0;
+    Q_EMIT actionInvoked(key);
 }
 
 void DesktopNotification::receiveClosed(uint id, uint reason)

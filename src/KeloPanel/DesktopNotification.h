@@ -45,11 +45,11 @@ public:
     void close();
 
 Q_SIGNALS:
-    /// The user pressed the action with this key.
+    /// The user pressed the action with this key: nothing is on the screen any more.
     void actionInvoked(const QString &key);
     /// The user closed the notification without an action.
     void dismissed();
-    /// The desktop took the notification away by itself.
+    /// The desktop took the notification away by itself, even one that stays.
     void expired();
     /// The desktop can't show it: nothing is on the screen.
     void failed();

@@ -45,9 +45,8 @@ TEST_F(DesktopNotificationTest, replacesWhatItShowed)
                         .stays = false});
     notification->show({.summary = QStringLiteral("Three"), .body = {}, .actions = {}, .stays = false});
     ASSERT_TRUE(waitForCalls(2));
-    QTest::qWait(50);
-    EXPECT_EQ(desktop->calls.front(), "notify 0 One|a &lt;b&gt;||0");
-    EXPECT_EQ(desktop->calls.back(), "notify 7 Three|||-1") << "only the latest matters";
+    EXPECT_THAT(desktop->calls, ElementsAre("notify 0 One|a &lt;b&gt;||0", "notify 7 Three|||-1"))
+        << "only the latest matters";
 }
 
 TEST_F(DesktopNotificationTest, isNotLeftBehindByAProgramThatEnds)
@@ -64,25 +63,32 @@ TEST_F(DesktopNotificationTest, isNotLeftBehindByAProgramThatEnds)
     EXPECT_THAT(desktop->calls, ElementsAre("notify 0 One|||0", "close 7"));
 }
 
-TEST_F(DesktopNotificationTest, tellsOfItsOwnActionsOnly)
+TEST_F(DesktopNotificationTest, tellsOnceOfItsOwnEnd)
 {
-    QSignalSpy actions(&*notification, &DesktopNotification::actionInvoked);
-    QSignalSpy dismissals(&*notification, &DesktopNotification::dismissed);
-    QSignalSpy expiries(&*notification, &DesktopNotification::expired);
-    notification->show({.summary = QStringLiteral("One"), .body = {}, .actions = {}, .stays = true});
-    ASSERT_TRUE(waitForCalls(1));
-    QTest::qWait(50);
-    desktop->invoke(8, QStringLiteral("join"));
-    desktop->invoke(7, QStringLiteral("snooze"));
-    desktop->closed(8, 2);
-    desktop->closed(7, 1);
-    desktop->closed(7, 2);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return actions.count() > 0; }));
-    QTest::qWait(50);
-    ASSERT_EQ(actions.count(), 1);
-    EXPECT_EQ(actions[0][0].toString(), QLatin1String("snooze"));
-    EXPECT_EQ(dismissals.count(), 0) << "it had expired before";
-    EXPECT_EQ(expiries.count(), 1);
+    std::vector<std::string> told;
+    const auto tell = [&](auto signal, const char *name) {
+        QObject::connect(&*notification, signal, &*notification, [&told, name] { told.emplace_back(name); });
+    };
+    tell(&DesktopNotification::actionInvoked, "action");
+    tell(&DesktopNotification::dismissed, "dismissed");
+    tell(&DesktopNotification::expired, "expired");
+    const auto tellsAfter = [&](auto... ends) {
+        told.clear();
+        const std::size_t count = desktop->calls.size();
+        notification->show({.summary = QStringLiteral("One"), .body = {}, .actions = {}, .stays = true});
+        EXPECT_TRUE(waitForCalls(count + 1));
+        desktop->invoke(desktop->id + 1, QStringLiteral("another's"));
+        desktop->closed(desktop->id + 1, 2);
+        (ends(), ...);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !told.empty(); }));
+        return told;
+    };
+    const auto act = [&] { desktop->invoke(desktop->id, QStringLiteral("snooze")); };
+    const auto close = [&] { desktop->closed(desktop->id, 2); };
+    const auto expire = [&] { desktop->closed(desktop->id, 1); };
+    EXPECT_THAT(tellsAfter(act, close), ElementsAre("action")) << "it is closed since it was acted upon";
+    EXPECT_THAT(tellsAfter(close, act), ElementsAre("dismissed"));
+    EXPECT_THAT(tellsAfter(expire, close), ElementsAre("expired"));
 }
 
 TEST(DesktopNotificationWithoutDesktop, tellsWhenNothingCanBeShown)

@@ -155,7 +155,7 @@ TEST_F(FloatingPanelControllerTest, withoutTheViewsNothingIsShownAndNothingBreak
     before.isEmpty() ? qunsetenv("MIVORA_VIEWS") : qputenv("MIVORA_VIEWS", before);
 }
 
-TEST_F(FloatingPanelControllerTest, oneToastReplacesTheOther)
+TEST_F(FloatingPanelControllerTest, oneToastReplacesTheOtherAndGoes)
 {
     ToastController toast(views, QDBusConnection(QStringLiteral("none")));
     toast.show(QStringLiteral("Short."));
@@ -174,6 +174,7 @@ TEST_F(FloatingPanelControllerTest, oneToastReplacesTheOther)
     ASSERT_EQ(narrow.size(), 1U);
     ASSERT_EQ(wide.size(), 1U);
     EXPECT_GT(wide.front(), narrow.front());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !toast.isVisible(); }, 8000)) << "it goes by itself";
 }
 
 TEST_F(FloatingPanelControllerTest, theViewIsMadeAnewAfterItsRelease)

@@ -1,4 +1,3 @@
-#include "KeloPanel/ToastController.h"
 #include "KeloPanel/backends/X11Connection.h"
 #include "desktop/Desktop.h"
 #include "desktop/PanelUnderTest.h"
@@ -225,26 +224,6 @@ TEST_F(JoinPanelOnDesktop, isNotDrawnWhileNothingChanges)
     EXPECT_EQ(frames.count(), 0);
     test.panel.refresh(review, now + Seconds(30));
     EXPECT_TRUE(waitFor([&] { return frames.count() > 0; })) << "the time line has changed";
-}
-
-TEST_F(JoinPanelOnDesktop, aToastLeavesKeyboardAndMouseAloneAndGoesByItself)
-{
-    kelo::ToastController toast(test.views, QDBusConnection(QStringLiteral("none")));
-    const auto typed = desktop->read(QStringLiteral("typed"));
-    for (const char *text : {"Couldn't open Zoom. Link copied.", "Couldn't open Teams. Link copied."}) {
-        toast.show(QLatin1String(text));
-        ASSERT_TRUE(toast.isVisible());
-        EXPECT_EQ(focus(), terminal);
-    }
-    ASSERT_TRUE(waitFor([] { return topmostVisibleWindow() != XCB_WINDOW_NONE; }));
-    const kelo::X11Connection x11;
-    const QRect place = x11.frame(topmostVisibleWindow());
-    desktop->act({QStringLiteral("mousemove"), QString::number(place.center().x()),
-                  QString::number(place.center().y()), QStringLiteral("click"), QStringLiteral("1")});
-    EXPECT_TRUE(workArea().contains(place));
-    EXPECT_TRUE(toast.isVisible()) << "a click is not for it";
-    EXPECT_TRUE(waitFor([&] { return !toast.isVisible(); }, 10s));
-    EXPECT_EQ(desktop->read(QStringLiteral("typed")), typed);
 }
 
 } // namespace mivora

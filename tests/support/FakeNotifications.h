@@ -9,7 +9,7 @@
 
 namespace kelo {
 
-/// The desktop's notification service on a private bus. Every notification gets the number 7.
+/// The desktop's notification service on a private bus. Notifications are counted from 7 on.
 class FakeNotifications final : public QDBusVirtualObject
 {
 public:
@@ -30,7 +30,9 @@ public:
                                     arguments[7].toString()};
             calls.push_back("notify " + arguments[1].toString().toStdString() + " " +
                             parts.join(QLatin1Char('|')).toStdString());
-            connection.send(message.createReply(7U));
+            const uint replaced = arguments[1].toUInt();
+            id = replaced != 0 ? replaced : id + 1;
+            connection.send(message.createReply(id));
             ++answered;
             return true;
         }
@@ -44,6 +46,8 @@ public:
 
     void closed(uint id, uint reason) { send(QStringLiteral("NotificationClosed"), {id, reason}); }
 
+    /// Of what was shown last.
+    uint id = 6;
     /// "notify REPLACED SUMMARY|BODY|ACTIONS|TIMEOUT" and "close ID".
     std::vector<std::string> calls;
     /// How many these are, for another thread.
