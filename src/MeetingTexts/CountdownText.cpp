@@ -33,8 +33,9 @@ QString shortCountdownText(Seconds left)
     const Countdown time = countdown(left);
     if (time.isNow())
         return CountdownTexts::tr("now", "in a small icon");
-    return time.hours == 0 ? CountdownTexts::tr("%1m", "in a small icon").arg(time.minutes)
-                           : CountdownTexts::tr("%1h", "in a small icon").arg(time.hours);
+    return time.hours == 0
+               ? CountdownTexts::tr("%1m", "in a small icon").arg(time.minutes)
+               : CountdownTexts::tr("%1h", "in a small icon").arg(time.hours + (time.minutes >= 30 ? 1 : 0));
 }
 
 } // namespace mivora

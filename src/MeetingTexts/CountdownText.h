@@ -10,7 +10,8 @@ namespace mivora {
 /// minutes rounded up, as in "2m", "1h" or "1h 5m".
 QString countdownText(Seconds left);
 
-/// The same where there is room for three or four characters: "now", "2m"; hours stand for themselves.
+/// The same where there is room for three or four characters: "now", "2m", and from an hour on the nearer
+/// hour.
 QString shortCountdownText(Seconds left);
 
 } // namespace mivora

@@ -1,5 +1,6 @@
 #include "StatusBar/StatusText.h"
 
+#include "MeetingTexts/CountdownText.h"
 #include "support/MeetingFactory.h"
 
 #include <gtest/gtest.h>
@@ -19,18 +20,22 @@ TEST(StatusItemState, countsDownAndTurnsUrgent)
         Seconds left;
         const char *title;
         bool urgent;
+        const char *inIcon;
     } rows[] = {
-        {Seconds(3901), " Design review · 1h 6m", false}, {Seconds(3600), " Design review · 1h", false},
-        {Seconds(120), " Design review · 2m", false},     {Seconds(60.5), " Design review · 2m", false},
-        {Seconds(60), " Design review · 1m", true},       {Seconds(59.5), " Design review · now", true},
-        {Seconds(0), " Design review · now", true},       {Seconds(-1799.5), " Design review · now", true},
-        {Seconds(-1800), " Design review · now", false},
+        {Seconds(5341), " Design review · 1h 30m", false, "2h"},
+        {Seconds(5340), " Design review · 1h 29m", false, "1h"},
+        {Seconds(3600), " Design review · 1h", false, "1h"},
+        {Seconds(60), " Design review · 1m", true, "1m"},
+        {Seconds(59.5), " Design review · now", true, "now"},
+        {Seconds(-1799.5), " Design review · now", true, "now"},
+        {Seconds(-1800), " Design review · now", false, "now"},
     };
 
     for (const auto &row : rows) {
         const auto state = statusItemState(review, {}, CalendarAuthorization::granted, ten - row.left);
-        EXPECT_EQ(state.title.toStdString(), row.title) << row.left.count();
-        EXPECT_EQ(state.urgent, row.urgent) << row.left.count();
+        EXPECT_EQ(state.title.toStdString(), row.title);
+        EXPECT_EQ(state.urgent, row.urgent) << row.title;
+        EXPECT_EQ(shortCountdownText(row.left).toStdString(), row.inIcon) << row.title;
     }
 }
 

@@ -9,7 +9,6 @@
 #include <QScreen>
 #include <QSignalSpy>
 #include <QStandardPaths>
-#include <algorithm>
 #include <cstdlib>
 #include <gmock/gmock.h>
 #include <optional>
