@@ -2,11 +2,15 @@
 
 #include <QDateTime>
 #include <QRegularExpression>
+#include <algorithm>
 #include <cmath>
 
 namespace mivora {
 
 namespace {
+
+/// The first and the last that years of four digits can name, in UTC.
+constexpr qint64 firstMilliseconds = -62'135'596'800'000, lastMilliseconds = 253'402'300'799'000;
 
 int number(const QRegularExpressionMatch &match, int group)
 {
@@ -51,7 +55,10 @@ std::optional<Timestamp> timestampFromRfc3339(std::string_view text)
 QString rfc3339(Timestamp time, const QTimeZone &zone)
 {
     const auto milliseconds = qint64(std::floor(secondsSinceEpoch(time) * 1000));
-    const QDateTime local = QDateTime::fromMSecsSinceEpoch(milliseconds, zone);
+    QDateTime local = QDateTime::fromMSecsSinceEpoch(milliseconds, zone);
+    if (local.date().year() < 1 || local.date().year() > 9999)
+        local = QDateTime::fromMSecsSinceEpoch(std::clamp(milliseconds, firstMilliseconds, lastMilliseconds),
+                                               QTimeZone::utc());
     const int offset = local.offsetFromUtc();
     const QString seconds =
         local.toString(local.time().msec() == 0 ? QStringLiteral("yyyy-MM-ddTHH:mm:ss")

@@ -14,7 +14,8 @@ namespace mivora {
 /// when it is not in that form, has no offset, or names a day or time that does not exist.
 std::optional<Timestamp> timestampFromRfc3339(std::string_view text);
 
-/// \a time as a clock in \a zone shows it, with the zone's offset; milliseconds only where there are any.
+/// \a time as a clock in \a zone shows it, with the zone's offset; milliseconds only where there are any. In
+/// UTC, and the nearest there is, where that clock's year doesn't have four digits.
 QString rfc3339(Timestamp time, const QTimeZone &zone);
 
 } // namespace mivora

@@ -111,7 +111,7 @@ TEST(FolderDiscovery, knowsTheUserByTheMostCertainAddress)
         {"a name of the file", "", "", "", "name@example.com", "name@example.com.ics"},
         {"that of the account", "", "", "", "cal@example.com", "cal@example.com/work/a.ics"},
     };
-    std::string attendees;
+    std::string attendees = "ATTENDEE:/principals/1\r\n";
     for (const char *name : {"owner", "wr", "name", "cal", "me"})
         attendees += std::string("ATTENDEE;PARTSTAT=ACCEPTED:mailto:") + name + "@example.com\r\n";
     for (const Case &c : cases) {
@@ -124,7 +124,7 @@ TEST(FolderDiscovery, knowsTheUserByTheMostCertainAddress)
             folder.write("work/displayname", c.displayName);
         if (!c.owner.empty())
             folder.write("work/owner", c.owner);
-        LoadedStore loaded({folder.path()}, {"me@example.com"});
+        LoadedStore loaded({folder.path()}, {"", "mailto:Me@example.com"});
         const StoreEvents events =
             loaded.store().events(at("2026-03-10T00:00:00Z"), at("2026-03-11T00:00:00Z"), std::nullopt);
         ASSERT_EQ(events.size(), 1u);

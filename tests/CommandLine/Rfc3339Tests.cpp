@@ -34,6 +34,8 @@ TEST(Rfc3339, writesTheOffsetOfTheZoneAtThatTime)
         {"Europe/Berlin", 1774745999, "2026-03-29T01:59:59+01:00"},
         {"Europe/Berlin", 1774746000, "2026-03-29T03:00:00+02:00"},
         {"America/St_Johns", 0, "1969-12-31T20:30:00-03:30"},
+        {"Europe/Berlin", 253402300799, "9999-12-31T23:59:59+00:00"},
+        {"America/New_York", 253402318800, "9999-12-31T23:59:59+00:00"},
         {"Asia/Kathmandu", 1773136800.25, "2026-03-10T15:45:00.250+05:45"},
     };
     for (const auto &[zone, seconds, text] : cases)
