@@ -46,7 +46,7 @@ local_days firstWeek(year y, unsigned weekStart)
 } // namespace
 
 DayFilter::DayFilter(const RecurrenceRule &rule, const TimeValue &start)
-    : m_frequency(rule.frequency), m_weekStart(rule.weekStart), m_months(rule.months),
+    : m_frequency(rule.frequency), m_skip(rule.skip), m_weekStart(rule.weekStart), m_months(rule.months),
       m_monthDays(rule.monthDays), m_yearDays(rule.yearDays), m_weeks(rule.weeks), m_weekdays(rule.weekdays)
 {
     if (m_frequency != Frequency::yearly)
@@ -106,6 +106,22 @@ bool DayFilter::matches(local_days day) const
         !hasPosition(m_yearDays, dayOfYear(day, date.year()), daysInYear(date.year()), 366))
         return false;
     return (m_weeks.none() || matchesWeek(day)) && (m_weekdays.empty() || matchesWeekday(day, date));
+}
+
+std::optional<local_days> DayFilter::skippedTo(local_days day) const
+{
+    const year_month_day date(day);
+    const int length = daysInMonth(date);
+    if (m_skip == Skip::omit || m_frequency < Frequency::monthly || int(unsigned(date.day())) != length ||
+        (m_months.any() && !m_months.test(unsigned(date.month()))))
+        return std::nullopt;
+    bool isLacking = false;
+    for (int wanted = length + 1; wanted <= 31; ++wanted)
+        isLacking = isLacking || m_monthDays.test(std::size_t(wanted));
+    const local_days target = day + days(m_skip == Skip::forward ? 1 : 0);
+    if (!isLacking || (!m_weekdays.empty() && !matchesWeekday(target, year_month_day(target))))
+        return std::nullopt;
+    return target;
 }
 
 local_days DayFilter::nextCandidate(local_days day) const

@@ -13,6 +13,10 @@ public:
 
     bool matches(std::chrono::local_days day) const;
 
+    /// The day on which the rule takes place instead when \a day is the last of its month, and the rule names
+    /// a day that this month doesn't have.
+    std::optional<std::chrono::local_days> skippedTo(std::chrono::local_days day) const;
+
     /// The first day after \a day that can match: whole months without matches are skipped.
     std::chrono::local_days nextCandidate(std::chrono::local_days day) const;
 
@@ -25,6 +29,7 @@ private:
 
     Frequency m_frequency;
     Ordinals m_ordinals = Ordinals::ignored;
+    Skip m_skip;
     unsigned m_weekStart;
     std::bitset<13> m_months;
     std::bitset<64> m_monthDays;

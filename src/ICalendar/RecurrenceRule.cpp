@@ -4,138 +4,205 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdlib>
-#include <libical/ical.h>
-#include <memory>
 
 namespace mivora::ical {
-
-using namespace std::chrono;
 
 namespace {
 
 /// Longer than the longest rule that names every value once.
 constexpr std::size_t longestRule = 8192;
 
-template<std::size_t Size, std::size_t Slots>
-bool fill(std::bitset<Size> &set, const short (&values)[Slots], int lowest, int highest, int fromEnd = 0)
+/// Takes what stands before the next \a separator off the front of \a rest, without the blanks around it.
+std::string_view takePart(std::string_view &rest, char separator)
 {
-    for (std::size_t i = 0; i < Slots && values[i] != ICAL_RECURRENCE_ARRAY_MAX; ++i) {
-        const int value = values[i];
-        if (value < 0 && fromEnd > 0 && -value <= highest)
-            set.set(std::size_t(fromEnd - value));
-        else if (value >= lowest && value <= highest)
-            set.set(std::size_t(value));
+    const std::string_view part = rest.substr(0, rest.find(separator));
+    rest.remove_prefix(std::min(part.size() + 1, rest.size()));
+    return withoutBlanks(part);
+}
+
+template<typename Take> bool forEachValue(std::string_view list, Take take)
+{
+    while (!list.empty())
+        if (const std::string_view value = takePart(list, ','); !value.empty() && !take(value))
+            return false;
+    return true;
+}
+
+std::optional<std::int64_t> numberIn(std::string_view text)
+{
+    if (text.starts_with('+'))
+        text.remove_prefix(1);
+    std::int64_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size())
+        return std::nullopt;
+    return number;
+}
+
+/// Up to \a highest; negative ones, which count from the end, are only allowed where they have a place.
+template<std::size_t Size> bool fill(std::bitset<Size> &set, std::string_view list, int lowest, int highest)
+{
+    const bool hasPlaceAbove = Size > std::size_t(2 * highest);
+    return forEachValue(list, [&](std::string_view text) {
+        const auto value = numberIn(text);
+        if (value && hasPlaceAbove && *value < 0 && *value >= -highest)
+            set.set(std::size_t(highest - *value));
+        else if (value && *value >= lowest && *value <= highest)
+            set.set(std::size_t(*value));
         else
             return false;
-    }
-    return true;
-}
-
-bool fillTimes(RecurrenceRule &rule, icalrecurrencetype &read)
-{
-    for (short &second : read.by_second)
-        if (second == 60)
-            second = 59;
-    return fill(rule.hours, read.by_hour, 0, 23) && fill(rule.minutes, read.by_minute, 0, 59) &&
-           fill(rule.seconds, read.by_second, 0, 59);
-}
-
-bool fillWeekdays(RecurrenceRule &rule, const icalrecurrencetype &read)
-{
-    for (const short value : read.by_day) {
-        if (value == ICAL_RECURRENCE_ARRAY_MAX)
-            break;
-        const int day = icalrecurrencetype_day_day_of_week(value);
-        if (day < ICAL_SUNDAY_WEEKDAY || day > ICAL_SATURDAY_WEEKDAY)
-            return false;
-        rule.weekdays.push_back(
-            {icalrecurrencetype_day_position(value), unsigned(day - ICAL_SUNDAY_WEEKDAY)});
-    }
-    return true;
-}
-
-bool fillPositions(RecurrenceRule &rule, const icalrecurrencetype &read)
-{
-    for (const short value : read.by_set_pos) {
-        if (value == ICAL_RECURRENCE_ARRAY_MAX)
-            break;
-        if (value == 0)
-            return false;
-        rule.positions.push_back(value);
-    }
-    return true;
-}
-
-bool fillDays(RecurrenceRule &rule, const icalrecurrencetype &read)
-{
-    return fill(rule.months, read.by_month, 1, 12) && fill(rule.monthDays, read.by_month_day, 1, 31, 31) &&
-           fill(rule.yearDays, read.by_year_day, 1, 366, 366) &&
-           fill(rule.weeks, read.by_week_no, 1, 53, 53) && fillWeekdays(rule, read);
-}
-
-bool fillNumber(std::optional<std::int64_t> &number, std::string_view text)
-{
-    if (text.empty())
         return true;
-    std::int64_t value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    });
+}
+
+std::optional<unsigned> weekdayIn(std::string_view text)
+{
+    static constexpr std::string_view names[] = {"SU", "MO", "TU", "WE", "TH", "FR", "SA"};
+    const auto *found = std::find_if(std::begin(names), std::end(names),
+                                     [&](std::string_view name) { return isName(text, name); });
+    if (found == std::end(names))
+        return std::nullopt;
+    return unsigned(found - std::begin(names));
+}
+
+bool fillWeekdays(std::vector<RecurrenceRule::Weekday> &weekdays, std::string_view list)
+{
+    return forEachValue(list, [&](std::string_view text) {
+        const auto day = weekdayIn(text.substr(std::max<std::size_t>(text.size(), 2) - 2));
+        text.remove_suffix(std::min<std::size_t>(text.size(), 2));
+        const auto ordinal = text.empty() ? 0 : numberIn(withoutBlanks(text));
+        if (!day || !ordinal || *ordinal < -366 || *ordinal > 366)
+            return false;
+        weekdays.push_back({int(*ordinal), *day});
+        return true;
+    });
+}
+
+bool fillPositions(std::vector<int> &positions, std::string_view list)
+{
+    return forEachValue(list, [&](std::string_view text) {
+        const auto position = numberIn(text);
+        if (!position || *position == 0 || *position < -366 || *position > 366)
+            return false;
+        positions.push_back(int(*position));
+        return true;
+    });
+}
+
+bool fillCount(std::int64_t &count, std::string_view text)
+{
+    const auto number = numberIn(text);
     // More seconds than there are in ten thousand years make no difference.
-    if (error != std::errc() || value < 1 || end != text.data() + text.size())
+    count = std::min(number.value_or(0), std::int64_t(400'000'000'000));
+    return count > 0;
+}
+
+template<typename Value, std::size_t Size>
+bool choose(Value &value, std::string_view text, const std::pair<std::string_view, Value> (&names)[Size])
+{
+    const auto *found = std::find_if(std::begin(names), std::end(names),
+                                     [&](const auto &name) { return isName(text, name.first); });
+    if (found != std::end(names))
+        value = found->second;
+    return found != std::end(names);
+}
+
+constexpr std::pair<std::string_view, Frequency> frequencies[] = {
+    {"SECONDLY", Frequency::secondly}, {"MINUTELY", Frequency::minutely}, {"HOURLY", Frequency::hourly},
+    {"DAILY", Frequency::daily},       {"WEEKLY", Frequency::weekly},     {"MONTHLY", Frequency::monthly},
+    {"YEARLY", Frequency::yearly},
+};
+
+constexpr std::pair<std::string_view, Skip> skips[] = {
+    {"OMIT", Skip::omit}, {"BACKWARD", Skip::backward}, {"FORWARD", Skip::forward}};
+
+bool readUntil(std::optional<TimeValue> &until, std::string_view text)
+{
+    until = parseTime(text);
+    return until.has_value();
+}
+
+bool readWeekStart(unsigned &day, std::string_view text)
+{
+    const auto found = weekdayIn(text);
+    day = found.value_or(day);
+    return found.has_value();
+}
+
+bool readSeconds(std::bitset<60> &seconds, std::string_view list)
+{
+    std::bitset<61> withLeapSecond;
+    if (!fill(withLeapSecond, list, 0, 60))
         return false;
-    number = std::min(value, std::int64_t(400'000'000'000));
+    for (std::size_t i = 0; i < withLeapSecond.size(); ++i)
+        if (withLeapSecond.test(i))
+            seconds.set(std::min<std::size_t>(i, 59));
     return true;
 }
 
-/// libical keeps INTERVAL in 16 bits and takes an UNTIL that it can't read for none.
-bool fillLimits(RecurrenceRule &rule, std::string_view text)
+struct Part
 {
-    std::optional<std::int64_t> interval;
-    if (!fillNumber(interval, withoutBlanks(rulePart(text, "INTERVAL"))) ||
-        !fillNumber(rule.count, withoutBlanks(rulePart(text, "COUNT"))))
-        return false;
-    rule.interval = interval.value_or(1);
-    const std::string_view until = rulePart(text, "UNTIL");
-    rule.until = parseTime(until);
-    return until.empty() || rule.until;
-}
+    std::string_view name;
+    bool (*read)(RecurrenceRule &rule, std::string_view value);
+};
+
+constexpr Part parts[] = {
+    {"FREQ",
+     [](RecurrenceRule &rule, std::string_view text) { return choose(rule.frequency, text, frequencies); }},
+    {"INTERVAL", [](RecurrenceRule &rule, std::string_view text) { return fillCount(rule.interval, text); }},
+    {"COUNT",
+     [](RecurrenceRule &rule, std::string_view text) { return fillCount(rule.count.emplace(), text); }},
+    {"UNTIL", [](RecurrenceRule &rule, std::string_view text) { return readUntil(rule.until, text); }},
+    {"WKST", [](RecurrenceRule &rule, std::string_view text) { return readWeekStart(rule.weekStart, text); }},
+    {"BYMONTH", [](RecurrenceRule &rule, std::string_view text) { return fill(rule.months, text, 1, 12); }},
+    {"BYMONTHDAY",
+     [](RecurrenceRule &rule, std::string_view text) { return fill(rule.monthDays, text, 1, 31); }},
+    {"BYYEARDAY",
+     [](RecurrenceRule &rule, std::string_view text) { return fill(rule.yearDays, text, 1, 366); }},
+    {"BYWEEKNO", [](RecurrenceRule &rule, std::string_view text) { return fill(rule.weeks, text, 1, 53); }},
+    {"BYDAY", [](RecurrenceRule &rule, std::string_view text) { return fillWeekdays(rule.weekdays, text); }},
+    {"BYHOUR", [](RecurrenceRule &rule, std::string_view text) { return fill(rule.hours, text, 0, 23); }},
+    {"BYMINUTE", [](RecurrenceRule &rule, std::string_view text) { return fill(rule.minutes, text, 0, 59); }},
+    {"BYSECOND", [](RecurrenceRule &rule, std::string_view text) { return readSeconds(rule.seconds, text); }},
+    {"BYSETPOS",
+     [](RecurrenceRule &rule, std::string_view text) { return fillPositions(rule.positions, text); }},
+    {"RSCALE", [](RecurrenceRule &, std::string_view text) { return isName(text, "GREGORIAN"); }},
+    {"SKIP", [](RecurrenceRule &rule, std::string_view text) { return choose(rule.skip, text, skips); }},
+};
 
 } // namespace
 
 std::string_view rulePart(std::string_view text, std::string_view name)
 {
-    std::string_view found;
     while (!text.empty()) {
-        const std::string_view one = text.substr(0, text.find(';'));
-        const std::size_t equals = one.find('=');
-        if (equals != one.npos && isName(withoutBlanks(one.substr(0, equals)), name))
-            found = one.substr(equals + 1);
-        text.remove_prefix(std::min(one.size() + 1, text.size()));
+        std::string_view value = takePart(text, ';');
+        if (isName(takePart(value, '='), name) && !withoutBlanks(value).empty())
+            return withoutBlanks(value);
     }
-    return found;
+    return {};
 }
 
 std::optional<RecurrenceRule> RecurrenceRule::parse(std::string_view text)
 {
-    text = withoutBlanks(text);
-    if (text.size() > longestRule || text.find('\0') != text.npos)
-        return std::nullopt;
-    icalrecurrencetype read = icalrecurrencetype_from_string(std::string(text).c_str());
-    // Ours to free, also when the rule is wrong.
-    const std::unique_ptr<char, decltype(&std::free)> rscale(read.rscale, &std::free);
-    if (read.freq == ICAL_NO_RECURRENCE)
-        return std::nullopt;
-    const std::string_view scale = rulePart(text, "RSCALE");
-    if (rscale && (!isName(scale, "GREGORIAN") || read.skip != ICAL_SKIP_OMIT))
+    if (text.size() > longestRule)
         return std::nullopt;
     RecurrenceRule rule;
-    rule.frequency = Frequency(read.freq);
-    if (read.week_start != ICAL_NO_WEEKDAY)
-        rule.weekStart = unsigned(read.week_start - ICAL_SUNDAY_WEEKDAY);
-    if (!fillLimits(rule, text) || !fillTimes(rule, read) || !fillDays(rule, read) ||
-        !fillPositions(rule, read))
-        return std::nullopt;
-    return rule;
+    std::bitset<std::size(parts)> seen;
+    while (!text.empty()) {
+        std::string_view value = takePart(text, ';');
+        const std::string_view name = takePart(value, '=');
+        const auto *part = std::find_if(std::begin(parts), std::end(parts),
+                                        [&](const Part &known) { return isName(name, known.name); });
+        const auto index = std::size_t(part - std::begin(parts));
+        value = withoutBlanks(value);
+        if (part == std::end(parts) || value.empty() || seen.test(index))
+            continue;
+        seen.set(index);
+        if (!part->read(rule, value))
+            return std::nullopt;
+    }
+    // FREQ, the first of them, is the one that no rule can do without.
+    return seen.test(0) ? std::optional(std::move(rule)) : std::nullopt;
 }
 
 } // namespace mivora::ical

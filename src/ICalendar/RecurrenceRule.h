@@ -9,12 +9,14 @@
 #include <utility>
 #include <vector>
 
-/// Recurrence rules (RFC 5545, 3.3.10). libical reads them but does not expand them here: one step of its
-/// iterator can run for minutes on a rule that never matches, and it has to count from the first occurrence
-/// on. This expansion goes straight to the wanted days, and its work is counted.
+/// Recurrence rules (RFC 5545, 3.3.10). The expansion goes straight to the wanted days, and its work is
+/// counted: a rule is hostile input.
 namespace mivora::ical {
 
 enum class Frequency { secondly, minutely, hourly, daily, weekly, monthly, yearly };
+
+/// What becomes of a day of the month that a month doesn't have (RFC 7529).
+enum class Skip { omit, backward, forward };
 
 struct RecurrenceRule
 {
@@ -40,13 +42,15 @@ struct RecurrenceRule
     std::bitset<60> minutes;
     std::bitset<60> seconds;
     std::vector<int> positions;
+    Skip skip = Skip::omit;
 
-    /// Reads the value of an RRULE. Nothing when it is wrong, or asks for another calendar than the
-    /// Gregorian.
+    /// Reads the value of an RRULE, as far as it makes sense: parts that are empty or unknown are left out,
+    /// and of two of one name the first counts. Nothing when there is no FREQ, a value is none, or another
+    /// calendar than the Gregorian is asked for.
     static std::optional<RecurrenceRule> parse(std::string_view text);
 };
 
-/// The value of "NAME=" in the text of a rule; the last one when there are several, empty when there is none.
+/// The value of "NAME=" in the text of a rule, as `RecurrenceRule` takes it; empty when there is none.
 std::string_view rulePart(std::string_view text, std::string_view name);
 
 /// How much work an expansion may still do, in tested days and produced times.

@@ -197,13 +197,16 @@ public:
                   const std::function<void(LocalTime)> &found)
     {
         std::int64_t counted = 0;
+        LocalTime last = LocalTime::min();
         std::int64_t index = m_rule.count ? 0 : std::max<std::int64_t>(0, m_periods.indexOf(span.from) - 1);
         for (; m_periods.begin(index) < span.to; ++index) {
             if (!collect(index))
                 return Expansion::cutShort;
             for (const LocalTime time : m_found) {
-                if (time < m_start)
+                // A day that was skipped to may also be one of the next period's own.
+                if (time < m_start || time <= last)
                     continue;
+                last = time;
                 if (time >= span.to || (m_rule.count && ++counted > *m_rule.count) || isPast(time))
                     return Expansion::complete;
                 if (time >= span.from)
@@ -239,6 +242,12 @@ private:
                 return false;
             if (m_days.matches(day) && !addTimes(day))
                 return false;
+            if (const auto other = m_days.skippedTo(day); other && !addTimes(*other))
+                return false;
+        }
+        if (m_rule.skip != Skip::omit) {
+            std::sort(m_found.begin(), m_found.end());
+            m_found.erase(std::unique(m_found.begin(), m_found.end()), m_found.end());
         }
         return true;
     }
