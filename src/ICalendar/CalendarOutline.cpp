@@ -85,6 +85,7 @@ private:
     {
         m_place = Place::calendar;
         m_inCalendar = m_foundAny = true;
+        m_outline.timeZones.emplace_back();
         if (!m_outline.header.data())
             m_outline.header = m_rest;
     }
@@ -98,6 +99,7 @@ private:
         m_bodyBegin = m_rest.data();
         m_nested = 0;
         m_event = {};
+        m_event.object = m_outline.timeZones.size() - 1;
     }
 
     void end(std::string_view line)
@@ -114,7 +116,7 @@ private:
             m_reader.readEvent(m_event);
             m_place = Place::calendar;
         } else if (m_place == Place::timeZone && isName(name, "VTIMEZONE")) {
-            m_outline.timeZones.push_back(body(line));
+            m_outline.timeZones.back().push_back(body(line));
             m_place = Place::calendar;
         } else if (m_nested > 0) {
             --m_nested;

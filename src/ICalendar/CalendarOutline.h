@@ -18,6 +18,8 @@ struct EventOutline
     std::string_view uid;
     std::string_view sequence;
     std::string_view stamp;
+    /// Of the calendar object that it belongs to, as in CalendarOutline::timeZones.
+    std::size_t object = 0;
     /// A rule or a list of extra times comes more than once.
     bool isRepeated = false;
 };
@@ -27,8 +29,9 @@ struct CalendarOutline
 {
     /// What stands before the first component of the first calendar.
     std::string_view header;
-    /// The VTIMEZONEs, without their BEGIN and END.
-    std::vector<std::string_view> timeZones;
+    /// For each calendar object its VTIMEZONEs, without their BEGIN and END. The first is for what stands
+    /// before any object.
+    std::vector<std::vector<std::string_view>> timeZones{1};
 };
 
 /// Told of every complete VEVENT, in order.

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
 
 namespace mivora::ical {
 
@@ -16,10 +17,18 @@ namespace {
 using namespace std::chrono;
 
 constexpr std::int64_t workPerText = 5'000'000;
+constexpr std::int64_t workPerZones = 2'000'000;
 /// What copying the fields of recurring events may cost, in bytes.
 constexpr std::int64_t bytesPerText = 100'000'000;
 
 enum class Effort { whatMayMatter, everything };
+
+/// A VEVENT without its BEGIN and END, and the number of the calendar object that it belongs to.
+struct FoundEvent
+{
+    std::string_view text;
+    std::size_t object = 0;
+};
 
 /// The events of a text, sorted out by their dates while the text is split.
 class Sorter final : public OutlineReader
@@ -40,26 +49,19 @@ public:
         if (uid != 0)
             m_result.versions.push_back(versionOf(uid, event));
         if (isWanted)
-            m_wanted.push_back({uid, event.text});
+            m_wanted.push_back({uid, {event.text, event.object}});
         else if (uid != 0)
-            m_others.push_back({uid, event.text.data(), event.text.size()});
+            m_others.push_back({uid, {event.text, event.object}});
     }
 
     /// What may matter, and all that belongs to the same events, in the order of the text.
-    std::vector<std::string_view> relevant();
+    std::vector<FoundEvent> relevant();
 
 private:
-    struct Wanted
+    struct Sorted
     {
         std::size_t uid = 0;
-        std::string_view text;
-    };
-
-    struct Other
-    {
-        std::size_t uid = 0;
-        const char *text = nullptr;
-        std::size_t size = 0;
+        FoundEvent event;
     };
 
     EventVersion versionOf(std::size_t uid, const EventOutline &event)
@@ -77,26 +79,28 @@ private:
     Effort m_effort;
     CalendarText &m_result;
     std::string m_buffer;
-    std::vector<Wanted> m_wanted;
-    std::vector<Other> m_others;
+    std::vector<Sorted> m_wanted;
+    std::vector<Sorted> m_others;
 };
 
-std::vector<std::string_view> Sorter::relevant()
+std::vector<FoundEvent> Sorter::relevant()
 {
     std::vector<std::size_t> uids;
-    std::vector<std::string_view> texts;
-    for (const Wanted &wanted : m_wanted) {
-        texts.push_back(wanted.text);
+    std::vector<FoundEvent> events;
+    for (const Sorted &wanted : m_wanted) {
+        events.push_back(wanted.event);
         if (wanted.uid != 0)
             uids.push_back(wanted.uid);
     }
     std::sort(uids.begin(), uids.end());
     if (!uids.empty())
-        for (const Other &other : m_others)
+        for (const Sorted &other : m_others)
             if (std::binary_search(uids.begin(), uids.end(), other.uid))
-                texts.emplace_back(other.text, other.size);
-    std::sort(texts.begin(), texts.end(), [](auto a, auto b) { return std::less<>()(a.data(), b.data()); });
-    return texts;
+                events.push_back(other.event);
+    std::sort(events.begin(), events.end(), [](const FoundEvent &a, const FoundEvent &b) {
+        return std::less<>()(a.text.data(), b.text.data());
+    });
+    return events;
 }
 
 /// Reads and expands the events that are left.
@@ -104,16 +108,16 @@ class Reading
 {
 public:
     Reading(const EventWindow &window, const CalendarOutline &outline, ProblemList &problems)
-        : m_window(window), m_problems(problems), m_zones(window.zone, outline.timeZones, horizon(window))
+        : m_window(window), m_outline(outline), m_problems(problems), m_floating(window.zone)
     {
     }
 
-    std::vector<Occurrence> read(const std::vector<std::string_view> &texts)
+    std::vector<Occurrence> read(const std::vector<FoundEvent> &found)
     {
         std::vector<EventTimes> events;
-        events.reserve(texts.size());
-        for (const std::string_view text : texts)
-            events.push_back(readEventTimes(text, m_zones, m_problems));
+        events.reserve(found.size());
+        for (const auto &[text, object] : found)
+            events.push_back(readEventTimes(text, zonesOf(object), m_problems));
         std::stable_sort(events.begin(), events.end(),
                          [](const EventTimes &a, const EventTimes &b) { return a.uid < b.uid; });
         for (auto begin = events.begin(); begin != events.end();) {
@@ -136,6 +140,12 @@ private:
         Occurrence event;
     };
 
+    ZoneTable &zonesOf(std::size_t object)
+    {
+        return m_zones.try_emplace(object, m_outline.timeZones[object], horizon(m_window), m_zoneWork)
+            .first->second;
+    }
+
     static LocalTime horizon(const EventWindow &window)
     {
         const double end = std::clamp(window.to.time_since_epoch().count(), -62.2e9, 253.5e9);
@@ -147,7 +157,7 @@ private:
         for (const EventTimes &event : components)
             if (!event.start)
                 m_problems.add(event.text.data(), "VEVENT without a DTSTART that can be read");
-        std::vector<SeriesTime> times = expandSeries(components, {m_window, m_zones, m_problems, m_work});
+        std::vector<SeriesTime> times = expandSeries(components, {m_window, m_floating, m_problems, m_work});
         std::sort(times.begin(), times.end(), [](const SeriesTime &a, const SeriesTime &b) {
             return std::pair(a.event, a.start) < std::pair(b.event, b.start);
         });
@@ -195,8 +205,12 @@ private:
     }
 
     const EventWindow &m_window;
+    const CalendarOutline &m_outline;
     ProblemList &m_problems;
-    ZoneTable m_zones;
+    SystemZone m_floating;
+    WorkBudget m_zoneWork{workPerZones};
+    /// By the number of the calendar object.
+    std::map<std::size_t, ZoneTable> m_zones;
     WorkBudget m_work{workPerText};
     WorkBudget m_bytes{bytesPerText};
     std::vector<Found> m_found;

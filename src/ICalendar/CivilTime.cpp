@@ -51,20 +51,20 @@ bool takeAmount(std::string_view &text, long &amount, char &unit)
 
 bool addAmount(DurationValue &duration, long amount, char unit, bool inTime)
 {
-    switch (unit) {
-    case 'W':
+    switch (asciiLowered(unit)) {
+    case 'w':
         duration.days += weeks(amount);
         return !inTime;
-    case 'D':
+    case 'd':
         duration.days += days(amount);
         return !inTime;
-    case 'H':
+    case 'h':
         duration.seconds += hours(amount);
         return inTime;
-    case 'M':
+    case 'm':
         duration.seconds += minutes(amount);
         return inTime;
-    case 'S':
+    case 's':
         duration.seconds += seconds(amount);
         return inTime;
     default:
@@ -87,7 +87,7 @@ std::string_view withoutBlanks(std::string_view text)
 std::optional<TimeValue> parseTime(std::string_view text)
 {
     text = withoutBlanks(text);
-    const bool isUtc = text.size() == 16 && (text[15] | 0x20) == 'z';
+    const bool isUtc = text.size() == 16 && asciiLowered(text[15]) == 'z';
     if (text.size() != 8 && text.size() != 15 && !isUtc)
         return std::nullopt;
     const auto date = parseDate(text);
@@ -95,7 +95,7 @@ std::optional<TimeValue> parseTime(std::string_view text)
         return std::nullopt;
     if (text.size() == 8)
         return TimeValue{LocalTime(*date), true, false};
-    const auto clock = (text[8] | 0x20) == 't' ? parseClock(text.substr(9, 6)) : std::nullopt;
+    const auto clock = asciiLowered(text[8]) == 't' ? parseClock(text.substr(9, 6)) : std::nullopt;
     if (!clock)
         return std::nullopt;
     return TimeValue{*date + *clock, false, isUtc};
@@ -107,13 +107,13 @@ std::optional<DurationValue> parseDuration(std::string_view text)
     const bool negative = text.starts_with('-');
     if (negative || text.starts_with('+'))
         text.remove_prefix(1);
-    if (!text.starts_with('P') || text.size() < 3)
+    if (text.size() < 3 || asciiLowered(text.front()) != 'p')
         return std::nullopt;
     text.remove_prefix(1);
     DurationValue duration;
     bool inTime = false;
     while (!text.empty()) {
-        if (!inTime && text.front() == 'T') {
+        if (!inTime && asciiLowered(text.front()) == 't') {
             inTime = true;
             text.remove_prefix(1);
         }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <tuple>
+#include <utility>
 
 namespace mivora::ical {
 
@@ -21,7 +22,11 @@ constexpr std::size_t mostTimesPerSeries = 10'000;
 /// Whether \a left is a later version than \a right of the same component (RFC 5546, 2.1.5).
 bool isNewer(const EventTimes &left, const EventTimes &right)
 {
-    return std::tie(left.sequence, left.stamp, left.text) > std::tie(right.sequence, right.stamp, right.text);
+    // The override of one occurrence is more to the point than one that goes on.
+    const auto key = [](const EventTimes &event) {
+        return std::tuple(event.sequence, event.stamp, !event.isThisAndFuture, event.text);
+    };
+    return key(left) > key(right);
 }
 
 /// \a time in whole seconds, as far as iCalendar can write it.
@@ -80,7 +85,7 @@ class SeriesWalk
 {
 public:
     SeriesWalk(std::span<const EventTimes> components, SeriesContext context)
-        : m_context(context), m_floating(context.zones.own())
+        : m_context(context), m_floating(context.floating)
     {
         for (const EventTimes &event : components) {
             if (event.recurrenceID)
@@ -125,11 +130,15 @@ private:
             return left.first != right.first ? left.first < right.first
                                              : isNewer(*left.second, *right.second);
         });
-        const auto same = [](const auto &left, const auto &right) { return left.first == right.first; };
-        byTime.erase(std::unique(byTime.begin(), byTime.end(), same), byTime.end());
         m_overrides.clear();
-        for (const auto &[time, override] : byTime)
-            m_overrides.push_back(override);
+        std::optional<UtcTime> last, lastRange;
+        for (const auto &[time, override] : byTime) {
+            if (std::exchange(last, time) != time)
+                m_overrides.push_back(override);
+            // One of a single occurrence leaves those after it as they are.
+            if (override->isThisAndFuture && std::exchange(lastRange, time) != time)
+                m_ranges.push_back(override);
+        }
     }
 
     void expandMaster()
@@ -153,11 +162,10 @@ private:
         const Moment &start = *m_master->start;
         for (const Moment &excluded : m_master->excludedTimes)
             m_skipped.add(excluded, start, zoneOfSeries());
-        for (const EventTimes *override : m_overrides) {
+        for (const EventTimes *override : m_overrides)
             m_skipped.add(*override->recurrenceID, start, zoneOfSeries());
-            if (override->isThisAndFuture)
-                m_changes.push_back({identity(*override), override, shiftOf(*override)});
-        }
+        for (const EventTimes *range : m_ranges)
+            m_changes.push_back({identity(*range), range, shiftOf(*range)});
         m_skipped.sort();
     }
 
@@ -303,6 +311,8 @@ private:
     const Zone &m_floating;
     const EventTimes *m_master = nullptr;
     std::vector<const EventTimes *> m_overrides;
+    /// Those that stand for all later occurrences as well, in order of time.
+    std::vector<const EventTimes *> m_ranges;
     NamedTimes m_skipped;
     std::vector<Change> m_changes;
     std::vector<SeriesTime> m_occurrences;

@@ -21,7 +21,8 @@ struct SeriesTime
 struct SeriesContext
 {
     const EventWindow &window;
-    const ZoneTable &zones;
+    /// The zone in which floating times are meant.
+    const Zone &floating;
     ProblemList &problems;
     WorkBudget &budget;
 };

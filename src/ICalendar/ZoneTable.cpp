@@ -62,6 +62,12 @@ std::unique_ptr<Zone> prefixedZone(std::string_view id)
     return nullptr;
 }
 
+/// Such as "EST", which is New York's time to some and five hours behind UTC to the system's database.
+bool isAbbreviation(std::string_view id)
+{
+    return id.size() <= 4 && std::all_of(id.begin(), id.end(), [](char c) { return c >= 'A' && c <= 'Z'; });
+}
+
 std::unique_ptr<Zone> systemZone(std::string_view id)
 {
     if (auto zone = namedZone(id))
@@ -73,9 +79,8 @@ std::unique_ptr<Zone> systemZone(std::string_view id)
 
 } // namespace
 
-ZoneTable::ZoneTable(const QTimeZone &own, const std::vector<std::string_view> &definitions,
-                     LocalTime horizon)
-    : m_own(own), m_definitions(definitions), m_horizon(horizon)
+ZoneTable::ZoneTable(const std::vector<std::string_view> &definitions, LocalTime horizon, WorkBudget &budget)
+    : m_definitions(definitions), m_horizon(horizon), m_budget(budget)
 {
 }
 
@@ -89,6 +94,9 @@ const Zone *ZoneTable::find(std::string_view id)
 
 std::unique_ptr<Zone> ZoneTable::make(std::string_view id)
 {
+    if (isAbbreviation(id))
+        if (auto zone = defined(id))
+            return zone;
     if (auto zone = systemZone(id))
         return zone;
     return defined(id);

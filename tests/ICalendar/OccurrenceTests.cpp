@@ -52,7 +52,7 @@ TEST(Occurrences, timesAreReadInTheZoneTheyName)
         {"lower case", "dtstart;tzid=Asia/Tokyo:20240610T160000"},
     };
     for (const auto &[name, start] : starts) {
-        const std::string length = std::strstr(start, "DTEND") ? "" : "\nDURATION:PT1H";
+        const std::string length = std::strstr(start, "DTEND") ? "" : "\nDURATION:pt1h";
         check({{name, eventOf(start + length), {monday}}});
     }
 }
@@ -79,6 +79,14 @@ TEST(Occurrences, definedZonesCountOnlyForUnknownNames)
          defined("Our Office", "\nX-LIC-LOCATION:Asia/Tokyo"),
          {"A 20240610T020000/20240610T030000"}},
         {"wrong definition", defined("Europe/Berlin"), {"A 20240610T090000/20240610T100000"}},
+        {"abbreviation", defined("EST"), {monday}},
+        {"abbreviation alone", eventOf("DTSTART;TZID=EST:20240610T020000\nDURATION:PT1H"), {monday}},
+        {"of another calendar",
+         defined("Our Office") + "END:VCALENDAR\nBEGIN:VCALENDAR\nBEGIN:VTIMEZONE\nTZID:Our Office\n"
+                                 "BEGIN:STANDARD\nDTSTART:20000101T000000\nTZOFFSETFROM:+0000\n"
+                                 "TZOFFSETTO:+0000\nEND:STANDARD\nEND:VTIMEZONE\nBEGIN:VEVENT\nUID:b\n"
+                                 "SUMMARY:B\nDTSTART;TZID=Our Office:20240610T120000\nEND:VEVENT\n",
+         {monday, noon}},
     });
     check({{"standard time", defined("Our Office", "", "20241028"), {"A 20241028T080000/20241028T090000"}}},
           windowOf("2024-10-28T00:00:00", "2024-10-29T00:00:00"));
@@ -155,6 +163,8 @@ TEST(Occurrences, seriesRecur)
         {"whole days, one left out",
          eventOf("DTSTART;VALUE=DATE:20240101\nRRULE:FREQ=DAILY\nEXDATE;VALUE=DATE:20240610"),
          {tuesdayAllDay}},
+        {"COUNT and UNTIL", eventOf(hour + "RRULE:FREQ=DAILY;COUNT=9;UNTIL=20240610T070000Z"), {monday}},
+        {"UNTIL and COUNT", eventOf(hour + "RRULE:FREQ=DAILY;UNTIL=20240810T070000Z;COUNT=8"), {monday}},
         {"broken rule", eventOf("DTSTART:20240611T070000Z\nDURATION:PT1H\nRRULE:FREQ=SOMETIMES"), {tuesday}},
         {"broken UNTIL", eventOf(hour + "RRULE:FREQ=DAILY;UNTIL=tomorrow"), {}},
         {"folded rule", eventOf(hour + "RRULE:FREQ=DAI\n LY;UNTIL=202\n\t40610"), {monday}},
@@ -200,6 +210,10 @@ TEST(Occurrences, overridesReplaceTheirOccurrence)
          series + override("RECURRENCE-ID;RANGE=THISANDFUTURE:20240607T070000Z\nDTSTART:"
                            "20240607T080000Z\nDURATION:PT5M"),
          {"B 20240610T080000/20240610T080500", "B 20240611T080000/20240611T080500"}},
+        {"of all that follow, but not of the first",
+         series + override("RECURRENCE-ID;RANGE=THISANDFUTURE:20240610T070000Z\nDTSTART:20240610T080000Z") +
+             override(id + "DTSTART:20240610T120000Z"),
+         {noon, "B 20240611T080000/20240611T080000"}},
         {"of all that follow, by three days",
          series + override("RECURRENCE-ID;RANGE=THISANDFUTURE:20240608T070000Z\nDTSTART:20240611T070000Z"),
          {"B 20240611T070000/20240611T070000"}},
@@ -218,6 +232,10 @@ TEST(Occurrences, theNewestVersionCounts)
     check({
         {"newer last", version("1", "20240611") + version("2", "20240610"), {mondayAtNine}},
         {"newer is elsewhere", version("2", "20200101") + version("1", "20240611"), {}},
+        {"UID with other escapes",
+         "BEGIN:VEVENT\nUID:a\\,b\nDTSTART:20240610T070000Z\nEND:VEVENT\n"
+         "BEGIN:VEVENT\nUID:a,b\nSEQUENCE:1\nDTSTART:20200101T070000Z\nEND:VEVENT\n",
+         {}},
         {"cancelled",
          version("1", "20240610") + eventOf("SEQUENCE:2\nSTATUS:CANCELLED\nDTSTART:20240610T070000Z"),
          {}},
