@@ -14,7 +14,7 @@ namespace {
 std::vector<std::string> ownAddresses(const DefaultsStore &defaults)
 {
     std::vector<std::string> addresses;
-    for (const QString &address : defaults.stringList(settingsKey::addresses).value_or(QStringList()))
+    for (const QString &address : storedList(defaults, settingsKey::addresses))
         addresses.push_back(address.trimmed().toLower().toStdString());
     return addresses;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QString>
+#include <QLatin1String>
+#include <algorithm>
 #include <array>
 #include <optional>
 
@@ -13,9 +14,20 @@ inline constexpr std::array allPanelCorners{PanelCorner::topRight, PanelCorner::
                                             PanelCorner::bottomRight, PanelCorner::bottomLeft};
 
 /// The stored name, such as "topRight".
-QString rawValue(PanelCorner corner);
+constexpr QLatin1String rawValue(PanelCorner corner)
+{
+    constexpr std::array names{QLatin1String("topRight"), QLatin1String("topLeft"),
+                               QLatin1String("bottomRight"), QLatin1String("bottomLeft")};
+    static_assert(names.size() == allPanelCorners.size());
+    return names[static_cast<std::size_t>(corner)];
+}
 
-/// The corner with the stored name \a raw, or nothing.
-std::optional<PanelCorner> panelCornerFromRawValue(const QString &raw);
+/// The corner with the stored name `raw`, or nothing.
+inline std::optional<PanelCorner> panelCornerFromRawValue(const QString &raw)
+{
+    const auto found =
+        std::ranges::find_if(allPanelCorners, [&](PanelCorner corner) { return rawValue(corner) == raw; });
+    return found == allPanelCorners.end() ? std::nullopt : std::optional(*found);
+}
 
 } // namespace mivora

@@ -4,8 +4,8 @@
 #include "Platform/LoginItem.h"
 #include "Platform/SystemLog.h"
 #include "Preferences/Settings.h"
-#include "Preferences/StoredForms.h"
 
+#include <QJsonArray>
 #include <algorithm>
 
 namespace mivora {
@@ -15,35 +15,63 @@ namespace {
 // What was set is used as it was given until the next start, also when another setting is read in anew: so a
 // stored value that is the current one stays.
 
-int readTitleWidth(const DefaultsStore &store, int current)
+int readTitleWidth(qint64 stored, int current)
 {
-    const qint64 stored = store.integer(settingsKey::titleWidth).value_or(registered::titleWidth);
     if (stored == current)
         return current;
     return static_cast<int>(
         std::clamp<qint64>(stored, Preferences::minTitleWidth, Preferences::maxTitleWidth));
 }
 
-int readLeadMinutes(const DefaultsStore &store, int current)
+int readLeadMinutes(qint64 stored, int current)
 {
-    const qint64 stored = store.integer(settingsKey::leadMinutes).value_or(registered::leadMinutes);
+    constexpr int registered = 1;
     const auto &choices = Preferences::leadMinuteChoices;
     const bool isUsable = stored == current || std::ranges::find(choices, stored) != choices.end();
-    return static_cast<int>(isUsable ? stored : registered::leadMinutes);
+    return isUsable ? static_cast<int>(stored) : registered;
 }
 
-PanelCorner readPanelCorner(const DefaultsStore &store)
+std::optional<kelo::HotKeyCombo> readJoinHotKey(const QString &stored)
 {
-    const QString stored = store.string(settingsKey::panelCorner).value_or(QString());
-    return panelCornerFromRawValue(stored).value_or(registered::panelCorner);
-}
-
-std::optional<kelo::HotKeyCombo> readJoinHotKey(const DefaultsStore &store)
-{
-    const auto stored = store.data(settingsKey::joinHotKey);
-    const auto combo = stored ? kelo::HotKeyCombo::fromJson(*stored) : std::nullopt;
+    const auto combo = kelo::HotKeyCombo::fromJson(stored.toUtf8());
     // Virtual key codes have 16 bits; more can only come from a file edited by hand, and names no key.
     return combo && combo->keyCode <= 0xFFFF ? combo : std::nullopt;
+}
+
+std::set<std::string> readStrings(const QStringList &stored)
+{
+    std::set<std::string> strings;
+    for (const QString &string : stored)
+        strings.insert(string.toStdString());
+    return strings;
+}
+
+/// Names that no service has are left out.
+std::set<Service> readServices(const QStringList &stored)
+{
+    std::set<Service> services;
+    for (const QString &name : stored) {
+        if (const auto service = serviceFromRawValue(name.toStdString()))
+            services.insert(*service);
+    }
+    return services;
+}
+
+QJsonArray storedForm(const std::set<std::string> &strings)
+{
+    QJsonArray list;
+    for (const std::string &string : strings)
+        list.append(QString::fromStdString(string));
+    return list;
+}
+
+/// In the order of the names, not in that of the enumeration.
+std::set<std::string> namesOf(const std::set<Service> &services)
+{
+    std::set<std::string> names;
+    for (const Service service : services)
+        names.emplace(rawValue(service));
+    return names;
 }
 
 } // namespace
@@ -67,25 +95,27 @@ void Preferences::readStore()
         changes.push_back(changed);
         return true;
     };
-    const auto flag = [this](const QString &key, bool fallback) {
-        return m_store.boolean(key).value_or(fallback);
-    };
-    const auto list = [this](const QString &key) { return m_store.stringList(key).value_or(QStringList()); };
+    const auto stored = [this](QLatin1String key) { return settingNamed(key)->readFrom(m_store); };
 
-    update(m_showTitle, flag(settingsKey::showTitle, registered::showTitle), &Preferences::showTitleChanged);
-    update(m_titleWidth, readTitleWidth(m_store, m_titleWidth), &Preferences::titleWidthChanged);
-    update(m_leadMinutes, readLeadMinutes(m_store, m_leadMinutes), &Preferences::leadMinutesChanged);
-    update(m_panelCorner, readPanelCorner(m_store), &Preferences::panelCornerChanged);
-    update(m_remindWithoutLink, flag(settingsKey::remindWithoutLink, registered::remindWithoutLink),
+    update(m_showTitle, stored(settingsKey::showTitle).toBool(), &Preferences::showTitleChanged);
+    update(m_titleWidth, readTitleWidth(stored(settingsKey::titleWidth).toInteger(), m_titleWidth),
+           &Preferences::titleWidthChanged);
+    update(m_leadMinutes, readLeadMinutes(stored(settingsKey::leadMinutes).toInteger(), m_leadMinutes),
+           &Preferences::leadMinutesChanged);
+    update(
+        m_panelCorner,
+        panelCornerFromRawValue(stored(settingsKey::panelCorner).toString()).value_or(PanelCorner::topRight),
+        &Preferences::panelCornerChanged);
+    update(m_remindWithoutLink, stored(settingsKey::remindWithoutLink).toBool(),
            &Preferences::remindWithoutLinkChanged);
-    if (update(m_joinHotKey, readJoinHotKey(m_store), &Preferences::joinHotKeyChanged))
+    if (update(m_joinHotKey, readJoinHotKey(stored(settingsKey::joinHotKey).toString()),
+               &Preferences::joinHotKeyChanged))
         changes.push_back(&Preferences::joinHotKeyWasSet);
-    update(m_disabledCalendarIDs, stringsFromStoredForm(list(settingsKey::disabledCalendarIDs)),
+    update(m_disabledCalendarIDs, readStrings(storedList(m_store, settingsKey::disabledCalendarIDs)),
            &Preferences::disabledCalendarIDsChanged);
-    update(m_browserServices, servicesFromStoredForm(list(settingsKey::browserServices)),
+    update(m_browserServices, readServices(storedList(m_store, settingsKey::browserServices)),
            &Preferences::browserServicesChanged);
-    update(m_hasCompletedOnboarding,
-           flag(settingsKey::hasCompletedOnboarding, registered::hasCompletedOnboarding),
+    update(m_hasCompletedOnboarding, stored(settingsKey::hasCompletedOnboarding).toBool(),
            &Preferences::hasCompletedOnboardingChanged);
 
     for (const Changed changed : changes)
@@ -105,59 +135,57 @@ template<typename T> void Preferences::assign(T &member, const T &value, Changed
 void Preferences::setShowTitle(bool show)
 {
     assign(m_showTitle, show, &Preferences::showTitleChanged);
-    m_store.setBoolean(settingsKey::showTitle, m_showTitle);
+    m_store.setValue(settingsKey::showTitle, m_showTitle);
 }
 
 void Preferences::setTitleWidth(int characters)
 {
     assign(m_titleWidth, characters, &Preferences::titleWidthChanged);
-    m_store.setInteger(settingsKey::titleWidth, m_titleWidth);
+    m_store.setValue(settingsKey::titleWidth, m_titleWidth);
 }
 
 void Preferences::setLeadMinutes(int minutes)
 {
     assign(m_leadMinutes, minutes, &Preferences::leadMinutesChanged);
-    m_store.setInteger(settingsKey::leadMinutes, m_leadMinutes);
+    m_store.setValue(settingsKey::leadMinutes, m_leadMinutes);
 }
 
 void Preferences::setPanelCorner(PanelCorner corner)
 {
     assign(m_panelCorner, corner, &Preferences::panelCornerChanged);
-    m_store.setString(settingsKey::panelCorner, rawValue(m_panelCorner));
+    m_store.setValue(settingsKey::panelCorner, rawValue(m_panelCorner));
 }
 
 void Preferences::setRemindWithoutLink(bool remind)
 {
     assign(m_remindWithoutLink, remind, &Preferences::remindWithoutLinkChanged);
-    m_store.setBoolean(settingsKey::remindWithoutLink, m_remindWithoutLink);
+    m_store.setValue(settingsKey::remindWithoutLink, m_remindWithoutLink);
 }
 
 void Preferences::setJoinHotKey(const std::optional<kelo::HotKeyCombo> &combo)
 {
     assign(m_joinHotKey, combo, &Preferences::joinHotKeyChanged);
-    if (m_joinHotKey)
-        m_store.setData(settingsKey::joinHotKey, m_joinHotKey->toJson());
-    else
-        m_store.remove(settingsKey::joinHotKey);
+    m_store.setValue(settingsKey::joinHotKey, m_joinHotKey ? QString::fromUtf8(m_joinHotKey->toJson())
+                                                           : QJsonValue(QJsonValue::Undefined));
     Q_EMIT joinHotKeyWasSet();
 }
 
 void Preferences::setDisabledCalendarIDs(const std::set<std::string> &ids)
 {
     assign(m_disabledCalendarIDs, ids, &Preferences::disabledCalendarIDsChanged);
-    m_store.setStringList(settingsKey::disabledCalendarIDs, storedForm(m_disabledCalendarIDs));
+    m_store.setValue(settingsKey::disabledCalendarIDs, storedForm(m_disabledCalendarIDs));
 }
 
 void Preferences::setBrowserServices(const std::set<Service> &services)
 {
     assign(m_browserServices, services, &Preferences::browserServicesChanged);
-    m_store.setStringList(settingsKey::browserServices, storedForm(m_browserServices));
+    m_store.setValue(settingsKey::browserServices, storedForm(namesOf(m_browserServices)));
 }
 
 void Preferences::setHasCompletedOnboarding(bool completed)
 {
     assign(m_hasCompletedOnboarding, completed, &Preferences::hasCompletedOnboardingChanged);
-    m_store.setBoolean(settingsKey::hasCompletedOnboarding, m_hasCompletedOnboarding);
+    m_store.setValue(settingsKey::hasCompletedOnboarding, m_hasCompletedOnboarding);
 }
 
 void Preferences::setLaunchAtLogin(bool launch)

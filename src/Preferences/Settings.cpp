@@ -1,8 +1,10 @@
 #include "Preferences/Settings.h"
 
+#include "Platform/DefaultsStore.h"
 #include "Preferences/Preferences.h"
 
 #include <QJsonArray>
+#include <algorithm>
 
 namespace mivora {
 
@@ -24,24 +26,51 @@ QStringList panelCornerNames()
     return names;
 }
 
+bool isWhole(const QJsonValue &number)
+{
+    return double(number.toInteger()) == number.toDouble();
+}
+
 } // namespace
+
+QJsonValue Setting::readFrom(const DefaultsStore &store) const
+{
+    const QJsonValue stored = store.value(key);
+    const bool isUsable = stored.type() == type && (!stored.isDouble() || isWhole(stored));
+    return isUsable ? stored : registeredDefault;
+}
 
 const QList<Setting> &allSettings()
 {
+    constexpr auto boolean = QJsonValue::Bool;
+    constexpr auto number = QJsonValue::Double;
+    constexpr auto text = QJsonValue::String;
+    constexpr auto list = QJsonValue::Array;
     static const QList<Setting> settings{
-        {settingsKey::showTitle, SettingType::boolean, registered::showTitle},
-        {settingsKey::titleWidth, SettingType::integer, registered::titleWidth},
-        {settingsKey::leadMinutes, SettingType::integer, registered::leadMinutes, leadMinuteTexts()},
-        {settingsKey::panelCorner, SettingType::string, rawValue(registered::panelCorner),
-         panelCornerNames()},
-        {settingsKey::remindWithoutLink, SettingType::boolean, registered::remindWithoutLink},
-        {settingsKey::joinHotKey, SettingType::data, QJsonValue(QJsonValue::Undefined)},
-        {settingsKey::disabledCalendarIDs, SettingType::stringList, QJsonArray()},
-        {settingsKey::browserServices, SettingType::stringList, QJsonArray()},
-        {settingsKey::hasCompletedOnboarding, SettingType::boolean, registered::hasCompletedOnboarding},
-        {settingsKey::addresses, SettingType::stringList, QJsonArray()},
+        {settingsKey::showTitle, boolean, true},
+        {settingsKey::titleWidth, number, 24},
+        {settingsKey::leadMinutes, number, 1, leadMinuteTexts()},
+        {settingsKey::panelCorner, text, rawValue(PanelCorner::topRight), panelCornerNames()},
+        {settingsKey::remindWithoutLink, boolean, false},
+        // The JSON of the combination, which may be undecodable.
+        {settingsKey::joinHotKey, text, QJsonValue(QJsonValue::Undefined)},
+        {settingsKey::disabledCalendarIDs, list, QJsonArray()},
+        {settingsKey::browserServices, list, QJsonArray()},
+        {settingsKey::hasCompletedOnboarding, boolean, false},
+        {settingsKey::addresses, list, QJsonArray()},
     };
     return settings;
+}
+
+const Setting *settingNamed(const QString &key)
+{
+    const auto found = std::ranges::find_if(allSettings(), [&](const Setting &s) { return s.key == key; });
+    return found == allSettings().end() ? nullptr : &*found;
+}
+
+QStringList storedList(const DefaultsStore &store, QLatin1String key)
+{
+    return settingNamed(key)->readFrom(store).toVariant().toStringList();
 }
 
 } // namespace mivora

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "Preferences/PanelCorner.h"
-
 #include <QJsonValue>
 #include <QLatin1String>
 #include <QList>
@@ -9,6 +7,8 @@
 
 /// The stored settings: their keys, types and what a key reads as that was never written.
 namespace mivora {
+
+class DefaultsStore;
 
 namespace settingsKey {
 inline constexpr QLatin1String showTitle("showTitle");
@@ -24,28 +24,27 @@ inline constexpr QLatin1String hasCompletedOnboarding("hasCompletedOnboarding");
 inline constexpr QLatin1String addresses("addresses");
 } // namespace settingsKey
 
-namespace registered {
-inline constexpr bool showTitle = true;
-inline constexpr qint64 titleWidth = 24;
-inline constexpr qint64 leadMinutes = 1;
-inline constexpr PanelCorner panelCorner = PanelCorner::topRight;
-inline constexpr bool remindWithoutLink = false;
-inline constexpr bool hasCompletedOnboarding = false;
-} // namespace registered
-
-enum class SettingType { boolean, integer, string, stringList, data };
-
 struct Setting
 {
     QLatin1String key;
-    SettingType type;
+    /// Numbers are whole, arrays hold strings.
+    QJsonValue::Type type = QJsonValue::Undefined;
     /// Undefined where nothing is registered: the setting is absent until it is set.
     QJsonValue registeredDefault;
     /// The only values that mean something; empty where all of the type do.
     QStringList choices = {};
+
+    /// What is stored in `store` or, if that is nothing or of another type, the registered default.
+    QJsonValue readFrom(const DefaultsStore &store) const;
 };
 
 /// All stored settings.
 const QList<Setting> &allSettings();
+
+/// Null when no setting has the key.
+const Setting *settingNamed(const QString &key);
+
+/// The strings of the setting `key`, which is an array.
+QStringList storedList(const DefaultsStore &store, QLatin1String key);
 
 } // namespace mivora

@@ -19,7 +19,7 @@ const QString zoomLink = QStringLiteral("https://zoom.us/j/123456789");
 std::unique_ptr<MemoryDefaultsStore> pastTheFirstRun()
 {
     auto defaults = std::make_unique<MemoryDefaultsStore>();
-    defaults->setBoolean(settingsKey::hasCompletedOnboarding, true);
+    defaults->setValue(settingsKey::hasCompletedOnboarding, true);
     return defaults;
 }
 
@@ -75,7 +75,7 @@ TEST_F(RunningApp, followsSettingsThatAnotherProcessWrites)
 {
     wakeAt("2026-03-10T08:55:00Z");
     EXPECT_FALSE(isPanelShown());
-    defaults.changeFromOutside([](DefaultsStore &store) { store.setInteger(settingsKey::leadMinutes, 5); });
+    defaults.changeFromOutside([](DefaultsStore &store) { store.setValue(settingsKey::leadMinutes, 5); });
     EXPECT_TRUE(QTest::qWaitFor([&] { return isPanelShown(); }));
 }
 

@@ -17,7 +17,7 @@ namespace mivora {
 
 namespace {
 
-const QString settingsFile = QStringLiteral("config/mivora.conf");
+const QString settingsFile = QStringLiteral("config/mivora.json");
 const QString accessFile = QStringLiteral("state/access");
 
 void setLocalZone(const QByteArray &name)
@@ -78,7 +78,7 @@ WholeDay::~WholeDay()
 
 void WholeDay::skipFirstRun()
 {
-    IniDefaultsStore(m_home.filePath(settingsFile)).setBoolean(settingsKey::hasCompletedOnboarding, true);
+    JsonDefaultsStore(m_home.filePath(settingsFile)).setValue(settingsKey::hasCompletedOnboarding, true);
     AccessMemory(m_home.filePath(accessFile)).allow();
 }
 
@@ -93,7 +93,7 @@ std::unique_ptr<EventStore> WholeDay::makeStore()
 void WholeDay::start()
 {
     const auto before = m_tray->registered.size();
-    m_defaults = std::make_unique<IniDefaultsStore>(m_home.filePath(settingsFile));
+    m_defaults = std::make_unique<JsonDefaultsStore>(m_home.filePath(settingsFile));
     m_access = std::make_unique<AccessMemory>(m_home.filePath(accessFile));
     m_delegate = std::make_unique<AppDelegate>(parts(*m_defaults, makeStore(), m_connection));
     QObject::connect(m_delegate.get(), &AppDelegate::refreshed, m_delegate.get(), [this] { recordPanel(); });

@@ -4,7 +4,7 @@
 #include "Calendar/CalendarFolder.h"
 #include "FakeSurroundings.h"
 #include "KeloMenuBar/FakeHost.h"
-#include "Platform/linux/IniDefaultsStore.h"
+#include "Platform/linux/JsonDefaultsStore.h"
 #include "Remote/ApplicationService.h"
 #include "support/PrivateBus.h"
 
@@ -139,7 +139,7 @@ private:
     QDBusConnection m_connection = m_bus.connection();
     std::unique_ptr<FakeHost> m_tray = std::make_unique<FakeHost>(m_bus);
     StoreFactory m_makeStore;
-    std::unique_ptr<IniDefaultsStore> m_defaults;
+    std::unique_ptr<JsonDefaultsStore> m_defaults;
     std::unique_ptr<AccessMemory> m_access;
     std::unique_ptr<AppDelegate> m_delegate;
     std::unique_ptr<ApplicationService> m_service;

@@ -109,12 +109,13 @@ TEST(AccessMemory, followsWhatAnotherProcessDecides)
 TEST(AccessMemory, takesOnlyItsOwnWord)
 {
     const CalendarFolder folder;
-    for (const char *text : {"", "allowed", "denied\n", "allowed\nnot"}) {
-        folder.write("access", text);
-        EXPECT_FALSE(AccessMemory(QString::fromStdString(folder.path("access"))).isAllowed()) << text;
+    const QString path = QString::fromStdString(folder.path("state.json"));
+    for (const auto &[text, isAllowed] : {std::pair("allowed\n", false),
+                                          {"{\"calendarAccess\": \"true\"}", false},
+                                          {"{\"calendarAccess\": true}", true}}) {
+        folder.write("state.json", text);
+        EXPECT_EQ(AccessMemory(path).isAllowed(), isAllowed) << text;
     }
-    folder.write("access", "allowed\n");
-    EXPECT_TRUE(AccessMemory(QString::fromStdString(folder.path("access"))).isAllowed());
 }
 
 } // namespace mivora

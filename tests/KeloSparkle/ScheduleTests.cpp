@@ -1,6 +1,5 @@
 #include "KeloSparkle/MeteredConnection.h"
 #include "KeloSparkle/UpdateSchedule.h"
-#include "support/PrivateBus.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -14,17 +13,6 @@ namespace {
 constexpr qint64 minutes = 60;
 constexpr qint64 hours = 3600;
 const QDateTime launch = QDateTime::fromString(QStringLiteral("2026-03-10T09:00:00Z"), Qt::ISODate);
-
-/// Plays NetworkManager's part that is asked for.
-class FakeNetworkManager : public QObject
-{
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.NetworkManager")
-    Q_PROPERTY(uint Metered MEMBER m_metered)
-
-public:
-    uint m_metered = 0;
-};
 
 /// With a clock that is set by hand.
 struct ScheduleUnderTest
@@ -107,27 +95,4 @@ TEST(ScheduleTests, isDueOnceADayEvenIfNothingCanBeWritten)
     EXPECT_EQ(used.memory.announcedVersion(), QStringLiteral("1.1"));
 }
 
-TEST(ScheduleTests, nothingIsDueWhileNetworkManagerCallsTheConnectionMetered)
-{
-    if (!support::PrivateBus::isInstalled())
-        GTEST_SKIP() << "no dbus-daemon";
-    support::PrivateBus bus;
-    ScheduleUnderTest used;
-    used.bus = bus.connection();
-    EXPECT_EQ(used.duesAfter(48 * hours), 1) << "without NetworkManager";
-
-    FakeNetworkManager manager;
-    ASSERT_TRUE(used.bus.registerObject(QStringLiteral("/org/freedesktop/NetworkManager"), &manager,
-                                        QDBusConnection::ExportAllProperties));
-    ASSERT_TRUE(used.bus.registerService(QStringLiteral("org.freedesktop.NetworkManager")));
-    // Unknown, yes, no, guessed yes, guessed no.
-    const int expected[] = {1, 0, 1, 0, 1};
-    for (uint value = 0; value < 5; ++value) {
-        manager.m_metered = value;
-        EXPECT_EQ(used.duesAfter(48 * hours), expected[value]) << value;
-    }
-}
-
 } // namespace kelo
-
-#include "ScheduleTests.moc"

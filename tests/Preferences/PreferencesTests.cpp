@@ -3,6 +3,7 @@
 #include "support/FakeLoginItem.h"
 #include "support/MemoryDefaultsStore.h"
 
+#include <QJsonArray>
 #include <QSignalSpy>
 #include <gmock/gmock.h>
 
@@ -48,15 +49,15 @@ TEST(Preferences, defaultsStandForWhatIsMissingOrOfAnotherType)
     Fixture fixture;
     expectDefaults(fixture.preferences);
     fixture.store.changeFromOutside([](DefaultsStore &other) {
-        other.setString(text("showTitle"), text("perhaps"));
-        other.setStringList(text("titleWidth"), {text("9"), text("10")});
-        other.setBoolean(text("leadMinutes"), true);
-        other.setInteger(text("panelCorner"), 2);
-        other.setData(text("remindWithoutLink"), "true");
-        other.setString(text("joinHotKey"), text("V"));
-        other.setBoolean(text("disabledCalendarIDs"), false);
-        other.setInteger(text("browserServices"), 3);
-        other.setInteger(text("hasCompletedOnboarding"), 7);
+        other.setValue(text("showTitle"), text("perhaps"));
+        other.setValue(text("titleWidth"), 9.5);
+        other.setValue(text("leadMinutes"), true);
+        other.setValue(text("panelCorner"), 2);
+        other.setValue(text("remindWithoutLink"), text("true"));
+        other.setValue(text("joinHotKey"), text("V"));
+        other.setValue(text("disabledCalendarIDs"), false);
+        other.setValue(text("browserServices"), 3);
+        other.setValue(text("hasCompletedOnboarding"), 7);
     });
     expectDefaults(fixture.preferences);
 }
@@ -67,39 +68,39 @@ TEST(Preferences, whatIsOutOfRangeIsCorrectedAndNotRewritten)
     FakeLoginItem loginItem;
     const std::pair<qint64, int> widths[] = {{-1, 8}, {60, 60}, {61, 60}, {0x1'0000'0009, 60}};
     for (const auto &[stored, read] : widths) {
-        store.setInteger(text("titleWidth"), stored);
+        store.setValue(text("titleWidth"), stored);
         EXPECT_EQ(Preferences(store, loginItem).titleWidth(), read) << stored;
-        EXPECT_EQ(store.integer(text("titleWidth")), stored);
+        EXPECT_EQ(store.value(text("titleWidth")), stored);
     }
     const std::pair<qint64, int> leads[] = {{0, 0}, {5, 5}, {3, 1}, {-1, 1}, {0x1'0000'0002, 1}};
     for (const auto &[stored, read] : leads) {
-        store.setInteger(text("leadMinutes"), stored);
+        store.setValue(text("leadMinutes"), stored);
         EXPECT_EQ(Preferences(store, loginItem).leadMinutes(), read) << stored;
-        EXPECT_EQ(store.integer(text("leadMinutes")), stored);
+        EXPECT_EQ(store.value(text("leadMinutes")), stored);
     }
     const std::pair<const char *, PanelCorner> corners[] = {{"topLeft", PanelCorner::topLeft},
                                                             {"bottomRight", PanelCorner::bottomRight},
                                                             {"bottomLeft", PanelCorner::bottomLeft},
                                                             {"BottomLeft", PanelCorner::topRight}};
     for (const auto &[stored, read] : corners) {
-        store.setString(text("panelCorner"), text(stored));
+        store.setValue(text("panelCorner"), text(stored));
         EXPECT_EQ(Preferences(store, loginItem).panelCorner(), read) << stored;
     }
-    store.setStringList(text("browserServices"), {text("zoom"), text("Zoom"), text("skype")});
+    store.setValue(text("browserServices"), QJsonArray{text("zoom"), text("Zoom"), text("skype")});
     EXPECT_THAT(Preferences(store, loginItem).browserServices(), ElementsAre(Service::zoom));
 }
 
 TEST(Preferences, shortcutThatCannotBeReadStaysStoredUntilItIsSet)
 {
-    for (const char *broken : {"broken", R"({"keyCode":38,"modif)", R"({"keyCode":38})"}) {
+    for (const char *broken : {"broken", R"({"keyCode":38,"modif)", R"({"keyCode":65536,"modifiers":1})"}) {
         Fixture fixture;
         fixture.store.changeFromOutside(
-            [&](DefaultsStore &other) { other.setData(text("joinHotKey"), broken); });
+            [&](DefaultsStore &other) { other.setValue(text("joinHotKey"), text(broken)); });
         EXPECT_EQ(fixture.preferences.joinHotKey(), std::nullopt) << broken;
         fixture.preferences.setShowTitle(false);
-        EXPECT_EQ(fixture.store.data(text("joinHotKey")), QByteArray(broken));
+        EXPECT_EQ(fixture.store.value(text("joinHotKey")), text(broken));
         fixture.preferences.setJoinHotKey(std::nullopt);
-        EXPECT_EQ(fixture.store.keys(), QStringList(text("showTitle")));
+        EXPECT_EQ(fixture.store.values().keys(), QStringList(text("showTitle")));
     }
 }
 
@@ -117,18 +118,17 @@ TEST(Preferences, everySettingIsStoredInItsFormAndReadAgain)
     set.setBrowserServices({Service::zoom, Service::teams, Service::meet});
     set.setHasCompletedOnboarding(true);
 
-    const MemoryDefaultsStore &store = fixture.store;
-    EXPECT_EQ(store.boolean(text("showTitle")), false);
-    EXPECT_EQ(store.integer(text("titleWidth")), 100);
-    EXPECT_EQ(store.integer(text("leadMinutes")), 3);
-    EXPECT_EQ(store.string(text("panelCorner")), text("bottomLeft"));
-    EXPECT_EQ(store.boolean(text("remindWithoutLink")), true);
-    EXPECT_EQ(store.data(text("joinHotKey")), QByteArray(R"({"keyCode":38,"modifiers":4352})"));
-    EXPECT_EQ(store.stringList(text("disabledCalendarIDs")),
-              QStringList({text("B"), text("a"), text("b"), text("é")}));
-    EXPECT_EQ(store.stringList(text("browserServices")),
-              QStringList({text("meet"), text("teams"), text("zoom")}));
-    EXPECT_EQ(store.boolean(text("hasCompletedOnboarding")), true);
+    const QJsonObject expected{
+        {text("showTitle"), false},
+        {text("titleWidth"), 100},
+        {text("leadMinutes"), 3},
+        {text("panelCorner"), text("bottomLeft")},
+        {text("remindWithoutLink"), true},
+        {text("joinHotKey"), text(R"({"keyCode":38,"modifiers":4352})")},
+        {text("disabledCalendarIDs"), QJsonArray{text("B"), text("a"), text("b"), text("é")}},
+        {text("browserServices"), QJsonArray{text("meet"), text("teams"), text("zoom")}},
+        {text("hasCompletedOnboarding"), true}};
+    EXPECT_EQ(fixture.store.values(), expected);
 
     const Preferences read(fixture.store, fixture.loginItem);
     EXPECT_FALSE(read.showTitle());
@@ -162,11 +162,11 @@ TEST(Preferences, aRealChangeIsAnnouncedOnceAndWrittenEveryTime)
         Fixture fixture;
         QSignalSpy changed(&fixture.preferences, row.changed);
         row.set(fixture.preferences);
-        const QStringList stored = fixture.store.keys();
+        const QStringList stored = fixture.store.values().keys();
         ASSERT_EQ(stored.size(), 1);
-        fixture.store.remove(stored.first());
+        fixture.store.setValue(stored.first(), QJsonValue::Undefined);
         row.set(fixture.preferences);
-        EXPECT_EQ(fixture.store.keys(), stored);
+        EXPECT_EQ(fixture.store.values().keys(), stored);
         EXPECT_EQ(changed.count(), 1) << stored.first().toStdString();
     }
 }
@@ -183,23 +183,25 @@ TEST(Preferences, changesOfAnotherProcessAreReadInWholeThenAnnounced)
                      [&] { seenWithTheWidth = preferences.joinHotKey(); });
 
     fixture.store.changeFromOutside([](DefaultsStore &other) {
-        other.setInteger(text("titleWidth"), 500);
-        other.setInteger(text("leadMinutes"), 4);
-        other.setData(text("joinHotKey"), HotKeyCombo{1, 2}.toJson());
+        other.setValue(text("titleWidth"), 500);
+        other.setValue(text("leadMinutes"), 4);
+        other.setValue(text("joinHotKey"), QString::fromUtf8(HotKeyCombo{1, 2}.toJson()));
     });
     EXPECT_EQ(preferences.titleWidth(), 60);
     EXPECT_EQ(seenWithTheWidth, (HotKeyCombo{1, 2}));
     EXPECT_EQ(hotKeySet.count(), 1);
     EXPECT_EQ(corner.count() + lead.count(), 0);
 
-    fixture.store.changeFromOutside([](DefaultsStore &other) { other.remove(text("joinHotKey")); });
+    fixture.store.changeFromOutside(
+        [](DefaultsStore &other) { other.setValue(text("joinHotKey"), QJsonValue::Undefined); });
     EXPECT_EQ(preferences.joinHotKey(), std::nullopt);
     EXPECT_EQ(hotKeySet.count(), 2);
 
     // What was set out of range stays when something else changes.
     preferences.setTitleWidth(100);
     preferences.setLeadMinutes(3);
-    fixture.store.changeFromOutside([](DefaultsStore &other) { other.remove(text("panelCorner")); });
+    fixture.store.changeFromOutside(
+        [](DefaultsStore &other) { other.setValue(text("panelCorner"), QJsonValue::Undefined); });
     EXPECT_EQ(preferences.titleWidth(), 100);
     EXPECT_EQ(preferences.leadMinutes(), 3);
     EXPECT_EQ(hotKeySet.count(), 2);
@@ -212,7 +214,7 @@ TEST(Preferences, clearingTheShortcutRemovesItsKeyAndIsPostedEachTime)
     fixture.preferences.setJoinHotKey(HotKeyCombo{});
     fixture.preferences.setJoinHotKey(std::nullopt);
     fixture.preferences.setJoinHotKey(std::nullopt);
-    EXPECT_EQ(fixture.store.keys(), QStringList());
+    EXPECT_EQ(fixture.store.values().keys(), QStringList());
     EXPECT_EQ(wasSet.count(), 3);
 }
 
@@ -223,7 +225,7 @@ TEST(Preferences, observerThatSetsAgainHasTheLastWord)
                      [&] { fixture.preferences.setTitleWidth(30); });
     fixture.preferences.setTitleWidth(40);
     EXPECT_EQ(fixture.preferences.titleWidth(), 30);
-    EXPECT_EQ(fixture.store.integer(text("titleWidth")), 30);
+    EXPECT_EQ(fixture.store.value(text("titleWidth")), 30);
 }
 
 TEST(Preferences, loginItemFollowsRealChangesOfTheStandardStoreAlone)
@@ -234,7 +236,7 @@ TEST(Preferences, loginItemFollowsRealChangesOfTheStandardStoreAlone)
         standard.preferences.setLaunchAtLogin(wanted);
     EXPECT_THAT(standard.loginItem.requests, ElementsAre(true, false));
     EXPECT_EQ(changed.count(), 2);
-    EXPECT_EQ(standard.store.keys(), QStringList());
+    EXPECT_EQ(standard.store.values().keys(), QStringList());
     standard.loginItem.enabled = true;
     EXPECT_TRUE(Preferences(standard.store, standard.loginItem).launchAtLogin());
 

@@ -88,7 +88,7 @@ TEST_F(GeneralPageModelTest, writesTheShortcut)
     Q_EMIT model.recorder()->comboChosen(recorded);
     EXPECT_EQ(m_prefs.joinHotKey(), recorded);
     model.setUseHotKey(false);
-    EXPECT_EQ(m_store.data(settingsKey::joinHotKey), std::nullopt);
+    EXPECT_TRUE(m_store.value(settingsKey::joinHotKey).isUndefined());
     model.setUseHotKey(true);
     EXPECT_EQ(m_prefs.joinHotKey(), recorded) << "the last one, not the default";
 }
@@ -126,7 +126,8 @@ TEST_F(GeneralPageModelTest, followsTheShortcutWithoutWriting)
     EXPECT_EQ(model.recorder()->combo(), stored);
 
     QSignalSpy written(&m_prefs, &Preferences::joinHotKeyWasSet);
-    m_store.changeFromOutside([](DefaultsStore &store) { store.remove(settingsKey::joinHotKey); });
+    m_store.changeFromOutside(
+        [](DefaultsStore &store) { store.setValue(settingsKey::joinHotKey, QJsonValue::Undefined); });
     EXPECT_FALSE(model.useHotKey());
     EXPECT_EQ(written.count(), 1) << "by the preferences themselves";
 }
@@ -154,7 +155,7 @@ TEST_F(CalendarsPageModelTest, switchesCalendars)
     };
 
     model.setCalendarOn(1, false);
-    EXPECT_EQ(m_store.stringList(settingsKey::disabledCalendarIDs),
+    EXPECT_EQ(storedList(m_store, settingsKey::disabledCalendarIDs),
               (QStringList{QStringLiteral("b"), QStringLiteral("gone")}));
     EXPECT_TRUE(isOn(0));
     EXPECT_FALSE(isOn(1));

@@ -144,8 +144,8 @@ TEST(GeneralPage, writesEveryTogglesPreference)
     EXPECT_EQ(view.names(QAccessible::CheckBox), names);
     EXPECT_EQ(test.loginItem.requests, (std::vector{true, false}));
     test.store.changeFromOutside([](DefaultsStore &store) {
-        store.setBoolean(settingsKey::showTitle, false);
-        store.setInteger(settingsKey::leadMinutes, 2);
+        store.setValue(settingsKey::showTitle, false);
+        store.setValue(settingsKey::leadMinutes, 2);
     });
     EXPECT_FALSE(view.isChecked(menuBarToggle)) << "another program has changed it";
     EXPECT_EQ(view.find(QAccessible::ComboBox, leadPicker)->text(QAccessible::Description),

@@ -28,7 +28,7 @@ TEST_F(FirstRunOnDesktop, isWalkedThroughWithTheKeyboardAndNeverShownAgain)
         waitFor(100ms);
     };
     const auto isCompleted = [&] {
-        return desktop->read(QStringLiteral("mivora/mivora.conf")).contains("hasCompletedOnboarding=true");
+        return desktop->read(QStringLiteral("mivora/mivora.json")).contains("\"hasCompletedOnboarding\": true");
     };
     RunningMivora program(*desktop, {{QStringLiteral("Design review"), 900s, {}}},
                           RunningMivora::Home::fresh);

@@ -83,20 +83,20 @@ change_setting() { # by the keyboard, on the first page of the settings
     xdotool search --onlyvisible --name '^General$' windowfocus --sync key Tab space
 }
 lines() { grep -c "$1" "$run/log" || true; }
-saved() { ! cmp -s "$run/before" "$XDG_CONFIG_HOME/mivora/mivora.conf"; }
+saved() { ! cmp -s "$run/before" "$XDG_CONFIG_HOME/mivora/mivora.json"; }
 
 start_display
 start_bus
 "$program" access allow
 mount -t tmpfs -o size=32k none "$XDG_CONFIG_HOME"
 "$program" defaults write hasCompletedOnboarding true
-cp "$XDG_CONFIG_HOME/mivora/mivora.conf" "$run/before"
+cp "$XDG_CONFIG_HOME/mivora/mivora.json" "$run/before"
 
 fault="full disk"
 start
 cat /dev/zero >"$XDG_CONFIG_HOME/fill" 2>/dev/null || true
 change_setting
-await grep -q "settings can't be saved: $XDG_CONFIG_HOME/mivora/mivora.conf: No space" "$run/log" || fail "it is told of"
+await grep -q "settings can't be saved: $XDG_CONFIG_HOME/mivora/mivora.json: No space" "$run/log" || fail "it is told of"
 xdotool key space
 sleep 0.5
 [ "$(lines "can't be saved")" -eq 1 ] || fail "it is told of once"
@@ -107,7 +107,7 @@ await saved || fail "later changes are saved"
 quit
 
 fault="read-only home"
-cp "$XDG_CONFIG_HOME/mivora/mivora.conf" "$run/before"
+cp "$XDG_CONFIG_HOME/mivora/mivora.json" "$run/before"
 for folder in "$XDG_CONFIG_HOME" "$HOME"; do
     mount --bind "$folder" "$folder"
     mount -o remount,bind,ro "$folder"
@@ -116,7 +116,7 @@ start
 change_setting
 await grep -q "settings can't be saved: $XDG_CONFIG_HOME/mivora/.*: Read-only" "$run/log" || fail "it is told of"
 "$program" access allow 2>"$run/errors" && fail "a command tells of it"
-grep -q "$XDG_STATE_HOME/mivora/access" "$run/errors" || fail "a command names the file"
+grep -q "$XDG_STATE_HOME/mivora/state.json" "$run/errors" || fail "a command names the file"
 quit
 umount "$HOME" "$XDG_CONFIG_HOME"
 

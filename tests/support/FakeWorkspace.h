@@ -2,6 +2,7 @@
 
 #include "Platform/Workspace.h"
 
+#include <QCoreApplication>
 #include <QSet>
 #include <QStringList>
 
@@ -11,8 +12,19 @@ namespace mivora {
 class FakeWorkspace final : public Workspace
 {
 public:
-    void open(const QString &url, Opened done) override;
-    bool hasHandler(const QString &scheme) const override;
+    void open(const QString &url, Opened done) override
+    {
+        opened.append(url);
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(), [done = std::move(done), result = succeeds] { done(result); },
+            Qt::QueuedConnection);
+    }
+
+    bool hasHandler(const QString &scheme) const override
+    {
+        asked.append(scheme);
+        return handlers.contains(scheme);
+    }
 
     /// Every link handed over so far.
     QStringList opened;

@@ -2,9 +2,7 @@
 
 #include "Platform/DefaultsStore.h"
 
-#include <QMap>
 #include <functional>
-#include <variant>
 
 namespace mivora {
 
@@ -16,34 +14,24 @@ class MemoryDefaultsStore final : public DefaultsStore
 public:
     enum class Kind { standard, preview };
 
-    explicit MemoryDefaultsStore(Kind kind = Kind::preview, QObject *parent = nullptr);
+    explicit MemoryDefaultsStore(Kind kind = Kind::preview) : m_kind(kind) {}
 
     bool isStandard() const override { return m_kind == Kind::standard; }
 
-    QStringList keys() const override;
-    std::optional<bool> boolean(const QString &key) const override;
-    std::optional<qint64> integer(const QString &key) const override;
-    std::optional<QString> string(const QString &key) const override;
-    std::optional<QStringList> stringList(const QString &key) const override;
-    std::optional<QByteArray> data(const QString &key) const override;
+    const QJsonObject &values() const override { return m_values; }
 
-    void setBoolean(const QString &key, bool value) override;
-    void setInteger(const QString &key, qint64 value) override;
-    void setString(const QString &key, const QString &value) override;
-    void setStringList(const QString &key, const QStringList &value) override;
-    void setData(const QString &key, const QByteArray &value) override;
-    void remove(const QString &key) override;
+    void setValue(const QString &key, const QJsonValue &value) override { m_values.insert(key, value); }
 
-    /// Runs \a writes, which change this store, as another process would: they end in changedExternally().
-    void changeFromOutside(const std::function<void(DefaultsStore &)> &writes);
+    /// Runs `writes`, which change this store, as another process would: they end in changedExternally().
+    void changeFromOutside(const std::function<void(DefaultsStore &)> &writes)
+    {
+        writes(*this);
+        Q_EMIT changedExternally();
+    }
 
 private:
-    using Value = std::variant<bool, qint64, QString, QStringList, QByteArray>;
-
-    template<typename T> std::optional<T> read(const QString &key) const;
-
     Kind m_kind;
-    QMap<QString, Value> m_values;
+    QJsonObject m_values;
 };
 
 } // namespace mivora

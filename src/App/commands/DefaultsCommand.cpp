@@ -18,14 +18,6 @@ QString qString(const std::string &text)
     return QString::fromStdString(text);
 }
 
-const Setting *settingNamed(const std::string &key)
-{
-    const auto &settings = allSettings();
-    const auto found =
-        std::ranges::find_if(settings, [&](const Setting &s) { return s.key == qString(key); });
-    return found == settings.end() ? nullptr : &*found;
-}
-
 QString allKeys()
 {
     QStringList keys;
@@ -37,33 +29,6 @@ QString allKeys()
 void complainOfKey(const std::string &key)
 {
     complain(CommandLineTexts::tr("KEY: expected one of %1, got \"%2\"").arg(allKeys(), qString(key)));
-}
-
-template<typename T> QJsonValue valueOr(const std::optional<T> &stored, const QJsonValue &fallback)
-{
-    return stored ? QJsonValue(*stored) : fallback;
-}
-
-/// The value as it is stored, or as it reads without one; undefined when there is neither.
-QJsonValue currentValue(const Setting &setting, const DefaultsStore &store)
-{
-    switch (setting.type) {
-    case SettingType::boolean:
-        return valueOr(store.boolean(setting.key), setting.registeredDefault);
-    case SettingType::integer:
-        return valueOr(store.integer(setting.key), setting.registeredDefault);
-    case SettingType::string:
-        return valueOr(store.string(setting.key), setting.registeredDefault);
-    case SettingType::stringList:
-        if (const auto list = store.stringList(setting.key))
-            return QJsonArray::fromStringList(*list);
-        return setting.registeredDefault;
-    case SettingType::data:
-        if (const auto data = store.data(setting.key))
-            return QString::fromUtf8(*data);
-        return setting.registeredDefault;
-    }
-    return setting.registeredDefault;
 }
 
 /// Texts stand for themselves; everything else is JSON.
@@ -79,7 +44,7 @@ QByteArray printed(const QJsonValue &value)
 int list(const DefaultsStore &store)
 {
     for (const Setting &setting : allSettings()) {
-        const QJsonValue value = currentValue(setting, store);
+        const QJsonValue value = setting.readFrom(store);
         if (!value.isUndefined())
             print(QByteArray(setting.key.data(), setting.key.size()) + ' ' + printed(value) + '\n');
     }
@@ -88,12 +53,12 @@ int list(const DefaultsStore &store)
 
 int read(const std::string &key, const DefaultsStore &store)
 {
-    const Setting *setting = settingNamed(key);
+    const Setting *setting = settingNamed(qString(key));
     if (!setting) {
         complainOfKey(key);
         return exitBadArguments;
     }
-    const QJsonValue value = currentValue(*setting, store);
+    const QJsonValue value = setting->readFrom(store);
     if (value.isUndefined()) {
         complain(CommandLineTexts::tr("%1 is not set").arg(qString(key)));
         return exitCouldNot;
@@ -102,70 +67,53 @@ int read(const std::string &key, const DefaultsStore &store)
     return exitDone;
 }
 
-/// Stores \a text under the setting's key; false when it is no value of the setting's type.
-bool store(const Setting &setting, const QString &text, DefaultsStore &store)
+/// What `text` stands for as a value of the setting; undefined when it is none.
+QJsonValue valueFrom(const QString &text, QJsonValue::Type type)
 {
-    bool ok = true;
-    switch (setting.type) {
-    case SettingType::boolean:
-        ok = text == QLatin1String("true") || text == QLatin1String("false");
-        if (ok)
-            store.setBoolean(setting.key, text == QLatin1String("true"));
-        return ok;
-    case SettingType::integer: {
-        const qint64 number = text.toLongLong(&ok);
-        if (ok)
-            store.setInteger(setting.key, number);
-        return ok;
+    const QJsonValue none(QJsonValue::Undefined);
+    if (type == QJsonValue::String)
+        return text;
+    if (type == QJsonValue::Bool) {
+        const bool isTrue = text == QLatin1String("true");
+        return isTrue || text == QLatin1String("false") ? QJsonValue(isTrue) : none;
     }
-    case SettingType::string:
-        store.setString(setting.key, text);
-        return true;
-    case SettingType::stringList: {
-        const QJsonDocument json = QJsonDocument::fromJson(text.toUtf8());
-        const QJsonArray values = json.array();
-        ok = json.isArray() && std::ranges::all_of(values, [](const QJsonValue &v) { return v.isString(); });
-        if (ok)
-            store.setStringList(setting.key, json.toVariant().toStringList());
-        return ok;
+    if (type == QJsonValue::Double) {
+        bool isNumber = false;
+        const qint64 number = text.toLongLong(&isNumber);
+        return isNumber ? QJsonValue(number) : none;
     }
-    case SettingType::data:
-        store.setData(setting.key, text.toUtf8());
-        return true;
-    }
-    return false;
+    const QJsonDocument json = QJsonDocument::fromJson(text.toUtf8());
+    const QJsonArray list = json.array();
+    const bool isList =
+        json.isArray() && std::ranges::all_of(list, [](const QJsonValue &v) { return v.isString(); });
+    return isList ? QJsonValue(list) : none;
 }
 
 QString expectedForm(const Setting &setting)
 {
     if (!setting.choices.isEmpty())
         return CommandLineTexts::tr("one of %1").arg(setting.choices.join(QLatin1String(", ")));
-    switch (setting.type) {
-    case SettingType::boolean:
+    if (setting.type == QJsonValue::Bool)
         return CommandLineTexts::tr("true or false");
-    case SettingType::integer:
+    if (setting.type == QJsonValue::Double)
         return CommandLineTexts::tr("a whole number");
-    case SettingType::stringList:
-        return CommandLineTexts::tr("a JSON array of strings");
-    case SettingType::string:
-    case SettingType::data:
-        break;
-    }
-    return CommandLineTexts::tr("a text");
+    return CommandLineTexts::tr("a JSON array of strings");
 }
 
-int write(const DefaultsRequest &request, DefaultsStore &defaults)
+int write(const DefaultsRequest &request, DefaultsStore &store)
 {
-    const Setting *setting = settingNamed(request.key);
+    const Setting *setting = settingNamed(qString(request.key));
     if (!setting) {
         complainOfKey(request.key);
         return exitBadArguments;
     }
-    if (!store(*setting, qString(request.value), defaults)) {
+    const QJsonValue value = valueFrom(qString(request.value), setting->type);
+    if (value.isUndefined()) {
         complain(CommandLineTexts::tr("VALUE of %1: expected %2, got \"%3\"")
                      .arg(qString(request.key), expectedForm(*setting), qString(request.value)));
         return exitBadArguments;
     }
+    store.setValue(setting->key, value);
     // The store keeps what it is given; what it is read as is the program's matter.
     if (!setting->choices.isEmpty() && !setting->choices.contains(qString(request.value)))
         complain(CommandLineTexts::tr("%1 knows only %2; \"%3\" is kept, but read as %4")
@@ -176,11 +124,11 @@ int write(const DefaultsRequest &request, DefaultsStore &defaults)
 
 int remove(const std::string &key, DefaultsStore &store)
 {
-    if (!settingNamed(key) && !store.keys().contains(qString(key))) {
+    if (!settingNamed(qString(key)) && !store.values().contains(qString(key))) {
         complainOfKey(key);
         return exitBadArguments;
     }
-    store.remove(qString(key));
+    store.setValue(qString(key), QJsonValue::Undefined);
     return exitDone;
 }
 

@@ -1,7 +1,8 @@
 #include "Platform/linux/AtomicFile.h"
 
 #include <QFileInfo>
-#include <QSaveFile>
+#include <QTemporaryFile>
+#include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
 #include <unistd.h>
@@ -10,11 +11,7 @@ namespace mivora {
 
 namespace {
 
-/// More than anybody's settings take; what is longer is no settings file, and would take the memory of the
-/// machine.
-constexpr qint64 longestFile = 4 << 20;
-
-/// QSaveFile syncs the file; the new name of it is only on disk when its folder is synced too.
+/// The new name of a file is only on disk when its folder is synced too.
 void syncFolder(const QString &folder)
 {
     const int file = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -37,36 +34,25 @@ std::optional<QString> makeFolder(const QString &path)
 
 std::optional<QString> replaceFile(const QString &path, const QByteArray &content)
 {
-    const QString folder = QFileInfo(path).absolutePath();
+    const QFileInfo before(path);
+    const QString target = before.exists() ? before.canonicalFilePath() : before.absoluteFilePath();
+    const QString folder = QFileInfo(target).absolutePath();
     if (auto error = makeFolder(folder))
         return error;
-    // Unbuffered and synced by hand: QSaveFile::commit() overlooks what goes wrong when it empties its
-    // buffer, and would put half a file in place on a full disk.
-    QSaveFile file(path);
-    const bool written = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
-                         file.write(content) == content.size() && ::fsync(file.handle()) == 0;
-    if (!written || !file.commit())
-        return path % QLatin1String(": ") % file.errorString();
-    syncFolder(QFileInfo(QFileInfo(path).canonicalFilePath()).absolutePath());
+    // QSaveFile overlooks what goes wrong when it empties its buffer, and puts an empty file in place on a
+    // full disk.
+    QTemporaryFile file(target % QLatin1String(".XXXXXX"));
+    const bool isReplaced =
+        file.open() && (!before.exists() || file.setPermissions(before.permissions())) &&
+        file.write(content) == content.size() && file.flush() && ::fsync(file.handle()) == 0 &&
+        std::rename(QFile::encodeName(file.fileName()).constData(), QFile::encodeName(target).constData()) ==
+            0;
+    if (!isReplaced)
+        return path % QLatin1String(": ") %
+               (file.error() == QFile::NoError ? qt_error_string() : file.errorString());
+    file.setAutoRemove(false);
+    syncFolder(folder);
     return std::nullopt;
-}
-
-std::variant<QByteArray, ReadError> readFile(const QString &path)
-{
-    const QFileInfo info(path);
-    if (!info.exists())
-        return QByteArray();
-    if (!info.isFile())
-        return ReadError{path % QLatin1String(": is no regular file")};
-    if (info.size() > longestFile)
-        return ReadError{path % QLatin1String(": is too large")};
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return ReadError{path % QLatin1String(": ") % file.errorString()};
-    QByteArray content = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return ReadError{path % QLatin1String(": ") % file.errorString()};
-    return content;
 }
 
 } // namespace mivora

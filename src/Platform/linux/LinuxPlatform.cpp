@@ -2,7 +2,7 @@
 
 #include "Platform/linux/ClipboardPasteboard.h"
 #include "Platform/linux/GioWorkspace.h"
-#include "Platform/linux/IniDefaultsStore.h"
+#include "Platform/linux/JsonDefaultsStore.h"
 #include "Platform/linux/LinuxSystemEvents.h"
 #include "Platform/linux/PortalLoginItem.h"
 #include "Platform/linux/XdgLoginItem.h"
@@ -11,7 +11,7 @@ namespace mivora {
 
 std::unique_ptr<DefaultsStore> makeLinuxDefaultsStore()
 {
-    return std::make_unique<IniDefaultsStore>(IniDefaultsStore::standardPath());
+    return std::make_unique<JsonDefaultsStore>(JsonDefaultsStore::settingsPath());
 }
 
 std::unique_ptr<LoginItem> makeLinuxLoginItem()
