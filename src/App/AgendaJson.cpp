@@ -1,10 +1,10 @@
 #include "App/AgendaJson.h"
 
-#include "CommandLine/Rfc3339.h"
+#include "App/commands/Rfc3339.h"
 #include "JoinPanel/PanelText.h"
+#include "MeetingTexts/MeetingTexts.h"
 #include "Preferences/Preferences.h"
 #include "Scheduling/Scheduler.h"
-#include "StatusBar/ShortTime.h"
 
 #include <QJsonArray>
 #include <QLocale>
@@ -153,6 +153,14 @@ QJsonObject agendaJson(const AgendaContext &context)
         {QStringLiteral("menu"), menuJson(context)},
         {QStringLiteral("panel"), panelJson(context)},
     };
+}
+
+bool showsChange(QJsonObject before, QJsonObject after)
+{
+    const QString time = QStringLiteral("now");
+    before.remove(time);
+    after.remove(time);
+    return before != after;
 }
 
 } // namespace mivora

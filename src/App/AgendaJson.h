@@ -36,4 +36,7 @@ std::vector<MenuEntry> menuEntries(const AgendaContext &context);
 /// The public JSON form of the program's state; docs/agenda-json.md describes it.
 QJsonObject agendaJson(const AgendaContext &context);
 
+/// Whether two agendas differ in more than the time that they were made at.
+bool showsChange(QJsonObject before, QJsonObject after);
+
 } // namespace mivora

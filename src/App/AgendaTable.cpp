@@ -1,11 +1,10 @@
 #include "App/AgendaTable.h"
 
-#include "Calendar/TitleText.h"
-#include "CommandLine/Output.h"
-#include "CommandLine/Rfc3339.h"
-#include "MeetingTexts/ServiceName.h"
+#include "App/commands/Output.h"
+#include "App/commands/Rfc3339.h"
+#include "MeetingTexts/MeetingTexts.h"
+#include "MeetingTexts/TitleText.h"
 #include "Meetings/Color.h"
-#include "StatusBar/ShortTime.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>

@@ -5,16 +5,16 @@
 #include "App/HotKeyRegistration.h"
 #include "App/MakeUpdater.h"
 #include "App/StatusMenuBuilder.h"
-#include "Calendar/LocalDay.h"
 #include "KeloHotkey/HotKeyService.h"
 #include "KeloMenuBar/MainMenu.h"
+#include "MeetingTexts/LocalDay.h"
+#include "MeetingTexts/MeetingTexts.h"
 #include "Onboarding/OnboardingFlow.h"
 #include "Platform/DefaultsStore.h"
 #include "Platform/SystemEvents.h"
 #include "Platform/SystemLinks.h"
 #include "Platform/SystemLog.h"
 #include "Settings/SettingsWindowController.h"
-#include "StatusBar/ShortTime.h"
 
 #include <QCoreApplication>
 #include <QJsonDocument>

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "App/ApplicationService.h"
 #include "App/MeetingCommands.h"
 #include "App/WorkspaceInstalledApps.h"
 #include "Calendar/EventKitSource.h"
@@ -8,7 +9,6 @@
 #include "KeloTheme/Appearance.h"
 #include "KeloTheme/ViewLoader.h"
 #include "Preferences/Preferences.h"
-#include "Remote/ApplicationService.h"
 #include "Scheduling/Clock.h"
 #include "Scheduling/Scheduler.h"
 #include "Settings/SettingsPage.h"

@@ -3,7 +3,7 @@
 #include "App/AgendaJson.h"
 #include "App/CalendarStores.h"
 #include "App/MakeUpdater.h"
-#include "Calendar/LocalDay.h"
+#include "MeetingTexts/LocalDay.h"
 #include "Platform/linux/GioWorkspace.h"
 #include "Platform/linux/LinuxPlatform.h"
 #include "Platform/linux/XdgLoginItem.h"

@@ -1,6 +1,6 @@
 #include "App/MeetingCommands.h"
 
-#include "MeetingTexts/ServiceName.h"
+#include "MeetingTexts/MeetingTexts.h"
 #include "Meetings/LinkToOpen.h"
 #include "Preferences/Preferences.h"
 #include "Scheduling/Scheduler.h"

@@ -1,6 +1,6 @@
 #include "App/NextChange.h"
 
-#include "Calendar/LocalDay.h"
+#include "MeetingTexts/LocalDay.h"
 #include "Preferences/Preferences.h"
 #include "Scheduling/Scheduler.h"
 

@@ -1,15 +1,14 @@
-#include "App/RunApplication.h"
+#include "App/commands/Commands.h"
 
 #include "App/AppDelegate.h"
+#include "App/ApplicationService.h"
 #include "App/CalendarStores.h"
-#include "Calendar/LocalDay.h"
-#include "CommandLine/CommandLineTexts.h"
-#include "CommandLine/Output.h"
+#include "App/RunningInstance.h"
+#include "App/commands/Output.h"
 #include "KeloHotkey/HotKeyServices.h"
+#include "MeetingTexts/LocalDay.h"
 #include "Platform/linux/LinuxPlatform.h"
 #include "Platform/linux/TerminationSignals.h"
-#include "Remote/ApplicationService.h"
-#include "Remote/RunningInstance.h"
 #include "Translations/InstallTranslations.h"
 
 #include <QDeadlineTimer>

@@ -1,6 +1,6 @@
 #include "Calendar/EventKitSource.h"
 
-#include "Calendar/TitleOrder.h"
+#include "MeetingTexts/TitleText.h"
 #include "Meetings/BoundedText.h"
 
 #include <QThread>

@@ -1,6 +1,6 @@
 #include "Calendar/StoreMemory.h"
 
-#include "Calendar/LocalDay.h"
+#include "MeetingTexts/LocalDay.h"
 
 #include <algorithm>
 #include <iterator>

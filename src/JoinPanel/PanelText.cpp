@@ -1,8 +1,7 @@
 #include "JoinPanel/PanelText.h"
 
-#include "Calendar/TitleText.h"
-#include "MeetingTexts/CountdownText.h"
-#include "MeetingTexts/ServiceName.h"
+#include "MeetingTexts/MeetingTexts.h"
+#include "MeetingTexts/TitleText.h"
 
 #include <QCoreApplication>
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "Onboarding/FirstMeetingModel.h"
 
-#include "Calendar/TitleText.h"
-#include "MeetingTexts/ServiceName.h"
+#include "MeetingTexts/MeetingTexts.h"
+#include "MeetingTexts/TitleText.h"
 #include "Scheduling/Scheduler.h"
 
 namespace mivora {

@@ -1,6 +1,6 @@
 #include "Scheduling/MeetingChoice.h"
 
-#include "Calendar/TitleOrder.h"
+#include "MeetingTexts/TitleText.h"
 #include "Scheduling/Decisions.h"
 
 #include <algorithm>

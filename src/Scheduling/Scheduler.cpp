@@ -1,7 +1,7 @@
 #include "Scheduling/Scheduler.h"
 
 #include "Calendar/EventSource.h"
-#include "Calendar/LocalDay.h"
+#include "MeetingTexts/LocalDay.h"
 #include "Preferences/Preferences.h"
 #include "Scheduling/Clock.h"
 #include "Scheduling/MeetingChoice.h"

@@ -1,6 +1,6 @@
 #include "Settings/AccountGroups.h"
 
-#include "Calendar/TitleOrder.h"
+#include "MeetingTexts/TitleText.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "StatusBar/StatusController.h"
 
-#include "MeetingTexts/CountdownText.h"
+#include "MeetingTexts/MeetingTexts.h"
 #include "Preferences/Preferences.h"
 #include "Scheduling/Scheduler.h"
 #include "StatusBar/StatusText.h"

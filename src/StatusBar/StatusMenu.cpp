@@ -1,7 +1,7 @@
 #include "StatusBar/StatusMenu.h"
 
-#include "Calendar/TitleText.h"
-#include "MeetingTexts/ServiceName.h"
+#include "MeetingTexts/MeetingTexts.h"
+#include "MeetingTexts/TitleText.h"
 
 #include <QCoreApplication>
 #include <algorithm>

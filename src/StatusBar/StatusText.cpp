@@ -1,7 +1,7 @@
 #include "StatusBar/StatusText.h"
 
-#include "Calendar/TitleText.h"
-#include "MeetingTexts/CountdownText.h"
+#include "MeetingTexts/MeetingTexts.h"
+#include "MeetingTexts/TitleText.h"
 
 #include <QCoreApplication>
 

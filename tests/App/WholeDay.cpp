@@ -1,7 +1,7 @@
 #include "WholeDay.h"
 
 #include "App/CalendarStores.h"
-#include "Calendar/LocalDay.h"
+#include "MeetingTexts/LocalDay.h"
 #include "Preferences/Settings.h"
 #include "support/AccessibleView.h"
 

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "App/ApplicationService.h"
 #include "Calendar/AccessMemory.h"
 #include "Calendar/CalendarFolder.h"
 #include "FakeSurroundings.h"
 #include "KeloMenuBar/FakeHost.h"
 #include "Platform/linux/JsonDefaultsStore.h"
-#include "Remote/ApplicationService.h"
 #include "support/PrivateBus.h"
 
 #include <functional>

@@ -1,5 +1,5 @@
 #include "../Calendar/FakeEventStore.h"
-#include "Calendar/LocalDay.h"
+#include "MeetingTexts/LocalDay.h"
 #include "WholeDay.h"
 
 #include <gmock/gmock.h>

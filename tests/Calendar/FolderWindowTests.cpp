@@ -1,6 +1,6 @@
 #include "Calendar/CalendarFolder.h"
-#include "Calendar/LocalDay.h"
 #include "Calendar/folder/ChangeBatch.h"
+#include "MeetingTexts/LocalDay.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "StatusBar/ShortTime.h"
+#include "MeetingTexts/MeetingTexts.h"
 
 #include "support/MeetingFactory.h"
 

@@ -1,6 +1,6 @@
 #include "StatusBar/StatusMenu.h"
 
-#include "StatusBar/ShortTime.h"
+#include "MeetingTexts/MeetingTexts.h"
 #include "support/MeetingFactory.h"
 
 #include <gtest/gtest.h>

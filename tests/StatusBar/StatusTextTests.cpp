@@ -1,6 +1,6 @@
 #include "StatusBar/StatusText.h"
 
-#include "MeetingTexts/CountdownText.h"
+#include "MeetingTexts/MeetingTexts.h"
 #include "support/MeetingFactory.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "Calendar/TitleText.h"
+#include "MeetingTexts/TitleText.h"
 
 #include <gtest/gtest.h>
 

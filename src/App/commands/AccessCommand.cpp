@@ -1,8 +1,7 @@
-#include "App/commands/AccessCommand.h"
+#include "App/commands/Commands.h"
 
 #include "App/CalendarSession.h"
-#include "CommandLine/CommandLineTexts.h"
-#include "CommandLine/Output.h"
+#include "App/commands/Output.h"
 
 namespace mivora {
 

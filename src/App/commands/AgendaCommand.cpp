@@ -1,12 +1,11 @@
-#include "App/commands/AgendaCommand.h"
+#include "App/commands/Commands.h"
 
 #include "App/AgendaTable.h"
 #include "App/CalendarSession.h"
+#include "App/RunningInstance.h"
 #include "App/commands/AgendaFollower.h"
-#include "Calendar/LocalDay.h"
-#include "CommandLine/CommandLineTexts.h"
-#include "CommandLine/Output.h"
-#include "Remote/RunningInstance.h"
+#include "App/commands/Output.h"
+#include "MeetingTexts/LocalDay.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

@@ -2,7 +2,6 @@
 
 #include "App/AgendaJson.h"
 #include "App/NextChange.h"
-#include "Remote/AgendaChange.h"
 
 #include <QTimer>
 #include <cmath>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "App/CalendarSession.h"
+#include "App/RunningInstance.h"
 #include "Platform/linux/LinuxSystemEvents.h"
 #include "Platform/linux/RealTimeAlarm.h"
-#include "Remote/RunningInstance.h"
 
 #include <QObject>
 #include <functional>

@@ -1,7 +1,6 @@
-#include "App/commands/DefaultsCommand.h"
+#include "App/commands/Commands.h"
 
-#include "CommandLine/CommandLineTexts.h"
-#include "CommandLine/Output.h"
+#include "App/commands/Output.h"
 #include "Platform/DefaultsStore.h"
 #include "Preferences/Settings.h"
 

@@ -1,9 +1,8 @@
-#include "App/commands/DetectCommand.h"
+#include "App/commands/Commands.h"
 
 #include "App/AgendaJson.h"
-#include "CommandLine/CommandLineTexts.h"
-#include "CommandLine/Output.h"
-#include "MeetingTexts/ServiceName.h"
+#include "App/commands/Output.h"
+#include "MeetingTexts/MeetingTexts.h"
 #include "Meetings/JoinLinkDetector.h"
 
 #include <QJsonDocument>

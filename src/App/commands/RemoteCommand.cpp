@@ -1,8 +1,7 @@
-#include "App/commands/RemoteCommand.h"
+#include "App/commands/Commands.h"
 
-#include "CommandLine/CommandLineTexts.h"
-#include "CommandLine/Output.h"
-#include "Remote/RunningInstance.h"
+#include "App/RunningInstance.h"
+#include "App/commands/Output.h"
 
 #include <QDBusConnection>
 

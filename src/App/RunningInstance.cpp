@@ -1,6 +1,6 @@
-#include "Remote/RunningInstance.h"
+#include "App/RunningInstance.h"
 
-#include "Remote/ApplicationService.h"
+#include "App/ApplicationService.h"
 
 #include <QCoreApplication>
 #include <QDBusConnectionInterface>

@@ -1,4 +1,4 @@
-#include "Calendar/TitleText.h"
+#include "MeetingTexts/TitleText.h"
 
 #include "Meetings/BoundedText.h"
 #include "Platform/SingleLine.h"
@@ -38,6 +38,18 @@ QString trimmedBlanks(QStringView text)
     return text.mid(first - text.begin(), last - first).toString();
 }
 
+bool isAscii(std::string_view text)
+{
+    return std::ranges::all_of(text, [](unsigned char c) { return c < 0x80; });
+}
+
+std::string composed(std::string_view text)
+{
+    return QString::fromUtf8(text.data(), qsizetype(text.size()))
+        .normalized(QString::NormalizationForm_C)
+        .toStdString();
+}
+
 } // namespace
 
 QString titleText(std::string_view title)
@@ -59,6 +71,14 @@ QString shortenedTitle(const QString &title, int width)
     if (width < 2)
         return ellipsis;
     return trimmedBlanks(QStringView(title).left(lengthOfCharacters(title, width - 1))) + ellipsis;
+}
+
+bool titleSortsBefore(std::string_view left, std::string_view right)
+{
+    // UTF-8 sorts by bytes as by scalar values; ASCII is its own composed form.
+    if (isAscii(left) && isAscii(right))
+        return left < right;
+    return composed(left) < composed(right);
 }
 
 } // namespace mivora

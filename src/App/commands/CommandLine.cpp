@@ -1,8 +1,7 @@
-#include "CommandLine/CommandLine.h"
+#include "App/commands/CommandLine.h"
 
-#include "CommandLine/CommandLineTexts.h"
-#include "CommandLine/Output.h"
-#include "CommandLine/Rfc3339.h"
+#include "App/commands/Output.h"
+#include "App/commands/Rfc3339.h"
 
 #include <CLI/CLI.hpp>
 

@@ -3,8 +3,8 @@
 #include <QString>
 #include <string_view>
 
-/// How an event's title is shown. Characters are what a reader takes for one: grapheme clusters (Unicode, UAX
-/// #29).
+/// How an event's title is shown and sorted. Characters are what a reader takes for one: grapheme clusters
+/// (Unicode, UAX #29).
 namespace mivora {
 
 /// The most characters of a title that are handed to a menu, a panel or a bus; more would only slow these
@@ -18,5 +18,9 @@ QString titleText(std::string_view title);
 /// \a title in at most \a width characters: whole where it fits, else cut, trimmed of blanks and tabs, and
 /// ended by "…", which counts.
 QString shortenedTitle(const QString &title, int width);
+
+/// Whether \a left sorts before \a right by Unicode scalar values after canonical composition (NFC). The
+/// order of titles and account names everywhere: plain, case-sensitive, the same in every locale.
+bool titleSortsBefore(std::string_view left, std::string_view right);
 
 } // namespace mivora

@@ -1,4 +1,4 @@
-#include "CommandLine/Output.h"
+#include "App/commands/Output.h"
 
 #include <cerrno>
 #include <cstdio>

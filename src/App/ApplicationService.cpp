@@ -1,7 +1,7 @@
-#include "Remote/ApplicationService.h"
+#include "App/ApplicationService.h"
 
+#include "App/AgendaJson.h"
 #include "Platform/SystemLog.h"
-#include "Remote/AgendaChange.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnectionInterface>

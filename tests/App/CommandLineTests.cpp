@@ -1,4 +1,4 @@
-#include "CommandLine/CommandLine.h"
+#include "App/commands/CommandLine.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "CommandLine/Rfc3339.h"
+#include "App/commands/Rfc3339.h"
 
 #include <QDateTime>
 #include <QRegularExpression>

@@ -1,5 +1,6 @@
-#include "MeetingTexts/CountdownText.h"
+#include "MeetingTexts/MeetingTexts.h"
 
+#include "MeetingTexts/LocalDay.h"
 #include "Meetings/Countdown.h"
 
 #include <QCoreApplication>
@@ -36,6 +37,23 @@ QString shortCountdownText(Seconds left)
     return time.hours == 0
                ? CountdownTexts::tr("%1m", "in a small icon").arg(time.minutes)
                : CountdownTexts::tr("%1h", "in a small icon").arg(time.hours + (time.minutes >= 30 ? 1 : 0));
+}
+
+QString serviceName(Service service)
+{
+    if (service == Service::other)
+        return QCoreApplication::translate("Service", "Link", "a meeting's link to a service without a name");
+    const std::string_view name = displayName(service);
+    return QString::fromUtf8(name.data(), qsizetype(name.size()));
+}
+
+QString shortTime(Timestamp time, const QTimeZone &zone, const QLocale &locale)
+{
+    QString format = locale.timeFormat(QLocale::ShortFormat);
+    // The C locale alone has seconds in its short form.
+    if (format.contains(QLatin1String("ss")))
+        format = QStringLiteral("HH:mm");
+    return locale.toString(localTime(time, zone).time(), format);
 }
 
 } // namespace mivora

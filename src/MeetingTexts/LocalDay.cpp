@@ -1,4 +1,4 @@
-#include "Calendar/LocalDay.h"
+#include "MeetingTexts/LocalDay.h"
 
 #include <cmath>
 

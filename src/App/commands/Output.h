@@ -3,10 +3,18 @@
 #include "Platform/SingleLine.h"
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <string>
 #include <string_view>
 
 namespace mivora {
+
+/// The context, for translators, of what the command line says. Texts are translated only while there is an
+/// application object.
+struct CommandLineTexts
+{
+    Q_DECLARE_TR_FUNCTIONS(CommandLine)
+};
 
 /// Writes \a text to standard output at once. When that can't be done the program ends: quietly where the
 /// reader is gone, else with the reason.

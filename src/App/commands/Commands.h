@@ -1,0 +1,29 @@
+#pragma once
+
+#include "App/commands/CommandLine.h"
+
+/// What the program does for each request of the command line. Every function returns the exit status.
+namespace mivora {
+
+class DefaultsStore;
+
+/// Starts the application in the tray and runs it until it quits; where one runs already, brings up its
+/// settings instead.
+int runApplication(int &argc, char **argv, StartedBy startedBy);
+
+/// `mivora agenda`: prints the day, once or whenever it changes.
+int runAgenda(const AgendaRequest &request);
+
+/// `mivora detect`: prints the join link of the given texts.
+int runDetect(const DetectRequest &request);
+
+/// `mivora join` and its like: has the running program do it.
+int runRemote(const RemoteRequest &request);
+
+/// `mivora defaults`: shows and changes the settings in \a store.
+int runDefaults(const DefaultsRequest &request, DefaultsStore &store);
+
+/// `mivora access`: shows, gives or takes back the permission to read calendars.
+int runAccess(const AccessRequest &request);
+
+} // namespace mivora

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Meetings/Service.h"
+#include "Meetings/Timestamp.h"
+
+#include <QLocale>
+#include <QString>
+#include <QTimeZone>
+
+/// What is said about a meeting's time and service, in the user's language.
+namespace mivora {
+
+/// The time left until something that is \a left away: "now" below a minute, else minutes rounded up, as in
+/// "2m", "1h" or "1h 5m".
+QString countdownText(Seconds left);
+
+/// The same where there is room for three or four characters: "now", "2m", and from an hour on the nearer
+/// hour.
+QString shortCountdownText(Seconds left);
+
+/// The name of \a service. Services are called what their makers call them: only "Link", which stands for any
+/// other one, is translated.
+QString serviceName(Service service);
+
+/// The time of day that clocks in \a zone show at \a time, without date and seconds, as \a locale writes it:
+/// "9:05 AM", "09:05". Pass QLocale::system() for the user's own way, LC_TIME included.
+QString shortTime(Timestamp time, const QTimeZone &zone, const QLocale &locale);
+
+} // namespace mivora
