@@ -81,25 +81,27 @@ QJsonArray meetingsJson(const std::vector<Meeting> &meetings, const AgendaContex
 
 QJsonObject statusItemJson(const AgendaContext &context)
 {
-    const StatusItemState state =
-        statusItemState(context.scheduler.next(), {context.prefs.showTitle(), context.prefs.titleWidth()},
-                        context.source.authorization(), context.now);
-    return {{QStringLiteral("title"), state.title},
-            {QStringLiteral("urgent"), state.urgent},
-            {QStringLiteral("icon"), state.icon},
-            {QStringLiteral("toolTip"), textOrNull(state.toolTip)}};
+    const StatusText text =
+        statusText(context.scheduler.next(), {context.prefs.showTitle(), context.prefs.titleWidth()},
+                   context.source.authorization(), context.now);
+    return {{QStringLiteral("title"), text.title},
+            {QStringLiteral("urgent"), text.urgent},
+            {QStringLiteral("icon"), text.icon},
+            {QStringLiteral("toolTip"), textOrNull(text.toolTip)}};
 }
 
 QJsonArray menuJson(const AgendaContext &context)
 {
     QJsonArray json;
-    for (const MenuEntry &entry : menuEntries(context)) {
-        if (entry.separator)
+    kelo::Menu menu;
+    fillStatusMenu(menu, menuContents(context), {});
+    for (const kelo::ClosureMenuItem &item : menu.items()) {
+        if (item.isSeparator)
             json.append(QJsonObject{{QStringLiteral("separator"), true}});
         else
-            json.append(QJsonObject{{QStringLiteral("title"), entry.title},
-                                    {QStringLiteral("enabled"), entry.enabled},
-                                    {QStringLiteral("keyEquivalent"), entry.keyEquivalent}});
+            json.append(QJsonObject{{QStringLiteral("title"), item.title},
+                                    {QStringLiteral("enabled"), item.isEnabled},
+                                    {QStringLiteral("keyEquivalent"), item.keyEquivalent}});
     }
     return json;
 }
@@ -124,20 +126,17 @@ QJsonObject joinLinkJson(const JoinLink &link)
             {QStringLiteral("nativeURL"), urlOrNull(link.nativeURL)}};
 }
 
-std::vector<MenuEntry> menuEntries(const AgendaContext &context)
+MenuContents menuContents(const AgendaContext &context)
 {
-    const auto calendars = context.source.calendars();
-    return statusMenu({.authorization = context.source.authorization(),
-                       .today = context.scheduler.todaysMeetings(),
-                       .tomorrow = context.scheduler.tomorrowsMeetings(),
-                       .now = context.now,
-                       .calendars = calendars,
-                       .disabledCalendarIDs = context.prefs.disabledCalendarIDs(),
-                       .joinHotKey = context.joinHotKey,
-                       .canCheckForUpdates = context.canCheckForUpdates,
-                       .formatTime = [zone = context.zone](Timestamp time) {
-                           return shortTime(time, zone, QLocale::system());
-                       }});
+    return {.authorization = context.source.authorization(),
+            .today = context.scheduler.todaysMeetings(),
+            .tomorrow = context.scheduler.tomorrowsMeetings(),
+            .now = context.now,
+            .calendars = context.source.calendars(),
+            .disabledCalendarIDs = context.prefs.disabledCalendarIDs(),
+            .joinHotKey = context.joinHotKey,
+            .canCheckForUpdates = context.canCheckForUpdates,
+            .zone = context.zone};
 }
 
 QJsonObject agendaJson(const AgendaContext &context)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Calendar/EventSource.h"
-#include "Meetings/LinkToOpen.h"
+#include "Meetings/JoinLink.h"
 #include "StatusBar/StatusMenu.h"
 #include "StatusBar/StatusText.h"
 
@@ -30,8 +30,8 @@ struct AgendaContext
 /// {"service", "webURL", "nativeURL"}
 QJsonObject joinLinkJson(const JoinLink &link);
 
-/// The menu that the status item shows in \a context.
-std::vector<MenuEntry> menuEntries(const AgendaContext &context);
+/// What the status item's menu is made from in \a context.
+MenuContents menuContents(const AgendaContext &context);
 
 /// The public JSON form of the program's state; docs/agenda-json.md describes it.
 QJsonObject agendaJson(const AgendaContext &context);

@@ -12,6 +12,7 @@
 #include <QTextBoundaryFinder>
 #include <algorithm>
 #include <cstdlib>
+#include <cwchar>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -57,21 +58,12 @@ private:
     QString m_text;
 };
 
-/// Terminals draw East Asian and emoji characters two columns wide (Unicode Standard Annex 11, roughly).
+/// The columns that a terminal draws \a text in. Qt has seen to a locale of UTF-8.
 int columns(const QString &text)
 {
     int width = 0;
-    for (const char32_t c : text.toUcs4()) {
-        const auto category = QChar::category(c);
-        if (category == QChar::Mark_NonSpacing || category == QChar::Mark_Enclosing ||
-            category == QChar::Other_Format)
-            continue;
-        const bool wide = (c >= 0x1100 && c <= 0x115F) || (c >= 0x2E80 && c <= 0xA4CF) ||
-                          (c >= 0xAC00 && c <= 0xD7A3) || (c >= 0xF900 && c <= 0xFAFF) ||
-                          (c >= 0xFE30 && c <= 0xFE6F) || (c >= 0xFF00 && c <= 0xFF60) ||
-                          (c >= 0x1F300 && c <= 0x1FAFF) || (c >= 0x20000 && c <= 0x3FFFD);
-        width += wide ? 2 : 1;
-    }
+    for (const char32_t c : text.toUcs4())
+        width += std::max(0, wcwidth(wchar_t(c)));
     return width;
 }
 

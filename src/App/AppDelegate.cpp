@@ -4,7 +4,6 @@
 #include "App/ConflictAlert.h"
 #include "App/HotKeyRegistration.h"
 #include "App/MakeUpdater.h"
-#include "App/StatusMenuBuilder.h"
 #include "KeloHotkey/HotKeyService.h"
 #include "KeloMenuBar/MainMenu.h"
 #include "MeetingTexts/LocalDay.h"
@@ -17,7 +16,6 @@
 #include "Settings/SettingsWindowController.h"
 
 #include <QCoreApplication>
-#include <QJsonDocument>
 #include <QLocale>
 #include <algorithm>
 #include <array>
@@ -91,7 +89,7 @@ void AppDelegate::makeStatus()
 void AppDelegate::makeOnboarding()
 {
     m_onboarding = std::make_unique<OnboardingFlow>(
-        m_views, m_prefs, m_source, *m_scheduler, [this](const QString &link) { openSystemSettings(link); },
+        m_views, m_prefs, m_source, *m_scheduler, [this](const QString &link) { openLink(link); },
         [this](Timestamp time) { return shortTime(time, m_scheduler->timeZone(), QLocale::system()); });
 }
 
@@ -142,14 +140,14 @@ bool AppDelegate::openSettings(std::optional<SettingsPage> page)
         const SettingsActions actions{
             .registerHotKey =
                 [this](const kelo::HotKeyCombo &combo) { return m_hotKey->tryToRegister(combo); },
-            .openSystemSettings = [this](const QString &link) { openSystemSettings(link); }};
+            .openSystemSettings = [this](const QString &link) { openLink(link); }};
         m_settingsWindow =
             std::make_unique<SettingsWindowController>(m_prefs, m_source, m_parts.hotKeys, m_views, actions);
     }
     return m_settingsWindow->show(page);
 }
 
-void AppDelegate::openSystemSettings(const QString &link)
+void AppDelegate::openLink(const QString &link)
 {
     m_parts.workspace.open(link, [](bool) {});
 }
@@ -179,42 +177,16 @@ void AppDelegate::showRefreshed()
 
 void AppDelegate::buildMenu(kelo::Menu &menu)
 {
-    fillMenu(menu, menuEntries(agendaContext()),
-             {.joinMeeting = [this](const Meeting &meeting) { m_commands->join(meeting); },
-              .perform = [this](MenuCommand command) { performMenuCommand(command); }});
-}
-
-void AppDelegate::performMenuCommand(MenuCommand command)
-{
-    switch (command) {
-    case MenuCommand::none:
-    case MenuCommand::joinMeeting:
-        break;
-    case MenuCommand::checkForUpdates:
-        m_updater->checkForUpdates();
-        break;
-    case MenuCommand::allowCalendarAccess:
-        m_onboarding->show(FirstRunStep::calendar);
-        break;
-    case MenuCommand::openCalendarPrivacy:
-        openSystemSettings(QLatin1String(calendarPrivacyLink));
-        break;
-    case MenuCommand::openCalendarSettings:
-        openSettings(SettingsPage::calendars);
-        break;
-    case MenuCommand::openSettings:
-        openSettings(std::nullopt);
-        break;
-    case MenuCommand::joinNextMeeting:
-        m_commands->joinNext();
-        break;
-    case MenuCommand::openMakerPage:
-        m_parts.workspace.open(QStringLiteral(MIVORA_MAKER_PAGE), [](bool) {});
-        break;
-    case MenuCommand::quit:
-        QCoreApplication::quit();
-        break;
-    }
+    fillStatusMenu(menu, menuContents(agendaContext()),
+                   {.join = [this](const Meeting &meeting) { m_commands->join(meeting); },
+                    .joinNext = [this] { m_commands->joinNext(); },
+                    .allowCalendarAccess = [this] { m_onboarding->show(FirstRunStep::calendar); },
+                    .openCalendarPrivacy = [this] { openLink(QLatin1String(calendarPrivacyLink)); },
+                    .openCalendarSettings = [this] { openSettings(SettingsPage::calendars); },
+                    .openSettings = [this] { openSettings(std::nullopt); },
+                    .checkForUpdates = [this] { m_updater->checkForUpdates(); },
+                    .openMakerPage = [this] { openLink(QStringLiteral(MIVORA_MAKER_PAGE)); },
+                    .quit = [] { QCoreApplication::quit(); }});
 }
 
 void AppDelegate::reopen()
@@ -293,9 +265,9 @@ std::optional<QString> AppDelegate::performOnPanel(void (Scheduler::*decision)(c
     return std::nullopt;
 }
 
-QByteArray AppDelegate::agenda() const
+QJsonObject AppDelegate::agenda() const
 {
-    return QJsonDocument(agendaJson(agendaContext())).toJson(QJsonDocument::Compact);
+    return agendaJson(agendaContext());
 }
 
 AgendaContext AppDelegate::agendaContext() const

@@ -13,7 +13,6 @@
 #include "Scheduling/Scheduler.h"
 #include "Settings/SettingsPage.h"
 #include "StatusBar/StatusController.h"
-#include "StatusBar/StatusMenu.h"
 
 #include <QDBusConnection>
 #include <QDeadlineTimer>
@@ -85,7 +84,7 @@ public:
     void perform(const BusCommand &command);
 
     /// The agenda in its public JSON form.
-    QByteArray agenda() const;
+    QJsonObject agenda() const;
 
 Q_SIGNALS:
     /// After every refresh.
@@ -101,9 +100,8 @@ private:
     void performWaiting();
     void tellUnsavedSettings(const QString &reason);
     bool openSettings(std::optional<SettingsPage> page);
-    void openSystemSettings(const QString &link);
+    void openLink(const QString &link);
     void buildMenu(kelo::Menu &menu);
-    void performMenuCommand(MenuCommand command);
     void panelRequestChanged(const std::optional<Meeting> &meeting);
     void showRefreshed();
     void timeZoneChanged();

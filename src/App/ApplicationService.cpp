@@ -6,11 +6,19 @@
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include <QDBusServiceWatcher>
 #include <QJsonDocument>
 
 namespace mivora {
+
+namespace {
+
+QString textOf(const QJsonObject &agenda)
+{
+    return QString::fromUtf8(QJsonDocument(agenda).toJson(QJsonDocument::Compact));
+}
+
+} // namespace
 
 /// org.freedesktop.Application, as the Desktop Entry Specification describes it.
 class ApplicationAdaptor final : public QDBusAbstractAdaptor
@@ -52,7 +60,7 @@ public:
 
 public Q_SLOTS:
 
-    QString Agenda(const QDBusMessage &call) { return m_service->followedAgenda(call.service()); }
+    QString Agenda() { return m_service->followedAgenda(); }
 
 Q_SIGNALS:
     void AgendaChanged(const QString &agenda);
@@ -64,9 +72,6 @@ private:
 ApplicationService::ApplicationService(QDBusConnection bus, ApplicationActions actions, QObject *parent)
     : QObject(parent), m_bus(std::move(bus)), m_actions(std::move(actions))
 {
-    m_followers.setConnection(m_bus);
-    m_followers.setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
-    connect(&m_followers, &QDBusServiceWatcher::serviceUnregistered, this, &ApplicationService::forget);
     new ApplicationAdaptor(this);
     m_agenda = new AgendaAdaptor(this);
     if (!m_bus.isConnected()) {
@@ -119,50 +124,24 @@ void ApplicationService::perform(const QString &action, const QString &argument,
     m_actions.perform({action, argument, caller, answer});
 }
 
-QString ApplicationService::followedAgenda(const QString &follower)
+QString ApplicationService::followedAgenda()
 {
-    const QByteArray agenda = m_actions.agenda();
-    const QStringList known = m_followers.watchedServices();
-    if (known.isEmpty())
+    const QJsonObject agenda = m_actions.agenda();
+    // The others have yet to be told of what is new in it.
+    if (m_announced.isEmpty())
         m_announced = agenda;
-    if (!known.contains(follower)) {
-        m_followers.addWatchedService(follower);
-        forgetIfGone(follower);
-    }
-    return QString::fromUtf8(agenda);
-}
-
-// One that left before it was watched is not told of.
-void ApplicationService::forgetIfGone(const QString &follower)
-{
-    const QString bus = QStringLiteral("org.freedesktop.DBus");
-    auto call = QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus,
-                                               QStringLiteral("NameHasOwner"));
-    call << follower;
-    auto *pending = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending, follower] {
-        const QDBusPendingReply<bool> isThere = *pending;
-        if (isThere.isValid() && !isThere.value())
-            forget(follower);
-        pending->deleteLater();
-    });
-}
-
-void ApplicationService::forget(const QString &follower)
-{
-    m_followers.removeWatchedService(follower);
+    return textOf(agenda);
 }
 
 void ApplicationService::announceAgenda()
 {
-    if (m_followers.watchedServices().isEmpty())
+    if (m_announced.isEmpty())
         return;
-    const QByteArray agenda = m_actions.agenda();
-    const QJsonObject before = QJsonDocument::fromJson(m_announced).object();
-    if (!m_announced.isEmpty() && !showsChange(before, QJsonDocument::fromJson(agenda).object()))
+    QJsonObject agenda = m_actions.agenda();
+    if (!showsChange(m_announced, agenda))
         return;
-    m_announced = agenda;
-    Q_EMIT m_agenda->AgendaChanged(QString::fromUtf8(agenda));
+    m_announced = std::move(agenda);
+    Q_EMIT m_agenda->AgendaChanged(textOf(m_announced));
 }
 
 } // namespace mivora

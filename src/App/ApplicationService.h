@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QDBusConnection>
-#include <QDBusServiceWatcher>
+#include <QJsonObject>
 #include <QObject>
 #include <QPointer>
 #include <QVariantList>
@@ -46,7 +46,7 @@ struct ApplicationActions
     /// The program was started again: bring its settings up.
     std::function<void()> activate;
     /// The agenda as `mivora agenda --json` prints it.
-    std::function<QByteArray()> agenda;
+    std::function<QJsonObject()> agenda;
 };
 
 class AgendaAdaptor;
@@ -63,7 +63,7 @@ public:
     ~ApplicationService() override;
 
     /// Tells listeners when the agenda is another one than at the last call; the time alone doesn't
-    /// count. Nothing is made or sent unless one of those on the bus has asked for the agenda.
+    /// count. Nothing is made or sent until somebody on the bus has asked for the agenda.
     void announceAgenda();
 
 private Q_SLOTS:
@@ -74,16 +74,13 @@ private:
     friend class AgendaAdaptor;
 
     void perform(const QString &action, const QString &argument, const QDBusMessage &call);
-    QString followedAgenda(const QString &follower);
-    void forgetIfGone(const QString &follower);
-    void forget(const QString &follower);
+    QString followedAgenda();
 
     QDBusConnection m_bus;
     ApplicationActions m_actions;
     AgendaAdaptor *m_agenda = nullptr;
-    QByteArray m_announced;
-    /// The unique names of those that asked, as long as they are on the bus.
-    QDBusServiceWatcher m_followers;
+    /// What those that asked know; empty while nobody has.
+    QJsonObject m_announced;
 };
 
 } // namespace mivora

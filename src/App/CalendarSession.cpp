@@ -14,44 +14,31 @@ namespace mivora {
 
 namespace {
 
-/// Shows one time, always.
-class StandingClock final : public Clock
+/// Begins at a time, and stands there or goes on.
+class SessionClock final : public Clock
 {
 public:
-    explicit StandingClock(Timestamp time) : m_time(time) {}
+    explicit SessionClock(const SessionOptions &options)
+        : m_begun(SystemClock().now()), m_start(options.at.value_or(m_begun)), m_time(options.time)
+    {
+    }
 
-    Timestamp now() const override { return m_time; }
-
-private:
-    Timestamp m_time;
-};
-
-/// Begins at a time and goes on from there.
-class PassingClock final : public Clock
-{
-public:
-    explicit PassingClock(Timestamp start) : m_ahead(start - SystemClock().now()) {}
-
-    Timestamp now() const override { return SystemClock().now() + m_ahead; }
+    Timestamp now() const override
+    {
+        return m_time == SessionOptions::Time::stands ? m_start : m_start + (SystemClock().now() - m_begun);
+    }
 
 private:
-    Seconds m_ahead;
+    Timestamp m_begun;
+    Timestamp m_start;
+    SessionOptions::Time m_time;
 };
-
-std::unique_ptr<Clock> clockFor(const SessionOptions &options)
-{
-    if (!options.at && options.time == SessionOptions::Time::passes)
-        return std::make_unique<SystemClock>();
-    const Timestamp start = options.at.value_or(SystemClock().now());
-    if (options.time == SessionOptions::Time::passes)
-        return std::make_unique<PassingClock>(start);
-    return std::make_unique<StandingClock>(start);
-}
 
 } // namespace
 
 CalendarSession::CalendarSession(const SessionOptions &options)
-    : m_zone(userTimeZone()), m_clock(clockFor(options)), m_defaults(makeLinuxDefaultsStore()),
+    : m_zone(userTimeZone()), m_clock(std::make_unique<SessionClock>(options)),
+      m_defaults(makeLinuxDefaultsStore()),
       m_loginItem(std::make_unique<XdgLoginItem>(XdgLoginItem::Places::ofThisProcess())),
       m_workspace(std::make_unique<GioWorkspace>()), m_installed(*m_workspace),
       m_prefs(std::make_unique<Preferences>(*m_defaults, *m_loginItem)),

@@ -1,7 +1,7 @@
 #include "App/MeetingCommands.h"
 
 #include "MeetingTexts/MeetingTexts.h"
-#include "Meetings/LinkToOpen.h"
+#include "Meetings/JoinLink.h"
 #include "Preferences/Preferences.h"
 #include "Scheduling/Scheduler.h"
 

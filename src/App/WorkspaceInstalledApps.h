@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Meetings/LinkToOpen.h"
+#include "Meetings/JoinLink.h"
 #include "Platform/Workspace.h"
 
 namespace mivora {

@@ -35,9 +35,7 @@ JoinNotification::JoinNotification(const JoinPanelModel &model, const QDBusConne
         m_isVisible = false;
         Q_EMIT failed();
     });
-    for (const auto changed : {&JoinPanelModel::titleChanged, &JoinPanelModel::timeTextChanged,
-                               &JoinPanelModel::serviceNameChanged})
-        connect(&model, changed, &m_update, qOverload<>(&QTimer::start));
+    connect(&model, &JoinPanelModel::changed, &m_update, qOverload<>(&QTimer::start));
     m_update.setSingleShot(true);
     connect(&m_update, &QTimer::timeout, this, &JoinNotification::update);
 }

@@ -26,19 +26,13 @@ void JoinPanelModel::dismiss() const
 
 void JoinPanelModel::setMeeting(const std::optional<Meeting> &meeting)
 {
-    if (m_meeting == meeting)
-        return;
     m_meeting = meeting;
-    Q_EMIT meetingChanged();
     updateText();
 }
 
 void JoinPanelModel::setNow(Timestamp now)
 {
-    if (m_now == now)
-        return;
     m_now = now;
-    Q_EMIT nowChanged();
     updateText();
 }
 
@@ -49,17 +43,11 @@ QString JoinPanelModel::accentColor() const
 
 void JoinPanelModel::updateText()
 {
-    // All is new before anything is announced: a slot that reads two properties sees them fit together.
-    const PanelText old = std::exchange(m_text, panelText(m_meeting, m_now));
-    const auto announce = [&](auto PanelText::*field, void (JoinPanelModel::*changed)()) {
-        if (old.*field != m_text.*field)
-            Q_EMIT(this->*changed)();
-    };
-    announce(&PanelText::title, &JoinPanelModel::titleChanged);
-    announce(&PanelText::timeText, &JoinPanelModel::timeTextChanged);
-    announce(&PanelText::hasStarted, &JoinPanelModel::hasStartedChanged);
-    announce(&PanelText::serviceName, &JoinPanelModel::serviceNameChanged);
-    announce(&PanelText::accentColor, &JoinPanelModel::accentColorChanged);
+    PanelText text = panelText(m_meeting, m_now);
+    if (text == m_text)
+        return;
+    m_text = std::move(text);
+    Q_EMIT changed();
 }
 
 } // namespace mivora

@@ -9,16 +9,17 @@ namespace mivora {
 
 /// The state of the Join panel that its view shows: a meeting, the time, and what is said about the two.
 ///
-/// Every property announces a real change alone, so that a panel on which nothing changes is not drawn again.
+/// Only what is read otherwise than before is announced, so that a panel on which nothing changes is not
+/// drawn again.
 class JoinPanelModel final : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(QString title READ title NOTIFY titleChanged)
-    Q_PROPERTY(QString timeText READ timeText NOTIFY timeTextChanged)
-    Q_PROPERTY(bool hasStarted READ hasStarted NOTIFY hasStartedChanged)
-    Q_PROPERTY(bool hasLink READ hasLink NOTIFY serviceNameChanged)
-    Q_PROPERTY(QString serviceName READ serviceName NOTIFY serviceNameChanged)
-    Q_PROPERTY(QString accentColor READ accentColor NOTIFY accentColorChanged)
+    Q_PROPERTY(QString title READ title NOTIFY changed)
+    Q_PROPERTY(QString timeText READ timeText NOTIFY changed)
+    Q_PROPERTY(bool hasStarted READ hasStarted NOTIFY changed)
+    Q_PROPERTY(bool hasLink READ hasLink NOTIFY changed)
+    Q_PROPERTY(QString serviceName READ serviceName NOTIFY changed)
+    Q_PROPERTY(QString accentColor READ accentColor NOTIFY changed)
 
 public:
     /// Has no meeting at first.
@@ -58,13 +59,8 @@ public:
     std::function<void()> onDismiss;
 
 Q_SIGNALS:
-    void meetingChanged();
-    void nowChanged();
-    void titleChanged();
-    void timeTextChanged();
-    void hasStartedChanged();
-    void serviceNameChanged();
-    void accentColorChanged();
+    /// One of the properties changed.
+    void changed();
 
 private:
     void updateText();

@@ -25,4 +25,12 @@ Countdown countdown(Seconds left)
     return {minutes / minutesPerHour, minutes % minutesPerHour};
 }
 
+Seconds untilNextMinute(Seconds left)
+{
+    // At the whole minute itself the old number still holds.
+    constexpr double margin = 0.001;
+    const double rest = std::fmod(left.count() + margin, secondsPerMinute);
+    return Seconds(rest > 0 ? rest : rest + secondsPerMinute);
+}
+
 } // namespace mivora

@@ -4,6 +4,7 @@
 #include "Meetings/Url.h"
 
 #include <optional>
+#include <set>
 
 namespace mivora {
 
@@ -18,5 +19,19 @@ struct JoinLink
 
     friend bool operator==(const JoinLink &, const JoinLink &) = default;
 };
+
+/// Tells whether the app of a service is installed.
+class InstalledApps
+{
+public:
+    virtual ~InstalledApps() = default;
+
+    virtual bool isInstalled(Service service) const = 0;
+};
+
+/// The link that Join opens: the app's where there is one, it is installed, and the user has not asked for
+/// the browser; else the web link. \a installed is only asked when its answer matters.
+const Url &linkToOpen(const JoinLink &link, const std::set<Service> &browserServices,
+                      const InstalledApps &installed);
 
 } // namespace mivora

@@ -2,77 +2,17 @@
 
 #include "Meetings/WhiteSpace.h"
 
-#include <algorithm>
 #include <array>
-#include <experimental/simd>
+#include <cstring>
 
-// Notes are mostly text without links, and now and then a megabyte of it. The search for the scheme therefore
-// compares many bytes at once, and only a rare pair of the scheme's bytes; the rest of a link is read byte by
-// byte through a table. Every byte is looked at a bounded number of times, whatever the text holds.
+// Notes are mostly text without links, and now and then a megabyte of it: memmem looks for the scheme there,
+// and only the rest of a link is read byte by byte, through a table. Every byte is looked at a bounded number
+// of times, whatever the text holds.
 namespace mivora {
 
 namespace {
 
-namespace simd = std::experimental;
-
-using Bytes = simd::native_simd<char>;
-
 constexpr std::string_view opening = "https://";
-constexpr std::size_t colonInOpening = opening.find(':');
-constexpr std::size_t slashAfterColon = 2;
-constexpr std::size_t stride = 4 * Bytes::size();
-
-/// Where \a text may have the colon of an opening: a colon with a slash as the second byte after it. That
-/// pair is rare in notes, and even among things that nearly are links.
-Bytes::mask_type colonsOfOpenings(const char *text)
-{
-    return Bytes(text, simd::element_aligned) == ':' &&
-           Bytes(text + slashAfterColon, simd::element_aligned) == '/';
-}
-
-bool anyColonInStride(const char *text)
-{
-    constexpr std::size_t size = Bytes::size();
-    return any_of((colonsOfOpenings(text) || colonsOfOpenings(text + size)) ||
-                  (colonsOfOpenings(text + 2 * size) || colonsOfOpenings(text + 3 * size)));
-}
-
-/// Whether colons can be looked for in the \a length bytes of \a text from \a at on.
-bool hasRoom(std::string_view text, std::size_t at, std::size_t length)
-{
-    return text.size() - at >= length + slashAfterColon;
-}
-
-/// The position of the opening that begins at or after \a from and whose colon is the first among the bytes
-/// from \a at on, or npos.
-std::size_t openingWithColonIn(std::string_view text, std::size_t at, std::size_t from)
-{
-    for (auto colons = colonsOfOpenings(text.data() + at); any_of(colons);) {
-        const auto first = find_first_set(colons);
-        const std::size_t colon = at + std::size_t(first);
-        if (colon >= from + colonInOpening && text.substr(colon - colonInOpening).starts_with(opening))
-            return colon - colonInOpening;
-        colons[first] = false;
-    }
-    return std::string_view::npos;
-}
-
-/// The position of the first opening that lies in \a text at or after \a from, or npos.
-std::size_t findOpening(std::string_view text, std::size_t from)
-{
-    std::size_t at = from;
-    while (true) {
-        while (hasRoom(text, at, stride) && !anyColonInStride(text.data() + at))
-            at += stride;
-        if (!hasRoom(text, at, Bytes::size()))
-            break;
-        if (const std::size_t begin = openingWithColonIn(text, at, from); begin != std::string_view::npos)
-            return begin;
-        at += Bytes::size();
-    }
-    // The rest is too short for many bytes at a time; an opening with its colon there may begin before it.
-    return text.find(opening, at - std::min(colonInOpening, at - from));
-}
 
 enum class Byte : unsigned char { inLink, endsLink, mayBeginWhiteSpace };
 
@@ -105,16 +45,17 @@ std::size_t findEnd(std::string_view text, std::size_t from)
 
 std::optional<std::string_view> LinkScanner::next()
 {
-    while (m_position < m_text.size()) {
-        const std::size_t begin = findOpening(m_text, m_position);
-        if (begin == std::string_view::npos)
+    while (!m_rest.empty()) {
+        const void *found = memmem(m_rest.data(), m_rest.size(), opening.data(), opening.size());
+        if (!found)
             break;
-        const std::size_t body = begin + opening.size();
-        m_position = findEnd(m_text, body);
-        if (m_position > body)
-            return m_text.substr(begin, m_position - begin);
+        m_rest.remove_prefix(std::size_t(static_cast<const char *>(found) - m_rest.data()));
+        const std::string_view link = m_rest.substr(0, findEnd(m_rest, opening.size()));
+        m_rest.remove_prefix(link.size());
+        if (link.size() > opening.size())
+            return link;
     }
-    m_position = m_text.size();
+    m_rest = {};
     return std::nullopt;
 }
 

@@ -15,14 +15,13 @@ class LinkScanner
 {
 public:
     /// Scans \a text, which must outlive the scanner.
-    explicit LinkScanner(std::string_view text) : m_text(text) {}
+    explicit LinkScanner(std::string_view text) : m_rest(text) {}
 
     /// The next match, or nothing at the end of the text.
     std::optional<std::string_view> next();
 
 private:
-    std::string_view m_text;
-    std::size_t m_position = 0;
+    std::string_view m_rest;
 };
 
 } // namespace mivora

@@ -9,7 +9,7 @@ namespace mivora {
 FirstMeetingModel::FirstMeetingModel(const Scheduler &scheduler, TimeFormat formatTime, QObject *parent)
     : QObject(parent), m_scheduler(scheduler), m_formatTime(std::move(formatTime))
 {
-    connect(&scheduler, &Scheduler::nextChanged, this, &FirstMeetingModel::changed);
+    connect(&scheduler, &Scheduler::changed, this, &FirstMeetingModel::changed);
 }
 
 bool FirstMeetingModel::hasMeeting() const

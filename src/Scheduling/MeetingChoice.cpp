@@ -1,7 +1,6 @@
 #include "Scheduling/MeetingChoice.h"
 
 #include "MeetingTexts/TitleText.h"
-#include "Scheduling/Decisions.h"
 
 #include <algorithm>
 
@@ -41,6 +40,24 @@ std::optional<Meeting> choose(const std::vector<Meeting> &meetings, IsCandidate 
 }
 
 } // namespace
+
+bool Decisions::allowPanel(const std::string &meetingID, Timestamp now) const
+{
+    if (dismissed.contains(meetingID) || joined.contains(meetingID))
+        return false;
+    const auto snooze = snoozedUntil.find(meetingID);
+    return snooze == snoozedUntil.end() || now >= snooze->second;
+}
+
+void Decisions::keepOnly(const std::vector<Meeting> &meetings)
+{
+    const auto isGone = [&](const std::string &id) {
+        return std::ranges::find(meetings, id, &Meeting::id) == meetings.end();
+    };
+    std::erase_if(snoozedUntil, [&](const auto &entry) { return isGone(entry.first); });
+    std::erase_if(dismissed, isGone);
+    std::erase_if(joined, isGone);
+}
 
 std::vector<Meeting> relevantMeetings(std::vector<Meeting> meetings, Timestamp now)
 {

@@ -2,13 +2,29 @@
 
 #include "Meetings/Meeting.h"
 
+#include <map>
 #include <optional>
+#include <set>
+#include <string>
 #include <vector>
 
 /// Which meetings of a day count, which one is next, and which one gets the panel. Pure functions.
 namespace mivora {
 
-struct Decisions;
+/// What the user decided about single meetings, by Meeting::id. Lives in memory only.
+struct Decisions
+{
+    /// The panel of the meeting stays hidden until then.
+    std::map<std::string, Timestamp> snoozedUntil;
+    std::set<std::string> dismissed;
+    std::set<std::string> joined;
+
+    /// Whether none of them hides the panel of the meeting at \a now.
+    bool allowPanel(const std::string &meetingID, Timestamp now) const;
+
+    /// Forgets all decisions about other meetings than these.
+    void keepOnly(const std::vector<Meeting> &meetings);
+};
 
 /// When a meeting is due for the panel.
 struct PanelRules

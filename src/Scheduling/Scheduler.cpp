@@ -4,9 +4,9 @@
 #include "MeetingTexts/LocalDay.h"
 #include "Preferences/Preferences.h"
 #include "Scheduling/Clock.h"
-#include "Scheduling/MeetingChoice.h"
 
 #include <QScopedValueRollback>
+#include <algorithm>
 
 // A refresh computes everything anew from the calendars, the settings, the time and the user's decisions, and
 // announces only what is not as it was. Nothing is carried over from the refresh before, so that a wrong
@@ -50,9 +50,16 @@ void Scheduler::refresh()
     }
     const QScopedValueRollback<bool> guard(m_isRefreshing, true);
     const Timestamp now = m_clock.now();
-    updateMeetings(now);
-    forgetDecisions();
-    updatePanelRequest(now);
+    const std::optional<std::string> panelBefore = panelMeetingID();
+    const bool areMeetingsOther = updateMeetings(now);
+    // A meeting that leaves today's list and comes back later starts afresh.
+    m_decisions.keepOnly(m_todaysMeetings);
+    const bool isRequestOther =
+        assign(m_panelRequest, panelMeeting(m_todaysMeetings, m_decisions, panelRules(m_prefs), now));
+    if (areMeetingsOther || isRequestOther)
+        Q_EMIT changed();
+    if (panelMeetingID() != panelBefore && onPanelChange)
+        onPanelChange(m_panelRequest);
     if (onRefresh)
         onRefresh();
 }
@@ -101,44 +108,45 @@ std::vector<Meeting> Scheduler::fetch(Timestamp start, Timestamp end, const Cale
     return relevantMeetings(m_source.meetings(start, end, selection), now);
 }
 
-void Scheduler::updateMeetings(Timestamp now)
+bool Scheduler::updateMeetings(Timestamp now)
 {
     const QTimeZone zone = timeZone();
     const Timestamp startOfTomorrow = startOfDay(now, zone, 1);
     const CalendarSelection selection = selectedCalendars();
 
-    if (assign(m_todaysMeetings, fetch(now, startOfTomorrow, selection, now)))
-        Q_EMIT todaysMeetingsChanged();
-    if (assign(m_next, nextMeeting(m_todaysMeetings)))
-        Q_EMIT nextChanged();
+    bool isOther = assign(m_todaysMeetings, fetch(now, startOfTomorrow, selection, now));
+    isOther |= assign(m_next, nextMeeting(m_todaysMeetings));
 
     std::vector<Meeting> tomorrow;
     if (m_todaysMeetings.empty() && hourOfDay(now, zone) >= eveningHour)
         tomorrow = fetch(startOfTomorrow, startOfDay(startOfTomorrow, zone, 1), selection, now);
-    if (assign(m_tomorrowsMeetings, std::move(tomorrow)))
-        Q_EMIT tomorrowsMeetingsChanged();
+    isOther |= assign(m_tomorrowsMeetings, std::move(tomorrow));
+    return isOther;
 }
 
-void Scheduler::forgetDecisions()
+std::optional<std::string> Scheduler::panelMeetingID() const
 {
-    // A meeting that leaves today's list and comes back later starts afresh.
-    std::set<std::string> todayIDs;
-    for (const Meeting &meeting : m_todaysMeetings)
-        todayIDs.insert(meeting.id);
-    m_decisions.keepOnly(todayIDs);
+    return m_panelRequest ? std::optional(m_panelRequest->id) : std::nullopt;
 }
 
-void Scheduler::updatePanelRequest(Timestamp now)
+Timestamp Scheduler::nextChangeAfter(Timestamp now) const
 {
-    const auto identity = [this] {
-        return m_panelRequest ? std::optional(m_panelRequest->id) : std::nullopt;
+    const QTimeZone zone = timeZone();
+    Timestamp earliest = startOfDay(now, zone, 1);
+    const auto consider = [&](Timestamp time) {
+        if (time > now)
+            earliest = std::min(earliest, time);
     };
-    const std::optional<std::string> before = identity();
-    if (!assign(m_panelRequest, panelMeeting(m_todaysMeetings, m_decisions, panelRules(m_prefs), now)))
-        return;
-    Q_EMIT panelRequestChanged();
-    if (identity() != before && onPanelChange)
-        onPanelChange(m_panelRequest);
+    const QDateTime evening(localTime(now, zone).date(), QTime(eveningHour, 0), zone);
+    consider(timestampFromSeconds(double(evening.toSecsSinceEpoch())));
+    for (const Meeting &meeting : m_todaysMeetings) {
+        consider(meeting.start - panelRules(m_prefs).lead);
+        consider(meeting.start);
+        consider(meeting.end);
+    }
+    for (const auto &snooze : m_decisions.snoozedUntil)
+        consider(snooze.second);
+    return earliest;
 }
 
 } // namespace mivora

@@ -1,16 +1,11 @@
 #pragma once
 
 #include "Meetings/Meeting.h"
-#include "Scheduling/Decisions.h"
+#include "Scheduling/MeetingChoice.h"
 
 #include <QObject>
 #include <QTimeZone>
 #include <functional>
-#include <map>
-#include <optional>
-#include <set>
-#include <string>
-#include <vector>
 
 namespace mivora {
 
@@ -33,9 +28,8 @@ public:
     /// Fetches nothing until the first refresh(). The three must outlive the scheduler.
     Scheduler(EventSource &source, const Preferences &prefs, const Clock &clock, QObject *parent = nullptr);
 
-    /// Recomputes all state from the calendars and settings, then calls the callbacks. Called by one of
-    /// these, or by a slot of the signals below, it is a mistake (an assertion) and runs later, from the
-    /// event loop.
+    /// Recomputes all state from the calendars and settings, then calls the callbacks. Not re-entrant: called
+    /// from a callback or a slot of changed() it asserts in debug builds and is queued in release builds.
     void refresh();
 
     /// Hides the panel of the meeting for a minute from now, replacing an earlier snooze.
@@ -65,6 +59,10 @@ public:
 
     const std::set<std::string> &joined() const { return m_decisions.joined; }
 
+    /// The first instant after \a now at which a refresh can have another result by the passing of time
+    /// alone.
+    Timestamp nextChangeAfter(Timestamp now) const;
+
     /// The zone whose days are meant: the system's current one unless another is set.
     QTimeZone timeZone() const;
 
@@ -77,10 +75,8 @@ public:
     std::function<void()> onRefresh;
 
 Q_SIGNALS:
-    void todaysMeetingsChanged();
-    void tomorrowsMeetingsChanged();
-    void nextChanged();
-    void panelRequestChanged();
+    /// One of the lists, the next meeting or the panel request is not what it was.
+    void changed();
 
 private:
     using CalendarSelection = std::optional<std::set<std::string>>;
@@ -90,9 +86,9 @@ private:
     /// The relevant meetings of [start, end); none without access.
     std::vector<Meeting> fetch(Timestamp start, Timestamp end, const CalendarSelection &selection,
                                Timestamp now) const;
-    void updateMeetings(Timestamp now);
-    void forgetDecisions();
-    void updatePanelRequest(Timestamp now);
+    /// Returns whether any of them is not what it was.
+    bool updateMeetings(Timestamp now);
+    std::optional<std::string> panelMeetingID() const;
 
     EventSource &m_source;
     const Preferences &m_prefs;

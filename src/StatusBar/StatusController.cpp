@@ -19,14 +19,12 @@ StatusController::StatusController(const Scheduler &scheduler, const Preferences
 void StatusController::update(Timestamp now, CalendarAuthorization authorization)
 {
     const auto &next = m_scheduler.next();
-    const StatusItemState state =
-        statusItemState(next, {m_prefs.showTitle(), m_prefs.titleWidth()}, authorization, now);
-    const bool hasTitle = !state.title.isEmpty();
-    m_item.setTitle(state.title);
-    m_item.setCountdown(hasTitle ? shortCountdownText(next->start - now) : QString());
-    m_item.setUrgent(state.urgent);
-    m_item.setIcon(state.icon, QStringLiteral("Mivora"));
-    m_item.setToolTip(state.toolTip.value_or(QString()));
+    const StatusText text = statusText(next, {m_prefs.showTitle(), m_prefs.titleWidth()}, authorization, now);
+    m_item.setTitle(text.title);
+    m_item.setCountdown(text.title.isEmpty() ? QString() : shortCountdownText(next->start - now));
+    m_item.setUrgent(text.urgent);
+    m_item.setIcon(text.icon, QStringLiteral("Mivora"));
+    m_item.setToolTip(text.toolTip.value_or(QString()));
 }
 
 } // namespace mivora

@@ -10,68 +10,44 @@ namespace mivora {
 
 namespace {
 
-using Menu = std::vector<MenuEntry>;
-
 /// The context of the texts for translators.
 struct StatusMenu
 {
     Q_DECLARE_TR_FUNCTIONS(StatusMenu)
 };
 
-MenuEntry label(const QString &title)
+void addLabel(kelo::Menu &menu, const QString &title)
 {
-    MenuEntry entry;
-    entry.title = title;
-    entry.enabled = false;
-    return entry;
+    menu.addItem(title, {}, {}).isEnabled = false;
 }
 
-MenuEntry separator()
+void addMeetings(kelo::Menu &menu, std::span<const Meeting> meetings, const MenuContents &contents,
+                 const MenuActions &actions)
 {
-    MenuEntry entry = label({});
-    entry.separator = true;
-    return entry;
+    const QString part = QStringLiteral("  · ");
+    for (const Meeting &meeting : meetings) {
+        QString title = shortTime(meeting.start, contents.zone, contents.locale) + QStringLiteral("  ") +
+                        titleText(meeting.title);
+        if (meeting.isRunning(contents.now))
+            title += part + StatusMenu::tr("now", "of a meeting that is running");
+        if (meeting.joinLink)
+            menu.addItem(title + part + serviceName(meeting.joinLink->service), {},
+                         [join = actions.join, meeting] { join(meeting); });
+        else
+            addLabel(menu, title);
+    }
 }
 
-MenuEntry command(const QString &title, MenuCommand command, const QString &keyEquivalent = {})
-{
-    MenuEntry entry;
-    entry.title = title;
-    entry.command = command;
-    entry.keyEquivalent = keyEquivalent;
-    return entry;
-}
-
-MenuEntry meetingEntry(const Meeting &meeting, const MenuContents &contents)
-{
-    const QString join = QStringLiteral("  · ");
-    QString title = contents.formatTime(meeting.start) + QStringLiteral("  ") + titleText(meeting.title);
-    if (meeting.isRunning(contents.now))
-        title += join + StatusMenu::tr("now", "of a meeting that is running");
-    if (!meeting.joinLink)
-        return label(title);
-    MenuEntry entry =
-        command(title + join + serviceName(meeting.joinLink->service), MenuCommand::joinMeeting);
-    entry.meeting = meeting;
-    return entry;
-}
-
-void appendMeetings(Menu &menu, std::span<const Meeting> meetings, const MenuContents &contents)
-{
-    for (const Meeting &meeting : meetings)
-        menu.push_back(meetingEntry(meeting, contents));
-}
-
-void appendDays(Menu &menu, const MenuContents &contents)
+void addDays(kelo::Menu &menu, const MenuContents &contents, const MenuActions &actions)
 {
     if (contents.today.empty())
-        menu.push_back(label(StatusMenu::tr("No more meetings today")));
-    appendMeetings(menu, contents.today, contents);
+        addLabel(menu, StatusMenu::tr("No more meetings today"));
+    addMeetings(menu, contents.today, contents, actions);
     if (contents.tomorrow.empty())
         return;
-    menu.push_back(separator());
-    menu.push_back(label(StatusMenu::tr("Tomorrow")));
-    appendMeetings(menu, contents.tomorrow, contents);
+    menu.addSeparator();
+    addLabel(menu, StatusMenu::tr("Tomorrow"));
+    addMeetings(menu, contents.tomorrow, contents, actions);
 }
 
 bool hasNoCalendarLeft(const MenuContents &contents)
@@ -82,48 +58,40 @@ bool hasNoCalendarLeft(const MenuContents &contents)
     return !contents.disabledCalendarIDs.empty() && std::ranges::all_of(contents.calendars, isDisabled);
 }
 
-void appendCalendarSection(Menu &menu, const MenuContents &contents)
+void addCalendarSection(kelo::Menu &menu, const MenuContents &contents, const MenuActions &actions)
 {
     switch (contents.authorization) {
     case CalendarAuthorization::notDetermined:
-        menu.push_back(command(StatusMenu::tr("Allow Calendar access…"), MenuCommand::allowCalendarAccess));
+        menu.addItem(StatusMenu::tr("Allow Calendar access…"), {}, actions.allowCalendarAccess);
         break;
     case CalendarAuthorization::denied:
-        menu.push_back(command(StatusMenu::tr("Calendar access needed…"), MenuCommand::openCalendarPrivacy));
+        menu.addItem(StatusMenu::tr("Calendar access needed…"), {}, actions.openCalendarPrivacy);
         break;
     case CalendarAuthorization::granted:
-        appendDays(menu, contents);
+        addDays(menu, contents, actions);
         if (hasNoCalendarLeft(contents))
-            menu.push_back(command(StatusMenu::tr("No calendars selected — open Settings…"),
-                                   MenuCommand::openCalendarSettings));
+            menu.addItem(StatusMenu::tr("No calendars selected — open Settings…"), {},
+                         actions.openCalendarSettings);
         break;
     }
 }
 
-void appendCommands(Menu &menu, const MenuContents &contents)
-{
-    // The blanks part the shortcut from the text: a global shortcut is no key equivalent of the menu.
-    if (contents.joinHotKey)
-        menu.push_back(
-            command(StatusMenu::tr("Join Next Meeting") + QStringLiteral("   ") + *contents.joinHotKey,
-                    MenuCommand::joinNextMeeting));
-    menu.push_back(command(StatusMenu::tr("Settings…"), MenuCommand::openSettings, QStringLiteral(",")));
-    if (contents.canCheckForUpdates)
-        menu.push_back(command(StatusMenu::tr("Check for Updates…"), MenuCommand::checkForUpdates));
-    menu.push_back(command(StatusMenu::tr("More Kelo apps…"), MenuCommand::openMakerPage));
-}
-
 } // namespace
 
-std::vector<MenuEntry> statusMenu(const MenuContents &contents)
+void fillStatusMenu(kelo::Menu &menu, const MenuContents &contents, const MenuActions &actions)
 {
-    Menu menu;
-    appendCalendarSection(menu, contents);
-    menu.push_back(separator());
-    appendCommands(menu, contents);
-    menu.push_back(separator());
-    menu.push_back(command(StatusMenu::tr("Quit Mivora"), MenuCommand::quit, QStringLiteral("q")));
-    return menu;
+    addCalendarSection(menu, contents, actions);
+    menu.addSeparator();
+    // The blanks part the shortcut from the text: a global shortcut is no key equivalent of the menu.
+    if (contents.joinHotKey)
+        menu.addItem(StatusMenu::tr("Join Next Meeting") + QStringLiteral("   ") + *contents.joinHotKey, {},
+                     actions.joinNext);
+    menu.addItem(StatusMenu::tr("Settings…"), QStringLiteral(","), actions.openSettings);
+    if (contents.canCheckForUpdates)
+        menu.addItem(StatusMenu::tr("Check for Updates…"), {}, actions.checkForUpdates);
+    menu.addItem(StatusMenu::tr("More Kelo apps…"), {}, actions.openMakerPage);
+    menu.addSeparator();
+    menu.addItem(StatusMenu::tr("Quit Mivora"), QStringLiteral("q"), actions.quit);
 }
 
 } // namespace mivora

@@ -1,49 +1,18 @@
 #pragma once
 
+#include "KeloMenuBar/Menu.h"
 #include "Meetings/CalendarInfo.h"
 #include "Meetings/Meeting.h"
 
-#include <QString>
-#include <functional>
-#include <optional>
+#include <QLocale>
+#include <QTimeZone>
 #include <set>
 #include <span>
-#include <string>
-#include <vector>
 
-/// The status item's menu, as data: the tray draws it, the command line prints it. Pure functions.
+/// The status item's menu: the tray draws it, the command line prints it.
 namespace mivora {
 
-/// What choosing a menu entry does.
-enum class MenuCommand {
-    none,
-    allowCalendarAccess,
-    openCalendarPrivacy,
-    openCalendarSettings,
-    joinMeeting,
-    joinNextMeeting,
-    openSettings,
-    checkForUpdates,
-    openMakerPage,
-    quit
-};
-
-struct MenuEntry
-{
-    /// One line; empty for a separator.
-    QString title;
-    bool enabled = true;
-    bool separator = false;
-    /// The key that chooses the entry together with the command modifier; empty when there is none.
-    QString keyEquivalent;
-    MenuCommand command = MenuCommand::none;
-    /// The meeting that joinMeeting joins.
-    std::optional<Meeting> meeting;
-
-    friend bool operator==(const MenuEntry &, const MenuEntry &) = default;
-};
-
-/// What the menu is made from, as it is when the menu opens. The lists must outlive it.
+/// What the menu is made from, as it is when the menu opens. The meetings must outlive it.
 struct MenuContents
 {
     CalendarAuthorization authorization = CalendarAuthorization::notDetermined;
@@ -51,16 +20,31 @@ struct MenuContents
     std::span<const Meeting> tomorrow;
     Timestamp now{};
     /// All calendars of the source, and the ids of those that are switched off.
-    std::span<const CalendarInfo> calendars;
+    std::vector<CalendarInfo> calendars;
     std::set<std::string> disabledCalendarIDs;
     /// The registered shortcut as it is shown; nothing when none is registered.
     std::optional<QString> joinHotKey;
     bool canCheckForUpdates = false;
-    /// Writes the time of day.
-    std::function<QString(Timestamp)> formatTime;
+    /// How times of day are written.
+    QTimeZone zone = QTimeZone::utc();
+    QLocale locale = QLocale::system();
 };
 
-/// The whole menu, from top to bottom.
-std::vector<MenuEntry> statusMenu(const MenuContents &contents);
+/// What choosing an entry does.
+struct MenuActions
+{
+    std::function<void(const Meeting &)> join;
+    std::function<void()> joinNext;
+    std::function<void()> allowCalendarAccess;
+    std::function<void()> openCalendarPrivacy;
+    std::function<void()> openCalendarSettings;
+    std::function<void()> openSettings;
+    std::function<void()> checkForUpdates;
+    std::function<void()> openMakerPage;
+    std::function<void()> quit;
+};
+
+/// Appends the whole menu, from top to bottom. What can't be chosen is disabled.
+void fillStatusMenu(kelo::Menu &menu, const MenuContents &contents, const MenuActions &actions);
 
 } // namespace mivora

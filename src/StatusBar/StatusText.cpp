@@ -7,32 +7,22 @@
 
 namespace mivora {
 
-QString statusTitleText(const Meeting &meeting, int titleWidth, Timestamp now)
+StatusText statusText(const std::optional<Meeting> &next, const TitleOptions &options,
+                      CalendarAuthorization authorization, Timestamp now)
 {
-    return shortenedTitle(titleText(meeting.title), titleWidth) + QStringLiteral(" · ") +
-           countdownText(meeting.start - now);
-}
-
-bool isUrgent(const Meeting &meeting, Timestamp now)
-{
-    return now >= meeting.start - Seconds(60) && now < meeting.end;
-}
-
-StatusItemState statusItemState(const std::optional<Meeting> &next, const TitleOptions &options,
-                                CalendarAuthorization authorization, Timestamp now)
-{
-    StatusItemState state;
+    StatusText text;
     if (options.isShown && next) {
-        state.title = QLatin1Char(' ') + statusTitleText(*next, options.width, now);
-        state.urgent = isUrgent(*next, now);
+        text.title = QLatin1Char(' ') + shortenedTitle(titleText(next->title), options.width) +
+                     QStringLiteral(" · ") + countdownText(next->start - now);
+        text.urgent = now >= next->start - Seconds(60) && now < next->end;
     }
     if (authorization == CalendarAuthorization::granted) {
-        state.icon = QStringLiteral("calendar.badge.clock");
+        text.icon = QStringLiteral("calendar.badge.clock");
     } else {
-        state.icon = QStringLiteral("calendar.badge.exclamationmark");
-        state.toolTip = QCoreApplication::translate("StatusItem", "Mivora needs Calendar access");
+        text.icon = QStringLiteral("calendar.badge.exclamationmark");
+        text.toolTip = QCoreApplication::translate("StatusItem", "Mivora needs Calendar access");
     }
-    return state;
+    return text;
 }
 
 } // namespace mivora

@@ -6,7 +6,6 @@
 #include <QString>
 #include <optional>
 
-/// What the status item shows, as data. Pure functions.
 namespace mivora {
 
 /// Whether and how long the next meeting's title stands in the status item.
@@ -17,8 +16,8 @@ struct TitleOptions
     int width = 24;
 };
 
-/// The status item as it is to be shown.
-struct StatusItemState
+/// What the status item shows.
+struct StatusText
 {
     /// Begins with the blank that parts it from the icon; empty when the icon stands alone.
     QString title;
@@ -28,17 +27,12 @@ struct StatusItemState
     QString icon;
     std::optional<QString> toolTip;
 
-    friend bool operator==(const StatusItemState &, const StatusItemState &) = default;
+    friend bool operator==(const StatusText &, const StatusText &) = default;
 };
 
-/// "Design review · 2m": the shortened title of \a meeting and the time until it starts.
-QString statusTitleText(const Meeting &meeting, int titleWidth, Timestamp now);
-
-/// Whether \a meeting starts within a minute or is running.
-bool isUrgent(const Meeting &meeting, Timestamp now);
-
-/// The status item for the next meeting, if there is one.
-StatusItemState statusItemState(const std::optional<Meeting> &next, const TitleOptions &options,
-                                CalendarAuthorization authorization, Timestamp now);
+/// The status item for the next meeting, if there is one. Urgent is a meeting that starts within a minute or
+/// is running.
+StatusText statusText(const std::optional<Meeting> &next, const TitleOptions &options,
+                      CalendarAuthorization authorization, Timestamp now);
 
 } // namespace mivora

@@ -1,6 +1,7 @@
 #include "Calendar/FakeEventStore.h"
 #include "FakeSurroundings.h"
 #include "JoinPanel/JoinPanelController.h"
+#include "Platform/TimeZone.h"
 #include "Preferences/Settings.h"
 #include "support/MeetingFactory.h"
 #include "support/MemoryDefaultsStore.h"
@@ -105,6 +106,29 @@ TEST_F(RunningApp, obeysCommandsByWhatIsKnownOfTheCalendars)
     store->loaded = true;
     send("snooze", caller);
     EXPECT_EQ(answers, (std::vector<std::string>{"join", "dismiss", "snooze failed"}));
+}
+
+TEST_F(RunningApp, takesInABurstOfChangesOnce)
+{
+    int refreshes = 0;
+    QObject::connect(&delegate, &AppDelegate::refreshed, &delegate, [&] { ++refreshes; });
+    for (int i = 0; i < 100; ++i)
+        Q_EMIT store->changed();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return refreshes > 0; }));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(refreshes, 1);
+}
+
+TEST_F(RunningApp, refreshesOnEveryEventOfTheSystem)
+{
+    int refreshes = 0;
+    QObject::connect(&delegate, &AppDelegate::refreshed, &delegate, [&] { ++refreshes; });
+    Q_EMIT systemEvents.didWake();
+    Q_EMIT systemEvents.dayChanged();
+    Q_EMIT systemEvents.clockChanged();
+    Q_EMIT systemEvents.timeZoneChanged();
+    EXPECT_EQ(refreshes, 4);
+    EXPECT_EQ(store->zone, userTimeZone());
 }
 
 TEST_F(RunningApp, opensOneSettingsWindow)

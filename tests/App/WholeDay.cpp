@@ -82,20 +82,16 @@ void WholeDay::skipFirstRun()
     AccessMemory(m_home.filePath(accessFile)).allow();
 }
 
-std::unique_ptr<EventStore> WholeDay::makeStore()
-{
-    if (m_makeStore)
-        return m_makeStore(*m_access);
-    return makeCalendarStore({.folders = {m_calendars.path()}, .now = clock.now(), .zone = userTimeZone()},
-                             *m_defaults, *m_access);
-}
-
 void WholeDay::start()
 {
     const auto before = m_tray->registered.size();
     m_defaults = std::make_unique<JsonDefaultsStore>(m_home.filePath(settingsFile));
     m_access = std::make_unique<AccessMemory>(m_home.filePath(accessFile));
-    m_delegate = std::make_unique<AppDelegate>(parts(*m_defaults, makeStore(), m_connection));
+    m_delegate = std::make_unique<AppDelegate>(
+        parts(*m_defaults,
+              makeCalendarStore({.folders = {m_calendars.path()}, .now = clock.now(), .zone = userTimeZone()},
+                                *m_defaults, *m_access),
+              m_connection));
     QObject::connect(m_delegate.get(), &AppDelegate::refreshed, m_delegate.get(), [this] { recordPanel(); });
     m_service = std::make_unique<ApplicationService>(
         m_connection, ApplicationActions{.perform = {}, .activate = {}, .agenda = [this] {
@@ -148,23 +144,10 @@ void WholeDay::beginDay(Timestamp midnight)
     Q_EMIT systemEvents.dayChanged();
 }
 
-void WholeDay::setClock(Timestamp time)
-{
-    clock.time = time;
-    Q_EMIT systemEvents.clockChanged();
-}
-
 void WholeDay::travelTo(const char *zone)
 {
     setLocalZone(zone);
     Q_EMIT systemEvents.timeZoneChanged();
-}
-
-void WholeDay::restartTray()
-{
-    m_tray.reset();
-    m_tray = std::make_unique<FakeHost>(m_bus);
-    ASSERT_TRUE(waitFor([&] { return !m_tray->registered.isEmpty(); })) << "no item came to the new tray";
 }
 
 void WholeDay::pressInPanel(const char *button)
@@ -260,15 +243,6 @@ void WholeDay::askForAgenda(const QDBusConnection &follower)
     EXPECT_FALSE(pending.isError()) << qPrintable(pending.error().message());
 }
 
-void WholeDay::forgetRecords()
-{
-    workspace.opened.clear();
-    workspace.asked.clear();
-    m_forgotten = 0;
-    m_tray->signalNames.clear();
-    m_panelHistory.clear();
-}
-
 std::string WholeDay::written() const
 {
     std::string text;
@@ -287,12 +261,6 @@ std::vector<std::pair<int, std::string>> WholeDay::menuEntries()
     for (const kelo::DBusMenuLayout &item : m_tray->open().children)
         entries.emplace_back(item.id, textOf(item));
     return entries;
-}
-
-std::string WholeDay::panelTitle() const
-{
-    const std::string text = panelText();
-    return text.substr(0, text.find(','));
 }
 
 std::string WholeDay::panelText() const
@@ -314,7 +282,8 @@ std::vector<std::string> WholeDay::openedFrom(qsizetype first) const
 
 void WholeDay::recordPanel()
 {
-    const std::string shown = panelTitle();
+    const std::string text = panelText();
+    const std::string shown = text.substr(0, text.find(','));
     const std::string title = shown.empty() ? "-" : shown;
     const bool isNews = m_panelHistory.empty() ? title != "-" : !m_panelHistory.back().ends_with(' ' + title);
     if (isNews)

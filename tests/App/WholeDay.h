@@ -38,15 +38,10 @@ std::ostream &operator<<(std::ostream &stream, const Seen &seen);
 class WholeDay : protected FakeSurroundings
 {
 public:
-    using StoreFactory = std::function<std::unique_ptr<EventStore>(AccessMemory &)>;
-
     /// The application starts at the first start(). Local time is \a zone's.
     explicit WholeDay(const char *zone);
     ~WholeDay();
     Q_DISABLE_COPY_MOVE(WholeDay)
-
-    /// Other calendars than those of the folder, from the next start on.
-    void setStoreFactory(StoreFactory factory) { m_makeStore = std::move(factory); }
 
     /// The walkthrough has been gone through, and calendars may be read. To be called before start().
     void skipFirstRun();
@@ -60,17 +55,12 @@ public:
     void passUntil(Timestamp time);
     /// The machine sleeps until \a time.
     void sleepUntil(Timestamp time);
-    /// Somebody sets the clock; nothing but that has happened.
-    void setClock(Timestamp time);
     /// Midnight comes between two looks at the clock, and only the system tells of it.
     void beginDay(Timestamp midnight);
 
     Timestamp now() const { return clock.time; }
 
     void travelTo(const char *zone);
-
-    /// The tray's program ends and is started again.
-    void restartTray();
 
     /// Buttons of a window, found by their texts; a failure of the test when there is none.
     void pressInPanel(const char *button);
@@ -84,8 +74,6 @@ public:
 
     CalendarFolder &calendars() { return m_calendars; }
 
-    AppDelegate &application() { return *m_delegate; }
-
     support::PrivateBus &bus() { return m_bus; }
 
     /// What was opened until now is not among what is seen from now on.
@@ -97,22 +85,10 @@ public:
     /// How often the agenda was made for those on the bus.
     int agendasMade() const { return m_agendasMade; }
 
-    /// Nothing of what was recorded until now is kept.
-    void forgetRecords();
-
-    /// What the item has told the tray since then.
-    const QStringList &traySignals() const { return m_tray->signalNames; }
-
     /// Every link that was opened in the whole time.
     std::vector<std::string> allOpened() const { return openedFrom(0); }
 
     Seen seen();
-
-    /// As in what is seen, which takes far longer where the menu is long.
-    std::string panelText() const;
-
-    /// Whose panel is on the screen; empty when there is none.
-    std::string panelTitle() const;
 
     bool isWalkthroughShown() const { return walkthrough() != nullptr; }
 
@@ -127,7 +103,7 @@ public:
 
 private:
     std::vector<std::pair<int, std::string>> menuEntries();
-    std::unique_ptr<EventStore> makeStore();
+    std::string panelText() const;
     std::vector<std::string> openedFrom(qsizetype first) const;
     void recordPanel();
     static QWindow *walkthrough();
@@ -138,7 +114,6 @@ private:
     support::PrivateBus m_bus;
     QDBusConnection m_connection = m_bus.connection();
     std::unique_ptr<FakeHost> m_tray = std::make_unique<FakeHost>(m_bus);
-    StoreFactory m_makeStore;
     std::unique_ptr<JsonDefaultsStore> m_defaults;
     std::unique_ptr<AccessMemory> m_access;
     std::unique_ptr<AppDelegate> m_delegate;

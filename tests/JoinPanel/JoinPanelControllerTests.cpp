@@ -1,13 +1,11 @@
 #include "desktop/PanelUnderTest.h"
 #include "support/AccessibleView.h"
 #include "support/FakeNotifications.h"
-#include "support/KeptViews.h"
 #include "support/MeetingFactory.h"
 #include "support/PrivateBus.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QProcess>
 #include <QTest>
 #include <gmock/gmock.h>
 #include <linux/input-event-codes.h>
@@ -161,24 +159,6 @@ TEST_F(NotifiedJoinPanelTest, saysAndDoesWhatThePanelWould)
     EXPECT_EQ(desktop.calls, expected) << "and presented once for each change";
 }
 
-TEST_F(NotifiedJoinPanelTest, goesWithTheProcess)
-{
-    kelo::FakeNotifications desktop(bus->connection());
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QString::fromLatin1(bus->address()));
-    QProcess program;
-    program.setProcessEnvironment(environment);
-    program.start(QCoreApplication::applicationDirPath() + QStringLiteral("/panel-puppet"), {});
-    program.write("show\n");
-    ASSERT_TRUE(QTest::qWaitFor([&] { return desktop.calls.size() == 1; }, 20'000));
-    QTest::qWait(100);
-    program.write("quit\n");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return program.state() == QProcess::NotRunning; }, 20'000));
-    EXPECT_EQ(program.exitCode(), 0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.calls.size() == 2; }));
-    EXPECT_EQ(desktop.calls.back(), "close 7");
-}
-
 TEST_F(NotifiedJoinPanelTest, isAWindowWhereThereAreNoNotificationsEither)
 {
     JoinPanelController lonely(prefs, views, {}, now, QDBusConnection(QStringLiteral("none")));
@@ -186,21 +166,6 @@ TEST_F(NotifiedJoinPanelTest, isAWindowWhereThereAreNoNotificationsEither)
     EXPECT_TRUE(QTest::qWaitFor([&] { return lonely.controller().isVisible(); }));
     lonely.hide();
     EXPECT_FALSE(lonely.isVisible());
-}
-
-TEST_F(NotifiedJoinPanelTest, doesNotClaimToBeVisibleWhereNothingCanBeShown)
-{
-    for (const char *platform : {"window", "notification"}) {
-        const QByteArray plugin = qgetenv("MIVORA_VIEWS");
-        qputenv("MIVORA_VIEWS", "/nonexistent/views.so");
-        qputenv("MIVORA_PANEL", platform);
-        kelo::Appearance appearance{QDBusConnection(QStringLiteral("none"))};
-        kelo::ViewLoader missing(appearance);
-        JoinPanelController unseen(prefs, missing, {}, now, QDBusConnection(QStringLiteral("none")));
-        unseen.show(review, now);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !unseen.isVisible(); })) << platform;
-        plugin.isEmpty() ? qunsetenv("MIVORA_VIEWS") : qputenv("MIVORA_VIEWS", plugin);
-    }
 }
 
 } // namespace mivora

@@ -1,83 +1,70 @@
 #include "JoinPanel/JoinPanelModel.h"
 
+#include "JoinPanel/CornerPlacement.h"
 #include "support/MeetingFactory.h"
 
-#include <QMetaMethod>
 #include <QSignalSpy>
 #include <gtest/gtest.h>
-#include <map>
 
 namespace mivora {
 
-class JoinPanelModelTest : public testing::Test
+TEST(JoinPanelModel, tellsWhenTheMeetingStartsOrStartedAndAnnouncesItOnce)
 {
-public:
-    JoinPanelModelTest()
+    const struct
     {
-        const QMetaObject *meta = model.metaObject();
-        for (int i = meta->methodOffset(); i < meta->methodCount(); ++i) {
-            const QMetaMethod method = meta->method(i);
-            if (method.methodType() == QMetaMethod::Signal)
-                spies.emplace(method.name().toStdString(), std::make_unique<QSignalSpy>(&model, method));
-        }
-    }
-
-    /// The names of the signals since the last time, sorted; a signal that came twice stands twice.
-    std::vector<std::string> takeSignals()
-    {
-        std::vector<std::string> names;
-        for (const auto &[name, spy] : spies) {
-            names.insert(names.end(), spy->count(), name);
-            spy->clear();
-        }
-        return names;
-    }
-
-    JoinPanelModel model{ten - Seconds(90)};
-    std::map<std::string, std::unique_ptr<QSignalSpy>> spies;
-};
-
-using Names = std::vector<std::string>;
-
-TEST_F(JoinPanelModelTest, announcesWhatReallyChanged)
-{
-    Meeting meeting = makeMeeting("Standup", ten);
-    const auto changeMeeting = [&](auto change) {
-        change(meeting);
-        model.setMeeting(meeting);
-        return takeSignals();
+        double left;
+        const char *text;
+        bool hasStarted;
+        bool isAnnounced;
+    } rows[] = {
+        {3901, "Starts in 1h 6m", false, true},  {3600, "Starts in 1h", false, true},
+        {3540.5, "Starts in 1h", false, false},  {61, "Starts in 2m", false, true},
+        {60, "Starts in 1m", false, true},       {59.999, "Starting now", false, true},
+        {0.5, "Starting now", false, false},     {0, "Starting now", true, true},
+        {-59.999, "Starting now", true, false},  {-60, "Started 1m ago", true, true},
+        {-119.5, "Started 1m ago", true, false}, {-4500, "Started 75m ago", true, true},
     };
-    EXPECT_EQ(changeMeeting([](Meeting &) {}), (Names{"meetingChanged", "timeTextChanged", "titleChanged"}));
-    EXPECT_EQ(changeMeeting([](Meeting &) {}), Names{});
-    EXPECT_EQ(changeMeeting([](Meeting &m) { m.attendeeCount = 5; }), Names{"meetingChanged"});
-    EXPECT_EQ(changeMeeting([](Meeting &m) { m = withLink(m); }),
-              (Names{"meetingChanged", "serviceNameChanged"}));
-    EXPECT_EQ(changeMeeting([](Meeting &m) {
-                  m.calendarColor = Color{1, 2, 3};
-              }),
-              (Names{"accentColorChanged", "meetingChanged"}));
-    EXPECT_EQ(model.accentColor(), QStringLiteral("#010203"));
 
-    const auto moveTo = [&](double afterStart) {
-        model.setNow(ten + Seconds(afterStart));
-        return takeSignals();
-    };
-    EXPECT_EQ(moveTo(-90), Names{});
-    EXPECT_EQ(moveTo(-61), Names{"nowChanged"}) << "the line reads as before: nothing is drawn again";
-    EXPECT_EQ(moveTo(-31), (Names{"nowChanged", "timeTextChanged"}));
-    EXPECT_EQ(moveTo(0), (Names{"hasStartedChanged", "nowChanged"}));
-    EXPECT_EQ(moveTo(60), (Names{"nowChanged", "timeTextChanged"}));
+    JoinPanelModel model(ten - Seconds(9999));
+    model.setMeeting(makeMeeting("Stand\nup", ten));
+    EXPECT_EQ(model.title(), QStringLiteral("Stand up"));
+    for (const auto &row : rows) {
+        const QSignalSpy changed(&model, &JoinPanelModel::changed);
+        model.setNow(ten - Seconds(row.left));
+        EXPECT_EQ(model.timeText().toStdString(), row.text);
+        EXPECT_EQ(model.hasStarted(), row.hasStarted) << row.left;
+        EXPECT_EQ(changed.count(), row.isAnnounced ? 1 : 0) << row.left;
+    }
 }
 
-TEST_F(JoinPanelModelTest, propertiesFitTogetherWhenOneIsAnnounced)
+TEST(JoinPanelModel, showsServiceAndColour)
 {
-    model.setMeeting(makeMeeting("Standup", ten));
-    QString line;
-    QObject::connect(&model, &JoinPanelModel::hasStartedChanged, &model, [&] { line = model.timeText(); });
-    QObject::connect(&model, &JoinPanelModel::timeTextChanged, &model,
-                     [&] { EXPECT_TRUE(model.hasStarted()); });
-    model.setNow(ten + Seconds(60));
-    EXPECT_EQ(line, QStringLiteral("Started 1m ago"));
+    JoinPanelModel model(ten);
+    Meeting meeting = withLink(makeMeeting("M", ten), Service::meet);
+    meeting.calendarColor = Color{1, 2, 3};
+    const QSignalSpy changed(&model, &JoinPanelModel::changed);
+    model.setMeeting(meeting);
+    EXPECT_TRUE(model.hasLink());
+    EXPECT_EQ(model.serviceName(), QStringLiteral("Google Meet"));
+    EXPECT_EQ(model.accentColor(), QStringLiteral("#010203"));
+    meeting.attendeeCount = 5;
+    model.setMeeting(meeting);
+    EXPECT_EQ(changed.count(), 1) << "nothing of it is shown";
+    EXPECT_EQ(model.meeting(), meeting);
+    model.setMeeting(makeMeeting("M", ten));
+    EXPECT_FALSE(model.hasLink());
+    EXPECT_EQ(model.serviceName() + model.accentColor(), QString());
+    EXPECT_EQ(changed.count(), 2);
+}
+
+TEST(CornerPlacement, keepsTwelveFromTheEdgesOfTheFreeArea)
+{
+    const QRectF visible(1920, 28, 1280, 740);
+    const QSizeF panel(436, 206);
+    EXPECT_EQ(cornerOrigin(PanelCorner::topRight, visible, panel), QPointF(2752, 40));
+    EXPECT_EQ(cornerOrigin(PanelCorner::topLeft, visible, panel), QPointF(1932, 40));
+    EXPECT_EQ(cornerOrigin(PanelCorner::bottomRight, visible, panel), QPointF(2752, 550));
+    EXPECT_EQ(cornerOrigin(PanelCorner::bottomLeft, visible, panel), QPointF(1932, 550));
 }
 
 } // namespace mivora

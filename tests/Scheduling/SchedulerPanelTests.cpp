@@ -11,85 +11,136 @@ public:
     const Meeting running = withLink(makeMeeting("Running", ten - Seconds(3600), Seconds(3600)));
 };
 
-TEST_F(SchedulerPanel, decisionsAreForgottenWhenTheMeetingLeavesTheList)
+// Who is next, and whose panel is due: rows in the order of the source, the time in seconds before ten.
+TEST_F(SchedulerPanel, isThatOfTheMeetingWhichTheRulesChoose)
 {
-    source.known = {{"work", "Work", "", {}}, {"home", "Home", "", {}}};
+    const Meeting plain = makeMeeting("A", ten);
+    const Meeting alpha = withLink(makeMeeting("Alpha", ten)), budget = withLink(makeMeeting("Budget", ten));
+    const Meeting composed = withLink(makeMeeting("\u00e9", ten));
+    const Meeting decomposed = withLink(makeMeeting("e\u0301", ten));
+    const Meeting later = withLink(makeMeeting("Later", ten + Seconds(60)));
 
     const struct
     {
         const char *name;
-        std::function<void()> leave;
+        std::vector<Meeting> events;
+        double before;
+        const char *next;
+        const char *panel;
+        int leadMinutes = 1;
+        bool remindsWithoutLink = false;
     } rows[] = {
-        {"deleted", [this] { source.events.clear(); }},
-        {"declined", [this] { source.events = {answered(standup, Participation::declined)}; }},
-        {"calendar switched off", [this] { prefs.setDisabledCalendarIDs({"work"}); }},
-        {"moved to tomorrow",
-         [this] { source.events = {withLink(makeMeeting("Standup", ten + Seconds(86400)))}; }},
-        {"access withdrawn", [this] { source.access = CalendarAuthorization::denied; }},
+        {"nothing", {}, 0, "none", "none"},
+        {"not yet due", {alpha}, 60.001, "Alpha", "none"},
+        {"due", {alpha}, 60, "Alpha", "Alpha"},
+        {"five minutes before", {alpha}, 300, "Alpha", "Alpha", 5},
+        {"at the start", {alpha}, 0, "Alpha", "Alpha", 0},
+        {"a moment before the start", {alpha}, 0.001, "Alpha", "none", 0},
+        {"to the end", {alpha}, -1799.9, "Alpha", "Alpha"},
+        {"over", {alpha}, -1800, "none", "none"},
+        {"a link before the title", {plain, budget}, 0, "Budget", "Budget"},
+        {"the title", {budget, alpha}, 0, "Alpha", "Alpha"},
+        {"equal titles: the first", {decomposed, composed}, 0, "e\u0301", "e\u0301"},
+        {"the later one has the panel", {alpha, later}, 0, "Alpha", "Later"},
+        {"whatever the order", {later, alpha}, 0, "Alpha", "Later"},
+        {"without a link", {plain}, 0, "A", "none"},
+        {"without a link, wanted", {plain}, 0, "A", "A", 1, true},
+        {"declined, or of a whole day",
+         {answered(alpha, Participation::declined), allDay(budget)},
+         0,
+         "none",
+         "none"},
+        {"tentative", {answered(alpha, Participation::tentative)}, 0, "Alpha", "Alpha"},
     };
 
     for (const auto &row : rows) {
-        source.events = {standup};
-        refreshAt(ten);
-        scheduler.snooze(standup.id);
-        scheduler.dismiss(standup.id);
-        scheduler.markJoined(standup.id);
-        row.leave();
-        scheduler.refresh();
-        EXPECT_TRUE(scheduler.snoozedUntil().empty() && scheduler.dismissed().empty() &&
-                    scheduler.joined().empty())
-            << row.name;
-        source.events = {standup};
-        source.access = CalendarAuthorization::granted;
-        prefs.setDisabledCalendarIDs({});
-        scheduler.refresh();
-        EXPECT_EQ(titleOf(scheduler.panelRequest()), "Standup") << row.name;
+        source.events = row.events;
+        prefs.setLeadMinutes(row.leadMinutes);
+        prefs.setRemindWithoutLink(row.remindsWithoutLink);
+        refreshAt(ten - Seconds(row.before));
+        EXPECT_EQ(titleOf(scheduler.next()), row.next) << row.name;
+        EXPECT_EQ(titleOf(scheduler.panelRequest()), row.panel) << row.name;
     }
 }
 
-TEST_F(SchedulerPanel, aChangedMeetingOfTheSameIdentityIsAnnouncedButDoesNotChangeThePanel)
+TEST_F(SchedulerPanel, hidesForAMinuteOrForGood)
 {
     source.events = {standup};
-    refreshAt(ten);
-    takeCalls();
-    QSignalSpy request(&scheduler, &Scheduler::panelRequestChanged);
-    source.events.front().title = "Renamed";
-    source.events.front().end += Seconds(600);
-    scheduler.refresh();
-    EXPECT_EQ(takeCalls(), Titles{"refresh"});
-    EXPECT_EQ(request.count(), 1);
-    EXPECT_EQ(titleOf(scheduler.panelRequest()), "Renamed");
+    refreshAt(ten + Seconds(10));
+    scheduler.snooze(standup.id);
+    EXPECT_EQ(takeCalls(), (Titles{"panel Standup", "refresh", "panel none", "refresh"}));
+    refreshAt(ten + Seconds(69.999));
+    EXPECT_FALSE(scheduler.panelRequest());
+    refreshAt(ten + Seconds(70));
+    EXPECT_TRUE(scheduler.panelRequest());
+    for (const auto decision : {&Scheduler::dismiss, &Scheduler::markJoined}) {
+        (scheduler.*decision)(standup.id);
+        refreshAt(ten + Seconds(1000));
+        EXPECT_FALSE(scheduler.panelRequest());
+        source.events.clear();
+        scheduler.refresh();
+        source.events = {standup};
+        scheduler.refresh();
+        EXPECT_TRUE(scheduler.panelRequest()) << "came back, and starts afresh";
+    }
 }
 
-TEST_F(SchedulerPanel, propertiesAnnounceRealChangesOnly)
+TEST_F(SchedulerPanel, isAnnouncedWhenAnotherMeetingHasItAndEverythingWhenItChanges)
 {
-    QSignalSpy today(&scheduler, &Scheduler::todaysMeetingsChanged);
-    QSignalSpy tomorrow(&scheduler, &Scheduler::tomorrowsMeetingsChanged);
-    QSignalSpy next(&scheduler, &Scheduler::nextChanged);
-    QSignalSpy request(&scheduler, &Scheduler::panelRequestChanged);
-    const auto takeCounts = [&] {
-        const std::vector<qsizetype> counts{today.count(), tomorrow.count(), next.count(), request.count()};
-        for (QSignalSpy *spy : {&today, &tomorrow, &next, &request})
-            spy->clear();
-        return counts;
-    };
-    using Counts = std::vector<qsizetype>;
+    const QSignalSpy changed(&scheduler, &Scheduler::changed);
+    const Meeting tomorrow = makeMeeting("Tomorrow", at("2026-03-11T09:00:00Z"));
+    Meeting renamed = standup;
+    renamed.title = "Renamed";
 
-    refreshAt("2026-03-10T08:00:00Z");
-    EXPECT_EQ(takeCounts(), (Counts{0, 0, 0, 0})) << "still nothing";
-    source.events = {running, standup};
-    refreshAt("2026-03-10T08:00:30Z");
-    EXPECT_EQ(takeCounts(), (Counts{1, 0, 1, 0})) << "meetings appear";
-    refreshAt("2026-03-10T08:01:00Z");
-    EXPECT_EQ(takeCounts(), (Counts{0, 0, 0, 0})) << "nothing changed";
-    source.events.back().attendeeCount = 3;
-    scheduler.refresh();
-    EXPECT_EQ(takeCounts(), (Counts{1, 0, 0, 0})) << "a detail of the second one changed";
-    refreshAt("2026-03-10T09:00:00Z");
-    EXPECT_EQ(takeCounts(), (Counts{0, 0, 0, 1})) << "due";
-    source.events.push_back(makeMeeting("Tomorrow", at("2026-03-11T09:00:00Z")));
-    refreshAt("2026-03-10T18:00:00Z");
-    EXPECT_EQ(takeCounts(), (Counts{1, 1, 1, 1})) << "evening";
+    const struct
+    {
+        const char *name;
+        std::vector<Meeting> events;
+        Timestamp now;
+        Titles calls;
+        bool isChange;
+    } rows[] = {
+        {"still nothing", {}, ten - Seconds(7200), {"refresh"}, false},
+        {"meetings appear", {running, standup}, ten - Seconds(7000), {"refresh"}, true},
+        {"nothing changed", {running, standup}, ten - Seconds(6000), {"refresh"}, false},
+        {"due", {running, standup}, ten - Seconds(3660), {"panel Running", "refresh"}, true},
+        {"the next one takes over",
+         {running, standup},
+         ten - Seconds(60),
+         {"panel Standup", "refresh"},
+         true},
+        {"only the title is another one", {running, renamed}, ten - Seconds(60), {"refresh"}, true},
+        {"evening", {standup, tomorrow}, at("2026-03-10T18:00:00Z"), {"panel none", "refresh"}, true},
+        {"tomorrow's is moved", {}, at("2026-03-10T18:00:30Z"), {"refresh"}, true},
+    };
+
+    for (const auto &row : rows) {
+        const qsizetype before = changed.count();
+        source.events = row.events;
+        refreshAt(row.now);
+        EXPECT_EQ(takeCalls(), row.calls) << row.name;
+        EXPECT_EQ(changed.count() - before, row.isChange ? 1 : 0) << row.name;
+    }
+}
+
+TEST_F(SchedulerPanel, changesNextByTimeAloneWhenItSays)
+{
+    prefs.setLeadMinutes(5);
+    source.events = {withLink(makeMeeting("A", ten, Seconds(600)))};
+    const std::pair<const char *, const char *> rows[] = {
+        {"2026-03-10T08:58:30Z", "2026-03-10T09:55:00Z"}, // the panel
+        {"2026-03-10T09:55:00Z", "2026-03-10T10:00:00Z"}, // the start
+        {"2026-03-10T10:00:00Z", "2026-03-10T10:10:00Z"}, // the end
+        {"2026-03-10T10:10:00Z", "2026-03-10T18:00:00Z"}, // the evening
+        {"2026-03-10T18:00:00Z", "2026-03-11T00:00:00Z"}, // the day
+    };
+    for (const auto &[now, change] : rows) {
+        refreshAt(now);
+        EXPECT_EQ(scheduler.nextChangeAfter(clock.time), at(change)) << now;
+    }
+    refreshAt("2026-03-10T09:56:00Z");
+    scheduler.snooze(source.events.front().id);
+    EXPECT_EQ(scheduler.nextChangeAfter(clock.time), at("2026-03-10T09:57:00Z"));
 }
 
 } // namespace mivora

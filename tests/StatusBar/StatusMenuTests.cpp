@@ -1,6 +1,5 @@
 #include "StatusBar/StatusMenu.h"
 
-#include "MeetingTexts/MeetingTexts.h"
 #include "support/MeetingFactory.h"
 
 #include <gtest/gtest.h>
@@ -10,21 +9,6 @@ namespace mivora {
 namespace {
 
 using Lines = std::vector<std::string>;
-
-/// One line an entry: "---" for a separator, "(…)" around what is disabled, "⌘" before a key equivalent.
-Lines lines(const MenuContents &contents)
-{
-    Lines result;
-    for (const MenuEntry &entry : statusMenu(contents)) {
-        QString line = entry.separator ? QStringLiteral("---") : entry.title;
-        if (!entry.enabled && !entry.separator)
-            line = QLatin1Char('(') + line + QLatin1Char(')');
-        if (!entry.keyEquivalent.isEmpty())
-            line += QStringLiteral(" ⌘") + entry.keyEquivalent;
-        result.push_back(line.toStdString());
-    }
-    return result;
-}
 
 /// The lines that every menu ends with, after those that are its own.
 Lines withEnd(Lines lines)
@@ -42,13 +26,47 @@ public:
     StatusMenu()
     {
         contents.authorization = CalendarAuthorization::granted;
-        contents.now = at("2026-03-10T10:00:00Z");
-        contents.formatTime = [](Timestamp time) { return shortTime(time, QTimeZone::utc(), QLocale::c()); };
+        contents.now = ten;
+        contents.locale = QLocale::c();
+    }
+
+    /// One line an entry: "---" for a separator, "(…)" around what is disabled, "⌘" before a key equivalent.
+    Lines lines()
+    {
+        menu.removeAll();
+        fillStatusMenu(menu, contents, actions);
+        Lines result;
+        for (const kelo::ClosureMenuItem &item : menu.items()) {
+            EXPECT_TRUE(item.isSeparator || item.isEnabled == bool(item.action)) << item.title.toStdString();
+            QString line = item.isSeparator ? QStringLiteral("---") : item.title;
+            if (!item.isEnabled && !item.isSeparator)
+                line = QLatin1Char('(') + line + QLatin1Char(')');
+            if (!item.keyEquivalent.isEmpty())
+                line += QStringLiteral(" ⌘") + item.keyEquivalent;
+            result.push_back(line.toStdString());
+        }
+        return result;
+    }
+
+    std::function<void()> note(const char *action)
+    {
+        return [this, action] { chosen.push_back(action); };
     }
 
     const Timestamp nine = at("2026-03-10T09:00:00Z");
     const std::vector<CalendarInfo> calendars{{"work", "Work", "", {}}, {"home", "Home", "", {}}};
+    Lines chosen;
     MenuContents contents;
+    MenuActions actions{.join = [this](const Meeting &m) { chosen.push_back("join " + m.title); },
+                        .joinNext = note("join next"),
+                        .allowCalendarAccess = note("allow"),
+                        .openCalendarPrivacy = note("privacy"),
+                        .openCalendarSettings = note("calendar settings"),
+                        .openSettings = note("settings"),
+                        .checkForUpdates = note("updates"),
+                        .openMakerPage = note("maker"),
+                        .quit = note("quit")};
+    kelo::Menu menu;
 };
 
 TEST_F(StatusMenu, listsMeetingsWithTimeStateAndService)
@@ -70,22 +88,12 @@ TEST_F(StatusMenu, listsMeetingsWithTimeStateAndService)
 
     for (const auto &row : rows) {
         contents.today = {&row.meeting, 1};
-        EXPECT_EQ(lines(contents), withEnd({row.line})) << row.name;
+        EXPECT_EQ(lines(), withEnd({row.line})) << row.name;
     }
-}
-
-TEST_F(StatusMenu, showsTodayThenTomorrow)
-{
-    const std::vector today{withLink(makeMeeting("Sync", ten)), makeMeeting("Lunch", ten + Seconds(7200))};
     const std::vector tomorrow{makeMeeting("Breakfast", nine + Seconds(86400))};
-    const Lines todayLines{"10:00  Sync  · now  · Zoom", "(12:00  Lunch)"};
-    const Lines noneToday{"(No more meetings today)"};
-    EXPECT_EQ(lines(contents), withEnd(noneToday));
-    contents.today = today;
-    EXPECT_EQ(lines(contents), withEnd(todayLines));
     contents.today = {};
     contents.tomorrow = tomorrow;
-    EXPECT_EQ(lines(contents), withEnd({noneToday[0], "---", "(Tomorrow)", "(09:00  Breakfast)"}));
+    EXPECT_EQ(lines(), withEnd({"(No more meetings today)", "---", "(Tomorrow)", "(09:00  Breakfast)"}));
 }
 
 TEST_F(StatusMenu, saysWhenNoCalendarIsLeft)
@@ -96,7 +104,7 @@ TEST_F(StatusMenu, saysWhenNoCalendarIsLeft)
     const struct
     {
         const char *name;
-        std::span<const CalendarInfo> calendars;
+        std::vector<CalendarInfo> calendars;
         std::set<std::string> disabled;
         bool isSaid;
     } rows[] = {
@@ -110,31 +118,11 @@ TEST_F(StatusMenu, saysWhenNoCalendarIsLeft)
     for (const auto &row : rows) {
         contents.calendars = row.calendars;
         contents.disabledCalendarIDs = row.disabled;
-        EXPECT_EQ(lines(contents), withEnd(row.isSaid ? Lines{none, hint} : Lines{none})) << row.name;
+        EXPECT_EQ(lines(), withEnd(row.isSaid ? Lines{none, hint} : Lines{none})) << row.name;
     }
 }
 
-TEST_F(StatusMenu, withoutAccessOffersToGetItAndNothingElseOfCalendars)
-{
-    const std::vector today{makeMeeting("Sync", ten)};
-    contents.today = today;
-    contents.disabledCalendarIDs = {"work"};
-    contents.authorization = CalendarAuthorization::notDetermined;
-    EXPECT_EQ(lines(contents), withEnd({"Allow Calendar access…"}));
-    contents.authorization = CalendarAuthorization::denied;
-    EXPECT_EQ(lines(contents), withEnd({"Calendar access needed…"}));
-}
-
-TEST_F(StatusMenu, showsShortcutAndUpdatesWhereThereAreAny)
-{
-    contents.joinHotKey = QStringLiteral("⇧⌘V");
-    contents.canCheckForUpdates = true;
-    EXPECT_EQ(lines(contents),
-              (Lines{"(No more meetings today)", "---", "Join Next Meeting   ⇧⌘V", "Settings… ⌘,",
-                     "Check for Updates…", "More Kelo apps…", "---", "Quit Mivora ⌘q"}));
-}
-
-TEST_F(StatusMenu, everyEnabledEntryDoesSomethingAndMeetingsKnowThemselves)
+TEST_F(StatusMenu, everyEntryDoesWhatItSays)
 {
     const std::vector today{withLink(makeMeeting("Sync", ten)), makeMeeting("Lunch", ten)};
     contents.today = today;
@@ -142,22 +130,28 @@ TEST_F(StatusMenu, everyEnabledEntryDoesSomethingAndMeetingsKnowThemselves)
     contents.disabledCalendarIDs = {"work", "home"};
     contents.joinHotKey = QStringLiteral("⇧⌘V");
     contents.canCheckForUpdates = true;
-    std::vector<MenuCommand> commands;
-    for (const MenuEntry &entry : statusMenu(contents)) {
-        EXPECT_EQ(entry.enabled, entry.command != MenuCommand::none) << entry.title.toStdString();
-        EXPECT_EQ(entry.meeting,
-                  entry.command == MenuCommand::joinMeeting ? std::optional(today[0]) : std::nullopt);
-        if (entry.enabled)
-            commands.push_back(entry.command);
-    }
-    EXPECT_EQ(commands,
-              (std::vector{MenuCommand::joinMeeting, MenuCommand::openCalendarSettings,
-                           MenuCommand::joinNextMeeting, MenuCommand::openSettings,
-                           MenuCommand::checkForUpdates, MenuCommand::openMakerPage, MenuCommand::quit}));
+    const auto chooseAll = [&] {
+        chosen.clear();
+        for (const kelo::ClosureMenuItem &item : menu.items()) {
+            if (item.action)
+                item.action();
+        }
+        return chosen;
+    };
+    EXPECT_EQ(lines(),
+              (Lines{"10:00  Sync  · now  · Zoom", "(10:00  Lunch  · now)",
+                     "No calendars selected — open Settings…", "---", "Join Next Meeting   ⇧⌘V",
+                     "Settings… ⌘,", "Check for Updates…", "More Kelo apps…", "---", "Quit Mivora ⌘q"}));
+    EXPECT_EQ(chooseAll(),
+              (Lines{"join Sync", "calendar settings", "join next", "settings", "updates", "maker", "quit"}));
+    contents.joinHotKey.reset();
+    contents.canCheckForUpdates = false;
     contents.authorization = CalendarAuthorization::notDetermined;
-    EXPECT_EQ(statusMenu(contents).front().command, MenuCommand::allowCalendarAccess);
+    EXPECT_EQ(lines(), withEnd({"Allow Calendar access…"}));
+    EXPECT_EQ(chooseAll().front(), "allow");
     contents.authorization = CalendarAuthorization::denied;
-    EXPECT_EQ(statusMenu(contents).front().command, MenuCommand::openCalendarPrivacy);
+    EXPECT_EQ(lines(), withEnd({"Calendar access needed…"}));
+    EXPECT_EQ(chooseAll().front(), "privacy");
 }
 
 } // namespace mivora

@@ -21,11 +21,13 @@ QStringList menuTitles(const QLocale &locale)
     contents.authorization = CalendarAuthorization::granted;
     contents.today = today;
     contents.now = at("2026-03-10T09:05:00Z");
-    contents.formatTime = [&](Timestamp time) { return shortTime(time, QTimeZone::utc(), locale); };
+    contents.locale = locale;
+    kelo::Menu menu;
+    fillStatusMenu(menu, contents, {});
     QStringList titles;
-    for (const MenuEntry &entry : statusMenu(contents)) {
-        if (!entry.separator)
-            titles.append(entry.title);
+    for (const kelo::MenuItem &item : menu.items()) {
+        if (!item.isSeparator)
+            titles.append(item.title);
     }
     return titles;
 }
@@ -55,7 +57,7 @@ TEST_F(Languages, sayWhatTheTrayThePanelAndTheSettingsSay)
         texts.append(leadMinutesText(minutes));
     texts += {titleWidthText(24), title(SettingsPage::general)};
     texts += menuTitles(german);
-    texts += *statusItemState({}, {}, CalendarAuthorization::denied, start).toolTip;
+    texts += *statusText({}, {}, CalendarAuthorization::denied, start).toolTip;
     EXPECT_EQ(
         texts.join(u'|').toStdString(),
         "jetzt|1\u00a0min|1\u00a0h|1\u00a0h 6\u00a0min|jetzt|1h|"

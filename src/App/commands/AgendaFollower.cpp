@@ -1,9 +1,10 @@
 #include "App/commands/AgendaFollower.h"
 
 #include "App/AgendaJson.h"
-#include "App/NextChange.h"
+#include "Meetings/Countdown.h"
 
 #include <QTimer>
+#include <algorithm>
 #include <cmath>
 
 namespace mivora {
@@ -82,10 +83,14 @@ void AgendaFollower::refreshSession()
 {
     m_session->scheduler().refresh();
     show(m_session->agenda());
+    const Scheduler &scheduler = m_session->scheduler();
     const Timestamp now = m_session->clock().now();
-    const Seconds left =
-        nextChangeAfter(now, m_session->scheduler(), m_session->prefs(), m_session->zone()) - now;
-    m_nextChange.set(QDateTime::currentDateTimeUtc().addMSecs(qint64(std::ceil(left.count() * 1000))));
+    Seconds wait = scheduler.nextChangeAfter(now) - now;
+    for (const auto &shown : {scheduler.next(), scheduler.panelRequest()}) {
+        if (shown)
+            wait = std::min(wait, untilNextMinute(shown->start - now));
+    }
+    m_nextChange.set(QDateTime::currentDateTimeUtc().addMSecs(qint64(std::ceil(wait.count() * 1000))));
 }
 
 void AgendaFollower::show(const QJsonObject &agenda)

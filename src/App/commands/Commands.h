@@ -11,6 +11,9 @@ class DefaultsStore;
 /// settings instead.
 int runApplication(int &argc, char **argv, StartedBy startedBy);
 
+/// Performs every other request than a start, in the application object that there is.
+int runCommand(const Request &request);
+
 /// `mivora agenda`: prints the day, once or whenever it changes.
 int runAgenda(const AgendaRequest &request);
 

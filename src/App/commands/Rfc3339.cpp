@@ -12,44 +12,24 @@ namespace {
 /// The first and the last that years of four digits can name, in UTC.
 constexpr qint64 firstMilliseconds = -62'135'596'800'000, lastMilliseconds = 253'402'300'799'000;
 
-int number(const QRegularExpressionMatch &match, int group)
-{
-    return match.captured(group).toInt();
-}
-
-std::optional<int> offsetSeconds(const QRegularExpressionMatch &match)
-{
-    if (match.captured(9).isEmpty())
-        return 0;
-    const int hours = number(match, 10);
-    const int minutes = number(match, 11);
-    if (hours > 23 || minutes > 59)
-        return std::nullopt;
-    const int offset = hours * 3600 + minutes * 60;
-    return match.captured(9) == QLatin1String("-") ? -offset : offset;
-}
-
 } // namespace
 
 std::optional<Timestamp> timestampFromRfc3339(std::string_view text)
 {
     static const QRegularExpression form(
-        QStringLiteral("\\A([0-9]{4})-([0-9]{2})-([0-9]{2})[Tt ]([0-9]{2}):([0-9]{2}):([0-9]{2})(\\.[0-9]+)?"
-                       "([Zz]|([+-])([0-9]{2}):([0-9]{2}))\\z"));
+        QStringLiteral("\\A([0-9]{4}-[0-9]{2}-[0-9]{2})[Tt ]((?:[01][0-9]|2[0-3]):[0-5][0-9]:)([0-5][0-9]|60)"
+                       "(\\.[0-9]+)?([Zz]|[+-](?:[01][0-9]|2[0-3]):[0-5][0-9])\\z"));
     const auto match = form.match(QString::fromUtf8(text.data(), qsizetype(text.size())));
-    if (!match.hasMatch())
-        return std::nullopt;
-
-    const QDate date(number(match, 1), number(match, 2), number(match, 3));
     // A leap second is the first second after it: clocks here have no others.
-    const int second = number(match, 6);
-    const QTime time(number(match, 4), number(match, 5), std::min(second, 59));
-    const auto offset = offsetSeconds(match);
-    if (!date.isValid() || !time.isValid() || second > 60 || !offset)
+    const bool isLeapSecond = match.captured(3) == QLatin1String("60");
+    const QString second = isLeapSecond ? QStringLiteral("59") : match.captured(3);
+    const QDateTime time = QDateTime::fromString(match.captured(1) + QLatin1Char('T') + match.captured(2) +
+                                                     second + match.captured(5).toUpper(),
+                                                 Qt::ISODate);
+    if (!match.hasMatch() || !time.isValid())
         return std::nullopt;
-
-    const qint64 whole = QDateTime(date, time, Qt::UTC).toSecsSinceEpoch() + (second == 60 ? 1 : 0) - *offset;
-    return timestampFromSeconds(double(whole) + match.captured(7).toDouble());
+    return timestampFromSeconds(double(time.toSecsSinceEpoch() + (isLeapSecond ? 1 : 0)) +
+                                match.captured(4).toDouble());
 }
 
 QString rfc3339(Timestamp time, const QTimeZone &zone)

@@ -1,4 +1,4 @@
-#include "Meetings/LinkToOpen.h"
+#include "Meetings/JoinLink.h"
 
 namespace mivora {
 

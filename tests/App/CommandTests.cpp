@@ -1,0 +1,175 @@
+#include "App/commands/Commands.h"
+
+#include <QTemporaryDir>
+#include <gmock/gmock.h>
+
+// Commands as a person gives them, on the sample calendars, in a home of the test's own.
+namespace mivora {
+
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+struct Outcome
+{
+    int status = 0;
+    std::string printed;
+    std::string complaint;
+};
+
+Outcome run(std::vector<const char *> arguments)
+{
+    arguments.insert(arguments.begin(), "mivora");
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    const int status = runCommand(parseCommandLine(int(arguments.size()), arguments.data()));
+    return {status, testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
+}
+
+class Commands : public testing::Test
+{
+protected:
+    Commands()
+    {
+        qputenv("HOME", m_home.path().toLocal8Bit());
+        for (const char *folder : {"XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_DATA_HOME", "MIVORA_CALENDARS"})
+            qunsetenv(folder);
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+        qputenv("MIVORA_EDS", "none");
+        qputenv("TZ", "Europe/Berlin");
+    }
+
+    ~Commands() override { qunsetenv("TZ"); }
+
+    QTemporaryDir m_home;
+};
+
+} // namespace
+
+TEST_F(Commands, printTheAgendaOfAnyTime)
+{
+    const std::pair<const char *, const char *> rows[] = {
+        {"2026-03-10T14:10:00+01:00", // a running meeting, an upcoming one and none declined
+         "→ 14:00 – 15:00  Design review                 Zoom\n"
+         "  14:30 – 15:30  Interview: back-end engineer  Google Meet\n"
+         "  15:00 – 15:30  Contoso sync                  Teams\n"
+         "  16:00 – 17:00  Quarterly numbers             Teams\n"
+         "  19:30 – 21:30  Choir\n"
+         "  21:30 – 22:00  Call with Auckland            Zoom\n"},
+        {"2026-03-11T00:30:00+01:00", // other zones, and one without length
+         "→ 09:00 – 09:30  Tokyo check-in       FaceTime\n"
+         "  13:00 – 13:00  Newsletter deadline\n"
+         "  14:00 – 15:00  Security training    Link\n"
+         "  19:00 – 20:30  Board meeting        Link\n"},
+        {"2026-03-12T09:00:00+01:00", "→ 10:00 – 10:15  Team stand-up (moved)  Google Meet\n"},
+        {"2026-03-13T08:00:00+01:00", "  No more meetings today\n"},
+        {"2026-03-29T00:30:00+01:00", "Next: Sunday on-call handover · 1h\n"}, // clocks go forward
+        {"2026-03-29T03:30:00+02:00", "→ 01:30 – 04:30  Sunday on-call handover  Google Meet\n"
+                                      "  10:00 – 10:30  Family call              FaceTime\n"},
+    };
+    for (const auto &[time, lines] : rows) {
+        const Outcome outcome = run({"agenda", "--calendars", SAMPLE_CALENDARS, "--at", time});
+        EXPECT_EQ(outcome.status, exitDone) << outcome.complaint;
+        EXPECT_THAT(outcome.printed, HasSubstr(lines)) << time;
+    }
+}
+
+TEST_F(Commands, keepATitleFromActingOnTheTerminal)
+{
+    QFile file(m_home.filePath(QStringLiteral("a.ics")));
+    ASSERT_TRUE(file.open(QFile::WriteOnly));
+    file.write("BEGIN:VCALENDAR\nBEGIN:VEVENT\nUID:a\nSUMMARY:\u009b2J \u202e \u2028Ü\n"
+               "DTSTART:20260310T120000Z\nEND:VEVENT\nEND:VCALENDAR\n");
+    file.close();
+    const std::string folder = m_home.path().toStdString();
+    EXPECT_THAT(
+        run({"agenda", "--calendars", folder.c_str(), "--at", "2026-03-10T11:00:00Z", "--json"}).printed,
+        HasSubstr(R"("title": "\u009b2J \u202e \u2028Ü")"));
+}
+
+TEST_F(Commands, printLinksSettingsAndAccess)
+{
+    const std::string zoom = "https://zoom.us/j/1";
+
+    const struct
+    {
+        std::vector<const char *> arguments;
+        int status;
+        std::string printed;
+        const char *complaint;
+    } rows[] = {
+        {{"detect", "--notes", "x https://zoom.us/j/1."},
+         exitDone,
+         "Zoom\n" + zoom + "\nzoommtg://zoom.us/join?confno=1\n",
+         ""},
+        {{"detect", "--json", "--url", "none", "--location", "https://a.b"},
+         exitDone,
+         R"({"nativeURL":null,"service":"other","webURL":"https://a.b"})"
+         "\n",
+         ""},
+        {{"detect", "--notes", "no link"}, exitCouldNot, "", "no join link found"},
+        {{"detect", "--json"}, exitDone, "null\n", ""},
+        {{"defaults", "read", "leadMinutes"}, exitDone, "1\n", ""},
+        {{"defaults", "write", "leadMinutes", "5"}, exitDone, "", ""},
+        {{"defaults", "read", "leadMinutes"}, exitDone, "5\n", ""},
+        {{"defaults", "write", "leadMinutes", "soon"},
+         exitBadArguments,
+         "",
+         "expected one of 0, 1, 2, 5, got"},
+        {{"defaults", "write", "leadMinutes", "3"}, exitDone, "", "\"3\" is kept, but read as 1"},
+        {{"defaults", "write", "showTitle", "no"}, exitBadArguments, "", "expected true or false"},
+        {{"defaults", "write", "showTitle", "false"}, exitDone, "", ""},
+        {{"defaults", "write", "disabledCalendarIDs", "[\"a\"]"}, exitDone, "", ""},
+        {{"defaults", "write", "disabledCalendarIDs", "[1]"}, exitBadArguments, "", "JSON array of strings"},
+        {{"defaults", "read", "disabledCalendarIDs"}, exitDone, "[\"a\"]\n", ""},
+        {{"defaults", "delete", "disabledCalendarIDs"}, exitDone, "", ""},
+        {{"defaults", "read", "showTitle"}, exitDone, "false\n", ""},
+        {{"defaults", "read", "joinHotKey"}, exitCouldNot, "", "joinHotKey is not set"},
+        {{"defaults", "read", "bogus"}, exitBadArguments, "", "expected one of showTitle"},
+        {{"access"}, exitDone, "notDetermined\n", ""},
+        {{"agenda"}, exitCouldNot, "", "mivora access allow"},
+        {{"access", "allow"}, exitDone, "", ""},
+        {{"access", "status"}, exitDone, "denied\n", ""},
+        {{"agenda"}, exitCouldNot, "", "no calendars can be read"},
+        {{"access", "reset"}, exitDone, "", ""},
+        {{"access"}, exitDone, "notDetermined\n", ""},
+        {{"agenda", "--calendars", "/none"}, exitCouldNot, "", "there is no folder \"/none\""},
+        {{"join"}, exitCouldNot, "", "no session bus"},
+    };
+
+    for (const auto &row : rows) {
+        const Outcome outcome = run(row.arguments);
+        const std::string what = testing::PrintToString(row.arguments);
+        EXPECT_EQ(outcome.status, row.status) << what;
+        EXPECT_EQ(outcome.printed, row.printed) << what;
+        EXPECT_THAT(outcome.complaint, HasSubstr(row.complaint)) << what;
+        EXPECT_EQ(std::ranges::count(outcome.complaint, '\n'), *row.complaint ? 1 : 0) << outcome.complaint;
+    }
+    EXPECT_THAT(run({"defaults", "list"}).printed, HasSubstr("leadMinutes 3\n"));
+}
+
+TEST_F(Commands, nameBadArgumentsAndWhatWasExpected)
+{
+    const std::tuple<std::vector<const char *>, const char *, const char *> rows[] = {
+        {{"bogus"}, "bogus", "agenda"},
+        {{"agenda", "--bogus"}, "--bogus", "--follow"},
+        {{"agenda", "--at", "noon"}, "noon", "RFC 3339"},
+        {{"agenda", "--calendars"}, "--calendars", "DIR"},
+        {{"defaults"}, "defaults", "list, read, write, delete"},
+        {{"defaults", "read"}, "key", "required"},
+        {{"access", "maybe"}, "maybe", "status, allow, reset"},
+        {{"settings", "colours"}, "colours", "general,calendars"},
+        {{"a\nb\033c"}, "a b c", "agenda"},
+    };
+    for (const auto &[arguments, named, expected] : rows) {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.status, exitBadArguments) << named;
+        EXPECT_THAT(outcome.complaint, AllOf(StartsWith("mivora: "), HasSubstr(named), HasSubstr(expected)));
+        EXPECT_EQ(std::ranges::count(outcome.complaint, '\n'), 1) << outcome.complaint;
+    }
+    EXPECT_THAT(run({"--help"}).printed, HasSubstr("agenda"));
+}
+
+} // namespace mivora
