@@ -959,7 +959,7 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     </message>
     <message>
         <source>your calendars are still being read; try again in a moment</source>
-        <translation>vos calendriers sont encore en cours de lecture&#xa0;; réessayez dans un instant</translation>
+        <translation>vos calendriers sont encore en cours de lecture&#x202f;; réessayez dans un instant</translation>
     </message>
 </context>
 <context>

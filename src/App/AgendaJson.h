@@ -30,7 +30,7 @@ struct AgendaContext
 /// {"service", "webURL", "nativeURL"}
 QJsonObject joinLinkJson(const JoinLink &link);
 
-/// What the status item's menu is made from in \a context.
+/// What the status item's menu is made from in `context`.
 MenuContents menuContents(const AgendaContext &context);
 
 /// The public JSON form of the program's state; docs/agenda-json.md describes it.

@@ -58,7 +58,7 @@ private:
     QString m_text;
 };
 
-/// The columns that a terminal draws \a text in. Qt has seen to a locale of UTF-8.
+/// The columns that a terminal draws `text` in. Qt has seen to a locale of UTF-8.
 int columns(const QString &text)
 {
     int width = 0;

@@ -194,13 +194,15 @@ void AppDelegate::reopen()
     openSettings(std::nullopt);
 }
 
-std::optional<QString> AppDelegate::perform(const QString &action, const QString &argument)
+CommandResult AppDelegate::perform(const QString &action, const QString &argument)
 {
+    const auto resultOf = [](bool isDone, const QString &failure) {
+        return isDone ? CommandResult() : CommandResult{failure};
+    };
     if (action == QLatin1String("join"))
-        return m_commands->joinNext() ? std::nullopt : std::optional(tr("there is no meeting to join now"));
+        return resultOf(m_commands->joinNext(), tr("there is no meeting to join now"));
     if (action == QLatin1String("copy"))
-        return m_commands->copyNext() ? std::nullopt
-                                      : std::optional(tr("there is no meeting with a link now"));
+        return resultOf(m_commands->copyNext(), tr("there is no meeting with a link now"));
     if (action == QLatin1String("snooze"))
         return performOnPanel(&Scheduler::snooze);
     if (action == QLatin1String("dismiss"))
@@ -210,9 +212,9 @@ std::optional<QString> AppDelegate::perform(const QString &action, const QString
     if (action == QLatin1String("quit")) {
         // After the answer is on its way.
         QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
-        return std::nullopt;
+        return {};
     }
-    return tr("Mivora knows no action \"%1\"").arg(action);
+    return {tr("Mivora knows no action \"%1\"").arg(action)};
 }
 
 void AppDelegate::perform(const BusCommand &command)
@@ -235,34 +237,34 @@ void AppDelegate::performWaiting()
         const BusCommand &command = waiting.command;
         if (!command.caller)
             continue;
-        const auto failure = perform(command.action, command.argument);
-        const bool mayYetBeDone = failure && !m_source.store().isLoaded() &&
+        const CommandResult result = perform(command.action, command.argument);
+        const bool mayYetBeDone = !result.isDone() && !m_source.store().isLoaded() &&
                                   std::ranges::find(aboutMeetings, command.action) != aboutMeetings.end();
         if (!mayYetBeDone)
-            command.answer(failure);
+            command.answer(result);
         else if (waiting.patience.hasExpired())
-            command.answer(tr("your calendars are still being read; try again in a moment"));
+            command.answer({tr("your calendars are still being read; try again in a moment")});
         else
             m_waiting.push_back(waiting);
     }
 }
 
-std::optional<QString> AppDelegate::performSettings(const QString &page)
+CommandResult AppDelegate::performSettings(const QString &page)
 {
     const auto chosen = settingsPageFromRawValue(page);
     if (!page.isEmpty() && !chosen)
-        return tr("the settings have no page \"%1\"").arg(page);
-    return openSettings(chosen) ? std::nullopt : std::optional(tr("the settings can't be shown"));
+        return {tr("the settings have no page \"%1\"").arg(page)};
+    return openSettings(chosen) ? CommandResult() : CommandResult{tr("the settings can't be shown")};
 }
 
-std::optional<QString> AppDelegate::performOnPanel(void (Scheduler::*decision)(const std::string &))
+CommandResult AppDelegate::performOnPanel(void (Scheduler::*decision)(const std::string &))
 {
     if (!m_scheduler->panelRequest())
-        return tr("no meeting has its panel shown now");
+        return {tr("no meeting has its panel shown now")};
     // A copy: the refresh replaces the request.
     const std::string id = m_scheduler->panelRequest()->id;
     (m_scheduler.get()->*decision)(id);
-    return std::nullopt;
+    return {};
 }
 
 QJsonObject AppDelegate::agenda() const

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "App/ApplicationService.h"
+#include "App/BusCommand.h"
 #include "App/MeetingCommands.h"
 #include "App/WorkspaceInstalledApps.h"
 #include "Calendar/EventKitSource.h"
@@ -75,8 +75,8 @@ public:
     /// The program was started once more while it runs: brings up the settings, on the page last shown.
     void reopen();
 
-    /// Has the command line's verb \a action done. Nothing when it was done, else why not, in one line.
-    std::optional<QString> perform(const QString &action, const QString &argument);
+    /// Has the command line's verb `action` done.
+    CommandResult perform(const QString &action, const QString &argument);
 
     /// The same for a command that came over the bus. One about meetings that can't be done with what is
     /// known of the calendars waits while these are read for the first time, but not longer than its caller
@@ -105,8 +105,8 @@ private:
     void panelRequestChanged(const std::optional<Meeting> &meeting);
     void showRefreshed();
     void timeZoneChanged();
-    std::optional<QString> performSettings(const QString &page);
-    std::optional<QString> performOnPanel(void (Scheduler::*decision)(const std::string &));
+    CommandResult performSettings(const QString &page);
+    CommandResult performOnPanel(void (Scheduler::*decision)(const std::string &));
     AgendaContext agendaContext() const;
 
     AppParts m_parts;

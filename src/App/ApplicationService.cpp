@@ -1,6 +1,8 @@
 #include "App/ApplicationService.h"
 
 #include "App/AgendaJson.h"
+#include "App/AppDelegate.h"
+#include "App/commands/CommandLine.h"
 #include "Platform/SystemLog.h"
 
 #include <QDBusAbstractAdaptor>
@@ -8,6 +10,7 @@
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
 #include <QJsonDocument>
+#include <utility>
 
 namespace mivora {
 
@@ -34,10 +37,10 @@ public:
 
 public Q_SLOTS:
 
-    void Activate(const QVariantMap &) { m_service->m_actions.activate(); }
+    void Activate(const QVariantMap &) { m_service->activate(); }
 
     /// Mivora opens no documents: being asked to is being started again.
-    void Open(const QStringList &, const QVariantMap &) { m_service->m_actions.activate(); }
+    void Open(const QStringList &, const QVariantMap &) { m_service->activate(); }
 
     void ActivateAction(const QString &action, const QVariantList &parameters, const QVariantMap &,
                         const QDBusMessage &call)
@@ -69,9 +72,10 @@ private:
     ApplicationService *m_service;
 };
 
-ApplicationService::ApplicationService(QDBusConnection bus, ApplicationActions actions, QObject *parent)
-    : QObject(parent), m_bus(std::move(bus)), m_actions(std::move(actions))
+ApplicationService::ApplicationService(QDBusConnection bus, AppDelegate &delegate, StartedBy startedBy)
+    : m_bus(std::move(bus)), m_delegate(delegate), m_isStartExpected(startedBy == StartedBy::sessionBus)
 {
+    connect(&delegate, &AppDelegate::refreshed, this, &ApplicationService::announceAgenda);
     new ApplicationAdaptor(this);
     m_agenda = new AgendaAdaptor(this);
     if (!m_bus.isConnected()) {
@@ -105,8 +109,15 @@ void ApplicationService::tellNoBus()
                        "icon, and no command reaches this program"));
 }
 
+void ApplicationService::activate()
+{
+    if (!std::exchange(m_isStartExpected, false))
+        m_delegate.reopen();
+}
+
 void ApplicationService::perform(const QString &action, const QString &argument, const QDBusMessage &call)
 {
+    m_isStartExpected = false;
     call.setDelayedReply(true);
     auto *caller = new QDBusServiceWatcher(this);
     // One that wants no answer may be gone before the command is performed.
@@ -116,17 +127,17 @@ void ApplicationService::perform(const QString &action, const QString &argument,
         caller->addWatchedService(call.service());
         connect(caller, &QDBusServiceWatcher::serviceUnregistered, caller, &QObject::deleteLater);
     }
-    const auto answer = [bus = m_bus, call, caller](const std::optional<QString> &failure) {
-        bus.send(failure ? call.createErrorReply(QLatin1String(couldNotError), *failure)
-                         : call.createReply());
+    const auto answer = [bus = m_bus, call, caller](const CommandResult &result) {
+        bus.send(result.isDone() ? call.createReply()
+                                 : call.createErrorReply(QLatin1String(couldNotError), result.failure));
         caller->deleteLater();
     };
-    m_actions.perform({action, argument, caller, answer});
+    m_delegate.perform({action, argument, caller, answer});
 }
 
 QString ApplicationService::followedAgenda()
 {
-    const QJsonObject agenda = m_actions.agenda();
+    const QJsonObject agenda = m_delegate.agenda();
     // The others have yet to be told of what is new in it.
     if (m_announced.isEmpty())
         m_announced = agenda;
@@ -137,7 +148,7 @@ void ApplicationService::announceAgenda()
 {
     if (m_announced.isEmpty())
         return;
-    QJsonObject agenda = m_actions.agenda();
+    QJsonObject agenda = m_delegate.agenda();
     if (!showsChange(m_announced, agenda))
         return;
     m_announced = std::move(agenda);

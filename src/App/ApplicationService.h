@@ -3,12 +3,6 @@
 #include <QDBusConnection>
 #include <QJsonObject>
 #include <QObject>
-#include <QPointer>
-#include <QVariantList>
-#include <QVariantMap>
-#include <chrono>
-#include <functional>
-#include <optional>
 
 namespace mivora {
 
@@ -20,36 +14,13 @@ inline constexpr const char *agendaInterface = "app.kelo.Mivora.Agenda";
 /// The error of an action that could not be done; its message says why, in one line.
 inline constexpr const char *couldNotError = "app.kelo.Mivora.Error.CouldNot";
 
-/// Takes the program's name on \a bus. False when another Mivora has it; true also when there is no bus to be
+/// Takes the program's name on `bus`. False when another Mivora has it; true also when there is no bus to be
 /// alone on.
 bool claimApplicationName(const QDBusConnection &bus);
 
-/// How long a caller waits for the answer to a command.
-inline constexpr std::chrono::milliseconds callerPatience{4'500};
-
-/// A command that came over the bus.
-struct BusCommand
-{
-    QString action;
-    QString argument;
-    /// Gone when nobody waits for the answer any more.
-    QPointer<QObject> caller;
-    /// To be called once: with nothing when the command was done, else with one line that says why not.
-    std::function<void(const std::optional<QString> &failure)> answer;
-};
-
-/// What others can ask of the running program.
-struct ApplicationActions
-{
-    /// Performs the command now or later.
-    std::function<void(const BusCommand &command)> perform;
-    /// The program was started again: bring its settings up.
-    std::function<void()> activate;
-    /// The agenda as `mivora agenda --json` prints it.
-    std::function<QJsonObject()> agenda;
-};
-
 class AgendaAdaptor;
+class AppDelegate;
+enum class StartedBy;
 
 /// The running program on the session bus: org.freedesktop.Application (Desktop Entry Specification, "D-Bus
 /// activation") and the agenda with its change signal. The system log is told when there is no bus, and when
@@ -59,12 +30,9 @@ class ApplicationService final : public QObject
     Q_OBJECT
 
 public:
-    ApplicationService(QDBusConnection bus, ApplicationActions actions, QObject *parent = nullptr);
+    /// `delegate` outlives the service.
+    ApplicationService(QDBusConnection bus, AppDelegate &delegate, StartedBy startedBy);
     ~ApplicationService() override;
-
-    /// Tells listeners when the agenda is another one than at the last call; the time alone doesn't
-    /// count. Nothing is made or sent until somebody on the bus has asked for the agenda.
-    void announceAgenda();
 
 private Q_SLOTS:
     void tellNoBus();
@@ -73,11 +41,17 @@ private:
     friend class ApplicationAdaptor;
     friend class AgendaAdaptor;
 
+    void activate();
     void perform(const QString &action, const QString &argument, const QDBusMessage &call);
     QString followedAgenda();
+    /// Tells listeners when the agenda is another one than at the last call; the time alone doesn't
+    /// count. Nothing is made or sent until somebody on the bus has asked for the agenda.
+    void announceAgenda();
 
     QDBusConnection m_bus;
-    ApplicationActions m_actions;
+    AppDelegate &m_delegate;
+    /// The bus activates what it has started: that is the start itself, and brings no settings up.
+    bool m_isStartExpected;
     AgendaAdaptor *m_agenda = nullptr;
     /// What those that asked know; empty while nobody has.
     QJsonObject m_announced;

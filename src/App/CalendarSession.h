@@ -38,8 +38,8 @@ class CalendarSession final : public QObject
 public:
     explicit CalendarSession(const SessionOptions &options);
 
-    /// Refreshes, and calls \a then from the event loop, when the calendars have been read, or after a
-    /// minute: then \a then is told that not all of them are there.
+    /// Refreshes, and calls `then` from the event loop, when the calendars have been read, or after a
+    /// minute: then `then` is told that not all of them are there.
     void whenLoaded(std::function<void(bool areComplete)> then);
 
     /// From now on the days are those of the user's time zone as it is now.

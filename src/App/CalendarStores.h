@@ -24,7 +24,7 @@ struct StoreOptions
 };
 
 /// All of the user's calendars as one store: the folders of iCalendar files and what the desktop keeps,
-/// unless $MIVORA_EDS is "none". The user's addresses come from the key "addresses" of \a defaults. \a access
+/// unless $MIVORA_EDS is "none". The user's addresses come from the key "addresses" of `defaults`. `access`
 /// must outlive the store.
 std::unique_ptr<EventStore> makeCalendarStore(const StoreOptions &options, const DefaultsStore &defaults,
                                               AccessMemory &access);

@@ -14,10 +14,10 @@ class ConflictAlert final : public QObject
     Q_PROPERTY(QString informativeText READ informativeText CONSTANT)
 
 public:
-    /// \a views must outlive the alert; nothing is loaded before it is shown.
+    /// `views` must outlive the alert; nothing is loaded before it is shown.
     ConflictAlert(kelo::ViewLoader &views, const QDBusConnection &bus, QObject *parent = nullptr);
 
-    /// \a shortcut as it is displayed. An alert that is on screen changes in place.
+    /// `shortcut` as it is displayed. An alert that is on screen changes in place.
     void show(const QString &shortcut);
 
     QString message() const { return m_message; }

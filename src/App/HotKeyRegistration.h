@@ -17,7 +17,7 @@ class HotKeyRegistration final : public QObject
     Q_OBJECT
 
 public:
-    /// \a action runs at each press. Service and preferences must outlive this.
+    /// `action` runs at each press. Service and preferences must outlive this.
     HotKeyRegistration(kelo::HotKeyService &service, Preferences &prefs, std::function<void()> action,
                        QObject *parent = nullptr);
 
@@ -25,7 +25,7 @@ public:
     /// announced by conflict(). Where the desktop can register nothing, the setting stays as it is.
     void registerHotKey();
 
-    /// Registers \a combo in place of the registered combination, for a setting that is about to be written.
+    /// Registers `combo` in place of the registered combination, for a setting that is about to be written.
     /// False, and everything stays as it is, when it is in use.
     bool tryToRegister(const kelo::HotKeyCombo &combo);
 
@@ -33,7 +33,7 @@ public:
     const std::optional<kelo::HotKeyCombo> &registeredCombo() const { return m_registeredCombo; }
 
 Q_SIGNALS:
-    /// Another program has the combination that is shown as \a shortcut.
+    /// Another program has the combination that is shown as `shortcut`.
     void conflict(const QString &shortcut);
 
 private:

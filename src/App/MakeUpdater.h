@@ -13,7 +13,7 @@ namespace mivora {
 
 class Workspace;
 
-/// The updater of this build, as MIVORA_UPDATER chose it when it was configured. \a views and \a workspace
+/// The updater of this build, as MIVORA_UPDATER chose it when it was configured. `views` and `workspace`
 /// must outlive it. Nothing is loaded or fetched here.
 std::unique_ptr<kelo::Updater> makeUpdater(kelo::ViewLoader &views, Workspace &workspace,
                                            const QDBusConnection &sessionBus);

@@ -37,24 +37,6 @@ int openSettingsOfRunningOne()
     return exitCouldNot;
 }
 
-/// The bus activates what it has started: that is the start itself, and brings no settings up.
-ApplicationActions actionsOf(AppDelegate &delegate, StartedBy startedBy)
-{
-    const auto isFirstRequest = std::make_shared<bool>(true);
-    const bool isStart = startedBy == StartedBy::sessionBus;
-    return {.perform =
-                [&delegate, isFirstRequest](const BusCommand &command) {
-                    *isFirstRequest = false;
-                    delegate.perform(command);
-                },
-            .activate =
-                [&delegate, isFirstRequest, isStart] {
-                    if (!std::exchange(*isFirstRequest, false) || !isStart)
-                        delegate.reopen();
-                },
-            .agenda = [&delegate] { return delegate.agenda(); }};
-}
-
 /// X11 wherever it is to be had, in Wayland sessions as well: only there can a program place its windows.
 /// False when there is no display at all.
 bool chooseWindowSystem()
@@ -123,9 +105,8 @@ int run(StartedBy startedBy)
                           .clock = clock,
                           .bus = bus,
                           .store = std::move(store)});
-    ApplicationService service(bus, actionsOf(delegate, startedBy));
+    const ApplicationService service(bus, delegate, startedBy);
     delegate.launch();
-    QObject::connect(&delegate, &AppDelegate::refreshed, &service, &ApplicationService::announceAgenda);
     return QGuiApplication::exec();
 }
 

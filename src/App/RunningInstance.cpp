@@ -10,9 +10,10 @@
 
 namespace mivora {
 
-namespace {
+RunningInstance::RunningInstance(QDBusConnection bus) : m_bus(std::move(bus)) {}
 
-QDBusMessage call(const char *interface, const QString &method, const QVariantList &arguments)
+QDBusMessage RunningInstance::call(const char *interface, const QString &method,
+                                   const QVariantList &arguments) const
 {
     auto message = QDBusMessage::createMethodCall(QLatin1String(applicationBusName),
                                                   QLatin1String(applicationObjectPath),
@@ -20,17 +21,12 @@ QDBusMessage call(const char *interface, const QString &method, const QVariantLi
     message.setArguments(arguments);
     // A command for the running program must not start one.
     message.setAutoStartService(false);
-    return QDBusConnection::sessionBus().call(message, QDBus::Block, int(callerPatience.count()));
+    return m_bus.call(message, QDBus::Block, int(callerPatience.count()));
 }
-
-} // namespace
-
-RunningInstance::RunningInstance(QObject *parent) : QObject(parent) {}
 
 bool RunningInstance::isThere() const
 {
-    const auto bus = QDBusConnection::sessionBus();
-    return bus.isConnected() && bus.interface()->isServiceRegistered(QLatin1String(applicationBusName));
+    return m_bus.isConnected() && m_bus.interface()->isServiceRegistered(QLatin1String(applicationBusName));
 }
 
 std::optional<QJsonObject> RunningInstance::agenda() const
@@ -43,7 +39,7 @@ std::optional<QJsonObject> RunningInstance::agenda() const
     return QJsonDocument::fromJson(reply.arguments().first().toString().toUtf8()).object();
 }
 
-std::optional<QString> RunningInstance::perform(const QString &action, const QString &argument) const
+CommandResult RunningInstance::perform(const QString &action, const QString &argument) const
 {
     QVariantList parameters;
     if (!argument.isEmpty())
@@ -51,12 +47,12 @@ std::optional<QString> RunningInstance::perform(const QString &action, const QSt
     const QDBusMessage reply =
         call(applicationInterface, QStringLiteral("ActivateAction"), {action, parameters, QVariantMap()});
     if (reply.type() == QDBusMessage::ReplyMessage)
-        return std::nullopt;
+        return {};
     // The program's own words; the bus has words for programmers only.
     if (reply.errorName() == QLatin1String(couldNotError))
-        return reply.errorMessage();
-    return QCoreApplication::translate("Application", "Mivora does not answer; if that goes on, end it with "
-                                                      "`pkill -x mivora` and start it again");
+        return {reply.errorMessage()};
+    return {QCoreApplication::translate("Application", "Mivora does not answer; if that goes on, end it with "
+                                                       "`pkill -x mivora` and start it again")};
 }
 
 bool RunningInstance::activate() const
@@ -67,13 +63,12 @@ bool RunningInstance::activate() const
 
 void RunningInstance::follow()
 {
-    auto bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected())
+    if (!m_bus.isConnected())
         return;
-    bus.connect(QLatin1String(applicationBusName), QLatin1String(applicationObjectPath),
-                QLatin1String(agendaInterface), QStringLiteral("AgendaChanged"), this,
-                SLOT(receiveAgenda(QString)));
-    auto *watcher = new QDBusServiceWatcher(QLatin1String(applicationBusName), bus,
+    m_bus.connect(QLatin1String(applicationBusName), QLatin1String(applicationObjectPath),
+                  QLatin1String(agendaInterface), QStringLiteral("AgendaChanged"), this,
+                  SLOT(receiveAgenda(QString)));
+    auto *watcher = new QDBusServiceWatcher(QLatin1String(applicationBusName), m_bus,
                                             QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &RunningInstance::came);
     connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, &RunningInstance::went);

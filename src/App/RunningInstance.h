@@ -1,5 +1,9 @@
 #pragma once
 
+#include "App/BusCommand.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
 #include <QJsonObject>
 #include <QObject>
 #include <QString>
@@ -14,7 +18,7 @@ class RunningInstance final : public QObject
     Q_OBJECT
 
 public:
-    explicit RunningInstance(QObject *parent = nullptr);
+    explicit RunningInstance(QDBusConnection bus = QDBusConnection::sessionBus());
 
     /// Whether there is one now.
     bool isThere() const;
@@ -22,8 +26,8 @@ public:
     /// Its agenda; nothing when there is none or it does not answer.
     std::optional<QJsonObject> agenda() const;
 
-    /// Has it do \a action with an optional argument. Nothing when it was done, else why not, in one line.
-    std::optional<QString> perform(const QString &action, const QString &argument) const;
+    /// Has it do `action` with an optional argument.
+    CommandResult perform(const QString &action, const QString &argument) const;
 
     /// Brings up its settings, as a second start does. False when it does not answer.
     bool activate() const;
@@ -38,6 +42,11 @@ Q_SIGNALS:
 
 private Q_SLOTS:
     void receiveAgenda(const QString &agenda);
+
+private:
+    QDBusMessage call(const char *interface, const QString &method, const QVariantList &arguments) const;
+
+    QDBusConnection m_bus;
 };
 
 } // namespace mivora

@@ -9,7 +9,7 @@ namespace mivora {
 class WorkspaceInstalledApps final : public InstalledApps
 {
 public:
-    /// \a workspace must outlive this.
+    /// `workspace` must outlive this.
     explicit WorkspaceInstalledApps(const Workspace &workspace) : m_workspace(workspace) {}
 
     bool isInstalled(Service service) const override;

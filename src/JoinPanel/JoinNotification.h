@@ -15,7 +15,7 @@ class JoinNotification final : public QObject
     Q_OBJECT
 
 public:
-    /// \a model outlives the notification.
+    /// `model` outlives the notification.
     JoinNotification(const JoinPanelModel &model, const QDBusConnection &bus);
     /// Nothing stays on the screen whose buttons nobody answers.
     ~JoinNotification() override;

@@ -33,7 +33,7 @@ class JoinPanelController final : public QObject
     Q_OBJECT
 
 public:
-    /// \a prefs and \a views outlive the controller. Nothing is loaded before the first show().
+    /// `prefs` and `views` outlive the controller. Nothing is loaded before the first show().
     JoinPanelController(const Preferences &prefs, kelo::ViewLoader &views, const JoinPanelActions &actions,
                         Timestamp now, const QDBusConnection &bus = QDBusConnection::sessionBus());
 
@@ -46,7 +46,7 @@ public:
     /// Shows the meeting. A panel that is already visible changes in place and stays where it is.
     void show(const Meeting &meeting, Timestamp now);
 
-    /// Brings a visible panel up to date; without a \a panelRequest the meeting stays as it is.
+    /// Brings a visible panel up to date; without a `panelRequest` the meeting stays as it is.
     void refresh(const std::optional<Meeting> &panelRequest, Timestamp now);
 
     void hide();

@@ -7,13 +7,13 @@
 /// others.
 namespace mivora {
 
-/// The date and time, in whole seconds, that clocks in \a zone show at \a time.
+/// The date and time, in whole seconds, that clocks in `zone` show at `time`.
 QDateTime localTime(Timestamp time, const QTimeZone &zone);
 
-/// The first instant of the calendar day, in \a zone, that is \a daysLater days after the one of \a time.
+/// The first instant of the calendar day, in `zone`, that is `daysLater` days after the one of `time`.
 Timestamp startOfDay(Timestamp time, const QTimeZone &zone, int daysLater = 0);
 
-/// The hour (0 to 23) that a clock in \a zone shows at \a time.
+/// The hour (0 to 23) that a clock in `zone` shows at `time`.
 int hourOfDay(Timestamp time, const QTimeZone &zone);
 
 } // namespace mivora

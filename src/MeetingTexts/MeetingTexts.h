@@ -10,7 +10,7 @@
 /// What is said about a meeting's time and service, in the user's language.
 namespace mivora {
 
-/// The time left until something that is \a left away: "now" below a minute, else minutes rounded up, as in
+/// The time left until something that is `left` away: "now" below a minute, else minutes rounded up, as in
 /// "2m", "1h" or "1h 5m".
 QString countdownText(Seconds left);
 
@@ -18,11 +18,11 @@ QString countdownText(Seconds left);
 /// hour.
 QString shortCountdownText(Seconds left);
 
-/// The name of \a service. Services are called what their makers call them: only "Link", which stands for any
+/// The name of `service`. Services are called what their makers call them: only "Link", which stands for any
 /// other one, is translated.
 QString serviceName(Service service);
 
-/// The time of day that clocks in \a zone show at \a time, without date and seconds, as \a locale writes it:
+/// The time of day that clocks in `zone` show at `time`, without date and seconds, as `locale` writes it:
 /// "9:05 AM", "09:05". Pass QLocale::system() for the user's own way, LC_TIME included.
 QString shortTime(Timestamp time, const QTimeZone &zone, const QLocale &locale);
 

@@ -17,7 +17,7 @@ bool isBlank(QChar c)
     return c == QLatin1Char(' ') || c == QLatin1Char('\t');
 }
 
-/// The length of the first \a count characters of \a text in code units, or that of the whole text when it
+/// The length of the first `count` characters of `text` in code units, or that of the whole text when it
 /// has no more than these.
 qsizetype lengthOfCharacters(const QString &text, qsizetype count)
 {

@@ -11,15 +11,15 @@ namespace mivora {
 /// down.
 inline constexpr int maxTitleCharacters = 255;
 
-/// \a title as one line: control characters, line separators and the controls of the writing direction become
+/// `title` as one line: control characters, line separators and the controls of the writing direction become
 /// blanks. What is longer than maxTitleCharacters, or holds absurdly long characters, is cut and ends in "…".
 QString titleText(std::string_view title);
 
-/// \a title in at most \a width characters: whole where it fits, else cut, trimmed of blanks and tabs, and
+/// `title` in at most `width` characters: whole where it fits, else cut, trimmed of blanks and tabs, and
 /// ended by "…", which counts.
 QString shortenedTitle(const QString &title, int width);
 
-/// Whether \a left sorts before \a right by Unicode scalar values after canonical composition (NFC). The
+/// Whether `left` sorts before `right` by Unicode scalar values after canonical composition (NFC). The
 /// order of titles and account names everywhere: plain, case-sensitive, the same in every locale.
 bool titleSortsBefore(std::string_view left, std::string_view right);
 

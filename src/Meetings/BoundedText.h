@@ -12,7 +12,7 @@ namespace mivora {
 /// no panel shows a title half as long.
 inline constexpr std::size_t longestText = 8192;
 
-/// The start of \a text (UTF-8), at most \a maxBytes long, without half a character at its end.
+/// The start of `text` (UTF-8), at most `maxBytes` long, without half a character at its end.
 constexpr std::string_view prefix(std::string_view text, std::size_t maxBytes)
 {
     if (text.size() <= maxBytes)
@@ -22,7 +22,7 @@ constexpr std::string_view prefix(std::string_view text, std::size_t maxBytes)
     return text.substr(0, maxBytes);
 }
 
-/// \a text, cut at longestText and ended by "…" when it is longer.
+/// `text`, cut at longestText and ended by "…" when it is longer.
 inline std::string boundedText(std::string_view text)
 {
     std::string bounded(prefix(text, longestText));

@@ -18,10 +18,10 @@ struct Countdown
     friend bool operator==(const Countdown &, const Countdown &) = default;
 };
 
-/// The countdown for something that is \a left away: minutes are rounded up, from one whole minute on.
+/// The countdown for something that is `left` away: minutes are rounded up, from one whole minute on.
 Countdown countdown(Seconds left);
 
-/// How long what is said of a time that is \a left away, or as long past, stays as it is: it is told in whole
+/// How long what is said of a time that is `left` away, or as long past, stays as it is: it is told in whole
 /// minutes, and changes when one of these is no longer whole.
 Seconds untilNextMinute(Seconds left);
 

@@ -30,7 +30,7 @@ public:
 };
 
 /// The link that Join opens: the app's where there is one, it is installed, and the user has not asked for
-/// the browser; else the web link. \a installed is only asked when its answer matters.
+/// the browser; else the web link. `installed` is only asked when its answer matters.
 const Url &linkToOpen(const JoinLink &link, const std::set<Service> &browserServices,
                       const InstalledApps &installed);
 

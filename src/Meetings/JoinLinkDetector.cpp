@@ -73,7 +73,7 @@ std::string_view withoutTrailingPunctuation(std::string_view link)
     return link.substr(0, link.find_last_not_of(".,;:!?") + 1);
 }
 
-/// The next match of \a scanner that is a URL.
+/// The next match of `scanner` that is a URL.
 std::optional<Url> nextLink(LinkScanner &scanner)
 {
     while (const auto match = scanner.next()) {
@@ -83,7 +83,7 @@ std::optional<Url> nextLink(LinkScanner &scanner)
     return std::nullopt;
 }
 
-/// The first link of a known service in \a text, else the first link of any kind.
+/// The first link of a known service in `text`, else the first link of any kind.
 std::optional<JoinLink> joinLinkIn(std::string_view text)
 {
     std::optional<JoinLink> plain;

@@ -15,7 +15,7 @@ namespace mivora {
 std::optional<JoinLink> detect(std::optional<std::string_view> url, std::optional<std::string_view> location,
                                std::optional<std::string_view> notes);
 
-/// The https links in \a text, in order of position, without trailing punctuation.
+/// The https links in `text`, in order of position, without trailing punctuation.
 std::vector<Url> links(std::string_view text);
 
 /// The target of a link that a calendar service wrapped in its own redirector; every other link unchanged.

@@ -28,7 +28,7 @@ constexpr std::array<Byte, 256> makeByteTable()
 
 constexpr std::array<Byte, 256> byteTable = makeByteTable();
 
-/// The first position at or after \a from that no link can hold, or the end of \a text.
+/// The first position at or after `from` that no link can hold, or the end of `text`.
 std::size_t findEnd(std::string_view text, std::size_t from)
 {
     for (; from < text.size(); ++from) {

@@ -14,7 +14,7 @@ namespace mivora {
 class LinkScanner
 {
 public:
-    /// Scans \a text, which must outlive the scanner.
+    /// Scans `text`, which must outlive the scanner.
     explicit LinkScanner(std::string_view text) : m_rest(text) {}
 
     /// The next match, or nothing at the end of the text.

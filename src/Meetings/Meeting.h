@@ -53,11 +53,11 @@ struct Meeting
 
     friend bool operator==(const Meeting &, const Meeting &) = default;
 
-    /// Makes the meeting of \a snapshot and looks for its join link. A start that no 64-bit count of seconds
+    /// Makes the meeting of `snapshot` and looks for its join link. A start that no 64-bit count of seconds
     /// can hold stops the program.
     static Meeting fromSnapshot(const EventSnapshot &snapshot);
 
-    /// Whether the meeting has begun and not yet ended at \a now.
+    /// Whether the meeting has begun and not yet ended at `now`.
     bool isRunning(Timestamp now) const { return start <= now && now < end; }
 };
 

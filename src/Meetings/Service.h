@@ -19,7 +19,7 @@ std::string_view rawValue(Service service);
 /// The name shown to the user, such as "Google Meet".
 std::string_view displayName(Service service);
 
-/// The service with the stored name \a raw (case-sensitive), or nothing.
+/// The service with the stored name `raw` (case-sensitive), or nothing.
 std::optional<Service> serviceFromRawValue(std::string_view raw);
 
 } // namespace mivora

@@ -24,7 +24,7 @@ namespace mivora {
 
 enum class Subdomains { refused, included };
 
-/// Links on \a host belong to \a service when \a acceptsPath agrees with their decoded path.
+/// Links on `host` belong to `service` when `acceptsPath` agrees with their decoded path.
 struct HostRule
 {
     Service service;

@@ -18,7 +18,7 @@ bool pathFitsAuthority(const boost::urls::url_view &url)
     return path.empty() || path.front() == '/';
 }
 
-/// Whether \a port, which holds digits alone, is empty or a number of 16 bits. Boost.URL lets it overflow.
+/// Whether `port`, which holds digits alone, is empty or a number of 16 bits. Boost.URL lets it overflow.
 bool isPort(std::string_view port)
 {
     constexpr std::string_view highest = "65535";
@@ -31,13 +31,13 @@ bool isValidAuthority(const boost::urls::url_view &url)
     return !url.encoded_host().empty() && isPort(url.port()) && pathFitsAuthority(url);
 }
 
-/// The text that the percent-encoded \a part of a valid URL stands for. A "+" stays as it is.
+/// The text that the percent-encoded `part` of a valid URL stands for. A "+" stays as it is.
 std::string decoded(std::string_view part)
 {
     return boost::urls::pct_string_view(part).decode();
 }
 
-/// Removes what \a rest begins with, up to the first \a delimiter and this too, and returns it without this.
+/// Removes what `rest` begins with, up to the first `delimiter` and this too, and returns it without this.
 std::string_view takeUntil(char delimiter, std::string_view &rest)
 {
     const std::string_view taken = rest.substr(0, rest.find(delimiter));

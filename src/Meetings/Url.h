@@ -12,7 +12,7 @@ namespace mivora {
 class Url
 {
 public:
-    /// Parses \a text strictly. Nothing when it is not an RFC 3986 URI, when its port is no number up to
+    /// Parses `text` strictly. Nothing when it is not an RFC 3986 URI, when its port is no number up to
     /// 65,535, or when it has an authority with an empty host.
     static std::optional<Url> parse(std::string_view text);
 
@@ -31,7 +31,7 @@ public:
     /// The path's components, percent-decoded, without empty ones; "/" comes first for an absolute path.
     std::vector<std::string> pathComponents() const;
 
-    /// The percent-decoded value of the first query item named \a name. Nothing when there is no such item or
+    /// The percent-decoded value of the first query item named `name`. Nothing when there is no such item or
     /// it has no value. A "+" stays a plus sign.
     std::optional<std::string> queryValue(std::string_view name) const;
 

@@ -21,7 +21,7 @@ constexpr bool isAsciiWhiteSpace(char byte)
     return byte == ' ' || (byte >= '\t' && byte <= '\r');
 }
 
-/// The length in bytes of the white-space character that \a text begins with; 0 when it begins with another.
+/// The length in bytes of the white-space character that `text` begins with; 0 when it begins with another.
 constexpr std::size_t leadingWhiteSpace(std::string_view text)
 {
     if (!text.empty() && isAsciiWhiteSpace(text.front()))
@@ -33,7 +33,7 @@ constexpr std::size_t leadingWhiteSpace(std::string_view text)
     return 0;
 }
 
-/// The length in bytes of the white-space character that \a text ends with; 0 when it ends with another.
+/// The length in bytes of the white-space character that `text` ends with; 0 when it ends with another.
 constexpr std::size_t trailingWhiteSpace(std::string_view text)
 {
     if (!text.empty() && isAsciiWhiteSpace(text.back()))
@@ -45,7 +45,7 @@ constexpr std::size_t trailingWhiteSpace(std::string_view text)
     return 0;
 }
 
-/// \a text without the white space at both of its ends.
+/// `text` without the white space at both of its ends.
 constexpr std::string_view trimmed(std::string_view text)
 {
     while (const std::size_t length = leadingWhiteSpace(text))

@@ -23,7 +23,7 @@ bool isBetter(const Meeting &left, const Meeting &right)
     return titleSortsBefore(left.title, right.title);
 }
 
-/// The candidate whose start wins over those of all others by \a startWins. Of equals, the first one stays.
+/// The candidate whose start wins over those of all others by `startWins`. Of equals, the first one stays.
 template<typename IsCandidate, typename StartWins>
 std::optional<Meeting> choose(const std::vector<Meeting> &meetings, IsCandidate isCandidate,
                               StartWins startWins)

@@ -19,7 +19,7 @@ struct Decisions
     std::set<std::string> dismissed;
     std::set<std::string> joined;
 
-    /// Whether none of them hides the panel of the meeting at \a now.
+    /// Whether none of them hides the panel of the meeting at `now`.
     bool allowPanel(const std::string &meetingID, Timestamp now) const;
 
     /// Forgets all decisions about other meetings than these.
@@ -35,14 +35,14 @@ struct PanelRules
     bool remindWithoutLink = false;
 };
 
-/// The \a meetings of the user that have not ended at \a now, sorted by start, then title: neither those of
+/// The `meetings` of the user that have not ended at `now`, sorted by start, then title: neither those of
 /// whole days nor the declined ones.
 std::vector<Meeting> relevantMeetings(std::vector<Meeting> meetings, Timestamp now);
 
 /// The meeting that starts first; of several, the one with a join link, then the one whose title sorts first.
 std::optional<Meeting> nextMeeting(const std::vector<Meeting> &meetings);
 
-/// The meeting whose panel is due at \a now. The one that starts last wins, so that an upcoming meeting takes
+/// The meeting whose panel is due at `now`. The one that starts last wins, so that an upcoming meeting takes
 /// over from a running one; ties are decided as in nextMeeting().
 std::optional<Meeting> panelMeeting(const std::vector<Meeting> &meetings, const Decisions &decisions,
                                     const PanelRules &rules, Timestamp now);

@@ -19,7 +19,7 @@ namespace {
 /// From this hour on, the user looks ahead to tomorrow.
 constexpr int eveningHour = 18;
 
-/// Whether \a value is not what \a property was until now.
+/// Whether `value` is not what `property` was until now.
 template<typename T> bool assign(T &property, T value)
 {
     if (property == value)

@@ -53,13 +53,7 @@ public:
     /// The meeting whose panel is to be shown now.
     const std::optional<Meeting> &panelRequest() const { return m_panelRequest; }
 
-    const std::map<std::string, Timestamp> &snoozedUntil() const { return m_decisions.snoozedUntil; }
-
-    const std::set<std::string> &dismissed() const { return m_decisions.dismissed; }
-
-    const std::set<std::string> &joined() const { return m_decisions.joined; }
-
-    /// The first instant after \a now at which a refresh can have another result by the passing of time
+    /// The first instant after `now` at which a refresh can have another result by the passing of time
     /// alone.
     Timestamp nextChangeAfter(Timestamp now) const;
 

@@ -18,15 +18,13 @@ class StatusController final : public QObject
     Q_OBJECT
 
 public:
-    /// \a buildMenu fills the menu, which is empty, each time that it opens. Scheduler and preferences must
+    /// `buildMenu` fills the menu, which is empty, each time that it opens. Scheduler and preferences must
     /// outlive the controller.
     StatusController(const Scheduler &scheduler, const Preferences &prefs, const QDBusConnection &bus,
                      std::function<void(kelo::Menu &)> buildMenu, QObject *parent = nullptr);
 
-    /// Sets title, icon and tool tip to what they are at \a now.
+    /// Sets title, icon and tool tip to what they are at `now`.
     void update(Timestamp now, CalendarAuthorization authorization);
-
-    kelo::StatusItem &item() { return m_item; }
 
 private:
     const Scheduler &m_scheduler;

@@ -71,18 +71,6 @@ TEST_F(Agenda, isOneStableObject)
               QJsonDocument::fromJson(expected).toJson().toStdString());
 }
 
-TEST_F(Agenda, withoutAccessHoldsNothing)
-{
-    source.access = CalendarAuthorization::denied;
-    refreshAt("2026-03-10T09:59:30Z");
-    const QJsonObject agenda = json();
-    for (const char *key : {"next", "panelRequest", "panel"})
-        EXPECT_TRUE(agenda.value(QLatin1String(key)).isNull()) << key;
-    EXPECT_EQ(agenda.value(QLatin1String("authorization")).toString(), QStringLiteral("denied"));
-    EXPECT_EQ(agenda[QLatin1String("statusItem")][QLatin1String("toolTip")].toString(),
-              QStringLiteral("Mivora needs Calendar access"));
-}
-
 TEST_F(Agenda, aTableIsPlainOrColoured)
 {
     const Meeting review = Meeting::fromSnapshot(designReview());

@@ -85,8 +85,8 @@ TEST_F(RunningApp, obeysCommandsByWhatIsKnownOfTheCalendars)
     QObject caller;
     std::vector<std::string> answers;
     const auto send = [&](const char *action, QObject &from) {
-        delegate.perform({QLatin1String(action), {}, &from, [&answers, action](const auto &failure) {
-                              answers.push_back(action + std::string(failure ? " failed" : ""));
+        delegate.perform({QLatin1String(action), {}, &from, [&answers, action](const CommandResult &result) {
+                              answers.push_back(action + std::string(result.isDone() ? "" : " failed"));
                           }});
     };
     store->loaded = false;
@@ -133,14 +133,14 @@ TEST_F(RunningApp, refreshesOnEveryEventOfTheSystem)
 
 TEST_F(RunningApp, opensOneSettingsWindow)
 {
-    EXPECT_FALSE(delegate.perform(QStringLiteral("settings"), QStringLiteral("calendars")));
-    EXPECT_FALSE(delegate.perform(QStringLiteral("settings"), {}));
+    EXPECT_TRUE(delegate.perform(QStringLiteral("settings"), QStringLiteral("calendars")).isDone());
+    EXPECT_TRUE(delegate.perform(QStringLiteral("settings"), {}).isDone());
     delegate.reopen();
     int windows = 0;
     for (const QWindow *window : QGuiApplication::topLevelWindows())
         windows += window->isVisible() && window->title() == QLatin1String("Calendars") ? 1 : 0;
     EXPECT_EQ(windows, 1);
-    EXPECT_TRUE(delegate.perform(QStringLiteral("settings"), QStringLiteral("other")));
+    EXPECT_FALSE(delegate.perform(QStringLiteral("settings"), QStringLiteral("other")).isDone());
 }
 
 TEST_F(RunningApp, refreshesOnceForASettingOnAPage)

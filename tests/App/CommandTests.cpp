@@ -1,6 +1,9 @@
+#include "App/commands/AgendaFollower.h"
 #include "App/commands/Commands.h"
+#include "App/commands/Rfc3339.h"
 
 #include <QTemporaryDir>
+#include <QTest>
 #include <gmock/gmock.h>
 
 // Commands as a person gives them, on the sample calendars, in a home of the test's own.
@@ -43,6 +46,15 @@ protected:
 
     ~Commands() override { qunsetenv("TZ"); }
 
+    /// At noon of March 10, in UTC.
+    void writeEvent(const char *title)
+    {
+        QFile file(m_home.filePath(QStringLiteral("a.ics")));
+        ASSERT_TRUE(file.open(QFile::WriteOnly));
+        file.write(QByteArray("BEGIN:VCALENDAR\nBEGIN:VEVENT\nUID:a\nDTSTART:20260310T120000Z\nSUMMARY:") +
+                   title + "\nDURATION:PT1H\nEND:VEVENT\nEND:VCALENDAR\n");
+    }
+
     QTemporaryDir m_home;
 };
 
@@ -78,15 +90,33 @@ TEST_F(Commands, printTheAgendaOfAnyTime)
 
 TEST_F(Commands, keepATitleFromActingOnTheTerminal)
 {
-    QFile file(m_home.filePath(QStringLiteral("a.ics")));
-    ASSERT_TRUE(file.open(QFile::WriteOnly));
-    file.write("BEGIN:VCALENDAR\nBEGIN:VEVENT\nUID:a\nSUMMARY:\u009b2J \u202e \u2028Ü\n"
-               "DTSTART:20260310T120000Z\nEND:VEVENT\nEND:VCALENDAR\n");
-    file.close();
+    writeEvent("\u009b2J \u202e \u2028Ü");
     const std::string folder = m_home.path().toStdString();
     EXPECT_THAT(
         run({"agenda", "--calendars", folder.c_str(), "--at", "2026-03-10T11:00:00Z", "--json"}).printed,
         HasSubstr(R"("title": "\u009b2J \u202e \u2028Ü")"));
+}
+
+TEST_F(Commands, followTheAgendaThroughChangesOfFilesAndTime)
+{
+    const std::string folder = m_home.path().toStdString();
+    const SessionOptions options{.folders = {folder},
+                                 .at = timestampFromRfc3339("2026-03-10T11:58:58.5Z"),
+                                 .time = SessionOptions::Time::passes};
+    std::vector<std::string> titles;
+    AgendaFollower follower(options, AgendaFollower::RunningProgram::ignored, [&](const QJsonObject &agenda) {
+        titles.push_back(
+            agenda[QLatin1String("statusItem")][QLatin1String("title")].toString().toStdString());
+    });
+    const auto isTold = [&](std::size_t count) {
+        return QTest::qWaitFor([&] { return titles.size() >= count; });
+    };
+    follower.start();
+    ASSERT_TRUE(isTold(1));
+    writeEvent("Standup");
+    // The panel comes, and "2m" becomes "now", within two seconds.
+    ASSERT_TRUE(isTold(3));
+    EXPECT_THAT(titles, testing::ElementsAre("", " Standup · 2m", " Standup · now"));
 }
 
 TEST_F(Commands, printLinksSettingsAndAccess)

@@ -83,11 +83,13 @@ TEST_F(Commands, theNextIsThePanelsMeetingOrTheFirstWithALink)
 {
     const Meeting without = makeMeeting("Lunch", at("2026-03-10T09:40:00Z"), Seconds(7200));
     source.events = {without};
-    refreshAt("2026-03-10T10:00:00Z");
-    EXPECT_FALSE(commands.joinNext());
-    EXPECT_FALSE(commands.copyNext());
-    commands.join(without);
-    EXPECT_TRUE(scheduler.joined().empty());
+    for (const bool hasPanel : {true, false}) {
+        prefs.setRemindWithoutLink(hasPanel);
+        refreshAt("2026-03-10T10:00:00Z");
+        EXPECT_FALSE(commands.joinNext());
+        EXPECT_FALSE(commands.copyNext());
+        EXPECT_EQ(scheduler.panelRequest().has_value(), hasPanel) << "it is not joined";
+    }
 
     source.events = {without, zoomMeeting("Running", "2026-03-10T09:50:00Z"),
                      zoomMeeting("Later", "2026-03-10T10:30:00Z")};

@@ -71,7 +71,8 @@ WholeDay::WholeDay(const char *zone)
 
 WholeDay::~WholeDay()
 {
-    quit();
+    m_service.reset();
+    m_delegate.reset();
     setLocalZone(m_outerZone);
     qunsetenv("MIVORA_TRAY");
 }
@@ -92,31 +93,16 @@ void WholeDay::start()
               makeCalendarStore({.folders = {m_calendars.path()}, .now = clock.now(), .zone = userTimeZone()},
                                 *m_defaults, *m_access),
               m_connection));
-    QObject::connect(m_delegate.get(), &AppDelegate::refreshed, m_delegate.get(), [this] { recordPanel(); });
-    m_service = std::make_unique<ApplicationService>(
-        m_connection, ApplicationActions{.perform = {}, .activate = {}, .agenda = [this] {
-                                             ++m_agendasMade;
-                                             return m_delegate->agenda();
-                                         }});
-    QObject::connect(m_delegate.get(), &AppDelegate::refreshed, m_service.get(),
-                     &ApplicationService::announceAgenda);
+    m_service = std::make_unique<ApplicationService>(m_connection, *m_delegate, StartedBy::user);
     m_delegate->launch();
     claimApplicationName(m_connection);
     ASSERT_TRUE(waitFor([&] { return m_tray->registered.size() > before; })) << "no item came to the tray";
 }
 
-void WholeDay::quit()
+void WholeDay::restart()
 {
     m_service.reset();
     m_delegate.reset();
-    m_access.reset();
-    m_defaults.reset();
-}
-
-void WholeDay::restart()
-{
-    quit();
-    recordPanel();
     start();
 }
 
@@ -136,12 +122,6 @@ void WholeDay::sleepUntil(Timestamp time)
 {
     clock.time = time;
     Q_EMIT systemEvents.didWake();
-}
-
-void WholeDay::beginDay(Timestamp midnight)
-{
-    clock.time = midnight;
-    Q_EMIT systemEvents.dayChanged();
 }
 
 void WholeDay::travelTo(const char *zone)
@@ -216,7 +196,8 @@ Seen WholeDay::seen()
     if (!seen.menu.empty() && seen.menu.back() == "-")
         seen.menu.pop_back();
     seen.panel = panelText();
-    seen.opened = openedFrom(m_forgotten);
+    for (const QString &link : workspace.opened)
+        seen.opened.push_back(link.toStdString());
     return seen;
 }
 
@@ -233,13 +214,15 @@ std::vector<std::string> WholeDay::menuCommands()
     return commands;
 }
 
-void WholeDay::askForAgenda(const QDBusConnection &follower)
+void WholeDay::call(const char *interface, const char *method, const QVariantList &arguments)
 {
-    const auto call = QDBusMessage::createMethodCall(
-        QLatin1String(applicationBusName), QLatin1String(applicationObjectPath),
-        QLatin1String(agendaInterface), QStringLiteral("Agenda"));
-    const QDBusPendingCall pending = follower.asyncCall(call);
-    ASSERT_TRUE(waitFor([&] { return pending.isFinished(); }));
+    const QDBusConnection caller = m_bus.connection();
+    auto message = QDBusMessage::createMethodCall(QLatin1String(applicationBusName),
+                                                  QLatin1String(applicationObjectPath),
+                                                  QLatin1String(interface), QLatin1String(method));
+    message.setArguments(arguments);
+    const QDBusPendingCall pending = caller.asyncCall(message);
+    ASSERT_TRUE(waitFor([&] { return pending.isFinished(); })) << method;
     EXPECT_FALSE(pending.isError()) << qPrintable(pending.error().message());
 }
 
@@ -270,26 +253,6 @@ std::string WholeDay::panelText() const
     const JoinPanelModel &panel = m_delegate->panel().model();
     return plain(panel.title() + QStringLiteral(", ") + panel.timeText() +
                  (panel.hasLink() ? QStringLiteral(", ") + panel.serviceName() : QString()));
-}
-
-std::vector<std::string> WholeDay::openedFrom(qsizetype first) const
-{
-    std::vector<std::string> links;
-    for (const QString &link : workspace.opened.mid(first))
-        links.push_back(link.toStdString());
-    return links;
-}
-
-void WholeDay::recordPanel()
-{
-    const std::string text = panelText();
-    const std::string shown = text.substr(0, text.find(','));
-    const std::string title = shown.empty() ? "-" : shown;
-    const bool isNews = m_panelHistory.empty() ? title != "-" : !m_panelHistory.back().ends_with(' ' + title);
-    if (isNews)
-        m_panelHistory.push_back(
-            localTime(clock.now(), userTimeZone()).toString(QStringLiteral("HH:mm:ss ")).toStdString() +
-            title);
 }
 
 QWindow *WholeDay::walkthrough()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "App/ApplicationService.h"
+#include "App/commands/CommandLine.h"
 #include "Calendar/AccessMemory.h"
 #include "Calendar/CalendarFolder.h"
 #include "FakeSurroundings.h"
@@ -38,7 +39,7 @@ std::ostream &operator<<(std::ostream &stream, const Seen &seen);
 class WholeDay : protected FakeSurroundings
 {
 public:
-    /// The application starts at the first start(). Local time is \a zone's.
+    /// The application starts at the first start(). Local time is `zone`'s.
     explicit WholeDay(const char *zone);
     ~WholeDay();
     Q_DISABLE_COPY_MOVE(WholeDay)
@@ -47,25 +48,20 @@ public:
     void skipFirstRun();
 
     void start();
-    void quit();
     /// Quits and starts, as after a new login.
     void restart();
 
-    /// The application is running and awake until \a time, and looks at the clock as often as it does.
+    /// The application is running and awake until `time`, and looks at the clock as often as it does.
     void passUntil(Timestamp time);
-    /// The machine sleeps until \a time.
+    /// The machine sleeps until `time`.
     void sleepUntil(Timestamp time);
-    /// Midnight comes between two looks at the clock, and only the system tells of it.
-    void beginDay(Timestamp midnight);
-
-    Timestamp now() const { return clock.time; }
 
     void travelTo(const char *zone);
 
     /// Buttons of a window, found by their texts; a failure of the test when there is none.
     void pressInPanel(const char *button);
     void pressInWalkthrough(const char *button);
-    /// Chooses the menu's entry that begins with \a text; a failure when there is none.
+    /// Chooses the menu's entry that begins with `text`; a failure when there is none.
     void chooseInMenu(const char *text);
 
     void pressShortcut() { hotKeys.press(kelo::HotKeyCombo::defaultCombo); }
@@ -77,16 +73,16 @@ public:
     support::PrivateBus &bus() { return m_bus; }
 
     /// What was opened until now is not among what is seen from now on.
-    void forgetOpened() { m_forgotten = workspace.opened.size(); }
+    void forgetOpened() { workspace.opened.clear(); }
 
-    /// Somebody on the bus, by a connection of their own, asks for the agenda.
-    void askForAgenda(const QDBusConnection &follower);
+    /// Somebody on the bus asks for the agenda.
+    void askForAgenda() { call(agendaInterface, "Agenda", {}); }
 
-    /// How often the agenda was made for those on the bus.
-    int agendasMade() const { return m_agendasMade; }
-
-    /// Every link that was opened in the whole time.
-    std::vector<std::string> allOpened() const { return openedFrom(0); }
+    /// `mivora join` and its like.
+    void command(const char *action)
+    {
+        call(applicationInterface, "ActivateAction", {QLatin1String(action), QVariantList(), QVariantMap()});
+    }
 
     Seen seen();
 
@@ -95,17 +91,13 @@ public:
     /// The texts of the menu's commands.
     std::vector<std::string> menuCommands();
 
-    /// Every panel that came ("08:59:00 Standup") and went ("08:59:20 -"), whenever that was.
-    const std::vector<std::string> &panelHistory() const { return m_panelHistory; }
-
     /// Everything that the application has written into files.
     std::string written() const;
 
 private:
+    void call(const char *interface, const char *method, const QVariantList &arguments);
     std::vector<std::pair<int, std::string>> menuEntries();
     std::string panelText() const;
-    std::vector<std::string> openedFrom(qsizetype first) const;
-    void recordPanel();
     static QWindow *walkthrough();
 
     QByteArray m_outerZone = qgetenv("TZ");
@@ -118,9 +110,6 @@ private:
     std::unique_ptr<AccessMemory> m_access;
     std::unique_ptr<AppDelegate> m_delegate;
     std::unique_ptr<ApplicationService> m_service;
-    std::vector<std::string> m_panelHistory;
-    qsizetype m_forgotten = 0;
-    int m_agendasMade = 0;
 };
 
 } // namespace mivora

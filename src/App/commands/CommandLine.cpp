@@ -136,7 +136,7 @@ void addAccess(CLI::App &app, AccessRequest &request)
     action("reset", utf8(CommandLineTexts::tr("Forget the permission")), AccessRequest::Action::reset);
 }
 
-/// Translates what the parser puts around the texts of \a app and its commands.
+/// Translates what the parser puts around the texts of `app` and its commands.
 void translateHeadings(CLI::App &app)
 {
     const std::string options = utf8(CommandLineTexts::tr("Options"));
@@ -158,7 +158,7 @@ const CLI::App &innermost(const CLI::App &app)
     return given.empty() ? app : innermost(*given.back());
 }
 
-/// What may follow \a command, for a message: the commands below it, else its options.
+/// What may follow `command`, for a message: the commands below it, else its options.
 QString expectedAfter(const CLI::App &command)
 {
     QStringList names;

@@ -64,7 +64,7 @@ struct AccessRequest
     Action action = Action::status;
 };
 
-/// Nothing more to do than to print \a text (help, version) or to report it (bad arguments).
+/// Nothing more to do than to print `text` (help, version) or to report it (bad arguments).
 struct FinishedRequest
 {
     std::string text;

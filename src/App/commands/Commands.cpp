@@ -83,11 +83,11 @@ int runRemote(const RemoteRequest &request)
         complain(CommandLineTexts::tr("Mivora is not running; start it with `mivora`"));
         return exitCouldNot;
     }
-    const auto failure =
+    const CommandResult result =
         instance.perform(QString::fromStdString(request.action), QString::fromStdString(request.page));
-    if (failure)
-        complain(*failure);
-    return failure ? exitCouldNot : exitDone;
+    if (!result.isDone())
+        complain(result.failure);
+    return result.isDone() ? exitDone : exitCouldNot;
 }
 
 int runAccess(const AccessRequest &request)

@@ -23,7 +23,7 @@ int runDetect(const DetectRequest &request);
 /// `mivora join` and its like: has the running program do it.
 int runRemote(const RemoteRequest &request);
 
-/// `mivora defaults`: shows and changes the settings in \a store.
+/// `mivora defaults`: shows and changes the settings in `store`.
 int runDefaults(const DefaultsRequest &request, DefaultsStore &store);
 
 /// `mivora access`: shows, gives or takes back the permission to read calendars.

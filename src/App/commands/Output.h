@@ -16,7 +16,7 @@ struct CommandLineTexts
     Q_DECLARE_TR_FUNCTIONS(CommandLine)
 };
 
-/// Writes \a text to standard output at once. When that can't be done the program ends: quietly where the
+/// Writes `text` to standard output at once. When that can't be done the program ends: quietly where the
 /// reader is gone, else with the reason.
 void print(std::string_view text);
 
@@ -25,7 +25,7 @@ inline void print(const QByteArray &text)
     print(std::string_view(text.constData(), std::size_t(text.size())));
 }
 
-/// Writes "mivora: ", \a message and a line end to standard error.
+/// Writes "mivora: ", `message` and a line end to standard error.
 void complain(std::string_view message);
 
 inline void complain(const QString &message)
@@ -35,7 +35,7 @@ inline void complain(const QString &message)
 
 std::string singleLine(std::string_view text);
 
-/// \a json, UTF-8, with what disturbs a line or a terminal as \\uNNNN in its texts, which means the same
+/// `json`, UTF-8, with what disturbs a line or a terminal as \\uNNNN in its texts, which means the same
 /// (RFC 8259, section 7). Its own line ends stay.
 QByteArray printableJson(const QByteArray &json);
 
