@@ -316,10 +316,6 @@
         <translation>ein JSON-Array aus Zeichenketten</translation>
     </message>
     <message>
-        <source>a text</source>
-        <translation>ein Text</translation>
-    </message>
-    <message>
         <source>VALUE of %1: expected %2, got &quot;%3&quot;</source>
         <translation>VALUE von %1: erwartet wird %2, angegeben ist „%3“</translation>
     </message>
@@ -532,6 +528,10 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
             <numerusform>%n Zeichen</numerusform>
             <numerusform>%n Zeichen</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>%1 is already in use. Choose a different shortcut.</source>
+        <translation>%1 wird bereits verwendet. Wählen Sie ein anderes Tastenkürzel.</translation>
     </message>
 </context>
 <context>
@@ -985,13 +985,6 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <message>
         <source>%1 · no link</source>
         <translation>%1 · kein Link</translation>
-    </message>
-</context>
-<context>
-    <name>mivora::GeneralPageModel</name>
-    <message>
-        <source>%1 is already in use. Choose a different shortcut.</source>
-        <translation>%1 wird bereits verwendet. Wählen Sie ein anderes Tastenkürzel.</translation>
     </message>
 </context>
 <context>

@@ -316,10 +316,6 @@
         <translation>un tableau JSON de chaînes</translation>
     </message>
     <message>
-        <source>a text</source>
-        <translation>un texte</translation>
-    </message>
-    <message>
         <source>VALUE of %1: expected %2, got &quot;%3&quot;</source>
         <translation>VALUE de %1&#xa0;: %2 est attendu, et non «&#x202f;%3&#x202f;»</translation>
     </message>
@@ -532,6 +528,10 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
             <numerusform>%n caractère</numerusform>
             <numerusform>%n caractères</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>%1 is already in use. Choose a different shortcut.</source>
+        <translation>%1 est déjà utilisé. Choisissez un autre raccourci.</translation>
     </message>
 </context>
 <context>
@@ -985,13 +985,6 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     <message>
         <source>%1 · no link</source>
         <translation>%1 · sans lien</translation>
-    </message>
-</context>
-<context>
-    <name>mivora::GeneralPageModel</name>
-    <message>
-        <source>%1 is already in use. Choose a different shortcut.</source>
-        <translation>%1 est déjà utilisé. Choisissez un autre raccourci.</translation>
     </message>
 </context>
 <context>

@@ -32,7 +32,7 @@ installed. It stores nothing about meetings.")
 # Libraries are found by what the program and its plug-ins link; QML modules and the window system's plug-ins are only
 # loaded.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "qml6-module-qtqml-workerscript, qml6-module-qtquick, qt6-qpa-plugins, \
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "qml6-module-qtqml-workerscript, qml6-module-qtquick, qml6-module-qtquick-templates, qt6-qpa-plugins, \
 default-dbus-session-bus | dbus-session-bus, hicolor-icon-theme")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "evolution-data-server, qt6-wayland")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "gnome-shell-extension-appindicator, qt6-translations-l10n, vdirsyncer, wl-clipboard")

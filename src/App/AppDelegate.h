@@ -11,7 +11,7 @@
 #include "Preferences/Preferences.h"
 #include "Scheduling/Clock.h"
 #include "Scheduling/Scheduler.h"
-#include "Settings/SettingsPage.h"
+#include "Settings/SettingsRouter.h"
 #include "StatusBar/StatusController.h"
 
 #include <QDBusConnection>

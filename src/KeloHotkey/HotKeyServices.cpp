@@ -1,13 +1,43 @@
 #include "KeloHotkey/HotKeyServices.h"
 
-#include "KeloHotkey/backends/NoService.h"
 #include "KeloHotkey/backends/PortalService.h"
 #include "KeloHotkey/backends/X11GrabService.h"
 #include "KeloHotkey/backends/X11Keyboard.h"
 
 #include <QDBusConnection>
+#include <QLoggingCategory>
 
 namespace kelo {
+
+namespace {
+
+Q_LOGGING_CATEGORY(hotKeyLog, "kelo.hotkey")
+
+/// Stands in where no shortcut can be registered, and says so once in the log.
+class NoService final : public HotKeyService
+{
+public:
+    explicit NoService(const HotKeyPurpose &purpose) { purpose.logAdvice(); }
+
+    bool canRegister() const override { return false; }
+
+    bool registerHotKey(const HotKeyCombo &, std::uint32_t) override { return false; }
+
+    void unregisterHotKey(std::uint32_t) override {}
+
+    void suspend() override {}
+
+    void resume() override {}
+};
+
+} // namespace
+
+void HotKeyPurpose::logAdvice() const
+{
+    qCInfo(hotKeyLog,
+           "This session has no global shortcuts for applications. Bind \"%s\" to a key in the compositor.",
+           qUtf8Printable(command));
+}
 
 HotKeyEnvironment HotKeyEnvironment::current()
 {

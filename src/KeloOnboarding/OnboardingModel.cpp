@@ -1,13 +1,29 @@
 #include "KeloOnboarding/OnboardingModel.h"
 
-#include "KeloOnboarding/Spring.h"
-
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 #include <utility>
 
 namespace kelo {
 
 namespace {
+
+// The damped harmonic oscillator that starts at rest, one length from its end.
+double springWay(double progress)
+{
+    constexpr double length = 0.65;
+    constexpr double response = 0.5;
+    constexpr double dampingFraction = 0.85;
+    if (progress >= 1)
+        return 1;
+    const double time = progress * length;
+    const double frequency = 2 * std::numbers::pi / response;
+    const double decay = dampingFraction * frequency;
+    const double ringing = frequency * std::sqrt(1 - dampingFraction * dampingFraction);
+    const double swing = std::cos(ringing * time) + decay / ringing * std::sin(ringing * time);
+    return 1 - std::exp(-decay * time) * swing;
+}
 
 int clampedIndex(int index, std::size_t count)
 {
@@ -63,12 +79,9 @@ QString OnboardingModel::mainTitle() const
 
 QEasingCurve OnboardingModel::motion() const
 {
-    return springCurve();
-}
-
-int OnboardingModel::motionLength() const
-{
-    return int(springLength.count());
+    QEasingCurve curve;
+    curve.setCustomType(springWay);
+    return curve;
 }
 
 void OnboardingModel::advance()

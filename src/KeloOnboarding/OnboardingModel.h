@@ -1,14 +1,32 @@
 #pragma once
 
-#include "KeloOnboarding/OnboardingStep.h"
-
 #include <QEasingCurve>
+#include <QObject>
 #include <QTimer>
 #include <QVariantList>
 #include <chrono>
+#include <functional>
+#include <memory>
 #include <vector>
 
 namespace kelo {
+
+/// One page of the first-run walkthrough.
+struct OnboardingStep
+{
+    QString id;
+    /// The page: the QML module and the component in it.
+    QString module;
+    QString component;
+    /// The page's property `model`; null for a page that has none. Lives as long as the step.
+    std::shared_ptr<QObject> model;
+    /// Whether what the step waits for has happened. Asked every second while the step is on show, so it must
+    /// be cheap. Absent when the step waits for nothing.
+    std::function<bool()> isComplete;
+    /// Called when the step comes on show and when it leaves, by moving on or with the window.
+    std::function<void()> onAppear;
+    std::function<void()> onDisappear;
+};
 
 /// The state of the walkthrough that its view shows. It moves forward only, one step at a time.
 class OnboardingModel final : public QObject
@@ -47,9 +65,12 @@ public:
     /// Whether the step on show waits for something that has not happened yet.
     bool canSkip() const { return m_canSkip; }
 
-    /// The motion from one step to the next, and its length in milliseconds.
+    /// The motion from one step to the next: that of a spring with a response (the period without damping) of
+    /// 0.5 s and 0.85 of the critical damping, so that it runs past the end by less than a hundredth.
     QEasingCurve motion() const;
-    int motionLength() const;
+
+    /// In milliseconds: when the spring is within a thousandth of its way.
+    int motionLength() const { return 650; }
 
     /// Goes on to the next step; from the last one, finishes.
     Q_INVOKABLE void advance();

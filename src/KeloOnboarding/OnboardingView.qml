@@ -68,10 +68,15 @@ FocusScope {
             count: root.model.pages.length
             current: root.model.index
         }
-        LinkButton {
+        ButtonBase {
             anchors { right: mainButton.left; rightMargin: 10; verticalCenter: parent.verticalCenter }
             visible: root.model.canSkip
             text: qsTr("Skip for now")
+            horizontalPadding: 10
+            face: "transparent"
+            faceHovered: Appearance.colors.control
+            facePressed: Appearance.colors.controlPressed
+            labelColor: Appearance.colors.link
             onClicked: root.model.advance()
         }
         KeloProminentButton {

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 
 // A page of groups that scrolls when it is too long, and to the control that has the keyboard.
 Flickable {
@@ -9,6 +10,7 @@ Flickable {
     contentHeight: column.height
     boundsBehavior: Flickable.StopAtBounds
     clip: true
+    T.ScrollBar.vertical: ScrollMark {}
 
     readonly property Item focused: Window.activeFocusItem
 
@@ -32,9 +34,5 @@ Flickable {
         topPadding: 20
         bottomPadding: 20
         spacing: 20
-    }
-    ScrollMark {
-        parent: root
-        view: root
     }
 }

@@ -1,57 +1,30 @@
 import QtQuick
+import QtQuick.Templates as T
 import KeloAppearance
 
-// Says more about its parent when the pointer rests on it.
-Item {
+// Says more about the control that it stands in when the pointer rests there.
+T.ToolTip {
     id: root
 
-    property string text
+    visible: text && parent && parent.hovered
+    delay: 700
+    x: parent ? (parent.width - width) / 2 : 0
+    y: -height - 6
+    margins: 6
+    horizontalPadding: 8
+    verticalPadding: 4
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
 
-    HoverHandler {
-        parent: root.parent
-        onHoveredChanged: if (hovered) delay.restart(); else { delay.stop(); tip.active = false }
+    background: Rectangle {
+        radius: 6
+        color: Appearance.colors.panel
+        border { width: 1; color: Appearance.colors.panelBorder }
     }
-    Timer {
-        id: delay
-
-        interval: 700
-        onTriggered: if (root.text) root.show()
-    }
-
-    // Once and not by bindings, which would move the tip while its window goes.
-    function show() {
-        tip.active = true
-        const overlay = Window.contentItem
-        const corner = parent.mapToItem(overlay, 0, 0)
-        const sheet = tip.item
-        const below = corner.y + parent.height + 6
-        const middle = corner.x + (parent.width - sheet.width) / 2
-        sheet.parent = overlay
-        sheet.x = Math.max(6, Math.min(overlay.width - sheet.width - 6, middle))
-        sheet.y = below + sheet.height > overlay.height ? corner.y - sheet.height - 6 : below
-    }
-
-    Loader {
-        id: tip
-
-        active: false
-        sourceComponent: Rectangle {
-            z: 100
-            width: label.implicitWidth + 16
-            height: label.implicitHeight + 8
-            radius: 6
-            color: Appearance.colors.panel
-            border { width: 1; color: Appearance.colors.panelBorder }
-
-            Footnote {
-                id: label
-
-                anchors.centerIn: parent
-                text: root.text
-                wrapMode: Text.NoWrap
-                color: Appearance.colors.label
-                Accessible.ignored: true
-            }
-        }
+    contentItem: Footnote {
+        text: root.text
+        wrapMode: Text.NoWrap
+        color: Appearance.colors.label
+        Accessible.ignored: true
     }
 }

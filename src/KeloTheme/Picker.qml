@@ -1,107 +1,139 @@
 import QtQuick
+import QtQuick.Templates as T
 import KeloAppearance
 
-// A button that shows the chosen one of several texts and opens the list of them. It asks for another choice;
-// who uses it changes `currentIndex`.
-Item {
+// A button that shows the chosen one of several texts and opens the list of them, the chosen one over the button.
+T.ComboBox {
     id: root
 
     property string name
-    property var texts: []
-    // -1 where the choice is none of the texts.
-    property int currentIndex: -1
-    property string text: texts[currentIndex] ?? ""
-    readonly property bool isOpen: menu.active
 
-    signal picked(int index)
+    readonly property int fontSize: Math.round(13 * Appearance.textScale)
+    readonly property int rowHeight: Math.round(13 * Appearance.textScale * 2.1)
 
-    implicitWidth: Math.ceil(label.implicitWidth) + 40
+    implicitWidth: Math.ceil(implicitContentWidth) + 40
     implicitHeight: Math.round(13 * Appearance.textScale * 1.95)
-    activeFocusOnTab: true
+    leftPadding: mirrored ? 26 : 10
+    rightPadding: mirrored ? 10 : 26
+    focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.4
 
-    Accessible.role: Accessible.ComboBox
     Accessible.name: name
-    Accessible.description: text
-    Accessible.focusable: true
-    Accessible.onPressAction: open()
+    Accessible.description: displayText
+    Accessible.onPressAction: popup.open()
 
-    function open() {
-        const overlay = Window.contentItem
-        menu.setSource("PickerMenu.qml", { picker: root, overlay: overlay, parent: overlay })
-        menu.active = true
-    }
-    function close() {
-        if (!isOpen)
-            return
-        menu.active = false
-        forceActiveFocus()
-    }
-    function pick(index) {
-        close()
-        if (index >= 0 && index < texts.length)
-            picked(index)
+    Keys.onReleased: event => {
+        event.accepted = event.key === Qt.Key_Return && !popup.visible
+        if (event.accepted)
+            popup.open()
     }
 
-    FocusRing { radius: 10 }
+    FocusRing {
+        visible: root.visualFocus
+        radius: 10
+    }
 
-    Rectangle {
-        anchors.fill: parent
+    background: Rectangle {
         radius: 7
-        color: tap.pressed ? Appearance.colors.controlPressed
-                           : hover.hovered ? Appearance.colors.controlHovered : Appearance.colors.control
+        color: root.pressed ? Appearance.colors.controlPressed
+                            : root.hovered ? Appearance.colors.controlHovered : Appearance.colors.control
         border { width: 1; color: Appearance.colors.controlBorder }
     }
-    Text {
-        id: label
-
-        anchors { left: parent.left; leftMargin: 10; right: chevrons.left; rightMargin: 6 }
-        anchors.verticalCenter: parent.verticalCenter
-        text: root.text
+    contentItem: Text {
+        text: root.displayText
         textFormat: Text.PlainText
         color: Appearance.colors.label
-        font.pixelSize: Math.round(13 * Appearance.textScale)
+        font.pixelSize: root.fontSize
         horizontalAlignment: Text.AlignLeft
+        verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight
         Accessible.ignored: true
     }
-    Symbol {
-        id: chevrons
-
-        anchors { right: parent.right; rightMargin: 8; verticalCenter: parent.verticalCenter }
+    indicator: Symbol {
+        x: root.mirrored ? 8 : root.width - width - 8
+        y: (root.height - height) / 2
         name: "chevron.up.chevron.down"
         size: 12
         color: Appearance.colors.secondaryLabel
     }
+    delegate: T.ItemDelegate {
+        id: row
 
-    HoverHandler { id: hover }
-    TapHandler {
-        id: tap
+        required property int index
+        required property string modelData
 
-        gesturePolicy: TapHandler.ReleaseWithinBounds
-        onTapped: root.open()
-    }
+        readonly property bool isChosen: index === root.currentIndex
+        readonly property color textColor: highlighted ? Appearance.colors.accentLabel : Appearance.colors.label
 
-    Loader {
-        id: menu
+        text: modelData
+        highlighted: index === root.highlightedIndex
+        implicitWidth: Math.ceil(implicitContentWidth) + 40
+        width: Math.max(implicitWidth, parent ? parent.width : 0)
+        height: root.rowHeight
+        leftPadding: mirrored ? 10 : 26
+        rightPadding: mirrored ? 26 : 10
 
-        active: false
-    }
+        Accessible.name: text
+        Accessible.checkable: true
+        Accessible.checked: isChosen
 
-    onVisibleChanged: if (!visible) menu.active = false
+        background: Rectangle {
+            radius: 6
+            color: row.highlighted ? Appearance.colors.accent : "transparent"
 
-    Keys.onPressed: event => {
-        event.accepted = true
-        switch (event.key) {
-        case Qt.Key_Space:
-        case Qt.Key_Return:
-        case Qt.Key_Enter:
-            return open()
-        case Qt.Key_Down:
-            return pick(currentIndex + 1)
-        case Qt.Key_Up:
-            return pick(currentIndex - 1)
+            Symbol {
+                anchors { left: parent.left; leftMargin: 8; verticalCenter: parent.verticalCenter }
+                visible: row.isChosen
+                name: "checkmark"
+                size: 11
+                color: row.textColor
+            }
         }
-        event.accepted = false
+        contentItem: Text {
+            text: row.text
+            textFormat: Text.PlainText
+            color: row.textColor
+            font.pixelSize: root.fontSize
+            horizontalAlignment: Text.AlignLeft
+            verticalAlignment: Text.AlignVCenter
+            Accessible.ignored: true
+        }
+    }
+    popup: T.Popup {
+        x: root.mirrored ? 0 : root.width - width
+        y: (root.height - root.rowHeight) / 2 - padding - Math.max(0, root.currentIndex) * root.rowHeight
+        width: Math.max(root.width, implicitContentWidth + 2 * padding)
+        height: implicitContentHeight + 2 * padding
+        margins: 6
+        padding: 5
+        modal: true
+        dim: false
+
+        background: Rectangle {
+            radius: 9
+            color: Appearance.colors.panel
+            border { width: 1; color: Appearance.colors.panelBorder }
+
+            BorderImage {
+                readonly property int cap: (sourceSize.width - 1) / 2
+                readonly property real ratio: Screen.devicePixelRatio
+
+                x: -28
+                y: -28
+                z: -1
+                source: "image://kelo/shadow/9/" + ratio
+                width: (parent.width + 56) * ratio
+                height: (parent.height + 56) * ratio
+                scale: 1 / ratio
+                transformOrigin: Item.TopLeft
+                border { left: cap; top: cap; right: cap; bottom: cap }
+            }
+        }
+        contentItem: Column {
+            LayoutMirroring.enabled: root.mirrored
+            LayoutMirroring.childrenInherit: true
+
+            Repeater { model: root.delegateModel }
+        }
     }
 }

@@ -1,47 +1,39 @@
 import QtQuick
+import QtQuick.Templates as T
 import KeloAppearance
 
-// Two buttons that change a number by one step; held down, they go on. It shows nothing of the number itself
-// and asks for a new one; who uses it changes `value`.
-Item {
+// Two buttons that change a number by one step. It shows nothing of the number itself.
+T.SpinBox {
     id: root
 
     property string name
-    property int value
-    property int minimumValue
-    property int maximumValue: 100
-    property int stepSize: 1
     // The number in words, for the screen reader.
     property string valueText
 
-    signal moved(int value)
-
     implicitWidth: 58
     implicitHeight: 24
-    activeFocusOnTab: true
+    focusPolicy: Qt.TabFocus
     opacity: enabled ? 1 : 0.4
 
-    Accessible.role: Accessible.SpinBox
     Accessible.name: name
     Accessible.description: valueText
-    Accessible.focusable: enabled
     Accessible.readOnly: !enabled
     Accessible.onIncreaseAction: step(1)
     Accessible.onDecreaseAction: step(-1)
 
     function step(count) {
-        const wanted = Math.max(minimumValue, Math.min(maximumValue, value + count * stepSize))
-        if (enabled && wanted !== value)
-            moved(wanted)
+        for (let i = 0; i < Math.abs(count); ++i)
+            count > 0 ? increase() : decrease()
+        valueModified()
     }
 
     component Half: Item {
         id: half
 
-        required property int direction
+        // The spin box's up or down.
+        required property QtObject button
+        required property bool canMove
         required property string symbol
-        readonly property bool canMove: direction > 0 ? root.value < root.maximumValue
-                                                      : root.value > root.minimumValue
 
         width: root.width / 2
         height: root.height
@@ -49,8 +41,8 @@ Item {
         Rectangle {
             anchors.fill: parent
             radius: height / 2
-            visible: half.canMove && (hover.hovered || tap.pressed)
-            color: tap.pressed ? Appearance.colors.controlPressed : Appearance.colors.control
+            visible: half.canMove && (half.button.hovered || half.button.pressed)
+            color: half.button.pressed ? Appearance.colors.controlPressed : Appearance.colors.control
         }
         Symbol {
             anchors.centerIn: parent
@@ -59,50 +51,38 @@ Item {
             color: Appearance.colors.label
             opacity: half.canMove ? 1 : 0.35
         }
-        HoverHandler { id: hover }
-        TapHandler {
-            id: tap
-
-            gesturePolicy: TapHandler.ReleaseWithinBounds
-            onPressedChanged: if (pressed) root.step(half.direction)
-        }
-        Timer {
-            property bool isFirst: true
-
-            running: tap.pressed
-            repeat: true
-            interval: isFirst ? 400 : 70
-            onRunningChanged: isFirst = true
-            onTriggered: {
-                isFirst = false
-                root.step(half.direction)
-            }
-        }
     }
 
     FocusRing {}
 
-    Rectangle {
-        anchors.fill: parent
+    background: Rectangle {
         radius: height / 2
         color: Appearance.colors.control
         border { width: 1; color: Appearance.colors.controlBorder }
+
+        Rectangle {
+            anchors.centerIn: parent
+            width: 1
+            height: parent.height - 10
+            color: Appearance.colors.separator
+        }
     }
-    Row {
-        Half { direction: -1; symbol: "minus" }
-        Half { direction: 1; symbol: "plus" }
+    down.indicator: Half {
+        x: root.mirrored ? width : 0
+        button: root.down
+        canMove: root.value > root.from
+        symbol: "minus"
     }
-    Rectangle {
-        anchors.centerIn: parent
-        width: 1
-        height: parent.height - 10
-        color: Appearance.colors.separator
+    up.indicator: Half {
+        x: root.mirrored ? 0 : width
+        button: root.up
+        canMove: root.value < root.to
+        symbol: "plus"
     }
 
     Keys.onPressed: event => {
         const steps = {
-            [Qt.Key_Up]: 1, [Qt.Key_Down]: -1, [Qt.Key_Plus]: 1, [Qt.Key_Minus]: -1,
-            [Qt.Key_PageUp]: 10, [Qt.Key_PageDown]: -10
+            [Qt.Key_Plus]: 1, [Qt.Key_Minus]: -1, [Qt.Key_PageUp]: 10, [Qt.Key_PageDown]: -10
         }
         event.accepted = event.key in steps
         if (event.accepted)

@@ -6,7 +6,7 @@ FormRow {
 
     property alias checked: toggle.checked
     // In lists, whose rows come and go, the list itself moves the keyboard on.
-    property alias isTabStop: toggle.activeFocusOnTab
+    property bool isTabStop: true
     // A function in place of Shift+Tab.
     property var goBack: null
 
@@ -19,19 +19,20 @@ FormRow {
     TapHandler {
         parent: root
         gesturePolicy: TapHandler.ReleaseWithinBounds
-        onTapped: toggle.toggle()
+        onTapped: toggle.press()
     }
 
     Toggle {
         id: toggle
 
-        name: root.title
+        text: root.title
         description: root.footnote
+        focusPolicy: root.isTabStop ? Qt.TabFocus : Qt.NoFocus
         Keys.onBacktabPressed: event => {
             event.accepted = root.goBack !== null
             if (event.accepted)
                 root.goBack()
         }
-        onToggled: checked => root.toggled(checked)
+        onToggled: root.toggled(checked)
     }
 }

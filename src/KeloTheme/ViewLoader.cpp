@@ -45,10 +45,4 @@ void ViewLoader::releaseUnused()
         m_host->releaseUnused();
 }
 
-void ViewLoader::releaseUnusedLater()
-{
-    QMetaObject::invokeMethod(
-        &m_later, [this] { releaseUnused(); }, Qt::QueuedConnection);
-}
-
 } // namespace kelo

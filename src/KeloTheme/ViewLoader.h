@@ -3,8 +3,6 @@
 #include "KeloTheme/ViewHost.h"
 #include "Platform/PluginFile.h"
 
-#include <QObject>
-
 namespace kelo {
 
 class Appearance;
@@ -26,10 +24,6 @@ public:
     /// To be called after a window was deleted that is not needed soon: frees the engine with the last one.
     void releaseUnused();
 
-    /// The same, once events that were posted before have been dealt with: for windows that end by
-    /// deleteLater(). Nothing happens when the loader is gone by then.
-    void releaseUnusedLater();
-
     bool isLoaded() const { return m_host; }
 
 private:
@@ -39,7 +33,6 @@ private:
     mivora::PluginFile m_plugin{"mivora-views", "MIVORA_VIEWS"};
     ViewHost *m_host = nullptr;
     bool m_hasFailed = false;
-    QObject m_later;
 };
 
 } // namespace kelo

@@ -1,33 +1,31 @@
 import QtQuick
+import QtQuick.Templates as T
 import KeloAppearance
+import KeloThemeViews
 
 // Where accounts with calendars are added: a sentence that is a link as a whole, its destination marked.
-Item {
+T.AbstractButton {
     id: root
 
     readonly property string destination: qsTr("Internet Accounts")
     readonly property string sentence:
         qsTr("Using Google or Outlook? Add the account in %1 and its calendars show up here.")
 
-    signal clicked
+    text: sentence.arg(destination)
+    implicitHeight: implicitContentHeight
+    focusPolicy: Qt.TabFocus
 
-    implicitHeight: label.height
-    activeFocusOnTab: true
-
+    Accessible.name: text
     Accessible.role: Accessible.Link
-    Accessible.name: sentence.arg(destination)
-    Accessible.focusable: true
     Accessible.onPressAction: clicked()
 
-    Keys.onSpacePressed: event => {
-        if (!event.isAutoRepeat)
-            clicked()
+    FocusRing {
+        anchors.margins: -4
+        radius: 8
     }
+    HoverHandler { cursorShape: Qt.PointingHandCursor }
 
-    Text {
-        id: label
-
-        width: parent.width
+    contentItem: Text {
         text: root.sentence.arg("<font color=\"" + Appearance.colors.link + "\">" + root.destination + "</font>")
         textFormat: Text.StyledText
         color: Appearance.colors.secondaryLabel
@@ -35,19 +33,5 @@ Item {
         horizontalAlignment: Text.AlignHCenter
         wrapMode: Text.Wrap
         Accessible.ignored: true
-    }
-
-    Rectangle {
-        anchors { fill: parent; margins: -4 }
-        visible: root.activeFocus
-        radius: 8
-        color: "transparent"
-        border { width: 2; color: Appearance.colors.focusRing }
-    }
-
-    HoverHandler { cursorShape: Qt.PointingHandCursor }
-    TapHandler {
-        gesturePolicy: TapHandler.ReleaseWithinBounds
-        onTapped: root.clicked()
     }
 }

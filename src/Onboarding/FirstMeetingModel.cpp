@@ -6,8 +6,8 @@
 
 namespace mivora {
 
-FirstMeetingModel::FirstMeetingModel(const Scheduler &scheduler, TimeFormat formatTime, QObject *parent)
-    : QObject(parent), m_scheduler(scheduler), m_formatTime(std::move(formatTime))
+FirstMeetingModel::FirstMeetingModel(const Scheduler &scheduler, TimeFormat formatTime)
+    : m_scheduler(scheduler), m_formatTime(std::move(formatTime))
 {
     connect(&scheduler, &Scheduler::changed, this, &FirstMeetingModel::changed);
 }

@@ -22,7 +22,7 @@ public:
     using TimeFormat = std::function<QString(Timestamp)>;
 
     /// \a formatTime writes the time of day. \a scheduler must outlive the model.
-    FirstMeetingModel(const Scheduler &scheduler, TimeFormat formatTime, QObject *parent = nullptr);
+    FirstMeetingModel(const Scheduler &scheduler, TimeFormat formatTime);
 
     bool hasMeeting() const;
 

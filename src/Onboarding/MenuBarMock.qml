@@ -113,14 +113,14 @@ Item {
                     text: qsTr("Join")
                     fontSize: 11
                     horizontalPadding: 16
-                    activeFocusOnTab: false
+                    focusPolicy: Qt.NoFocus
                     Accessible.ignored: true
                 }
                 KeloButton {
                     text: qsTr("Snooze 1 min")
                     fontSize: 11
                     face: root.quiet
-                    activeFocusOnTab: false
+                    focusPolicy: Qt.NoFocus
                     Accessible.ignored: true
                 }
             }

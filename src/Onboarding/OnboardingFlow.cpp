@@ -1,6 +1,8 @@
 #include "Onboarding/OnboardingFlow.h"
 
 #include "Calendar/EventSource.h"
+#include "Onboarding/CalendarStepModel.h"
+#include "Onboarding/FirstMeetingModel.h"
 #include "Preferences/Preferences.h"
 #include "Scheduling/Scheduler.h"
 
@@ -18,24 +20,31 @@ struct Onboarding
     Q_DECLARE_TR_FUNCTIONS(Onboarding)
 };
 
+kelo::OnboardingStep makeStep(const char *id, const char *component, std::shared_ptr<QObject> model = nullptr)
+{
+    kelo::OnboardingStep step;
+    step.id = QLatin1String(id);
+    step.module = QStringLiteral("OnboardingViews");
+    step.component = QLatin1String(component);
+    step.model = std::move(model);
+    return step;
+}
+
 } // namespace
 
 OnboardingFlow::OnboardingFlow(kelo::ViewLoader &views, Preferences &prefs, EventSource &source,
                                Scheduler &scheduler,
                                std::function<void(const QString &link)> openSystemSettings,
                                std::function<QString(Timestamp)> formatTime)
-    : m_views(views), m_prefs(prefs), m_source(source),
-      m_scheduler(scheduler), m_actions{[&scheduler] { scheduler.refresh(); }, std::move(openSystemSettings),
-                                        std::move(formatTime)}
+    : m_views(views), m_prefs(prefs), m_source(source), m_scheduler(scheduler),
+      m_openSystemSettings(std::move(openSystemSettings)), m_formatTime(std::move(formatTime))
 {
 }
 
 void OnboardingFlow::showAtLaunch()
 {
-    if (m_prefs.hasCompletedOnboarding())
-        return;
-    const bool hasAccess = m_source.authorization() == CalendarAuthorization::granted;
-    show(hasAccess ? FirstRunStep::firstMeeting : FirstRunStep::welcome);
+    if (!m_prefs.hasCompletedOnboarding())
+        show(hasAccess() ? FirstRunStep::firstMeeting : FirstRunStep::welcome);
 }
 
 void OnboardingFlow::show(FirstRunStep first)
@@ -43,8 +52,25 @@ void OnboardingFlow::show(FirstRunStep first)
     if (!m_window)
         m_window = std::make_unique<kelo::OnboardingWindowController>(
             m_views, Onboarding::tr("Welcome to Mivora"), contentSize, [this] { finish(); });
-    m_window->show(firstRunSteps(m_source, m_scheduler, m_actions), Onboarding::tr("Start Using Mivora"),
-                   int(first));
+    m_window->show(steps(), Onboarding::tr("Start Using Mivora"), int(first));
+}
+
+std::vector<kelo::OnboardingStep> OnboardingFlow::steps() const
+{
+    const auto access = std::make_shared<CalendarStepModel>(
+        m_source, [this] { m_scheduler.refresh(); }, m_openSystemSettings);
+    auto calendar = makeStep("calendar", "CalendarStep", access);
+    calendar.isComplete = [this] { return hasAccess(); };
+    calendar.onAppear = [access] { access->appear(); };
+    calendar.onDisappear = [access] { access->disappear(); };
+    return {makeStep("welcome", "WelcomeStep"), calendar,
+            makeStep("first", "FirstMeetingStep",
+                     std::make_shared<FirstMeetingModel>(m_scheduler, m_formatTime))};
+}
+
+bool OnboardingFlow::hasAccess() const
+{
+    return m_source.authorization() == CalendarAuthorization::granted;
 }
 
 void OnboardingFlow::finish()

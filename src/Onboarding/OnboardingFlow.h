@@ -1,16 +1,21 @@
 #pragma once
 
 #include "KeloOnboarding/OnboardingWindowController.h"
-#include "Onboarding/FirstRunSteps.h"
+#include "Meetings/Timestamp.h"
 
 #include <memory>
 
 namespace mivora {
 
+class EventSource;
 class Preferences;
+class Scheduler;
 
-/// The walkthrough of the first run and what follows from its end: it is remembered as done, its window is
-/// let go, the calendars are read again.
+/// The steps of the first run, in their order.
+enum class FirstRunStep { welcome, calendar, firstMeeting };
+
+/// The walkthrough of the first run: a picture of what Mivora does, access to the calendars, the next
+/// meeting. At its end it is remembered as done, its window is let go, and the calendars are read again.
 class OnboardingFlow final
 {
 public:
@@ -31,13 +36,16 @@ public:
     kelo::OnboardingWindowController *window() const { return m_window.get(); }
 
 private:
+    std::vector<kelo::OnboardingStep> steps() const;
+    bool hasAccess() const;
     void finish();
 
     kelo::ViewLoader &m_views;
     Preferences &m_prefs;
     EventSource &m_source;
     Scheduler &m_scheduler;
-    FirstRunActions m_actions;
+    std::function<void(const QString &link)> m_openSystemSettings;
+    std::function<QString(Timestamp)> m_formatTime;
     std::unique_ptr<kelo::OnboardingWindowController> m_window;
 };
 

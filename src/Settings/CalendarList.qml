@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import KeloThemeViews
 
 // The calendars of all accounts, however many: only the rows in sight exist. Tab and the arrow keys go from
@@ -31,6 +32,10 @@ Item {
         boundsBehavior: Flickable.StopAtBounds
         clip: true
         highlightMoveDuration: 0
+        T.ScrollBar.vertical: ScrollMark {
+            parent: root
+            anchors { right: parent.right; top: parent.top; bottom: parent.bottom }
+        }
         activeFocusOnTab: count > 0
         header: Item { height: 20 }
         footer: CalendarListFooter {
@@ -49,5 +54,4 @@ Item {
             }
         }
     }
-    ScrollMark { view: view }
 }

@@ -1,5 +1,7 @@
 #include "Settings/CalendarListModel.h"
 
+#include "MeetingTexts/TitleText.h"
+
 #include <algorithm>
 
 namespace mivora {
@@ -38,9 +40,9 @@ QHash<int, QByteArray> CalendarListModel::roleNames() const
             {AccountRole, "account"}, {IsFirstRole, "isFirst"},     {IsLastRole, "isLast"}};
 }
 
-void CalendarListModel::setGroups(const std::vector<AccountGroup> &groups)
+void CalendarListModel::setCalendars(const std::vector<CalendarInfo> &calendars)
 {
-    const std::vector<Row> rows = rowsOf(groups);
+    const std::vector<Row> rows = rowsOf(calendars);
     // All that differs lies between what both lists begin with and what both end with.
     const auto [oldFrom, newFrom] = std::ranges::mismatch(m_rows, rows);
     const auto isSame = std::mismatch(m_rows.rbegin(), std::make_reverse_iterator(oldFrom), rows.rbegin(),
@@ -66,13 +68,15 @@ std::string CalendarListModel::calendarID(int row) const
     return row >= 0 && row < rowCount() ? m_rows[static_cast<std::size_t>(row)].calendar.id : std::string();
 }
 
-std::vector<CalendarListModel::Row> CalendarListModel::rowsOf(const std::vector<AccountGroup> &groups)
+std::vector<CalendarListModel::Row> CalendarListModel::rowsOf(std::vector<CalendarInfo> calendars)
 {
+    std::ranges::stable_sort(calendars, titleSortsBefore, &CalendarInfo::accountTitle);
     std::vector<Row> rows;
-    for (const AccountGroup &group : groups) {
-        for (const CalendarInfo &calendar : group.calendars)
-            rows.push_back(
-                {calendar, &calendar == &group.calendars.front(), &calendar == &group.calendars.back()});
+    for (CalendarInfo &calendar : calendars) {
+        const bool isFirst = rows.empty() || rows.back().calendar.accountTitle != calendar.accountTitle;
+        if (!isFirst)
+            rows.back().isLast = false;
+        rows.push_back({std::move(calendar), isFirst, true});
     }
     return rows;
 }

@@ -1,10 +1,11 @@
 #pragma once
 
-#include "Settings/AccountGroups.h"
+#include "Meetings/CalendarInfo.h"
 
 #include <QAbstractListModel>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace mivora {
 
@@ -33,8 +34,9 @@ public:
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
-    /// Rows that stay keep their place on the screen.
-    void setGroups(const std::vector<AccountGroup> &groups);
+    /// Shows the calendars by account, sorted by its title (case-sensitive, the same in every locale), and in
+    /// their order within it. Rows that stay keep their place on the screen.
+    void setCalendars(const std::vector<CalendarInfo> &calendars);
     void setDisabled(const std::set<std::string> &ids);
 
     /// The calendar's identifier; empty when there is no such row.
@@ -50,7 +52,7 @@ private:
         friend bool operator==(const Row &, const Row &) = default;
     };
 
-    static std::vector<Row> rowsOf(const std::vector<AccountGroup> &groups);
+    static std::vector<Row> rowsOf(std::vector<CalendarInfo> calendars);
     void replace(std::size_t first, std::size_t removed, const std::vector<Row> &inserted);
 
     std::vector<Row> m_rows;

@@ -19,9 +19,9 @@ template<typename T> std::set<T> with(std::set<T> set, const T &value, bool isIn
 
 } // namespace
 
-CalendarsPageModel::CalendarsPageModel(Preferences &prefs, const EventSource &source, SettingsActions actions,
-                                       QObject *parent)
-    : QObject(parent), m_prefs(prefs), m_source(source), m_actions(std::move(actions))
+CalendarsPageModel::CalendarsPageModel(Preferences &prefs, const EventSource &source,
+                                       LinkOpener openSystemSettings)
+    : m_prefs(prefs), m_source(source), m_openSystemSettings(std::move(openSystemSettings))
 {
     m_calendars.setDisabled(m_prefs.disabledCalendarIDs());
     connect(&m_prefs, &Preferences::disabledCalendarIDsChanged, &m_calendars,
@@ -33,7 +33,7 @@ CalendarsPageModel::CalendarsPageModel(Preferences &prefs, const EventSource &so
 void CalendarsPageModel::reload()
 {
     const bool hasAccess = m_source.authorization() == CalendarAuthorization::granted;
-    m_calendars.setGroups(hasAccess ? groupByAccount(m_source.calendars()) : std::vector<AccountGroup>());
+    m_calendars.setCalendars(hasAccess ? m_source.calendars() : std::vector<CalendarInfo>());
     if (hasAccess == m_hasAccess)
         return;
     m_hasAccess = hasAccess;
@@ -50,8 +50,7 @@ void CalendarsPageModel::setCalendarOn(int row, bool isOn)
 
 void CalendarsPageModel::openSystemSettings() const
 {
-    if (m_actions.openSystemSettings)
-        m_actions.openSystemSettings(QLatin1String(calendarPrivacyLink));
+    m_openSystemSettings(QLatin1String(calendarPrivacyLink));
 }
 
 bool CalendarsPageModel::isInBrowser(Service service) const

@@ -2,9 +2,9 @@
 
 #include "Meetings/Service.h"
 #include "Settings/CalendarListModel.h"
-#include "Settings/SettingsActions.h"
 
 #include <QObject>
+#include <functional>
 
 namespace mivora {
 
@@ -21,9 +21,10 @@ class CalendarsPageModel final : public QObject
     Q_PROPERTY(bool teamsInBrowser READ teamsInBrowser WRITE setTeamsInBrowser NOTIFY browserServicesChanged)
 
 public:
+    using LinkOpener = std::function<void(const QString &deepLink)>;
+
     /// Preferences and source outlive the model. Asks the source for nothing before the first reload().
-    CalendarsPageModel(Preferences &prefs, const EventSource &source, SettingsActions actions,
-                       QObject *parent = nullptr);
+    CalendarsPageModel(Preferences &prefs, const EventSource &source, LinkOpener openSystemSettings);
 
     /// Asks the source for the permission and the calendars as they are now.
     Q_INVOKABLE void reload();
@@ -56,7 +57,7 @@ private:
 
     Preferences &m_prefs;
     const EventSource &m_source;
-    SettingsActions m_actions;
+    LinkOpener m_openSystemSettings;
     bool m_hasAccess = false;
     CalendarListModel m_calendars;
 };

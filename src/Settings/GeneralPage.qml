@@ -1,6 +1,6 @@
 import QtQuick
 import KeloAppearance
-import KeloHotkeyRecorderViews
+import KeloHotkeyViews
 import KeloThemeViews
 
 // How the menu bar, the Join panel and the shortcut behave.
@@ -42,9 +42,9 @@ FormPage {
                     name: qsTr("Title length")
                     valueText: root.model.titleWidthText
                     value: root.model.titleWidth
-                    minimumValue: root.model.minTitleWidth
-                    maximumValue: root.model.maxTitleWidth
-                    onMoved: value => root.model.titleWidth = value
+                    from: root.model.minTitleWidth
+                    to: root.model.maxTitleWidth
+                    onValueModified: root.model.titleWidth = value
                 }
             }
         }
@@ -65,10 +65,10 @@ FormPage {
 
             Picker {
                 name: qsTr("Show the Join panel")
-                texts: root.model.leadMinutesTexts
+                model: root.model.leadMinutesTexts
                 currentIndex: root.model.leadMinutesIndex
-                text: root.model.leadMinutesText
-                onPicked: index => root.model.leadMinutesIndex = index
+                displayText: root.model.leadMinutesText
+                onActivated: index => root.model.leadMinutesIndex = index
             }
         }
         FormRow {
@@ -76,9 +76,9 @@ FormPage {
 
             Picker {
                 name: qsTr("Panel position")
-                texts: root.model.panelCornerTexts
+                model: root.model.panelCornerTexts
                 currentIndex: root.model.panelCornerIndex
-                onPicked: index => root.model.panelCornerIndex = index
+                onActivated: index => root.model.panelCornerIndex = index
             }
         }
         ToggleRow {

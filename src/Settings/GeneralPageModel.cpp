@@ -1,13 +1,41 @@
 #include "Settings/GeneralPageModel.h"
 
 #include "Preferences/Preferences.h"
-#include "Settings/GeneralPageText.h"
 
+#include <QCoreApplication>
 #include <algorithm>
 
 namespace mivora {
 
 namespace {
+
+/// The context of the texts for translators: that of the page's view.
+struct GeneralPage
+{
+    Q_DECLARE_TR_FUNCTIONS(GeneralPage)
+};
+
+QString textOfLead(int minutes)
+{
+    if (minutes == 0)
+        return GeneralPage::tr("When it starts");
+    return GeneralPage::tr("%n minute(s) before", nullptr, minutes);
+}
+
+QString textOfCorner(PanelCorner corner)
+{
+    switch (corner) {
+    case PanelCorner::topRight:
+        return GeneralPage::tr("Top right");
+    case PanelCorner::topLeft:
+        return GeneralPage::tr("Top left");
+    case PanelCorner::bottomRight:
+        return GeneralPage::tr("Bottom right");
+    case PanelCorner::bottomLeft:
+        return GeneralPage::tr("Bottom left");
+    }
+    return {};
+}
 
 template<typename List, typename Value> int indexIn(const List &choices, const Value &value)
 {
@@ -92,7 +120,7 @@ void GeneralPageModel::setTitleWidth(int characters)
 
 QString GeneralPageModel::titleWidthText() const
 {
-    return mivora::titleWidthText(titleWidth());
+    return GeneralPage::tr("%n character(s)", nullptr, titleWidth());
 }
 
 int GeneralPageModel::minTitleWidth() const
@@ -117,7 +145,7 @@ void GeneralPageModel::setLaunchAtLogin(bool launch)
 
 QStringList GeneralPageModel::leadMinutesTexts() const
 {
-    return texts(Preferences::leadMinuteChoices, mivora::leadMinutesText);
+    return texts(Preferences::leadMinuteChoices, textOfLead);
 }
 
 int GeneralPageModel::leadMinutesIndex() const
@@ -133,12 +161,12 @@ void GeneralPageModel::setLeadMinutesIndex(int index)
 
 QString GeneralPageModel::leadMinutesText() const
 {
-    return mivora::leadMinutesText(m_prefs.leadMinutes());
+    return textOfLead(m_prefs.leadMinutes());
 }
 
 QStringList GeneralPageModel::panelCornerTexts() const
 {
-    return texts(allPanelCorners, mivora::panelCornerText);
+    return texts(allPanelCorners, textOfCorner);
 }
 
 int GeneralPageModel::panelCornerIndex() const
@@ -178,8 +206,9 @@ void GeneralPageModel::chooseHotKey(const kelo::HotKeyCombo &combo)
     if (m_registerHotKey && !m_registerHotKey(combo)) {
         const auto &inForce = m_prefs.joinHotKey();
         m_recorder.setCombo(inForce.value_or(combo));
-        setHotKeyState(true,
-                       tr("%1 is already in use. Choose a different shortcut.").arg(combo.displayString()));
+        setHotKeyState(
+            true,
+            GeneralPage::tr("%1 is already in use. Choose a different shortcut.").arg(combo.displayString()));
         return;
     }
     setHotKeyState(true);

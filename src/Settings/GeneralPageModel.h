@@ -1,10 +1,10 @@
 #pragma once
 
-#include "KeloHotkeyRecorder/HotKeyRecorder.h"
-#include "Settings/SettingsActions.h"
+#include "KeloHotkey/HotKeyRecorder.h"
 
 #include <QObject>
 #include <QStringList>
+#include <functional>
 
 namespace mivora {
 

@@ -1,12 +1,27 @@
 #pragma once
 
-#include "Settings/SettingsPage.h"
-
 #include <QObject>
+#include <QString>
 #include <QVariantList>
+#include <array>
 #include <functional>
+#include <optional>
 
 namespace mivora {
+
+/// The pages of the settings window, in the order of its sidebar.
+enum class SettingsPage { general, calendars };
+
+inline constexpr std::array allSettingsPages{SettingsPage::general, SettingsPage::calendars};
+
+/// The name by which a page is asked for, such as "general".
+QString rawValue(SettingsPage page);
+
+/// The page with the name \a raw (case-sensitive), or nothing.
+std::optional<SettingsPage> settingsPageFromRawValue(const QString &raw);
+
+/// What stands in the sidebar and in the window's title.
+QString title(SettingsPage page);
 
 /// Which page of the settings is selected.
 class SettingsRouter final : public QObject

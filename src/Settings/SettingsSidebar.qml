@@ -43,16 +43,16 @@ Rectangle {
                 required property var modelData
 
                 width: parent.width
-                title: modelData.title
+                text: modelData.title
                 symbol: modelData.symbol
                 tint: modelData.tint
-                isSelected: index === root.router.pageIndex
+                highlighted: index === root.router.pageIndex
                 onClicked: root.router.selectRow(index)
 
                 FocusRing {
                     anchors.margins: 0
                     radius: 8
-                    visible: root.activeFocus && root.isKeyed && parent.isSelected
+                    visible: root.activeFocus && root.isKeyed && parent.highlighted
                 }
             }
         }

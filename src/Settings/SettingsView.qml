@@ -15,10 +15,19 @@ Item {
         router: root.router
         focus: true
     }
-    SettingsDetail {
+    // The selected page; it is built each time that it is selected.
+    Loader {
         anchors { left: sidebar.right; right: parent.right; top: parent.top; bottom: parent.bottom }
-        router: root.router
-        general: root.general
-        calendars: root.calendars
+        sourceComponent: root.router.pageIndex === 0 ? generalPage : calendarsPage
+    }
+    Component {
+        id: generalPage
+
+        GeneralPage { model: root.general }
+    }
+    Component {
+        id: calendarsPage
+
+        CalendarsPage { model: root.calendars }
     }
 }

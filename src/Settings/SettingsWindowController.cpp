@@ -19,7 +19,8 @@ SettingsWindowController::SettingsWindowController(Preferences &prefs, const Eve
                                                    kelo::HotKeyService &service, kelo::ViewLoader &views,
                                                    const SettingsActions &actions,
                                                    std::chrono::milliseconds keptClosed)
-    : m_general(prefs, service, actions.registerHotKey), m_calendars(prefs, source, actions),
+    : m_general(prefs, service, actions.registerHotKey),
+      m_calendars(prefs, source, actions.openSystemSettings),
       m_window(views,
                {.module = QStringLiteral("SettingsViews"),
                 .component = QStringLiteral("SettingsView"),

@@ -10,6 +10,15 @@
 
 namespace mivora {
 
+/// What the settings ask of the rest of the program.
+struct SettingsActions
+{
+    /// Registers the combination in place of the one in force. False, and nothing changes, when it is in use.
+    std::function<bool(const kelo::HotKeyCombo &)> registerHotKey;
+    /// Shows what the link leads to in the settings of the desktop.
+    std::function<void(const QString &deepLink)> openSystemSettings;
+};
+
 /// The settings window, and what its pages show. A window that stays closed for long gives its memory back;
 /// the next one has its page and its place. Main thread only.
 class SettingsWindowController final : public QObject

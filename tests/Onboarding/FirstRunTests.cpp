@@ -1,6 +1,6 @@
 #include "FirstRun.h"
 
-#include "KeloOnboarding/OnboardingModel.h"
+#include "Onboarding/FirstMeetingModel.h"
 #include "support/AccessibleView.h"
 #include "support/KeptViews.h"
 
@@ -74,32 +74,8 @@ public:
 
     std::string focused() const { return AccessibleView(*window()).focused().toStdString(); }
 
-    int refreshed = 0;
     FirstRun run{notDetermined};
 };
-
-TEST_F(FirstRunTest, stepsAreCompleteAsTheyWait)
-{
-    const struct
-    {
-        CalendarAuthorization access;
-        bool isComplete;
-    } rows[] = {
-        {notDetermined, false},
-        {denied, false},
-        {granted, true},
-    };
-
-    for (const auto &row : rows) {
-        run.source.access = row.access;
-        const auto steps = firstRunSteps(run.source, run.scheduler, {[] {}, {}, {}});
-        ASSERT_EQ(steps.size(), 3U);
-        EXPECT_EQ(steps[0].id + steps[1].id + steps[2].id, QStringLiteral("welcomecalendarfirst"));
-        EXPECT_FALSE(steps[0].isComplete);
-        EXPECT_EQ(steps[1].isComplete(), row.isComplete) << int(row.access);
-        EXPECT_FALSE(steps[2].isComplete);
-    }
-}
 
 TEST_F(FirstRunTest, beginsAtLaunchWhereThereIsSomethingToDo)
 {
@@ -172,21 +148,6 @@ TEST_F(FirstRunTest, saysWhatTheAccessIs)
     }
 }
 
-TEST_F(FirstRunTest, seesAccessThatIsGivenElsewhere)
-{
-    run.source.access = denied;
-    run.scheduler.onRefresh = [this] { ++refreshed; };
-    show(FirstRunStep::calendar);
-    EXPECT_EQ(refreshed, 0);
-
-    run.source.access = granted;
-    EXPECT_TRUE(QTest::qWaitFor([&] { return refreshed > 0; }));
-    const auto offersToSkip = [this] { return testing::Value(names(), Contains("Skip for now")); };
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !offersToSkip(); }));
-    EXPECT_THAT(names(), Contains("Access granted"));
-    EXPECT_EQ(refreshed, 1);
-}
-
 TEST_F(FirstRunTest, isWalkedThroughWithTheKeyboardAlone)
 {
     run.source.events = {withLink(makeMeeting("Design review", at("2026-03-10T10:30:00Z")))};
@@ -228,11 +189,10 @@ TEST_F(FirstRunTest, isWalkedThroughWithTheKeyboardAlone)
     EXPECT_TRUE(run.prefs.hasCompletedOnboarding());
 }
 
-TEST_F(FirstRunTest, endsWithoutAMeeting)
+TEST_F(FirstRunTest, endsWithTheNextMeetingAsItIsFound)
 {
     run.source.access = granted;
     show(FirstRunStep::firstMeeting);
-
     EXPECT_THAT(names(), Contains("No meetings today"));
     EXPECT_THAT(names(),
                 Contains("A minute before each meeting, the Join panel appears. Change the lead time "
@@ -240,9 +200,13 @@ TEST_F(FirstRunTest, endsWithoutAMeeting)
     EXPECT_THAT(names(), Contains("Start Using Mivora"));
     EXPECT_THAT(names(), Not(Contains("The countdown is in your menu bar from now on.")));
 
-    run.source.events = {makeMeeting("Standup", at("2026-03-10T11:00:00Z"))};
+    Meeting standup = makeMeeting("Daily\nstandup", at("2026-03-10T11:00:00Z"));
+    standup.calendarColor = Color{226, 120, 40};
+    run.source.events = {standup};
     run.scheduler.refresh();
-    EXPECT_THAT(names(), Contains("Standup, 11:00 AM · no link"));
+    EXPECT_THAT(names(), Contains("Daily standup, 11:00 AM · no link"));
+    const FirstMeetingModel model(run.scheduler, [](Timestamp) { return QString(); });
+    EXPECT_EQ(model.color(), QStringLiteral("#e27828"));
 }
 
 } // namespace mivora

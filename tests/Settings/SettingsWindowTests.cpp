@@ -11,7 +11,6 @@
 #include <QWindow>
 #include <gtest/gtest.h>
 #include <linux/input-event-codes.h>
-#include <optional>
 
 namespace mivora {
 
@@ -26,21 +25,13 @@ const QString leadPicker = QStringLiteral("Show the Join panel");
 const QString lengthStepper = QStringLiteral("Title length");
 
 /// The window on one of its pages, with the keyboard.
-class OpenSettings final
+AccessibleView open(SettingsUnderTest &test, SettingsPage page = general)
 {
-public:
-    explicit OpenSettings(SettingsUnderTest &test, SettingsPage page = general) : m_test(test)
-    {
-        if (!m_test.controller.show(page) || !QTest::qWaitForWindowActive(&m_test.window()))
-            throw std::runtime_error("the settings can't be shown");
-        QTest::qWait(50);
-    }
-
-    AccessibleView view() { return AccessibleView(m_test.window()); }
-
-private:
-    SettingsUnderTest &m_test;
-};
+    if (!test.controller.show(page) || !QTest::qWaitForWindowActive(&test.window()))
+        throw std::runtime_error("the settings can't be shown");
+    QTest::qWait(50);
+    return AccessibleView(test.window());
+}
 
 // With Control, and with the code of the real key, which recording goes by.
 void sendSpace(QWindow &window, QEvent::Type type)
@@ -62,10 +53,9 @@ std::vector<CalendarInfo> manyCalendars(int count)
 
 } // namespace
 
-TEST(SettingsWindow, isOneWindowThatKeepsPageAndPlace)
+TEST(SettingsWindow, isOneThatKeepsPageAndPlace)
 {
     SettingsUnderTest test(std::chrono::milliseconds(50));
-    EXPECT_FALSE(test.controller.window());
     ASSERT_TRUE(test.controller.show());
     QWindow *window = test.controller.window();
     EXPECT_EQ(window->title(), QStringLiteral("General"));
@@ -75,17 +65,14 @@ TEST(SettingsWindow, isOneWindowThatKeepsPageAndPlace)
         (window->geometry().center() - window->screen()->availableGeometry().center()).manhattanLength(), 2);
 
     test.controller.show(calendars);
-    EXPECT_EQ(window->title(), QStringLiteral("Calendars"));
     window->setPosition(11, 22);
     QTest::qWait(50);
     window->close();
     EXPECT_FALSE(window->isVisible());
     test.controller.show();
     EXPECT_EQ(test.controller.window(), window);
-    EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(window->position(), QPoint(11, 22));
     EXPECT_EQ(window->title(), QStringLiteral("Calendars"));
-
     QTest::qWait(100);
     EXPECT_EQ(test.controller.window(), window) << "it is in use again";
     window->close();
@@ -98,13 +85,9 @@ TEST(SettingsWindow, isOneWindowThatKeepsPageAndPlace)
 TEST(SettingsWindow, changesPagesFromTheSidebar)
 {
     SettingsUnderTest test;
-    OpenSettings settings(test);
-    const AccessibleView view = settings.view();
-    EXPECT_EQ(view.names(QAccessible::ListItem),
-              (QStringList{QStringLiteral("General"), QStringLiteral("Calendars")}));
+    const AccessibleView view = open(test);
     EXPECT_TRUE(view.find(QAccessible::ListItem, QStringLiteral("General"))->state().selected);
     ASSERT_TRUE(view.click(QAccessible::ListItem, QStringLiteral("Calendars")));
-    EXPECT_EQ(test.controller.router().page(), calendars);
     EXPECT_EQ(test.window().title(), QStringLiteral("Calendars"));
     EXPECT_FALSE(view.find(QAccessible::CheckBox, menuBarToggle));
     view.type(Qt::Key_Up);
@@ -114,8 +97,7 @@ TEST(SettingsWindow, changesPagesFromTheSidebar)
 TEST(GeneralPage, writesEveryTogglesPreference)
 {
     SettingsUnderTest test;
-    OpenSettings settings(test);
-    const AccessibleView view = settings.view();
+    const AccessibleView view = open(test);
 
     const struct
     {
@@ -156,8 +138,7 @@ TEST(GeneralPage, stepsTheTitleLengthWithinItsRange)
 {
     SettingsUnderTest test;
     test.prefs.setTitleWidth(59);
-    OpenSettings settings(test);
-    const AccessibleView view = settings.view();
+    const AccessibleView view = open(test);
     const auto click = [&](double place) { return view.click(QAccessible::SpinBox, lengthStepper, place); };
     for (const int expected : {60, 60}) {
         ASSERT_TRUE(click(0.75));
@@ -179,14 +160,13 @@ TEST(GeneralPage, stepsTheTitleLengthWithinItsRange)
 TEST(GeneralPage, picksFromLists)
 {
     SettingsUnderTest test;
-    OpenSettings settings(test);
-    const AccessibleView view = settings.view();
+    const AccessibleView view = open(test);
     ASSERT_TRUE(view.click(QAccessible::ComboBox, leadPicker));
-    EXPECT_EQ(view.names(QAccessible::MenuItem).join(u'|'),
-              QStringLiteral("When it starts|1 minute before|2 minutes before|5 minutes before"));
-    ASSERT_TRUE(view.click(QAccessible::MenuItem, QStringLiteral("5 minutes before")));
+    const auto isOpen = [&] { return view.find(QAccessible::ListItem, QStringLiteral("When it starts")); };
+    EXPECT_TRUE(isOpen());
+    ASSERT_TRUE(view.click(QAccessible::ListItem, QStringLiteral("5 minutes before")));
     EXPECT_EQ(test.prefs.leadMinutes(), 5);
-    EXPECT_TRUE(view.names(QAccessible::MenuItem).isEmpty());
+    EXPECT_FALSE(isOpen());
     EXPECT_EQ(view.focused(), leadPicker);
 
     const struct
@@ -202,67 +182,63 @@ TEST(GeneralPage, picksFromLists)
     };
 
     for (const auto &row : rows) {
-        for (const Qt::Key key : row.keys) {
-            // The list opened under the pointer, which rests: what it lies on is not what the keys choose.
-            if (key == row.keys.back())
-                QTest::qWait(50);
+        for (const Qt::Key key : row.keys)
             view.type(key);
-        }
         EXPECT_EQ(test.prefs.leadMinutes(), row.minutes);
-        EXPECT_TRUE(test.window().isVisible());
+        EXPECT_FALSE(isOpen());
     }
 
     ASSERT_TRUE(view.click(QAccessible::ComboBox, QStringLiteral("Panel position")));
-    ASSERT_TRUE(view.point(QAccessible::MenuItem, QStringLiteral("Top left")));
-    EXPECT_EQ(view.focused(), QStringLiteral("Top left")) << "the row under the pointer";
-    ASSERT_TRUE(view.click(QAccessible::MenuItem, QStringLiteral("Bottom left")));
+    ASSERT_TRUE(view.click(QAccessible::ListItem, QStringLiteral("Bottom left")));
     EXPECT_EQ(test.prefs.panelCorner(), PanelCorner::bottomLeft);
 }
 
-TEST(GeneralPage, recordsAShortcutAndKeepsItsKeysFromTheWindow)
+TEST(GeneralPage, recordsAShortcutWhileItIsOnTheScreen)
 {
     SettingsUnderTest test;
-    OpenSettings settings(test);
-    const AccessibleView view = settings.view();
+    const AccessibleView view = open(test);
     const QString recorder = QStringLiteral("Shortcut");
-    EXPECT_FALSE(view.find(QAccessible::PushButton, recorder));
+    test.isFree = false;
     ASSERT_TRUE(view.click(QAccessible::CheckBox, shortcutToggle));
-    EXPECT_EQ(test.prefs.joinHotKey(), GeneralPageModel::defaultCombo);
-    const auto text = [&] {
-        return view.find(QAccessible::PushButton, recorder)->text(QAccessible::Description);
-    };
     ASSERT_TRUE(view.find(QAccessible::PushButton, recorder));
-    EXPECT_EQ(text(), QStringLiteral("⇧⌘J"));
+    EXPECT_EQ(view.find(QAccessible::PushButton, recorder)->text(QAccessible::Description),
+              QStringLiteral("⇧⌘J. ⇧⌘J is already in use. Choose a different shortcut."));
 
     QObject application;
     kelo::MainMenu::build({}).install(application);
     ASSERT_TRUE(view.click(QAccessible::PushButton, recorder));
-    EXPECT_EQ(text(), QStringLiteral("Press a shortcut…"));
     EXPECT_TRUE(test.service.isSuspended());
     view.type(Qt::Key_W, Qt::ControlModifier);
     QCoreApplication::processEvents();
     EXPECT_TRUE(test.window().isVisible()) << "that would have closed the window";
     test.controller.show(calendars);
     EXPECT_FALSE(test.service.isSuspended()) << "the recorder has left the screen";
-    test.controller.show(general);
-    EXPECT_EQ(text(), QStringLiteral("⇧⌘J"));
-    ASSERT_TRUE(view.click(QAccessible::PushButton, recorder));
-    test.window().close();
-    EXPECT_FALSE(test.service.isSuspended());
 }
 
-TEST(GeneralPage, recordsWithTheKeyboardAlone)
+TEST(GeneralPage, isOperatedByTheKeyboardAlone)
 {
     SettingsUnderTest test;
     test.prefs.setJoinHotKey(kelo::HotKeyCombo{9, kelo::controlKey});
-    OpenSettings settings(test);
-    const AccessibleView view = settings.view();
-    const auto reach = [&](const QString &name) {
-        for (int i = 0; i < 20 && view.focused() != name; ++i)
+    const AccessibleView view = open(test);
+    const QStringList stops{QStringLiteral("Settings"),
+                            menuBarToggle,
+                            lengthStepper,
+                            QStringLiteral("Launch at login"),
+                            leadPicker,
+                            QStringLiteral("Panel position"),
+                            QStringLiteral("Also remind me for meetings without a link"),
+                            shortcutToggle,
+                            QStringLiteral("Shortcut")};
+    for (const QString &stop : stops) {
+        EXPECT_EQ(view.focused(), stop);
+        if (stop == menuBarToggle) {
+            view.type(Qt::Key_Space);
+            EXPECT_FALSE(test.prefs.showTitle());
+            view.type(Qt::Key_Space);
+        }
+        if (stop != stops.last())
             view.type(Qt::Key_Tab);
-        return view.focused() == name;
-    };
-    ASSERT_TRUE(reach(QStringLiteral("Shortcut")));
+    }
     view.type(Qt::Key_Space);
     ASSERT_TRUE(test.service.isSuspended()) << "it records";
     sendSpace(test.window(), QEvent::KeyPress);
@@ -270,45 +246,22 @@ TEST(GeneralPage, recordsWithTheKeyboardAlone)
     EXPECT_EQ(test.prefs.joinHotKey(), (kelo::HotKeyCombo{49, kelo::controlKey}));
     EXPECT_FALSE(test.service.isSuspended()) << "the release doesn't begin anew";
 
-    ASSERT_TRUE(reach(QStringLiteral("Reset to ⇧⌘J")));
+    view.type(Qt::Key_Tab);
+    EXPECT_EQ(view.focused(), QStringLiteral("Reset to ⇧⌘J"));
     view.type(Qt::Key_Space);
     EXPECT_EQ(test.prefs.joinHotKey(), GeneralPageModel::defaultCombo);
     EXPECT_EQ(view.focused(), QStringLiteral("Shortcut")) << "the button that had the keyboard is gone";
     EXPECT_FALSE(test.service.isSuspended());
 }
 
-TEST(GeneralPage, isOperatedByKeyboard)
-{
-    SettingsUnderTest test;
-    test.prefs.setJoinHotKey(kelo::HotKeyCombo{9, kelo::controlKey});
-    OpenSettings settings(test);
-    const AccessibleView view = settings.view();
-    QStringList reached;
-    for (int i = 0; i < 10; ++i) {
-        reached.append(view.focused());
-        view.type(Qt::Key_Tab);
-    }
-    EXPECT_EQ(reached,
-              (QStringList{QStringLiteral("Settings"), menuBarToggle, lengthStepper,
-                           QStringLiteral("Launch at login"), leadPicker, QStringLiteral("Panel position"),
-                           QStringLiteral("Also remind me for meetings without a link"), shortcutToggle,
-                           QStringLiteral("Shortcut"), QStringLiteral("Reset to ⇧⌘J")}));
-    view.type(Qt::Key_Tab);
-    view.type(Qt::Key_Space);
-    EXPECT_FALSE(test.prefs.showTitle());
-}
-
 TEST(CalendarsPage, switchesCalendarsAndFollowsTheStore)
 {
     SettingsUnderTest test;
     test.source.known = {{"h", "Home", "", std::nullopt}, {"w", "Work", "Google", Color{1, 2, 3}}};
-    OpenSettings settings(test, calendars);
-    const AccessibleView view = settings.view();
-    EXPECT_EQ(view.names(QAccessible::Heading),
-              (QStringList{QStringLiteral("Calendars"), QStringLiteral("Google"),
-                           QStringLiteral("Open in the browser instead of the app")}));
+    test.prefs.setDisabledCalendarIDs({"gone"});
+    const AccessibleView view = open(test, calendars);
     ASSERT_TRUE(view.click(QAccessible::CheckBox, QStringLiteral("Work")));
-    EXPECT_EQ(test.prefs.disabledCalendarIDs(), std::set<std::string>{"w"});
+    EXPECT_EQ(test.prefs.disabledCalendarIDs(), (std::set<std::string>{"gone", "w"}));
     EXPECT_FALSE(view.isChecked(QStringLiteral("Work")));
     test.prefs.setDisabledCalendarIDs({"h"});
     EXPECT_TRUE(view.isChecked(QStringLiteral("Work")));
@@ -321,7 +274,8 @@ TEST(CalendarsPage, switchesCalendarsAndFollowsTheStore)
               (QStringList{QStringLiteral("Home"), QStringLiteral("Work"), QStringLiteral("Team"),
                            QStringLiteral("Zoom"), QStringLiteral("Microsoft Teams")}));
     ASSERT_TRUE(view.click(QAccessible::CheckBox, QStringLiteral("Zoom")));
-    EXPECT_EQ(test.prefs.browserServices(), std::set{Service::zoom});
+    ASSERT_TRUE(view.click(QAccessible::CheckBox, QStringLiteral("Microsoft Teams")));
+    EXPECT_EQ(test.prefs.browserServices(), (std::set{Service::zoom, Service::teams}));
 }
 
 TEST(CalendarsPage, explainsMissingAccess)
@@ -329,14 +283,10 @@ TEST(CalendarsPage, explainsMissingAccess)
     SettingsUnderTest test;
     test.source.access = CalendarAuthorization::denied;
     test.source.known = {{"h", "Home", "", std::nullopt}};
-    test.prefs.setBrowserServices({Service::webex});
-    OpenSettings settings(test, calendars);
-    const AccessibleView view = settings.view();
+    const AccessibleView view = open(test, calendars);
     ASSERT_TRUE(view.click(QAccessible::PushButton, QStringLiteral("Open System Settings…")));
     EXPECT_EQ(test.opened, QStringList{QStringLiteral(
                                "x-apple.systempreferences:com.apple.preference.security?Privacy_Calendars")});
-    ASSERT_TRUE(view.click(QAccessible::CheckBox, QStringLiteral("Microsoft Teams")));
-    EXPECT_EQ(test.prefs.browserServices(), (std::set{Service::teams, Service::webex}));
     EXPECT_FALSE(view.find(QAccessible::CheckBox, QStringLiteral("Home")));
 
     test.source.access = CalendarAuthorization::granted;
@@ -351,8 +301,7 @@ TEST(CalendarsPage, reachesAllOfManyCalendarsByKeyboard)
     SettingsUnderTest test;
     constexpr int count = 45;
     test.source.known = manyCalendars(count);
-    OpenSettings settings(test, calendars);
-    const AccessibleView view = settings.view();
+    const AccessibleView view = open(test, calendars);
     EXPECT_LT(view.names(QAccessible::CheckBox).size(), 40) << "only what is in sight exists";
 
     QStringList reached;
@@ -364,7 +313,6 @@ TEST(CalendarsPage, reachesAllOfManyCalendarsByKeyboard)
     EXPECT_EQ(QSet<QString>(reached.begin(), reached.end()).size(), count + 3) << "each one, and once";
     EXPECT_EQ(reached.first(), QStringLiteral("Calendar 0"));
     EXPECT_EQ(reached[count], QStringLiteral("Zoom"));
-    EXPECT_EQ(reached[count + 1], QStringLiteral("Microsoft Teams"));
     EXPECT_EQ(reached[count + 2], QStringLiteral("Settings"));
 
     view.type(Qt::Key_Backtab, Qt::ShiftModifier);

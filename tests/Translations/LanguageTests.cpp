@@ -1,12 +1,12 @@
 #include "JoinPanel/PanelText.h"
 #include "MeetingTexts/MeetingTexts.h"
-#include "Settings/GeneralPageText.h"
-#include "Settings/SettingsPage.h"
+#include "Settings/SettingsRouter.h"
 #include "StatusBar/StatusMenu.h"
 #include "StatusBar/StatusText.h"
 #include "Translations/InstallTranslations.h"
 #include "support/MeetingFactory.h"
 
+#include <QCoreApplication>
 #include <gtest/gtest.h>
 
 namespace mivora {
@@ -32,6 +32,11 @@ QStringList menuTitles(const QLocale &locale)
     return titles;
 }
 
+QString minutesBefore(int minutes)
+{
+    return QCoreApplication::translate("GeneralPage", "%n minute(s) before", nullptr, minutes);
+}
+
 /// Puts the tests that follow back into English.
 class Languages : public testing::Test
 {
@@ -53,16 +58,16 @@ TEST_F(Languages, sayWhatTheTrayThePanelAndTheSettingsSay)
         texts.append(shortCountdownText(Seconds(seconds)));
     for (const int afterStart : {-61, 0, 125})
         texts.append(panelTimeText(start, start + Seconds(afterStart)));
-    for (const int minutes : {0, 1, 2})
-        texts.append(leadMinutesText(minutes));
-    texts += {titleWidthText(24), title(SettingsPage::general)};
+    for (const int minutes : {1, 2})
+        texts.append(minutesBefore(minutes));
+    texts += {title(SettingsPage::general)};
     texts += menuTitles(german);
     texts += *statusText({}, {}, CalendarAuthorization::denied, start).toolTip;
     EXPECT_EQ(
         texts.join(u'|').toStdString(),
         "jetzt|1\u00a0min|1\u00a0h|1\u00a0h 6\u00a0min|jetzt|1h|"
         "Beginnt in 2\u00a0min|Beginnt jetzt|Vor 2\u00a0min begonnen|"
-        "Zu Beginn|1 Minute vorher|2 Minuten vorher|24 Zeichen|Allgemein|"
+        "1 Minute vorher|2 Minuten vorher|Allgemein|"
         "09:00  Review  · läuft  · Link|Einstellungen\u00a0…|Weitere Apps von Kelo\u00a0…|Mivora beenden|"
         "Mivora braucht Zugriff auf den Kalender");
 }
@@ -80,8 +85,8 @@ TEST_F(Languages, fallBackToEnglishWithItsPlurals)
 {
     installTranslations(QLocale(QLocale::German));
     installTranslations(QLocale(QLocale::Japanese));
-    EXPECT_EQ(leadMinutesText(1), QStringLiteral("1 minute before"));
-    EXPECT_EQ(leadMinutesText(5), QStringLiteral("5 minutes before"));
+    EXPECT_EQ(minutesBefore(1), QStringLiteral("1 minute before"));
+    EXPECT_EQ(minutesBefore(5), QStringLiteral("5 minutes before"));
     EXPECT_EQ(title(SettingsPage::calendars), QStringLiteral("Calendars"));
 }
 

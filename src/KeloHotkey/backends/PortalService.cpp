@@ -1,7 +1,6 @@
 #include "KeloHotkey/backends/PortalService.h"
 
 #include "KeloHotkey/VirtualKeys.h"
-#include "KeloHotkey/backends/NoService.h"
 #include "KeloHotkey/backends/PortalShortcut.h"
 #include "Platform/linux/BusCall.h"
 
@@ -44,7 +43,7 @@ void PortalService::probed(const QDBusPendingCall &version)
         return setPeer(PortalPeer{m_bus, version.reply().service()});
     setPeer(std::nullopt);
     if (!std::exchange(m_hasAdvised, true))
-        NoService::logAdvice(m_purpose);
+        m_purpose.logAdvice();
 }
 
 void PortalService::setPeer(std::optional<PortalPeer> peer)

@@ -1,6 +1,6 @@
 #include "KeloHotkey/backends/PortalShortcut.h"
 
-#include "KeloHotkey/backends/PortalTrigger.h"
+#include "KeloHotkey/KeyboardLayout.h"
 
 #include <QDBusArgument>
 #include <QDBusMetaType>
@@ -34,6 +34,26 @@ QString sessionPath(const QVariant &handle)
 QString shortcutName(const HotKeyPurpose &purpose, const HotKeyCombo &combo)
 {
     return QStringLiteral("%1-%2-%3").arg(purpose.name).arg(combo.keyCode).arg(combo.modifiers);
+}
+
+// The combination as the freedesktop "shortcuts" text: "SHIFT+LOGO+v". The key is named by what it types on
+// the user's layout. Empty when it has no name.
+QString portalTrigger(const HotKeyCombo &combo)
+{
+    // Combinations that can be registered have a key code of 16 bits.
+    const QString key = KeyboardLayout::symbolName(static_cast<std::uint16_t>(combo.keyCode));
+    if (key.isEmpty())
+        return {};
+    QStringList parts;
+    if (combo.modifiers & controlKey)
+        parts.append(QStringLiteral("CTRL"));
+    if (combo.modifiers & optionKey)
+        parts.append(QStringLiteral("ALT"));
+    if (combo.modifiers & shiftKey)
+        parts.append(QStringLiteral("SHIFT"));
+    if (combo.modifiers & commandKey)
+        parts.append(QStringLiteral("LOGO"));
+    return (parts << key).join(QLatin1Char('+'));
 }
 
 QDBusArgument &operator<<(QDBusArgument &argument, const PortalShortcutEntry &entry)

@@ -39,6 +39,16 @@ xcb_connection_t *X11Keyboard::connection()
     return x11 ? x11->connection() : nullptr;
 }
 
+void X11Keyboard::ringBell()
+{
+    xcb_connection_t *display = connection();
+    if (!display)
+        return;
+    // 0: as loud as the user has set it.
+    xcb_bell(display, 0);
+    xcb_flush(display);
+}
+
 bool X11Keyboard::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
 {
     if (m_xkbEvent < 0 || eventType != "xcb_generic_event_t")

@@ -21,6 +21,9 @@ public:
     /// The application's connection to the X server; null when it runs on something else.
     static xcb_connection_t *connection();
 
+    /// Rings the server's bell, which desktops turn into their alert sound. Silent without an X display.
+    static void ringBell();
+
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
 
 Q_SIGNALS:

@@ -36,7 +36,7 @@ bool becomes(std::uint16_t keyCode, QStringView name)
 
 TEST_F(KeyboardLayoutTest, followsTheDisplaysLayout)
 {
-    EXPECT_EQ(KeyboardLayout::displayName(12), QStringLiteral("Q"));
+    EXPECT_TRUE(becomes(12, u"Q"));
     int changes = 0;
     QObject context;
     KeyboardLayout::onChange(&context, [&] { ++changes; });
@@ -46,18 +46,12 @@ TEST_F(KeyboardLayoutTest, followsTheDisplaysLayout)
     EXPECT_EQ((HotKeyCombo{12, commandKey | shiftKey}).displayString(), QStringLiteral("⇧⌘A"));
     EXPECT_EQ(KeyboardLayout::displayName(33), QStringLiteral("^"));
     EXPECT_EQ(KeyboardLayout::displayName(122), QStringLiteral("F1"));
-    setLayout("ru");
-    EXPECT_TRUE(becomes(12, u"Q"));
-}
-
-TEST_F(KeyboardLayoutTest, followsTheUserFromOneLayoutToAnother)
-{
     setLayout("us,ru,fr");
     EXPECT_TRUE(becomes(12, u"Q"));
     lockLayout(X11Keyboard::connection(), 2);
     EXPECT_TRUE(becomes(12, u"A"));
     lockLayout(X11Keyboard::connection(), 1);
-    EXPECT_TRUE(becomes(12, u"Q"));
+    EXPECT_TRUE(becomes(12, u"Q")) << "Russian names no keys";
     lockLayout(X11Keyboard::connection(), 0);
 }
 

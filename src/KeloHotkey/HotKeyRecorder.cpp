@@ -1,9 +1,10 @@
-#include "KeloHotkeyRecorder/HotKeyRecorder.h"
+#include "KeloHotkey/HotKeyRecorder.h"
 
-#include "KeloHotkey/HotKeyJudgement.h"
 #include "KeloHotkey/HotKeyService.h"
 #include "KeloHotkey/KeyboardLayout.h"
 #include "KeloHotkey/VirtualKeys.h"
+#include "KeloHotkey/backends/KeyboardGrab.h"
+#include "KeloHotkey/backends/X11Keyboard.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -11,18 +12,41 @@
 
 namespace kelo {
 
+namespace {
+
+// With command alone these belong to the desktop and to editing.
+constexpr std::uint32_t reservedWithCommand[] = {virtualC, virtualV,   virtualX,    virtualQ,
+                                                 virtualW, virtualTab, virtualSpace};
+
+bool isModifierKey(std::uint32_t keyCode)
+{
+    return keyCode >= virtualRightCommand && keyCode <= virtualFunction;
+}
+
+bool isShortcut(const HotKeyCombo &combo)
+{
+    const bool isShiftAtMost = (combo.modifiers & ~std::uint32_t{shiftKey}) == 0;
+    const bool isReserved =
+        combo.modifiers == commandKey &&
+        std::ranges::find(reservedWithCommand, combo.keyCode) != std::end(reservedWithCommand);
+    return !isShiftAtMost && !isReserved;
+}
+
+} // namespace
+
 HotKeyRecorder::HotKeyRecorder(HotKeyService &service, const HotKeyCombo &combo,
                                const HotKeyCombo &defaultCombo, QObject *parent)
-    : QObject(parent), m_service(&service), m_combo(combo), m_defaultCombo(defaultCombo)
+    : QObject(parent), beep(X11Keyboard::ringBell), m_service(&service), m_combo(combo),
+      m_defaultCombo(defaultCombo)
 {
     KeyboardLayout::onChange(this, [this] { Q_EMIT keyCapsChanged(); });
-    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &HotKeyRecorder::updateSuspension);
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &HotKeyRecorder::updateGrab);
 }
 
 HotKeyRecorder::~HotKeyRecorder()
 {
     m_recording = false;
-    updateSuspension();
+    updateGrab();
 }
 
 void HotKeyRecorder::setCombo(const HotKeyCombo &combo)
@@ -58,7 +82,7 @@ void HotKeyRecorder::start()
 {
     m_recording = true;
     qGuiApp->installEventFilter(this);
-    updateSuspension();
+    updateGrab();
     Q_EMIT recordingChanged();
     Q_EMIT canResetChanged();
 }
@@ -69,7 +93,7 @@ void HotKeyRecorder::stop()
         return;
     m_recording = false;
     qGuiApp->removeEventFilter(this);
-    updateSuspension();
+    updateGrab();
     Q_EMIT recordingChanged();
     Q_EMIT canResetChanged();
 }
@@ -95,23 +119,22 @@ bool HotKeyRecorder::eventFilter(QObject *watched, QEvent *event)
 
 void HotKeyRecorder::judge(const QKeyEvent &key)
 {
-    m_grab.prolong();
+    if (m_grab)
+        m_grab->prolong();
     // What a held key repeats was judged when it went down.
     if (key.isAutoRepeat())
         return;
-    const auto judgement =
-        HotKeyJudgement::judge(virtualKeyForScanCode(key.nativeScanCode()), key.modifiers());
-    switch (judgement.verdict) {
-    case HotKeyJudgement::Verdict::Wait:
-        return;
-    case HotKeyJudgement::Verdict::Cancel:
+    const auto keyCode = virtualKeyForScanCode(key.nativeScanCode());
+    if (keyCode == virtualEscape)
         return stop();
-    case HotKeyJudgement::Verdict::Reject:
+    // The key that the modifier is for is still to come.
+    if (keyCode && isModifierKey(*keyCode))
+        return;
+    const HotKeyCombo combo{keyCode.value_or(0), HotKeyCombo::carbonFlags(key.modifiers())};
+    if (!keyCode || !isShortcut(combo))
         return beep();
-    case HotKeyJudgement::Verdict::Accept:
-        stop();
-        return choose(judgement.combo);
-    }
+    stop();
+    choose(combo);
 }
 
 void HotKeyRecorder::choose(const HotKeyCombo &combo)
@@ -120,18 +143,17 @@ void HotKeyRecorder::choose(const HotKeyCombo &combo)
     Q_EMIT comboChosen(combo);
 }
 
-void HotKeyRecorder::updateSuspension()
+void HotKeyRecorder::updateGrab()
 {
     const QWindow *window = QGuiApplication::focusWindow();
-    const bool suspends = m_recording && window;
-    if (suspends == m_hasSuspended || !m_service)
+    const bool wantsKeys = m_recording && window;
+    if (wantsKeys == bool(m_grab) || !m_service)
         return;
-    m_hasSuspended = suspends;
-    if (suspends) {
+    if (wantsKeys) {
         m_service->suspend();
-        m_grab.take(*window);
+        m_grab = std::make_unique<KeyboardGrab>(*window);
     } else {
-        m_grab.release();
+        m_grab.reset();
         m_service->resume();
     }
 }

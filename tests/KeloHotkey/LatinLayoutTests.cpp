@@ -4,14 +4,6 @@
 
 using namespace kelo;
 
-namespace {
-
-constexpr std::uint32_t keyQ = 12;
-constexpr std::uint32_t keyLeftBracket = 33;
-constexpr std::uint32_t keySemicolon = 41;
-
-} // namespace
-
 TEST(LatinLayout, isTheActiveOneOrTheFirstOrTheBuiltInOne)
 {
     const struct
@@ -24,10 +16,9 @@ TEST(LatinLayout, isTheActiveOneOrTheFirstOrTheBuiltInOne)
         {"us,fr", 1, u'a'}, {"us,fr", 0, u'q'}, {"us,fr", 7, u'q'}, {"gr,il", 1, u'q'}, {"no such", 0, u'q'},
     };
 
-    for (const auto &row : cases) {
-        const LatinLayout layout = LatinLayout::fromNames(row.names, row.active);
-        EXPECT_EQ(layout.character(keyQ), QString(QChar(row.typedByQ))) << row.names << ' ' << row.active;
-    }
+    for (const auto &row : cases)
+        EXPECT_EQ(LatinLayout::fromNames(row.names, row.active).character(12), QString(QChar(row.typedByQ)))
+            << row.names << ' ' << row.active;
 }
 
 TEST(LatinLayout, givesWhatAKeyTypes)
@@ -39,14 +30,12 @@ TEST(LatinLayout, givesWhatAKeyTypes)
         std::optional<QString> character;
         QString symbol;
     } cases[] = {
-        {"fr", keyLeftBracket, QStringLiteral("^"), QStringLiteral("dead_circumflex")},
+        {"fr", 33, QStringLiteral("^"), QStringLiteral("dead_circumflex")},
         {"de", 24, QStringLiteral("´"), QStringLiteral("dead_acute")},
-        {"de", keySemicolon, QStringLiteral("ö"), QStringLiteral("odiaeresis")},
-        {"us", keyLeftBracket, QStringLiteral("["), QStringLiteral("bracketleft")},
+        {"de", 41, QStringLiteral("ö"), QStringLiteral("odiaeresis")},
+        {"us", 33, QStringLiteral("["), QStringLiteral("bracketleft")},
         {"us", 83, QStringLiteral("1"), QStringLiteral("KP_1")},
         {"us", 36, std::nullopt, QStringLiteral("Return")},
-        {"us", 117, std::nullopt, QStringLiteral("Delete")},
-        {"us", 115, std::nullopt, QStringLiteral("Home")},
         {"us", 76, std::nullopt, QStringLiteral("KP_Enter")},
         {"us", 300, std::nullopt, QString()},
     };

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import KeloAppearance
 import KeloThemeViews
 
@@ -21,18 +22,27 @@ Row {
 
     component Fading: Behavior { NumberAnimation { duration: 120; easing.type: Easing.OutQuad } }
 
-    Item {
+    T.AbstractButton {
         id: button
+
+        // The release of a recorded key comes here without its press, and is no click.
+        property bool hasPress: false
 
         anchors.verticalCenter: parent.verticalCenter
         implicitWidth: root.recorder.recording ? prompt.width : caps.width
         implicitHeight: Math.max(prompt.implicitHeight, caps.height)
-        activeFocusOnTab: true
+        focusPolicy: Qt.TabFocus
+        onPressed: hasPress = true
+        onClicked: {
+            if (hasPress)
+                root.recorder.toggle()
+            hasPress = false
+        }
+        Keys.onReturnPressed: root.recorder.toggle()
 
-        Accessible.role: Accessible.Button
         Accessible.name: root.name
-        Accessible.description: root.recorder.recording ? prompt.text : root.recorder.displayString + (root.note ? ". " + root.note : "")
-        Accessible.focusable: true
+        Accessible.description: root.recorder.recording ? prompt.text
+                                                        : root.recorder.displayString + (root.note ? ". " + root.note : "")
         Accessible.onPressAction: root.recorder.toggle()
 
         FocusRing { radius: 8 }
@@ -60,69 +70,37 @@ Row {
             Fading on opacity {}
         }
         HelpTip { text: root.recorder.toolTip }
-        TapHandler {
-            gesturePolicy: TapHandler.ReleaseWithinBounds
-            onTapped: root.recorder.toggle()
-        }
-        // On release: the press must be over when recording begins. The release of a recorded key comes here
-        // without its press and begins nothing.
-        property bool keyDown: false
-
-        function isTrigger(event) {
-            return event.key === Qt.Key_Space || event.key === Qt.Key_Return
-        }
-        onActiveFocusChanged: keyDown = false
-        Keys.onPressed: event => {
-            event.accepted = isTrigger(event)
-            keyDown = keyDown || event.accepted
-        }
-        Keys.onReleased: event => {
-            event.accepted = isTrigger(event) && keyDown
-            if (!event.accepted || event.isAutoRepeat)
-                return
-            keyDown = false
-            root.recorder.toggle()
-        }
     }
 
-    Item {
-        id: resetButton
-
+    T.AbstractButton {
         anchors.verticalCenter: parent.verticalCenter
         visible: root.recorder.canReset
-        width: 22
-        height: 22
-        activeFocusOnTab: true
-
-        Accessible.role: Accessible.Button
+        implicitWidth: 22
+        implicitHeight: 22
+        focusPolicy: Qt.TabFocus
+        onClicked: {
+            // The button goes away, and would take the keyboard's place on the page with it.
+            if (activeFocus)
+                button.forceActiveFocus()
+            root.recorder.reset()
+        }
         Accessible.name: root.recorder.resetToolTip
-        Accessible.focusable: true
-        Accessible.onPressAction: root.recorder.reset()
+        Accessible.onPressAction: clicked()
 
         FocusRing {}
 
-        Rectangle {
-            anchors.fill: parent
+        background: Rectangle {
             radius: height / 2
-            visible: hover.hovered
-            color: Appearance.colors.control
+            color: parent.hovered ? Appearance.colors.control : "transparent"
         }
-        Symbol {
-            anchors.centerIn: parent
-            name: "arrow.counterclockwise"
-            size: 14
-            color: Appearance.colors.secondaryLabel
+        contentItem: Item {
+            Symbol {
+                anchors.centerIn: parent
+                name: "arrow.counterclockwise"
+                size: 14
+                color: Appearance.colors.secondaryLabel
+            }
         }
         HelpTip { text: root.recorder.resetToolTip }
-        HoverHandler { id: hover }
-        TapHandler {
-            gesturePolicy: TapHandler.ReleaseWithinBounds
-            onTapped: root.recorder.reset()
-        }
-        Keys.onSpacePressed: {
-            // The button goes away, and would take the keyboard's place on the page with it.
-            button.forceActiveFocus()
-            root.recorder.reset()
-        }
     }
 }

@@ -1,7 +1,9 @@
-#include "Views/SymbolImages.h"
+#include "KeloTheme/plugin/ViewImages.h"
 
 #include <QPainter>
+#include <QPixmap>
 #include <QSvgRenderer>
+#include <utility>
 
 namespace kelo {
 
@@ -20,6 +22,33 @@ QImage SymbolImages::requestImage(const QString &id, QSize *size, const QSize &r
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(image.rect(), QColor(id.mid(slash + 1)));
     return image;
+}
+
+ContextImages::ContextImages(std::function<QImage(const QString &)> image)
+    : QQuickImageProvider(Image), m_image(std::move(image))
+{
+}
+
+QImage ContextImages::requestImage(const QString &id, QSize *size, const QSize &)
+{
+    QImage image = m_image(id);
+    *size = image.size();
+    return image;
+}
+
+QIcon applicationIcon()
+{
+    QSvgRenderer drawing(QStringLiteral(":/KeloTheme/app.kelo.Mivora.svg"));
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128}) {
+        QPixmap pixmap(size, size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        drawing.render(&painter);
+        painter.end();
+        icon.addPixmap(pixmap);
+    }
+    return icon;
 }
 
 } // namespace kelo

@@ -7,27 +7,25 @@ struct xcb_connection_t;
 
 namespace kelo {
 
-/// Takes all keys of an X display, those included that the window manager would act on, such as the ones that
-/// close a window. Does nothing where the application has no X display.
+/// While it lives, all keys of an X display go to one window, those included that the window manager would
+/// act on, such as the ones that close a window. Does nothing where the application has no X display.
 ///
 /// A grab left alone would keep the screen from being locked, so it ends by itself after half a minute
 /// without a key.
 class KeyboardGrab final
 {
 public:
-    KeyboardGrab();
+    /// \a window has the keyboard's focus.
+    explicit KeyboardGrab(const QWindow &window);
     ~KeyboardGrab();
     Q_DISABLE_COPY_MOVE(KeyboardGrab)
-
-    /// From now on the keys go to the window, which has the keyboard's focus.
-    void take(const QWindow &window);
-
-    void release();
 
     /// To be called for each key.
     void prolong();
 
 private:
+    void release();
+
     /// Null when nothing is grabbed.
     xcb_connection_t *m_connection = nullptr;
     QTimer m_limit;

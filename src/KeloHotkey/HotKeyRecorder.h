@@ -1,18 +1,18 @@
 #pragma once
 
 #include "KeloHotkey/HotKeyCombo.h"
-#include "KeloHotkeyRecorder/KeyboardGrab.h"
-#include "KeloHotkeyRecorder/SystemBeep.h"
 
 #include <QObject>
 #include <QPointer>
 #include <functional>
+#include <memory>
 
 class QKeyEvent;
 
 namespace kelo {
 
 class HotKeyService;
+class KeyboardGrab;
 
 /// Records a shortcut from the keyboard; HotKeyRecorder.qml shows it. Main thread only.
 ///
@@ -61,8 +61,8 @@ public:
     /// Goes back to the default.
     Q_INVOKABLE void reset();
 
-    /// Called for keys that are no shortcut.
-    std::function<void()> beep = systemBeep;
+    /// Called for keys that are no shortcut: the desktop's alert sound.
+    std::function<void()> beep;
 
 Q_SIGNALS:
     void recordingChanged();
@@ -78,14 +78,14 @@ private:
     void start();
     void judge(const QKeyEvent &key);
     void choose(const HotKeyCombo &combo);
-    void updateSuspension();
+    void updateGrab();
 
     QPointer<HotKeyService> m_service;
     HotKeyCombo m_combo;
     HotKeyCombo m_defaultCombo;
     bool m_recording = false;
-    bool m_hasSuspended = false;
-    KeyboardGrab m_grab;
+    /// While it records and one of the program's windows has the keyboard.
+    std::unique_ptr<KeyboardGrab> m_grab;
 };
 
 } // namespace kelo
