@@ -3,7 +3,7 @@
 
 #include "BareWindow.h"
 #include "KeloPanel/backends/X11Connection.h"
-#include "desktop/PanelUnderTest.h"
+#include "JoinPanel/PanelUnderTest.h"
 #include "support/MeetingFactory.h"
 #include "support/PrivateDisplay.h"
 

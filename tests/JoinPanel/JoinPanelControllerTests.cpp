@@ -1,4 +1,4 @@
-#include "desktop/PanelUnderTest.h"
+#include "JoinPanel/PanelUnderTest.h"
 #include "support/AccessibleView.h"
 #include "support/FakeNotifications.h"
 #include "support/MeetingFactory.h"

@@ -2,7 +2,7 @@
 #include "Onboarding/FirstRun.h"
 #include "Settings/SettingsUnderTest.h"
 #include "Translations/InstallTranslations.h"
-#include "desktop/PanelUnderTest.h"
+#include "JoinPanel/PanelUnderTest.h"
 #include "support/KeptViews.h"
 
 #include <QQuickItem>

@@ -1,0 +1,147 @@
+#!/usr/bin/env bash
+# A day of the real program on a desktop with a window manager, a status area and a terminal: the first start by the
+# keyboard, the shortcut, programs around it that hang or end and come again, a second start, the end. And nothing that is
+# stored knows of a meeting then.
+#   day-on-desktop.sh BIN_FOLDER
+BIN=$(realpath "$1")
+. "$(dirname "$0")/session.sh"
+need openbox xfce4-panel xterm xprop python3
+
+title() { property app.kelo.Mivora /StatusNotifierItem org.kde.StatusNotifierItem Title; }
+shows_title() { title | grep -q "$1"; }
+items() { watcher RegisteredStatusNotifierItems | grep -o "'[^']*'" | wc -l; }
+has_item() { has_host && [ "$(items)" -eq 1 ]; }
+windows() { xdotool search --onlyvisible --class mivora 2>/dev/null | wc -l; }
+has_windows() { [ "$(windows)" -eq "$1" ]; }
+is_open() { xdotool search --onlyvisible --name "^$1\$"; }
+is_active() { [ "$(xdotool getactivewindow getwindowpid)" = "$program" ]; }
+has_ended() { ! kill -0 "$program" 2>/dev/null || grep -q '^State:.Z' "/proc/$program/status"; }
+start_program() {
+    start "$BIN/mivora"
+    program=$!
+}
+quit() {
+    mivora quit || fail "it can be told to quit"
+    await has_ended && wait "$program" || fail "it ends in peace"
+}
+setting() { mivora defaults read "$1" 2>/dev/null; }
+soon() { timeout 5 "$BIN/mivora" "$@" >/dev/null; } # Sooner than a call on the bus is given up.
+
+screen
+bus
+window_manager
+xfce_panel systray false
+patience=60 await has_host || fail "a status area appears"
+start xterm -T terminal -geometry 60x12+80+320 -e sh -c "cat >>'$run/typed'"
+await sh -c 'xdotool getactivewindow getwindowname | grep -q terminal' || fail "the terminal has the keyboard"
+record_links
+event review "Design review" 1500 https://zoom.us/j/81234567890
+
+case="first start"
+start_program
+await is_active || fail "the walkthrough has the keyboard"
+shows_title "Design review" && fail "it may not read calendars yet"
+quit
+[ "$(setting hasCompletedOnboarding)" != true ] || fail "to quit is no answer"
+start_program
+await is_active || fail "the walkthrough is shown again"
+xdotool key Return key Tab key space
+await shows_title "Design review · 2" || fail "the countdown is shown once calendars may be read"
+has_windows 1 || fail "the walkthrough goes on"
+xdotool key Return key Return
+await has_windows 0 || fail "the walkthrough ends"
+[ "$(setting hasCompletedOnboarding)" = true ] || fail "it was completed"
+[ ! -s "$run/typed" ] || fail "the keys were the walkthrough's alone"
+quit
+start_program
+await shows_title "Design review" || fail "it starts again"
+
+case="second start"
+mivora || fail "it succeeds"
+await is_open General || fail "it opens the settings"
+has_windows 1 || fail "there is nothing but the settings"
+has_item || fail "there is one item"
+xdotool search --onlyvisible --name '^General$' windowactivate --sync
+xdotool key ctrl+w
+await has_windows 0 || fail "the settings can be closed"
+
+case=shortcut
+joins() { xdotool key ctrl+alt+j && patience=1 await was_opened https://zoom.us/j/81234567890; }
+mivora defaults write joinHotKey '{"keyCode":38,"modifiers":6144}'
+await joins || fail "it joins the next meeting"
+mivora defaults delete joinHotKey
+reaches_terminal() { xdotool key ctrl+alt+j key Return && grep -q $'\u8a' "$run/typed"; }
+await reaches_terminal || fail "the keys are free again"
+
+case="host that comes and goes"
+kill "$host"
+await sh -c '! xdotool search --onlyvisible --class xfce4-panel' || fail "the panel ends"
+xfce_panel systray false
+await has_item || fail "the item is there again"
+
+case="frozen host"
+kill -STOP "$host"
+for width in 5 6 7 8 9 10; do mivora defaults write titleWidth "$width"; done
+await shows_title "Design re… · " || fail "the title follows the settings"
+soon agenda || fail "it answers"
+quit
+start_program
+await tells "Design review" || fail "it starts all the same"
+kill -CONT "$host"
+await has_item || fail "the item is shown at last"
+
+case="hung opener"
+: >"$run/opened"
+record_links "exec sleep 1000"
+mivora join
+await was_opened https://zoom.us/j/81234567890 || fail "the link is opened"
+soon agenda || fail "it answers"
+
+case="nothing that opens links"
+rm "$XDG_DATA_HOME/applications/recorder.desktop" "$XDG_CONFIG_HOME/mimeapps.list"
+XDG_DATA_DIRS=$run/nothing
+export XDG_DATA_DIRS
+quit
+start_program
+await tells "Design review" || fail "it starts"
+mivora join || true
+await has_windows 1 || fail "a message says so"
+await has_windows 0 || fail "the message goes by itself"
+
+case="hanging services"
+quit
+for name in org.freedesktop.portal.Desktop org.freedesktop.Notifications; do
+    start /usr/bin/python3 -m dbusmock "$name" / "$name"
+    await gdbus introspect --session --dest "$name" --object-path / || fail "$name appears"
+    kill -STOP $!
+done
+start_program
+patience=10 await tells "Design review" || fail "it starts"
+event standup "Stand-up" 40
+await has_windows 1 || fail "the panel is shown"
+soon snooze || fail "it obeys"
+await has_windows 0 || fail "the panel goes"
+
+case="frozen program"
+kill -STOP "$program"
+for command in join ""; do
+    soon $command 2>"$run/errors" && fail "mivora $command fails"
+    grep -q "not answer" "$run/errors" || fail "mivora $command says why"
+done
+kill -CONT "$program"
+
+case=end
+mivora settings
+await is_open General || fail "the settings are shown"
+quit
+for command in join snooze dismiss copy settings quit; do
+    mivora $command 2>"$run/errors" && fail "mivora $command fails"
+    [ "$(wc -l <"$run/errors")" -eq 1 ] || fail "mivora $command says so in a line"
+done
+
+case=privacy
+find "$home" -path "$home/calendars" -prune -o -type f -print0 >"$run/stored"
+[ -s "$run/stored" ] || fail "something is stored"
+found=$(xargs -0 grep -laF -e "Design review" -e "Stand-up" -e 81234567890 <"$run/stored" || true)
+[ -z "$found" ] || fail "these files know of meetings: $found"
+echo passed

@@ -1,0 +1,117 @@
+#!/usr/bin/env bash
+# The Join panel of the real program under openbox, sway or mutter, beside a window that is typed into, a native one or
+# one on XWayland: no key is lost before, while and after the panel is shown; a click gives it the keyboard, and leaving
+# or hiding it gives the keyboard back.
+#   panel-on-desktops.sh openbox|sway|mutter wayland|xcb BIN_FOLDER
+desktop=$1 terminal=$2 BIN=$3
+. "$(dirname "$0")/session.sh"
+need "$desktop" xprop
+[ "$desktop" = openbox ] || need Xwayland dbus-run-session
+
+# The outer X server stands for the screen, keyboard and mouse.
+screen
+outer=$DISPLAY
+user() { DISPLAY=$outer xdotool "$@"; }
+bus
+session=$run/session
+printf '#!/bin/sh\necho "$DISPLAY ${WAYLAND_DISPLAY:-none} ${XAUTHORITY:-none}" >%s.new\nmv %s.new %s\nexec sleep 1000\n' \
+    "$session" "$session" "$session" >"$run/started"
+chmod +x "$run/started"
+# No key repeats on its own, however slow the machine is.
+start_openbox() {
+    xset r off
+    window_manager
+    start "$run/started"
+}
+start_sway() {
+    printf '%s\n' 'xwayland enable' 'default_border none' 'input * repeat_rate 0' "exec $run/started" >"$run/sway"
+    start env WLR_BACKENDS=x11 WLR_RENDERER=pixman WLR_X11_OUTPUTS=1 sway -c "$run/sway"
+}
+start_mutter() {
+    printf '[org/gnome/desktop/peripherals/keyboard]\nrepeat=false\n' >"$XDG_CONFIG_HOME/glib-2.0/settings/keyfile"
+    start env MUTTER_DEBUG_DUMMY_MODE_SPECS=1024x600 dbus-run-session -- mutter --wayland --nested -- "$run/started"
+}
+"start_$desktop"
+await test -s "$session" || { echo "$desktop doesn't start here" >&2; exit 77; }
+read -r DISPLAY WAYLAND_DISPLAY XAUTHORITY <"$session"
+export DISPLAY WAYLAND_DISPLAY XAUTHORITY
+[ "$WAYLAND_DISPLAY" != none ] || unset WAYLAND_DISPLAY
+[ "$XAUTHORITY" != none ] || unset XAUTHORITY
+
+QT_QPA_PLATFORM=$terminal "$BIN/key-log" >>"$run/typed" 2>>"$run/log" &
+processes+=($!)
+await grep -q "+" "$run/typed" || fail "the terminal gets the keyboard"
+last_saw() { # +|-
+    [ "$(tr -cd '+-' <"$run/typed" | tail -c 1)" = "$1" ]
+}
+typed() { # How often its window saw the keyboard go and come is the compositor's affair.
+    [ "$(tr -d '+-' <"$run/typed")" = "$1" ]
+}
+expect_typed() { # TEXT
+    await typed "$1" || fail "no key is lost: $(cat "$run/typed")"
+    : >"$run/typed"
+}
+record_links
+used_before
+start "$BIN/mivora"
+await mivora agenda || fail "the program starts"
+
+panel() { xdotool search --onlyvisible --class mivora; }
+is_hidden() { ! panel; }
+show() { # ID
+    event "$1" "Review $1" 40 "https://zoom.us/j/$1"
+    await panel || fail "the panel is shown"
+    eval "$(xdotool getwindowgeometry --shell "$(panel)")"
+}
+can_be_focused() { xprop -id "$(panel)" _NET_WM_WINDOW_TYPE | grep -q NORMAL; }
+move_to_panel() { # On the card, where there is no button; a second motion shows that the pointer isn't only passing.
+    user mousemove $((X + WIDTH - 130)) $((Y + HEIGHT - 90)) sleep 0.1 mousemove $((X + WIDTH - 100)) $((Y + HEIGHT - 50))
+    [ "$desktop" = openbox ] || await can_be_focused || fail "the compositor may focus the panel under the pointer"
+}
+click_panel() {
+    move_to_panel
+    user click 1
+    # There the terminal isn't told that the panel has grabbed the keyboard.
+    if [ "$desktop $terminal" = "sway xcb" ]; then sleep 0.5; else await last_saw - || fail "a click gives the keyboard"; fi
+}
+leave_panel() {
+    user mousemove 200 500
+    [ "$desktop" != openbox ] || user click 1
+}
+expect_keyboard() { # WHEN: the terminal has it
+    [ "$desktop $terminal" = "sway xcb" ] || await last_saw + || fail "$1, the keyboard goes back"
+    user type --delay 40 "$1"
+    expect_typed "$1"
+}
+
+user mousemove 200 500 click 1
+user type --delay 40 "typed before, while and after the panel is shown" &
+typing=$!
+await grep -q typed "$run/typed"
+show 1
+kill -0 "$typing" || fail "the typing must outlast the showing"
+wait "$typing"
+expect_typed "typed before, while and after the panel is shown"
+[ "$((X + WIDTH)) $Y" = "1012 12" ] || fail "the panel is in the upper right corner"
+move_to_panel
+user type --delay 40 "hovered"
+expect_typed "hovered"
+
+click_panel
+leave_panel
+expect_keyboard "left"
+click_panel
+user key Return
+await was_opened https://zoom.us/j/1 || fail "Return joins"
+await is_hidden || fail "joining hides the panel"
+expect_keyboard "joined"
+show 2
+click_panel
+user key Escape
+await is_hidden || fail "Escape dismisses"
+expect_keyboard "dismissed"
+show 3
+click_panel
+mivora dismiss
+expect_keyboard "hidden"
+echo passed

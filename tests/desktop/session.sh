@@ -1,0 +1,125 @@
+# Sourced by the tests of this folder: a home, a session bus and X displays of a test's own, which go with the test, and
+# the program in them. BIN is the folder of the built programs. What is missing ends the test with 77: skipped.
+set -euo pipefail
+
+need() { # PROGRAM…
+    for program in "$@"; do command -v "$program" >/dev/null || exit 77; done
+}
+# sway doesn't run as root, and nobody has to.
+if [ "$(id -u)" -eq 0 ] && [ -z "${MIVORA_OWN_MOUNTS:-}" ]; then
+    need setpriv
+    nobody=(setpriv --reuid=nobody --regid=nogroup --clear-groups)
+    "${nobody[@]}" test -x "$BIN/mivora" -a -x "$0" || exit 77
+    exec "${nobody[@]}" "$0" "$@"
+fi
+need Xvfb dbus-daemon xdotool gdbus
+
+run=$(mktemp -d)
+home=$run/home
+processes=()
+finish() {
+    local status=$? process
+    set +e
+    for ((i = ${#processes[@]} - 1; i >= 0; --i)); do kill -CONT "${processes[i]}" && kill "${processes[i]}"; done
+    # What the bus started has no other parent, but this home.
+    for process in $(timeout 10 grep -lzx "HOME=$home" /proc/[0-9]*/environ | cut -d/ -f3); do
+        [ "$process" -eq $$ ] || kill -KILL "$process"
+    done
+    [ "$status" -eq 0 ] || [ "$status" -eq 77 ] || cat "$run/log" >&3
+    wait
+    # Of a test that has mounts of its own.
+    for folder in "$run/hanging" "$home/config" "$home/state"; do umount -l "$folder"; done
+    rm -rf "$run"
+} 3>&2 2>/dev/null
+trap finish EXIT
+fail() {
+    echo "FAILED: ${case:+$case: }$1" >&2
+    exit 1
+}
+await() { # COMMAND…: until it succeeds
+    local end=$((SECONDS + ${patience:-30}))
+    until "$@" >/dev/null 2>&1; do
+        [ "$SECONDS" -lt "$end" ] || return 1
+        sleep 0.05
+    done
+}
+start() { # COMMAND…: in the background; $! is its process
+    "$@" >>"$run/log" 2>&1 &
+    processes+=($!)
+}
+
+export HOME=$home XDG_CONFIG_HOME=$home/config XDG_CACHE_HOME=$home/cache XDG_DATA_HOME=$home/data
+export XDG_STATE_HOME=$home/state XDG_RUNTIME_DIR=$run/runtime MIVORA_CALENDARS=$home/calendars MIVORA_EDS=none
+export LC_ALL=C.UTF-8 NO_AT_BRIDGE=1 GSETTINGS_BACKEND=keyfile DBUS_SYSTEM_BUS_ADDRESS=disabled:
+unset WAYLAND_DISPLAY QT_QPA_PLATFORM XDG_CURRENT_DESKTOP DBUS_SESSION_BUS_ADDRESS GTK_THEME
+# Noon, so that the day doesn't end meanwhile.
+ahead=$((12 - 10#$(date -u +%H)))
+export TZ="Etc/GMT$([ "$ahead" -gt 0 ] && echo "-$ahead" || echo "+$((-ahead))")"
+mkdir -p "$home"/{calendars/work,config/glib-2.0/settings,data/applications}
+mkdir -m 700 "$XDG_RUNTIME_DIR"
+
+screen() { # ARGUMENTS FOR THE X SERVER…
+    local number
+    exec 8<> <(:)
+    start Xvfb -displayfd 8 -screen 0 1024x600x24 -nolisten tcp -noreset "$@" 8>&8
+    read -r -t 20 -u 8 number
+    export DISPLAY=:$number
+}
+bus() {
+    exec 7<> <(:)
+    start dbus-daemon --session --nofork --nosyslog --print-address=7 7>&7
+    read -r -t 20 -u 7 DBUS_SESSION_BUS_ADDRESS
+    export DBUS_SESSION_BUS_ADDRESS
+}
+window_manager() {
+    start openbox
+    await sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"' || fail "no window manager appears"
+}
+property() { # SERVICE PATH INTERFACE NAME: of an object on the bus
+    gdbus call --session --dest "$1" --object-path "$2" --method org.freedesktop.DBus.Properties.Get "$3" "$4"
+}
+watcher() { property org.kde.StatusNotifierWatcher /StatusNotifierWatcher org.kde.StatusNotifierWatcher "$1"; }
+has_host() { watcher IsStatusNotifierHostRegistered | grep -q true; }
+xfce_panel() { # PLUG-IN OF THE STATUS AREA, WHETHER DARK
+    local settings=$XDG_CONFIG_HOME/xfce4/xfconf/xfce-perchannel-xml
+    mkdir -p "$settings"
+    cat >"$settings/xfce4-panel.xml" <<END
+<channel name="xfce4-panel" version="1.0">
+  <property name="configver" type="int" value="2"/>
+  <property name="panels" type="array">
+    <value type="int" value="1"/>
+    <property name="dark-mode" type="bool" value="$2"/>
+    <property name="panel-1" type="empty">
+      <property name="position" type="string" value="p=6;x=0;y=0"/>
+      <property name="length" type="uint" value="100"/>
+      <property name="size" type="uint" value="28"/>
+      <property name="plugin-ids" type="array"><value type="int" value="1"/></property>
+    </property>
+  </property>
+  <property name="plugins" type="empty"><property name="plugin-1" type="string" value="$1"/></property>
+</channel>
+END
+    start xfce4-panel --disable-wm-check
+    host=$!
+}
+
+mivora() { "$BIN/mivora" "$@"; }
+event() { # ID TITLE SECONDS-FROM-NOW [LINK]
+    printf '%s\r\n' BEGIN:VCALENDAR VERSION:2.0 BEGIN:VEVENT "UID:$1" "SUMMARY:$2" "DURATION:PT30M" \
+        "DTSTART:$(date -u -d "$3 seconds" +%Y%m%dT%H%M%SZ)" "URL:${4:-https://zoom.us/j/1}" END:VEVENT END:VCALENDAR \
+        >"$home/calendars/work/$1.ics"
+}
+used_before() {
+    mivora access allow
+    mivora defaults write hasCompletedOnboarding true
+}
+# Links are opened by a program that writes them down.
+record_links() { # [WHAT IT DOES THEN]
+    printf '#!/bin/sh\nprintf "%%s\\n" "$@" >>"%s/opened"\n%s\n' "$run" "${1:-}" >"$run/open"
+    chmod +x "$run/open"
+    printf '[Desktop Entry]\nType=Application\nName=Recorder\nExec=%s %%u\nMimeType=x-scheme-handler/https;\n' \
+        "$run/open" >"$XDG_DATA_HOME/applications/recorder.desktop"
+    printf '[Default Applications]\nx-scheme-handler/https=recorder.desktop\n' >"$XDG_CONFIG_HOME/mimeapps.list"
+}
+was_opened() { [ "$(cat "$run/opened")" = "$1" ]; }
+tells() { mivora agenda --json | tr -d '\n' | grep -q "$1"; }
