@@ -19,7 +19,7 @@ void install(const QDir &prefix, bool hasFeed)
     QFile::link(built.filePath(QStringLiteral("../lib")), prefix.filePath(QStringLiteral("lib")));
     QFile info(prefix.filePath(QStringLiteral("share/mivora/info.json")));
     if (hasFeed && info.open(QIODevice::WriteOnly))
-        info.write("{\"SUFeedURL\": \"https://localhost:1/appcast.xml\", \"SUPublicEDKey\": \"" +
+        info.write("{\"SUFeedURL\": \"https://localhost:1/updates.json\", \"SUPublicEDKey\": \"" +
                    QByteArray(32, 'k').toBase64() + "\"}");
 }
 

@@ -750,64 +750,12 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <translation>%1 %2 ist die neueste Version.</translation>
     </message>
     <message>
-        <source>No newer version for this system</source>
-        <translation>Keine neuere Version für dieses System</translation>
-    </message>
-    <message>
-        <source>You have %1 %2. Version %3 needs a newer system.</source>
-        <translation>Sie haben %1 %2. Version %3 benötigt ein neueres System.</translation>
-    </message>
-    <message>
         <source>A new version of %1 is available</source>
         <translation>Eine neue Version von %1 ist verfügbar</translation>
     </message>
     <message>
-        <source>%1 %2 can be downloaded (%3). You have %4.</source>
-        <translation>%1 %2 kann heruntergeladen werden (%3). Sie haben %4.</translation>
-    </message>
-    <message>
-        <source>Download</source>
-        <translation>Herunterladen</translation>
-    </message>
-    <message>
         <source>Later</source>
         <translation>Später</translation>
-    </message>
-    <message>
-        <source>Downloading %1 %2…</source>
-        <translation>%1 %2 wird heruntergeladen&#xa0;…</translation>
-    </message>
-    <message>
-        <source>%1 of %2</source>
-        <translation>%1 von %2</translation>
-    </message>
-    <message>
-        <source>Verifying the signature…</source>
-        <translation>Signatur wird geprüft&#xa0;…</translation>
-    </message>
-    <message>
-        <source>%1 %2 is ready to install</source>
-        <translation>%1 %2 kann installiert werden</translation>
-    </message>
-    <message>
-        <source>The package is signed by the makers of %1. Open it to install it with your system&apos;s installer, then start %1 again.</source>
-        <translation>Das Paket ist von den Herstellern von %1 signiert. Öffnen Sie es, um es mit der Paketverwaltung Ihres Systems zu installieren, und starten Sie %1 danach neu.</translation>
-    </message>
-    <message>
-        <source>Open Package</source>
-        <translation>Paket öffnen</translation>
-    </message>
-    <message>
-        <source>Show in Folder</source>
-        <translation>Im Ordner zeigen</translation>
-    </message>
-    <message>
-        <source>The package is downloaded</source>
-        <translation>Das Paket ist heruntergeladen</translation>
-    </message>
-    <message>
-        <source>No program was found to open it with. You find it here: %1</source>
-        <translation>Es wurde kein Programm gefunden, das es öffnen kann. Sie finden es hier: %1</translation>
     </message>
     <message>
         <source>A part of %1 is missing. Install %1 again.</source>
@@ -822,16 +770,8 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <translation>Der Aktualisierungsserver ist nicht erreichbar. Prüfen Sie Ihre Internetverbindung und versuchen Sie es dann erneut.</translation>
     </message>
     <message>
-        <source>The update server took too long to answer. Try again later.</source>
-        <translation>Der Aktualisierungsserver hat nicht rechtzeitig geantwortet. Versuchen Sie es später erneut.</translation>
-    </message>
-    <message>
         <source>The update server answered with an error. Try again later.</source>
         <translation>Der Aktualisierungsserver hat mit einem Fehler geantwortet. Versuchen Sie es später erneut.</translation>
-    </message>
-    <message>
-        <source>The update server uses an insecure connection, so nothing was downloaded from it. Get new versions from the website of %1.</source>
-        <translation>Der Aktualisierungsserver verwendet eine unsichere Verbindung, daher wurde nichts heruntergeladen. Beziehen Sie neue Versionen von der Website von %1.</translation>
     </message>
     <message>
         <source>The update server couldn&apos;t prove that it is genuine. Check the date of your computer, or try again on another network.</source>
@@ -842,56 +782,24 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <translation>Die Liste der Versionen ist nicht lesbar. Versuchen Sie es später erneut.</translation>
     </message>
     <message>
-        <source>The list of versions is too large to be genuine. Try again later.</source>
-        <translation>Die Liste der Versionen ist zu groß, um echt zu sein. Versuchen Sie es später erneut.</translation>
-    </message>
-    <message>
-        <source>The new version isn&apos;t signed, so it was not downloaded. Try again later.</source>
-        <translation>Die neue Version ist nicht signiert und wurde daher nicht heruntergeladen. Versuchen Sie es später erneut.</translation>
-    </message>
-    <message>
-        <source>The package has not the announced size, so it was deleted. Try again later.</source>
-        <translation>Das Paket hat nicht die angekündigte Größe und wurde daher gelöscht. Versuchen Sie es später erneut.</translation>
-    </message>
-    <message>
-        <source>The package is not signed by the makers of %1, so it was deleted. Try again later; if it happens again, tell them.</source>
-        <translation>Das Paket ist nicht von den Herstellern von %1 signiert und wurde daher gelöscht. Versuchen Sie es später erneut; geschieht es wieder, teilen Sie es ihnen mit.</translation>
-    </message>
-    <message>
-        <source>The package is not newer than what you have, so it was deleted. Try again later; if it happens again, tell the makers of %1.</source>
-        <translation>Das Paket ist nicht neuer als Ihre Version und wurde daher gelöscht. Versuchen Sie es später erneut; geschieht es wieder, teilen Sie es den Herstellern von %1 mit.</translation>
-    </message>
-    <message>
-        <source>The package can&apos;t be saved. Make room on your disk, then try again.</source>
-        <translation>Das Paket kann nicht gespeichert werden. Schaffen Sie Platz auf Ihrem Datenträger und versuchen Sie es dann erneut.</translation>
-    </message>
-    <message>
-        <source>It is no longer where it was downloaded to. Try again to download it once more.</source>
-        <translation>Es ist nicht mehr dort, wohin es heruntergeladen wurde. Versuchen Sie es erneut, um es noch einmal herunterzuladen.</translation>
-    </message>
-    <message>
-        <source>The update was refused</source>
-        <translation>Die Aktualisierung wurde abgelehnt</translation>
-    </message>
-    <message>
-        <source>The update couldn&apos;t be saved</source>
-        <translation>Die Aktualisierung konnte nicht gespeichert werden</translation>
-    </message>
-    <message>
-        <source>The package is gone</source>
-        <translation>Das Paket ist nicht mehr da</translation>
-    </message>
-    <message>
         <source>Couldn&apos;t check for updates</source>
         <translation>Suche nach Aktualisierungen fehlgeschlagen</translation>
     </message>
     <message>
-        <source>Couldn&apos;t download the update</source>
-        <translation>Herunterladen der Aktualisierung fehlgeschlagen</translation>
-    </message>
-    <message>
         <source>Try Again</source>
         <translation>Erneut versuchen</translation>
+    </message>
+    <message>
+        <source>%1 %2 was released on %3. You have %4.</source>
+        <translation>%1 %2 ist am %3 erschienen. Sie haben %4.</translation>
+    </message>
+    <message>
+        <source>Download…</source>
+        <translation>Herunterladen&#xa0;…</translation>
+    </message>
+    <message>
+        <source>What the update server says is not signed by the makers of %1. Try again later; if it happens again, tell them.</source>
+        <translation>Was der Aktualisierungsserver meldet, ist nicht von den Herstellern von %1 signiert. Versuchen Sie es später erneut; geschieht es wieder, teilen Sie es ihnen mit.</translation>
     </message>
 </context>
 <context>

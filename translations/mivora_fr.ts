@@ -750,64 +750,12 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <translation>%1 %2 est la version la plus récente.</translation>
     </message>
     <message>
-        <source>No newer version for this system</source>
-        <translation>Pas de version plus récente pour ce système</translation>
-    </message>
-    <message>
-        <source>You have %1 %2. Version %3 needs a newer system.</source>
-        <translation>Vous avez %1 %2. La version %3 nécessite un système plus récent.</translation>
-    </message>
-    <message>
         <source>A new version of %1 is available</source>
         <translation>Une nouvelle version de %1 est disponible</translation>
     </message>
     <message>
-        <source>%1 %2 can be downloaded (%3). You have %4.</source>
-        <translation>%1 %2 peut être téléchargé (%3). Vous avez la version %4.</translation>
-    </message>
-    <message>
-        <source>Download</source>
-        <translation>Télécharger</translation>
-    </message>
-    <message>
         <source>Later</source>
         <translation>Plus tard</translation>
-    </message>
-    <message>
-        <source>Downloading %1 %2…</source>
-        <translation>Téléchargement de %1 %2…</translation>
-    </message>
-    <message>
-        <source>%1 of %2</source>
-        <translation>%1 sur %2</translation>
-    </message>
-    <message>
-        <source>Verifying the signature…</source>
-        <translation>Vérification de la signature…</translation>
-    </message>
-    <message>
-        <source>%1 %2 is ready to install</source>
-        <translation>%1 %2 est prêt à être installé</translation>
-    </message>
-    <message>
-        <source>The package is signed by the makers of %1. Open it to install it with your system&apos;s installer, then start %1 again.</source>
-        <translation>Le paquet est signé par les auteurs de %1. Ouvrez-le pour l’installer avec l’installateur de votre système, puis relancez %1.</translation>
-    </message>
-    <message>
-        <source>Open Package</source>
-        <translation>Ouvrir le paquet</translation>
-    </message>
-    <message>
-        <source>Show in Folder</source>
-        <translation>Afficher dans le dossier</translation>
-    </message>
-    <message>
-        <source>The package is downloaded</source>
-        <translation>Le paquet est téléchargé</translation>
-    </message>
-    <message>
-        <source>No program was found to open it with. You find it here: %1</source>
-        <translation>Aucun programme n’a été trouvé pour l’ouvrir. Vous le trouverez ici&#xa0;: %1</translation>
     </message>
     <message>
         <source>A part of %1 is missing. Install %1 again.</source>
@@ -822,16 +770,8 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <translation>Le serveur de mises à jour est injoignable. Vérifiez votre connexion Internet, puis réessayez.</translation>
     </message>
     <message>
-        <source>The update server took too long to answer. Try again later.</source>
-        <translation>Le serveur de mises à jour a mis trop de temps à répondre. Réessayez plus tard.</translation>
-    </message>
-    <message>
         <source>The update server answered with an error. Try again later.</source>
         <translation>Le serveur de mises à jour a répondu par une erreur. Réessayez plus tard.</translation>
-    </message>
-    <message>
-        <source>The update server uses an insecure connection, so nothing was downloaded from it. Get new versions from the website of %1.</source>
-        <translation>Le serveur de mises à jour utilise une connexion non sécurisée&#x202f;; rien n’a donc été téléchargé. Obtenez les nouvelles versions sur le site de %1.</translation>
     </message>
     <message>
         <source>The update server couldn&apos;t prove that it is genuine. Check the date of your computer, or try again on another network.</source>
@@ -842,56 +782,24 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <translation>La liste des versions est illisible. Réessayez plus tard.</translation>
     </message>
     <message>
-        <source>The list of versions is too large to be genuine. Try again later.</source>
-        <translation>La liste des versions est trop volumineuse pour être authentique. Réessayez plus tard.</translation>
-    </message>
-    <message>
-        <source>The new version isn&apos;t signed, so it was not downloaded. Try again later.</source>
-        <translation>La nouvelle version n’est pas signée et n’a donc pas été téléchargée. Réessayez plus tard.</translation>
-    </message>
-    <message>
-        <source>The package has not the announced size, so it was deleted. Try again later.</source>
-        <translation>Le paquet n’a pas la taille annoncée et a donc été supprimé. Réessayez plus tard.</translation>
-    </message>
-    <message>
-        <source>The package is not signed by the makers of %1, so it was deleted. Try again later; if it happens again, tell them.</source>
-        <translation>Le paquet n’est pas signé par les auteurs de %1 et a donc été supprimé. Réessayez plus tard&#x202f;; si cela se reproduit, prévenez-les.</translation>
-    </message>
-    <message>
-        <source>The package is not newer than what you have, so it was deleted. Try again later; if it happens again, tell the makers of %1.</source>
-        <translation>Le paquet n’est pas plus récent que votre version et a donc été supprimé. Réessayez plus tard&#x202f;; si cela se reproduit, prévenez les auteurs de %1.</translation>
-    </message>
-    <message>
-        <source>The package can&apos;t be saved. Make room on your disk, then try again.</source>
-        <translation>Le paquet ne peut pas être enregistré. Libérez de la place sur votre disque, puis réessayez.</translation>
-    </message>
-    <message>
-        <source>It is no longer where it was downloaded to. Try again to download it once more.</source>
-        <translation>Il n’est plus là où il avait été téléchargé. Réessayez pour le télécharger de nouveau.</translation>
-    </message>
-    <message>
-        <source>The update was refused</source>
-        <translation>La mise à jour a été refusée</translation>
-    </message>
-    <message>
-        <source>The update couldn&apos;t be saved</source>
-        <translation>La mise à jour n’a pas pu être enregistrée</translation>
-    </message>
-    <message>
-        <source>The package is gone</source>
-        <translation>Le paquet a disparu</translation>
-    </message>
-    <message>
         <source>Couldn&apos;t check for updates</source>
         <translation>Échec de la recherche de mises à jour</translation>
     </message>
     <message>
-        <source>Couldn&apos;t download the update</source>
-        <translation>Échec du téléchargement de la mise à jour</translation>
-    </message>
-    <message>
         <source>Try Again</source>
         <translation>Réessayer</translation>
+    </message>
+    <message>
+        <source>%1 %2 was released on %3. You have %4.</source>
+        <translation>%1 %2 est paru le %3. Vous avez %4.</translation>
+    </message>
+    <message>
+        <source>Download…</source>
+        <translation>Télécharger…</translation>
+    </message>
+    <message>
+        <source>What the update server says is not signed by the makers of %1. Try again later; if it happens again, tell them.</source>
+        <translation>Ce que dit le serveur de mises à jour n’est pas signé par les auteurs de %1. Réessayez plus tard&#x202f;; si cela se reproduit, prévenez-les.</translation>
     </message>
 </context>
 <context>

@@ -2,7 +2,6 @@
 
 #include "KeloUpdates/Updater.h"
 
-#include <QDBusConnection>
 #include <memory>
 
 namespace kelo {
@@ -13,10 +12,10 @@ namespace mivora {
 
 class Workspace;
 
-/// The updater of this build, as MIVORA_UPDATER chose it when it was configured. `views` and `workspace`
-/// must outlive it. Nothing is loaded or fetched here.
-std::unique_ptr<kelo::Updater> makeUpdater(kelo::ViewLoader &views, Workspace &workspace,
-                                           const QDBusConnection &sessionBus);
+/// The updater of this build: with a feed in its information dictionary (`share/mivora/info.json` beside the
+/// program's bin folder) one that checks, otherwise one that leaves updates to a package manager. `views` and
+/// `workspace` must outlive it. Nothing is loaded or fetched here.
+std::unique_ptr<kelo::Updater> makeUpdater(kelo::ViewLoader &views, Workspace &workspace);
 
 /// Whether that updater can check inside the program, for commands, which make none.
 bool canCheckForUpdates();

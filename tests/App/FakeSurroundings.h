@@ -1,11 +1,11 @@
 #pragma once
 
 #include "App/AppDelegate.h"
+#include "Platform/SystemEvents.h"
 #include "support/FakeClock.h"
 #include "support/FakeHotKeyService.h"
 #include "support/FakeLoginItem.h"
 #include "support/FakePasteboard.h"
-#include "support/FakeSystemEvents.h"
 #include "support/FakeWorkspace.h"
 
 namespace mivora {
@@ -32,7 +32,7 @@ struct FakeSurroundings
     FakeLoginItem loginItem;
     FakeWorkspace workspace;
     FakePasteboard pasteboard;
-    FakeSystemEvents systemEvents;
+    SystemEvents systemEvents;
     kelo::FakeHotKeyService hotKeys;
     FakeClock clock;
 };

@@ -10,56 +10,39 @@ using namespace mivora;
 
 namespace {
 
-class PortalLoginItemTest : public testing::Test
+/// The options of the requests that the portal got, when the item has them all.
+bool isAskedFor(const support::FakePortal &portal, std::size_t requests)
 {
-protected:
-    void SetUp() override
-    {
-        if (!support::PrivateBus::isInstalled())
-            GTEST_SKIP() << "dbus-daemon is not installed";
-        m_bus = std::make_unique<support::PrivateBus>();
-        auto memory = std::make_unique<FakeLoginItem>();
-        m_memory = memory.get();
-        m_item = std::make_unique<PortalLoginItem>(std::move(memory), m_bus->connection());
-    }
-
-    std::unique_ptr<support::PrivateBus> m_bus;
-    FakeLoginItem *m_memory = nullptr;
-    std::unique_ptr<PortalLoginItem> m_item;
-};
+    return QTest::qWaitFor([&] { return portal.backgroundRequests.size() == requests; });
+}
 
 } // namespace
 
-TEST_F(PortalLoginItemTest, remembersWhatThePortalGranted)
+TEST(PortalLoginItem, remembersWhatThePortalGrantedAndLogsWhatItRefused)
 {
-    support::FakePortal portal(m_bus->connection());
+    if (!support::PrivateBus::isInstalled())
+        GTEST_SKIP() << "dbus-daemon is not installed";
+    support::PrivateBus bus;
+    auto owned = std::make_unique<FakeLoginItem>();
+    const FakeLoginItem &memory = *owned;
+    PortalLoginItem item(std::move(owned), bus.connection());
+    testing::internal::CaptureStderr();
+    support::FakePortal portal(bus.connection());
+    portal.backgroundResponse = 1;
+    item.setEnabled(true);
+    ASSERT_TRUE(isAskedFor(portal, 1));
+    portal.backgroundResponse = 0;
     for (const bool wanted : {true, false}) {
-        portal.backgroundRequests.clear();
-        EXPECT_EQ(m_item->setEnabled(wanted), std::nullopt);
-        EXPECT_NE(m_item->isEnabled(), wanted) << "before the portal has answered";
-        ASSERT_TRUE(QTest::qWaitFor([&] { return m_item->isEnabled() == wanted; }));
-        ASSERT_EQ(portal.backgroundRequests.size(), 1u);
-        const QVariantMap &options = portal.backgroundRequests[0];
+        EXPECT_EQ(item.setEnabled(wanted), std::nullopt);
+        EXPECT_NE(item.isEnabled(), wanted) << "before the portal has answered";
+        ASSERT_TRUE(QTest::qWaitFor([&] { return item.isEnabled() == wanted; }));
+        const QVariantMap &options = portal.backgroundRequests.back();
         EXPECT_EQ(options.value(QStringLiteral("autostart")), QVariant(wanted));
         EXPECT_EQ(options.value(QStringLiteral("commandline")).toStringList(),
                   QStringList(QStringLiteral("mivora")));
     }
-}
-
-TEST_F(PortalLoginItemTest, aRefusalIsLoggedAndNotRemembered)
-{
-    for (const bool isThere : {true, false}) {
-        std::unique_ptr<support::FakePortal> portal;
-        if (isThere) {
-            portal = std::make_unique<support::FakePortal>(m_bus->connection());
-            portal->backgroundResponse = 1;
-        }
-        testing::internal::CaptureStderr();
-        m_item->setEnabled(true);
-        EXPECT_FALSE(QTest::qWaitFor([&] { return m_item->isEnabled(); }, 500));
-        EXPECT_EQ(testing::internal::GetCapturedStderr().rfind("Mivora: launch at login change failed: ", 0),
-                  0u)
-            << (isThere ? "refused" : "no portal");
-        EXPECT_TRUE(m_memory->requests.empty());
-    }
+    EXPECT_EQ(memory.requests, std::vector({true, false}));
+    const std::string logged = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(logged.rfind("Mivora: launch at login change failed: ", 0), 0u) << logged;
+    EXPECT_EQ(logged.find('\n'), logged.size() - 1) << logged;
 }

@@ -72,15 +72,6 @@ TEST_F(Languages, sayWhatTheTrayThePanelAndTheSettingsSay)
         "Mivora braucht Zugriff auf den Kalender");
 }
 
-TEST_F(Languages, leaveNamesOfServicesAlone)
-{
-    installTranslations(QLocale(QLocale::French));
-    for (const Service service : allServices) {
-        const QString english = QString::fromUtf8(displayName(service).data());
-        EXPECT_EQ(serviceName(service), service == Service::other ? QStringLiteral("Lien") : english);
-    }
-}
-
 TEST_F(Languages, fallBackToEnglishWithItsPlurals)
 {
     installTranslations(QLocale(QLocale::German));

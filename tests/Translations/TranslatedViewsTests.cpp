@@ -1,4 +1,4 @@
-#include "KeloSparkle/UpdateWindow.h"
+#include "KeloUpdates/UpdateWindow.h"
 #include "Onboarding/FirstRun.h"
 #include "Settings/SettingsUnderTest.h"
 #include "Translations/InstallTranslations.h"
@@ -139,21 +139,15 @@ TEST_P(TranslatedViews, updateWindowHasRoom)
 {
     using namespace kelo;
     const ProgramName program{QStringLiteral("Mivora"), QStringLiteral("0.1.0")};
-    const Update update{
-        .version = QStringLiteral("1.2"), .displayVersion = QStringLiteral("1.2"), .length = 4'830'000};
-    std::vector<UpdatePage> pages{
-        notConfiguredPage(program),
-        checkingPage(),
-        noUpdatePage(program, {}),
-        noUpdatePage(program, {.newest = {}, .needsNewerSystem = QStringLiteral("2.0")}),
-        updatePage(program, update),
-        downloadingPage(program, update, 3'100'000),
-        downloadingPage(program, update, update.length),
-        readyPage(program, update),
-        lyingPage(QStringLiteral("/home/kim/.cache/mivora/updates/mivora_1.2_amd64.deb"))};
-    for (int fault = 0; fault <= int(UpdateFault::vanished); ++fault)
-        pages.push_back(failurePage(program, {UpdateFault(fault), {}}, UpdateStep::download));
-    UpdateWindow window(sharedViews(), QDBusConnection(QStringLiteral("none")), QStringLiteral("Mivora"));
+    const Update update{.version = QStringLiteral("1.2"),
+                        .date = QDate(2026, 12, 24),
+                        .notes = QStringLiteral("More room."),
+                        .page = {}};
+    std::vector<UpdatePage> pages{notConfiguredPage(program), checkingPage(), pageOf(NoUpdate{}, program),
+                                  pageOf(update, program)};
+    for (int fault = 0; fault <= int(UpdateFault::malformedFeed); ++fault)
+        pages.push_back(pageOf(UpdateFault(fault), program));
+    UpdateWindow window(sharedViews(), QStringLiteral("Mivora"));
     for (const UpdatePage &page : pages) {
         window.show(page, Attention::taken);
         EXPECT_EQ(clippedTexts(window.window()), none) << page.heading.toStdString();

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The shells complete what the program takes: its own messages say what that is.
 #   completions.sh PROGRAM FOLDER
-# fish and zsh are asked where they are installed.
+# fish is asked where it is installed.
 set -euo pipefail
 export LC_ALL=C.UTF-8
 program=$1 folder=$2
@@ -17,13 +17,11 @@ missing() {
     offered=$("by_$1" "$2")
     printf '%s\n' "${@:3}" | grep -vxF -e "$offered" || true
 }
-# offers SHELL LINE WORD…: a terminal may be drawn upon while it lists, so it is asked again.
+# offers SHELL LINE WORD…
 offers() {
     local left
-    for _ in 1 2 3; do
-        left=$(missing "$@")
-        [ -n "$left" ] || return 0
-    done
+    left=$(missing "$@")
+    [ -n "$left" ] || return 0
     printf 'FAILED: after "%s" %s does not offer %s\n' "$2" "$1" "${left//$'\n'/, }" >&2
     failures=$((failures + 1))
 }
@@ -35,27 +33,11 @@ by_bash() {
 by_fish() {
     fish --no-config -c 'source $argv[1]; complete -C $argv[2]' "$folder/mivora.fish" "$1" | cut -f1
 }
-# A real zsh at a terminal is asked to list its choices. It doesn't list them when more input waits.
-by_zsh() {
-    zsh -f -c '
-        zmodload zsh/zpty
-        zpty asked "TERM=dumb zsh -f -i"
-        zpty -w asked "PS1=; fpath=($1 \$fpath); autoload -Uz compinit; compinit -u -D; LISTMAX=1000"
-        zpty -w asked "zstyle \":completion:*\" list-separator \"|\""
-        zpty -w asked "tell() { zle list-choices; zle -R; print -r listed\$((40 + 2)); }; zle -N tell; bindkey \"^I\" tell"
-        zpty -w asked "echo ready\$((40 + 2))"
-        zpty -m -r asked started "*ready42*"
-        zpty -w -n asked "$2$3"
-        zpty -m -r asked listed "*listed42*"
-        print -r -- "$listed"' \
-        _ "$folder" "$1" $'\t' 2>/dev/null | tr -d '\r' | sed 's/ *|.*//' | tr -s ' ' '\n'
-}
-
 mapfile -t commands < <(expected)
 mapfile -t keys < <(expected defaults read)
 mapfile -t actions < <(expected defaults)
 [ "${#commands[@]}" -gt 8 ] && [ "${#keys[@]}" -gt 8 ] || { echo "FAILED: the program's messages are others" >&2; exit 1; }
-for shell in bash fish zsh; do
+for shell in bash fish; do
     command -v "$shell" >/dev/null || continue
     offers "$shell" "mivora " "${commands[@]}"
     offers "$shell" "mivora defaults " "${actions[@]}"

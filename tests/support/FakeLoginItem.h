@@ -10,11 +10,7 @@ namespace mivora {
 class FakeLoginItem final : public LoginItem
 {
 public:
-    bool isEnabled() const override
-    {
-        ++asked;
-        return enabled;
-    }
+    bool isEnabled() const override { return enabled; }
 
     std::optional<QString> setEnabled(bool wanted) override
     {
@@ -29,8 +25,6 @@ public:
     std::optional<QString> error;
     /// Every setEnabled() so far.
     std::vector<bool> requests;
-    /// How often the state was read.
-    mutable int asked = 0;
 };
 
 } // namespace mivora

@@ -1,1 +1,0 @@
-mivora_bench(Updates DEPENDS KeloSparkleEngine LIBRARIES PkgConfig::sodium SOURCES Updates.cpp)

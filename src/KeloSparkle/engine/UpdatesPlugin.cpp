@@ -1,1 +1,0 @@
-#include "KeloSparkle/engine/UpdatesPlugin.h"
