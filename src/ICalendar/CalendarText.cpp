@@ -1,14 +1,11 @@
 #include "ICalendar/CalendarText.h"
 
-#include "ICalendar/CalendarHeader.h"
 #include "ICalendar/ContentLine.h"
-#include "ICalendar/DateBounds.h"
-#include "ICalendar/FieldText.h"
+#include "ICalendar/EventFields.h"
 #include "ICalendar/Series.h"
 
 #include <algorithm>
 #include <functional>
-#include <map>
 
 namespace mivora::ical {
 
@@ -17,107 +14,260 @@ namespace {
 using namespace std::chrono;
 
 constexpr std::int64_t workPerText = 5'000'000;
-constexpr std::int64_t workPerZones = 2'000'000;
 /// What copying the fields of recurring events may cost, in bytes.
 constexpr std::int64_t bytesPerText = 100'000'000;
 
-enum class Effort { whatMayMatter, everything };
-
-/// A VEVENT without its BEGIN and END, and the number of the calendar object that it belongs to.
-struct FoundEvent
-{
-    std::string_view text;
-    std::size_t object = 0;
-};
-
-/// The events of a text, sorted out by their dates while the text is split.
-class Sorter final : public OutlineReader
+/// Splits a text into its components in one pass, which looks at the first letters of most lines only.
+class CalendarScan
 {
 public:
-    Sorter(const EventWindow &window, Effort effort, CalendarText &result)
-        : m_window(window), m_effort(effort), m_result(result)
+    using TakeEvent = std::function<void(const EventLines &)>;
+
+    /// `takeEvent` is given every complete VEVENT, in order. One without END is left out, and a problem.
+    CalendarScan(std::string_view text, ProblemList &problems, TakeEvent takeEvent)
+        : m_rest(text), m_problems(problems), m_takeEvent(std::move(takeEvent))
     {
     }
 
-    void readEvent(const EventOutline &event) override
+    void run()
     {
-        const DateBounds bounds = dateBounds(event, m_buffer);
+        const char *const begin = m_rest.data();
+        const char *lastLine = begin;
+        while (!m_rest.empty()) {
+            const std::string_view line = takeLine(m_rest);
+            lastLine = line.data();
+            readLine(line);
+        }
+        if (!m_foundAny)
+            m_problems.add(begin, "This is no iCalendar text");
+        else if (m_place == Place::event)
+            leaveUnfinished();
+        else if (m_place != Place::outside && m_inCalendar)
+            m_problems.add(lastLine, "The text ends before END:VCALENDAR");
+    }
+
+    const ZoneDefinitions &timeZones() const { return m_timeZones; }
+
+    /// Fills what stands before the first component of the first calendar, the better known of two properties
+    /// first.
+    void describe(CalendarText &calendar) const
+    {
+        const auto set = [](std::optional<std::string> &field, const std::string &text) {
+            if (!field && !text.empty())
+                field = text;
+        };
+        set(calendar.name, m_appleName);
+        set(calendar.name, m_name);
+        if (m_appleColor.starts_with('#'))
+            calendar.color = m_appleColor;
+        set(calendar.color, m_color);
+        set(calendar.owner, mailAddress(m_owner));
+    }
+
+private:
+    enum class Place { outside, calendar, event, timeZone, other };
+
+    void readLine(std::string_view line)
+    {
+        switch (line.front() | 0x20) {
+        case 'b':
+            if (hasName(line, "BEGIN"))
+                begin(line);
+            break;
+        case 'e':
+            if (hasName(line, "END")) {
+                end(line);
+                break;
+            }
+            [[fallthrough]];
+        case 'd':
+        case 'r':
+        case 's':
+        case 'u':
+            if (m_place == Place::event && m_nested == 0)
+                m_event.keep(line);
+            break;
+        default:
+            if (m_isInHeader)
+                readHeaderLine(line);
+        }
+    }
+
+    void readHeaderLine(std::string_view line)
+    {
+        const std::pair<std::string_view, std::string *> properties[] = {
+            {"X-WR-CALNAME", &m_appleName},
+            {"NAME", &m_name},
+            {"X-APPLE-CALENDAR-COLOR", &m_appleColor},
+            {"COLOR", &m_color},
+            {"X-WR-OWNER", &m_owner},
+        };
+        for (const auto &[name, target] : properties)
+            if (target->empty() && hasName(line, name))
+                *target = unescapedText(withoutBlanks(ContentLine::parse(line, m_buffer).value));
+    }
+
+    void begin(std::string_view line)
+    {
+        const std::string_view name = componentName(line);
+        if (isName(name, "VCALENDAR")) {
+            leaveUnfinished();
+            m_isInHeader = m_timeZones.size() == 1;
+            m_timeZones.emplace_back();
+            m_place = Place::calendar;
+            m_inCalendar = m_foundAny = true;
+            return;
+        }
+        m_isInHeader = false;
+        if (isName(name, "VEVENT")) {
+            leaveUnfinished();
+            m_eventBegin = line.data();
+            m_event = {};
+            m_foundAny = true;
+            beginBody(Place::event);
+        } else if (m_place == Place::calendar || m_place == Place::outside) {
+            beginBody(isName(name, "VTIMEZONE") ? Place::timeZone : Place::other);
+        } else {
+            ++m_nested;
+        }
+    }
+
+    void beginBody(Place place)
+    {
+        m_place = place;
+        m_bodyBegin = m_rest.data();
+        m_nested = 0;
+    }
+
+    void end(std::string_view line)
+    {
+        const std::string_view name = componentName(line);
+        const std::string_view body(m_bodyBegin, m_bodyBegin ? std::size_t(line.data() - m_bodyBegin) : 0);
+        if (isName(name, "VCALENDAR")) {
+            leaveUnfinished();
+            m_place = Place::outside;
+            m_inCalendar = m_isInHeader = false;
+        } else if (m_place == Place::event && isName(name, "VEVENT")) {
+            // Also when a component within it was left open: its own lines are known by now.
+            m_event.text = body;
+            m_event.object = m_timeZones.size() - 1;
+            m_takeEvent(m_event);
+            m_place = Place::calendar;
+        } else if (m_place == Place::timeZone && isName(name, "VTIMEZONE")) {
+            m_timeZones.back().push_back(body);
+            m_place = Place::calendar;
+        } else if (m_nested > 0) {
+            --m_nested;
+        } else if (m_place == Place::other) {
+            m_place = Place::calendar;
+        }
+    }
+
+    void leaveUnfinished()
+    {
+        if (m_place == Place::event)
+            m_problems.add(m_eventBegin, "BEGIN:VEVENT without END:VEVENT");
+    }
+
+    std::string_view componentName(std::string_view line)
+    {
+        return withoutBlanks(ContentLine::parse(line, m_buffer).value);
+    }
+
+    std::string_view m_rest;
+    ProblemList &m_problems;
+    TakeEvent m_takeEvent;
+    /// The first is for what stands before any calendar.
+    ZoneDefinitions m_timeZones{1};
+    std::string m_name, m_appleName, m_color, m_appleColor, m_owner;
+    EventLines m_event;
+    std::string m_buffer;
+    Place m_place = Place::outside;
+    const char *m_eventBegin = nullptr;
+    const char *m_bodyBegin = nullptr;
+    int m_nested = 0;
+    bool m_isInHeader = false;
+    bool m_inCalendar = false;
+    bool m_foundAny = false;
+};
+
+/// The events of a text that matter for the window, ruled out by their dates while the text is split.
+class EventSelection
+{
+public:
+    EventSelection(const EventWindow &window, CalendarText &result) : m_window(window), m_result(result) {}
+
+    void take(const EventLines &event)
+    {
+        const DateBounds bounds = dateBounds(event);
         m_result.earliest = std::min(m_result.earliest, bounds.earliest);
         m_result.latest = std::max(m_result.latest, bounds.latest);
-        const bool isWanted = m_effort == Effort::everything || bounds.mayTouch(m_window);
-        const std::size_t uid = event.uid.empty() ? 0 : ical::uidHash(uidOf(event.uid, m_buffer));
-        if (uid != 0)
-            m_result.versions.push_back(versionOf(uid, event));
-        if (isWanted)
-            m_wanted.push_back({uid, {event.text, event.object}});
-        else if (uid != 0)
-            m_others.push_back({uid, {event.text, event.object}});
+        const EventVersion version = versionOf(event);
+        if (version.uid != 0)
+            m_result.versions.push_back(version);
+        if (bounds.mayTouch(m_window))
+            m_wanted.emplace_back(version.uid, event);
+        else if (version.uid != 0)
+            m_others.push_back({version.uid, event.object, event.text});
     }
 
     /// What may matter, and all that belongs to the same events, in the order of the text.
-    std::vector<FoundEvent> relevant();
+    std::vector<EventLines> relevant()
+    {
+        std::vector<std::size_t> uids;
+        std::vector<EventLines> events;
+        for (auto &[uid, event] : m_wanted) {
+            uids.push_back(uid);
+            events.push_back(std::move(event));
+        }
+        std::sort(uids.begin(), uids.end());
+        for (const Other &other : m_others)
+            if (std::binary_search(uids.begin(), uids.end(), other.uid))
+                events.push_back(linesOf(other));
+        std::sort(events.begin(), events.end(), [](const EventLines &left, const EventLines &right) {
+            return std::less<>()(left.text.data(), right.text.data());
+        });
+        return events;
+    }
 
 private:
-    struct Sorted
+    struct Other
     {
-        std::size_t uid = 0;
-        FoundEvent event;
+        std::size_t uid;
+        std::size_t object;
+        std::string_view text;
     };
 
-    EventVersion versionOf(std::size_t uid, const EventOutline &event)
+    static EventLines linesOf(const Other &other)
     {
-        EventVersion version{uid};
-        if (!event.sequence.empty())
-            version.sequence = sequenceOf(ContentLine::parse(unfolded(event.sequence, m_buffer)).value);
-        if (!event.stamp.empty())
-            if (const auto time = parseTime(ContentLine::parse(unfolded(event.stamp, m_buffer)).value))
-                version.stamp = asUtc(time->local);
-        return version;
+        EventLines lines;
+        lines.text = other.text;
+        lines.object = other.object;
+        forEachLine(other.text, [&](std::string_view line) { lines.keep(line); });
+        return lines;
     }
 
     const EventWindow &m_window;
-    Effort m_effort;
     CalendarText &m_result;
-    std::string m_buffer;
-    std::vector<Sorted> m_wanted;
-    std::vector<Sorted> m_others;
+    std::vector<std::pair<std::size_t, EventLines>> m_wanted;
+    std::vector<Other> m_others;
 };
 
-std::vector<FoundEvent> Sorter::relevant()
-{
-    std::vector<std::size_t> uids;
-    std::vector<FoundEvent> events;
-    for (const Sorted &wanted : m_wanted) {
-        events.push_back(wanted.event);
-        if (wanted.uid != 0)
-            uids.push_back(wanted.uid);
-    }
-    std::sort(uids.begin(), uids.end());
-    if (!uids.empty())
-        for (const Sorted &other : m_others)
-            if (std::binary_search(uids.begin(), uids.end(), other.uid))
-                events.push_back(other.event);
-    std::sort(events.begin(), events.end(), [](const FoundEvent &a, const FoundEvent &b) {
-        return std::less<>()(a.text.data(), b.text.data());
-    });
-    return events;
-}
-
-/// Reads and expands the events that are left.
-class Reading
+/// Expands the events that are left.
+class Expansions
 {
 public:
-    Reading(const EventWindow &window, const CalendarOutline &outline, ProblemList &problems)
-        : m_window(window), m_outline(outline), m_problems(problems), m_floating(window.zone)
+    Expansions(const EventWindow &window, const ZoneDefinitions &definitions, ProblemList &problems)
+        : m_window(window), m_problems(problems), m_zones(window.zone, definitions, horizon(window))
     {
     }
 
-    std::vector<Occurrence> read(const std::vector<FoundEvent> &found)
+    std::vector<Occurrence> expand(const std::vector<EventLines> &lines)
     {
         std::vector<EventTimes> events;
-        events.reserve(found.size());
-        for (const auto &[text, object] : found)
-            events.push_back(readEventTimes(text, zonesOf(object), m_problems));
+        events.reserve(lines.size());
+        for (const EventLines &event : lines)
+            events.push_back(readEventTimes(event, m_zones, m_problems));
         std::stable_sort(events.begin(), events.end(),
                          [](const EventTimes &a, const EventTimes &b) { return a.uid < b.uid; });
         for (auto begin = events.begin(); begin != events.end();) {
@@ -127,126 +277,98 @@ public:
                                  : std::find_if(begin, events.end(), [&](const EventTimes &event) {
                                        return event.uid != begin->uid;
                                    });
-            expand({begin, end});
+            expandSeries({begin, end});
             begin = end;
         }
         return inOrder();
     }
 
 private:
-    struct Found
-    {
-        const char *position = nullptr;
-        Occurrence event;
-    };
-
-    ZoneTable &zonesOf(std::size_t object)
-    {
-        return m_zones.try_emplace(object, m_outline.timeZones[object], horizon(m_window), m_zoneWork)
-            .first->second;
-    }
-
     static LocalTime horizon(const EventWindow &window)
     {
         const double end = std::clamp(window.to.time_since_epoch().count(), -62.2e9, 253.5e9);
         return LocalTime(seconds(std::int64_t(end))) + days(800);
     }
 
-    void expand(std::span<const EventTimes> components)
+    void expandSeries(std::span<const EventTimes> components)
     {
         for (const EventTimes &event : components)
             if (!event.start)
                 m_problems.add(event.text.data(), "VEVENT without a DTSTART that can be read");
-        std::vector<SeriesTime> times = expandSeries(components, {m_window, m_floating, m_problems, m_work});
+        std::vector<SeriesTime> times =
+            ical::expandSeries(components, {m_window, m_zones.floating(), m_problems, m_work});
         std::sort(times.begin(), times.end(), [](const SeriesTime &a, const SeriesTime &b) {
             return std::pair(a.event, a.start) < std::pair(b.event, b.start);
         });
         const EventTimes *known = nullptr;
-        Occurrence fields;
+        Occurrence occurrence;
         for (const SeriesTime &time : times) {
             if (time.event != std::exchange(known, time.event))
-                fields = fieldsOf(*time.event);
+                occurrence = occurrenceOf(*time.event);
             else if (!m_bytes.spend(sizeof(Occurrence) + std::int64_t(time.event->text.size())))
                 continue;
-            add(fields, time);
+            occurrence.start = time.start;
+            occurrence.end = time.end;
+            m_found.emplace_back(time.event->text.data(), occurrence);
         }
         if (m_bytes.left < 0)
             m_problems.add(components.front().text.data(),
                            "The calendar recurs too often; a part of it is left out");
     }
 
-    static Occurrence fieldsOf(const EventTimes &times)
+    static Occurrence occurrenceOf(const EventTimes &times)
     {
-        Occurrence event;
-        readEventFields(times.text, event);
+        Occurrence occurrence;
+        readEventFields(times.text, occurrence);
         if (!times.uid.empty())
-            event.uid = times.uid;
-        event.isAllDay = times.start->value.isDate;
-        return event;
-    }
-
-    void add(const Occurrence &fields, const SeriesTime &time)
-    {
-        m_found.push_back({time.event->text.data(), fields});
-        m_found.back().event.start = time.start;
-        m_found.back().event.end = time.end;
+            occurrence.uid = times.uid;
+        occurrence.isAllDay = times.start->value.isDate;
+        return occurrence;
     }
 
     std::vector<Occurrence> inOrder()
     {
-        std::sort(m_found.begin(), m_found.end(), [](const Found &a, const Found &b) {
-            return std::pair(a.event.start, a.position) < std::pair(b.event.start, b.position);
+        std::sort(m_found.begin(), m_found.end(), [](const auto &a, const auto &b) {
+            return std::pair(a.second.start, a.first) < std::pair(b.second.start, b.first);
         });
-        std::vector<Occurrence> events;
-        events.reserve(m_found.size());
-        for (Found &found : m_found)
-            events.push_back(std::move(found.event));
-        return events;
+        std::vector<Occurrence> occurrences;
+        occurrences.reserve(m_found.size());
+        for (auto &[position, occurrence] : m_found)
+            occurrences.push_back(std::move(occurrence));
+        return occurrences;
     }
 
     const EventWindow &m_window;
-    const CalendarOutline &m_outline;
     ProblemList &m_problems;
-    SystemZone m_floating;
-    WorkBudget m_zoneWork{workPerZones};
-    /// By the number of the calendar object.
-    std::map<std::size_t, ZoneTable> m_zones;
+    TimeZones m_zones;
     WorkBudget m_work{workPerText};
     WorkBudget m_bytes{bytesPerText};
-    std::vector<Found> m_found;
+    /// With the position of the text that each is from.
+    std::vector<std::pair<const char *, Occurrence>> m_found;
 };
 
-CalendarText readText(std::string_view text, const EventWindow &window, Effort effort)
+} // namespace
+
+CalendarText readCalendarText(std::string_view text, const EventWindow &window)
 {
     static constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
     if (text.starts_with(byteOrderMark))
         text.remove_prefix(byteOrderMark.size());
     CalendarText result;
     ProblemList problems(text);
-    Sorter sorter(window, effort, result);
-    const CalendarOutline outline = scanCalendar(text, sorter, problems);
-    readHeader(outline.header, result);
-    if (const auto relevant = sorter.relevant(); !relevant.empty())
-        result.occurrences = Reading(window, outline, problems).read(relevant);
+    EventSelection selection(window, result);
+    CalendarScan scan(text, problems, [&](const EventLines &event) { selection.take(event); });
+    scan.run();
+    scan.describe(result);
+    if (const auto relevant = selection.relevant(); !relevant.empty())
+        result.occurrences = Expansions(window, scan.timeZones(), problems).expand(relevant);
     result.problems = problems.numbered();
     return result;
 }
 
-} // namespace
-
 std::size_t uidHash(std::string_view uid)
 {
     return std::hash<std::string_view>()(uid) | 1;
-}
-
-CalendarText readCalendarText(std::string_view text, const EventWindow &window)
-{
-    return readText(text, window, Effort::whatMayMatter);
-}
-
-CalendarText readCalendarTextInFull(std::string_view text, const EventWindow &window)
-{
-    return readText(text, window, Effort::everything);
 }
 
 } // namespace mivora::ical

@@ -107,17 +107,14 @@ struct CalendarText
     double latest = -std::numeric_limits<double>::infinity();
 };
 
-/// Reads \a text for \a window. What cannot matter for the window is ruled out by its dates alone and never
+/// Reads `text` for `window`. What cannot matter for the window is ruled out by its dates alone and never
 /// parsed. Work is bounded: a rule that would take too long is cut short and reported as a problem.
 CalendarText readCalendarText(std::string_view text, const EventWindow &window);
-
-/// The same without the short cut, for comparison: every component is parsed and expanded.
-CalendarText readCalendarTextInFull(std::string_view text, const EventWindow &window);
 
 /// The UID of an occurrence as EventVersion has it; never 0.
 std::size_t uidHash(std::string_view uid);
 
-/// The e-mail address in \a text, which is one by itself or a "mailto:" with its escapes (RFC 6068): in lower
+/// The e-mail address in `text`, which is one by itself or a "mailto:" with its escapes (RFC 6068): in lower
 /// case, without the blanks around it. Empty when there is none.
 std::string mailAddress(std::string_view text);
 

@@ -1,7 +1,8 @@
 #include "ICalendar/CivilTime.h"
 
+#include "ICalendar/ContentLine.h"
+
 #include <algorithm>
-#include <charconv>
 
 namespace mivora::ical {
 
@@ -37,52 +38,39 @@ std::optional<seconds> parseClock(std::string_view text)
     return hours(*h) + minutes(*m) + seconds(std::min(*s, 59));
 }
 
-/// Takes a number and its unit off the front of \a text. Nine digits keep every sum far inside of 64 bits.
-bool takeAmount(std::string_view &text, long &amount, char &unit)
+struct Unit
 {
-    const char *end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, amount);
-    if (error != std::errc() || rest == end || rest - text.data() > 9 || amount < 0)
+    char letter;
+    bool isOfTime;
+    DurationValue value;
+};
+
+constexpr Unit units[] = {{'w', false, {days(7), 0s}},
+                          {'d', false, {days(1), 0s}},
+                          {'h', true, {days(0), 1h}},
+                          {'m', true, {days(0), 1min}},
+                          {'s', true, {days(0), 1s}}};
+
+/// Adds the number and unit at the front of `text`, which it takes off, to `duration`.
+bool takeAmount(std::string_view &text, bool inTime, DurationValue &duration)
+{
+    const std::size_t length = text.find_first_not_of("0123456789");
+    // Nine digits keep every sum far inside of 64 bits.
+    if (length == text.npos || length == 0 || length > 9)
         return false;
-    unit = *rest;
-    text.remove_prefix(std::size_t(rest - text.data()) + 1);
+    const int amount = *digits(text.substr(0, length));
+    const auto *unit = std::find_if(std::begin(units), std::end(units), [&](const Unit &known) {
+        return known.letter == asciiLowered(text[length]) && known.isOfTime == inTime;
+    });
+    if (unit == std::end(units))
+        return false;
+    duration.days += amount * unit->value.days;
+    duration.seconds += amount * unit->value.seconds;
+    text.remove_prefix(length + 1);
     return true;
 }
 
-bool addAmount(DurationValue &duration, long amount, char unit, bool inTime)
-{
-    switch (asciiLowered(unit)) {
-    case 'w':
-        duration.days += weeks(amount);
-        return !inTime;
-    case 'd':
-        duration.days += days(amount);
-        return !inTime;
-    case 'h':
-        duration.seconds += hours(amount);
-        return inTime;
-    case 'm':
-        duration.seconds += minutes(amount);
-        return inTime;
-    case 's':
-        duration.seconds += seconds(amount);
-        return inTime;
-    default:
-        return false;
-    }
-}
-
 } // namespace
-
-std::string_view withoutBlanks(std::string_view text)
-{
-    const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
 
 std::optional<TimeValue> parseTime(std::string_view text)
 {
@@ -117,9 +105,7 @@ std::optional<DurationValue> parseDuration(std::string_view text)
             inTime = true;
             text.remove_prefix(1);
         }
-        long amount = 0;
-        char unit = 0;
-        if (!takeAmount(text, amount, unit) || !addAmount(duration, amount, unit, inTime))
+        if (!takeAmount(text, inTime, duration))
             return std::nullopt;
     }
     return negative ? DurationValue{-duration.days, -duration.seconds} : duration;

@@ -37,15 +37,6 @@ std::optional<TimeValue> parseTime(std::string_view text);
 /// Reads "P1DT2H", "-PT15M" or "P2W". Nothing when it is anything else.
 std::optional<DurationValue> parseDuration(std::string_view text);
 
-/// \a c, in lower case where it is an ASCII letter.
-constexpr char asciiLowered(char c)
-{
-    return c >= 'A' && c <= 'Z' ? char(c | 0x20) : c;
-}
-
-/// \a text without the blanks around it.
-std::string_view withoutBlanks(std::string_view text);
-
 /// The same reading of the clock, taken as one in UTC.
 constexpr UtcTime asUtc(LocalTime local)
 {

@@ -10,33 +10,17 @@ namespace mivora::ical {
 
 namespace {
 
-bool isBlank(char c)
+/// The position of the first `wanted` that stands outside of quotes, or the length of `text`.
+std::size_t findUnquoted(std::string_view text, char wanted, std::size_t from = 0)
 {
-    return c == ' ' || c == '\t';
-}
-
-char lowered(char c)
-{
-    return c >= 'A' && c <= 'Z' ? char(c | 0x20) : c;
-}
-
-/// The position of the first of \a wanted that stands outside of quotes, or the length of \a text.
-std::size_t findUnquoted(std::string_view text, std::string_view wanted)
-{
-    bool quoted = false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    bool isQuoted = false;
+    for (std::size_t i = from; i < text.size(); ++i) {
         if (text[i] == '"')
-            quoted = !quoted;
-        else if (!quoted && wanted.find(text[i]) != wanted.npos)
+            isQuoted = !isQuoted;
+        else if (!isQuoted && text[i] == wanted)
             return i;
     }
     return text.size();
-}
-
-std::string_view withoutQuotes(std::string_view text)
-{
-    return text.size() >= 2 && text.front() == '"' && text.back() == '"' ? text.substr(1, text.size() - 2)
-                                                                         : text;
 }
 
 } // namespace
@@ -49,7 +33,7 @@ std::string_view takeLine(std::string_view &rest)
     do {
         const void *found = std::memchr(p, '\n', std::size_t(end - p));
         p = found ? static_cast<const char *>(found) + 1 : end;
-    } while (p < end && isBlank(*p));
+    } while (p < end && (*p == ' ' || *p == '\t'));
     const auto length = std::size_t(p - begin);
     rest.remove_prefix(length);
     return {begin, length};
@@ -73,12 +57,6 @@ std::string_view unfolded(std::string_view line, std::string &buffer)
     return buffer;
 }
 
-bool isName(std::string_view text, std::string_view name)
-{
-    return text.size() == name.size() && std::equal(text.begin(), text.end(), name.begin(),
-                                                    [](char a, char b) { return lowered(a) == lowered(b); });
-}
-
 bool hasName(std::string_view line, std::string_view name)
 {
     std::size_t matched = 0;
@@ -90,54 +68,40 @@ bool hasName(std::string_view line, std::string_view name)
             continue;
         else if (matched == name.size())
             return c == ':' || c == ';';
-        else if (lowered(c) != lowered(name[matched++]))
+        else if (asciiLowered(c) != asciiLowered(name[matched++]))
             return false;
     }
     return false;
 }
 
-ContentLine ContentLine::parse(std::string_view line)
+ContentLine ContentLine::parse(std::string_view line, std::string &buffer)
 {
+    line = unfolded(line, buffer);
     const std::size_t nameEnd = std::min(line.find_first_of(":;"), line.size());
-    ContentLine parts{line.substr(0, nameEnd), {}, {}};
-    std::size_t colon = nameEnd + findUnquoted(line.substr(nameEnd), ":");
+    std::size_t colon = findUnquoted(line, ':', nameEnd);
     // Outlook writes TZID=tzone://Microsoft/Utc without quotes.
     while (colon != nameEnd && line.substr(std::min(colon + 1, line.size())).starts_with("//"))
-        colon += 1 + findUnquoted(line.substr(colon + 1), ":");
+        colon = findUnquoted(line, ':', colon + 1);
     if (colon == line.size())
         // A quote that nobody closed: better the first colon than no value at all.
         colon = std::min(line.find(':', nameEnd), line.size());
-    parts.parameters = line.substr(nameEnd, colon - nameEnd);
-    parts.value = line.substr(std::min(colon + 1, line.size()));
-    return parts;
+    return {line.substr(nameEnd, colon - nameEnd), line.substr(std::min(colon + 1, line.size()))};
 }
 
-std::string_view ContentLine::parameter(std::string_view wanted) const
+std::string_view ContentLine::parameter(std::string_view name) const
 {
     std::string_view rest = parameters;
     while (!rest.empty()) {
         rest.remove_prefix(1);
-        const std::string_view one = rest.substr(0, findUnquoted(rest, ";"));
-        rest.remove_prefix(one.size());
-        const std::size_t equals = one.find('=');
-        if (equals != one.npos && isName(one.substr(0, equals), wanted))
-            return withoutQuotes(one.substr(equals + 1));
+        std::string_view value = rest.substr(0, findUnquoted(rest, ';'));
+        rest.remove_prefix(value.size());
+        if (!isName(takePart(value, '='), name))
+            continue;
+        if (value.size() >= 2 && value.front() == '"' && value.back() == '"')
+            value = value.substr(1, value.size() - 2);
+        return value;
     }
     return {};
-}
-
-std::string mailAddress(std::string_view text)
-{
-    static constexpr std::string_view scheme = "mailto:";
-    text = withoutBlanks(text);
-    const bool hasScheme = text.size() >= scheme.size() && isName(text.substr(0, scheme.size()), scheme);
-    if (hasScheme)
-        text = text.substr(scheme.size(), text.find('?') - scheme.size());
-    const QByteArray decoded = hasScheme
-                                   ? QByteArray::fromPercentEncoding({text.data(), qsizetype(text.size())})
-                                   : QByteArray(text.data(), qsizetype(text.size()));
-    return decoded.contains('@') ? QString::fromUtf8(decoded).trimmed().toLower().toStdString()
-                                 : std::string();
 }
 
 std::string unescapedText(std::string_view value)
@@ -148,9 +112,49 @@ std::string unescapedText(std::string_view value)
         if (value[i] != '\\' || i + 1 == value.size())
             text += value[i];
         else
-            text += lowered(value[++i]) == 'n' ? '\n' : value[i];
+            text += asciiLowered(value[++i]) == 'n' ? '\n' : value[i];
     }
+    std::erase(text, '\0');
     return text;
+}
+
+bool isName(std::string_view text, std::string_view name)
+{
+    return text.size() == name.size() && startsWithName(text, name);
+}
+
+bool startsWithName(std::string_view text, std::string_view name)
+{
+    return text.size() >= name.size() &&
+           std::equal(name.begin(), name.end(), text.begin(),
+                      [](char a, char b) { return asciiLowered(a) == asciiLowered(b); });
+}
+
+std::string_view withoutBlanks(std::string_view text)
+{
+    constexpr std::string_view blanks = " \t\r\n";
+    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+    return text.substr(0, text.find_last_not_of(blanks) + 1);
+}
+
+std::string_view takePart(std::string_view &rest, char separator)
+{
+    const std::string_view part = rest.substr(0, rest.find(separator));
+    rest.remove_prefix(std::min(part.size() + 1, rest.size()));
+    return withoutBlanks(part);
+}
+
+std::string mailAddress(std::string_view text)
+{
+    static constexpr std::string_view scheme = "mailto:";
+    text = withoutBlanks(text);
+    const bool hasScheme = startsWithName(text, scheme);
+    if (hasScheme)
+        text = text.substr(scheme.size(), text.find('?') - scheme.size());
+    QByteArray address(text.data(), qsizetype(text.size()));
+    if (hasScheme)
+        address = QByteArray::fromPercentEncoding(address);
+    return address.contains('@') ? QString::fromUtf8(address).toLower().toStdString() : std::string();
 }
 
 } // namespace mivora::ical

@@ -4,60 +4,122 @@
 
 #include <algorithm>
 #include <charconv>
-#include <utility>
 
 namespace mivora::ical {
 
 namespace {
 
-/// Reads the properties of one VEVENT.
+constexpr std::size_t mostProblems = 100;
+
+constexpr double day = 86'400;
+/// Offsets stay below a day.
+constexpr double zoneMargin = 26 * 3'600;
+/// In a series the zones of start, end and UNTIL add up.
+constexpr double seriesMargin = 5 * day;
+
+double secondsOf(const TimeValue &time)
+{
+    return double(time.local.time_since_epoch().count());
+}
+
+/// How long an event lasts, at most.
+double longestLength(const EventLines &event, const TimeValue &start, std::string &buffer)
+{
+    const double wholeDay = start.isDate ? day : 0;
+    double length = 0;
+    if (!event.end.empty())
+        if (const auto end = parseTime(ContentLine::parse(event.end, buffer).value))
+            length = std::max(length, secondsOf(*end) - secondsOf(start));
+    if (!event.duration.empty())
+        if (const auto value = parseDuration(ContentLine::parse(event.duration, buffer).value))
+            length = std::max(length, double((value->days + value->seconds).count()));
+    return length + wholeDay;
+}
+
+/// From the first to the last occurrence, at most, of a rule whose every period has one; infinite for others.
+double countedSpan(const RecurrenceRule &rule)
+{
+    const bool isWeekly = rule.frequency == Frequency::weekly;
+    const bool isDaily = rule.frequency == Frequency::daily && rule.weekdays.empty();
+    if (!rule.count || !(isWeekly || isDaily) || !rule.namesOnlyWeekdays())
+        return DateBounds().latest;
+    return (isWeekly ? 7 : 1) * day * double(rule.interval) * double(*rule.count);
+}
+
+/// When the last occurrence starts of a series that starts at `start`, at the latest. A rule that can't be
+/// read counts as one without end: its event is read, and the problem told.
+double lastStart(std::string_view line, double start, std::string &buffer)
+{
+    const auto rule = RecurrenceRule::parse(ContentLine::parse(line, buffer).value);
+    if (rule && rule->until)
+        return std::max(start, secondsOf(*rule->until) + day);
+    return start + (rule ? countedSpan(*rule) : DateBounds().latest);
+}
+
+void extendByTimes(DateBounds &bounds, std::string_view list, double length)
+{
+    while (!list.empty()) {
+        const auto time = parseTime(takePart(list, ','));
+        if (!time) {
+            bounds = DateBounds();
+            return;
+        }
+        bounds.earliest = std::min(bounds.earliest, secondsOf(*time) - day - seriesMargin);
+        bounds.latest = std::max(bounds.latest, secondsOf(*time) + day + length + seriesMargin);
+    }
+}
+
+/// Overrides of all later occurrences move these, too.
+bool isThisAndFuture(const EventLines &event, std::string &buffer)
+{
+    return !event.recurrenceID.empty() &&
+           isName(ContentLine::parse(event.recurrenceID, buffer).parameter("RANGE"), "THISANDFUTURE");
+}
+
+/// Reads the lines of one VEVENT.
 class TimesReader
 {
 public:
-    TimesReader(ZoneTable &zones, ProblemList &problems) : m_zones(zones), m_problems(problems) {}
-
-    EventTimes read(std::string_view text)
+    TimesReader(const EventLines &lines, TimeZones &zones, ProblemList &problems)
+        : m_lines(lines), m_zones(zones), m_problems(problems)
     {
-        m_times.text = text;
-        int nested = 0;
-        while (!text.empty()) {
-            const std::string_view line = takeLine(text);
-            if (hasName(line, "BEGIN"))
-                ++nested;
-            else if (hasName(line, "END"))
-                nested -= nested > 0;
-            else if (nested == 0)
-                readLine(line);
+    }
+
+    EventTimes read()
+    {
+        EventTimes times;
+        times.text = m_lines.text;
+        times.version = versionOf(m_lines);
+        times.uid = unescapedText(withoutBlanks(valueOf(m_lines.uid)));
+        times.isCancelled = isName(withoutBlanks(valueOf(m_lines.status)), "CANCELLED");
+        times.start = moment(m_lines.start);
+        times.end = moment(m_lines.end);
+        times.recurrenceID = moment(m_lines.recurrenceID);
+        times.isThisAndFuture = ical::isThisAndFuture(m_lines, m_buffer);
+        if (!m_lines.duration.empty() && !(times.duration = parseDuration(valueOf(m_lines.duration))))
+            complain("No duration", valueOf(m_lines.duration));
+        for (const std::string_view line : m_lines.rules) {
+            if (auto rule = RecurrenceRule::parse(valueOf(line)))
+                times.rules.push_back(std::move(*rule));
+            else
+                complain("No recurrence rule that Mivora knows", valueOf(line));
         }
-        return std::move(m_times);
+        forEachTime(m_lines.extraTimes, [&](const ContentLine &line, std::string_view text) {
+            if (const auto extra = extraTime(line, text))
+                times.extraTimes.push_back(*extra);
+        });
+        forEachTime(m_lines.excludedTimes, [&](const ContentLine &line, std::string_view text) {
+            if (const auto time = moment(line, text))
+                times.excludedTimes.push_back(*time);
+        });
+        return times;
     }
 
 private:
-    using Reader = void (TimesReader::*)(const ContentLine &);
-
-    struct Property
+    std::string_view valueOf(std::string_view line)
     {
-        std::string_view name;
-        Reader read;
-    };
-
-    void readLine(std::string_view line)
-    {
-        static constexpr Property properties[] = {
-            {"DTSTART", &TimesReader::readStart},     {"DTEND", &TimesReader::readEnd},
-            {"DURATION", &TimesReader::readDuration}, {"RRULE", &TimesReader::readRule},
-            {"RDATE", &TimesReader::readExtraTimes},  {"EXDATE", &TimesReader::readExcluded},
-            {"STATUS", &TimesReader::readStatus},     {"RECURRENCE-ID", &TimesReader::readRecurrenceID},
-            {"SEQUENCE", &TimesReader::readSequence}, {"UID", &TimesReader::readUid},
-            {"DTSTAMP", &TimesReader::readStamp},
-        };
-        for (const Property &property : properties) {
-            if (!hasName(line, property.name))
-                continue;
-            m_at = line.data();
-            (this->*property.read)(ContentLine::parse(unfolded(line, m_buffer)));
-            return;
-        }
+        m_at = line.data();
+        return ContentLine::parse(line, m_buffer).value;
     }
 
     void complain(std::string_view what, std::string_view value)
@@ -65,17 +127,11 @@ private:
         m_problems.add(m_at, std::string(what) + ": " + std::string(value.substr(0, 60)));
     }
 
-    const Zone *zoneOf(const ContentLine &line, const TimeValue &value)
+    std::optional<Moment> moment(std::string_view line)
     {
-        if (value.isUtc)
-            return &m_zones.utc();
-        const std::string_view id = line.parameter("TZID");
-        if (id.empty() || value.isDate)
-            return nullptr;
-        const Zone *zone = m_zones.find(id);
-        if (!zone)
-            complain("Unknown time zone, taken as local time", id);
-        return zone;
+        m_at = line.data();
+        const ContentLine parts = ContentLine::parse(line, m_buffer);
+        return line.empty() ? std::nullopt : moment(parts, parts.value);
     }
 
     std::optional<Moment> moment(const ContentLine &line, std::string_view text)
@@ -88,137 +144,130 @@ private:
         return Moment{*value, zoneOf(line, *value)};
     }
 
-    template<typename Take> void forEachValue(const ContentLine &line, Take take)
+    const Zone *zoneOf(const ContentLine &line, const TimeValue &value)
     {
-        std::string_view rest = line.value;
-        while (!rest.empty()) {
-            const std::string_view one = rest.substr(0, rest.find(','));
-            take(one);
-            rest.remove_prefix(std::min(one.size() + 1, rest.size()));
+        if (value.isUtc)
+            return &m_zones.utc();
+        const std::string_view id = line.parameter("TZID");
+        if (id.empty() || value.isDate)
+            return nullptr;
+        const Zone *zone = m_zones.find(m_lines.object, id);
+        if (!zone)
+            complain("Unknown time zone, taken as local time", id);
+        return zone;
+    }
+
+    template<typename Take> void forEachTime(const std::vector<std::string_view> &lines, Take take)
+    {
+        for (const std::string_view line : lines) {
+            m_at = line.data();
+            const ContentLine parts = ContentLine::parse(line, m_buffer);
+            for (std::string_view rest = parts.value; !rest.empty();)
+                take(parts, takePart(rest, ','));
         }
     }
 
-    // Of a property that may come only once the first counts.
-    void readStart(const ContentLine &line)
+    std::optional<ExtraTime> extraTime(const ContentLine &line, std::string_view text)
     {
-        if (!std::exchange(m_sawStart, true))
-            m_times.start = moment(line, line.value);
+        const bool isPeriod = text.find('/') != text.npos;
+        const auto start = moment(line, takePart(text, '/'));
+        if (!start)
+            return std::nullopt;
+        ExtraTime extra{*start, std::nullopt, parseDuration(text)};
+        if (isPeriod && !extra.duration && !(extra.end = moment(line, text)))
+            return std::nullopt;
+        return extra;
     }
 
-    void readEnd(const ContentLine &line)
-    {
-        if (!std::exchange(m_sawEnd, true))
-            m_times.end = moment(line, line.value);
-    }
-
-    void readRecurrenceID(const ContentLine &line)
-    {
-        if (std::exchange(m_sawRecurrenceID, true))
-            return;
-        m_times.recurrenceID = moment(line, line.value);
-        m_times.isThisAndFuture = isName(line.parameter("RANGE"), "THISANDFUTURE");
-    }
-
-    void readDuration(const ContentLine &line)
-    {
-        if (std::exchange(m_sawDuration, true))
-            return;
-        m_times.duration = parseDuration(line.value);
-        if (!m_times.duration)
-            complain("No duration", line.value);
-    }
-
-    void readRule(const ContentLine &line)
-    {
-        if (auto rule = RecurrenceRule::parse(line.value))
-            m_times.rules.push_back(std::move(*rule));
-        else
-            complain("No recurrence rule that Mivora knows", line.value);
-    }
-
-    void readExtraTimes(const ContentLine &line)
-    {
-        forEachValue(line, [&](std::string_view text) {
-            const std::size_t slash = text.find('/');
-            auto start = moment(line, text.substr(0, slash));
-            if (!start)
-                return;
-            ExtraTime extra{*start, std::nullopt, std::nullopt};
-            if (slash != text.npos && !readPeriodEnd(line, text.substr(slash + 1), extra))
-                return;
-            m_times.extraTimes.push_back(extra);
-        });
-    }
-
-    bool readPeriodEnd(const ContentLine &line, std::string_view text, ExtraTime &extra)
-    {
-        extra.duration = parseDuration(text);
-        if (!extra.duration)
-            extra.end = moment(line, text);
-        return extra.duration || extra.end;
-    }
-
-    void readExcluded(const ContentLine &line)
-    {
-        forEachValue(line, [&](std::string_view text) {
-            if (const auto time = moment(line, text))
-                m_times.excludedTimes.push_back(*time);
-        });
-    }
-
-    void readStatus(const ContentLine &line)
-    {
-        m_times.isCancelled = isName(withoutBlanks(line.value), "CANCELLED");
-    }
-
-    void readSequence(const ContentLine &line) { m_times.sequence = sequenceOf(line.value); }
-
-    void readUid(const ContentLine &line)
-    {
-        if (!std::exchange(m_sawUid, true))
-            m_times.uid = unescapedText(withoutBlanks(line.value));
-    }
-
-    void readStamp(const ContentLine &line)
-    {
-        if (const auto time = parseTime(line.value))
-            m_times.stamp = asUtc(time->local);
-    }
-
-    ZoneTable &m_zones;
+    const EventLines &m_lines;
+    TimeZones &m_zones;
     ProblemList &m_problems;
-    EventTimes m_times;
     std::string m_buffer;
     const char *m_at = nullptr;
-    bool m_sawStart = false;
-    bool m_sawEnd = false;
-    bool m_sawDuration = false;
-    bool m_sawRecurrenceID = false;
-    bool m_sawUid = false;
 };
 
 } // namespace
 
-std::string_view uidOf(std::string_view line, std::string &buffer)
+void ProblemList::add(const char *at, std::string message)
 {
-    const std::string_view uid = withoutBlanks(ContentLine::parse(unfolded(line, buffer)).value);
-    if (uid.find('\\') == uid.npos)
-        return uid;
-    buffer = unescapedText(uid);
-    return buffer;
+    if (m_problems.size() < mostProblems)
+        m_problems.emplace_back(at, std::move(message));
 }
 
-std::int64_t sequenceOf(std::string_view value)
+std::vector<TextProblem> ProblemList::numbered()
 {
-    std::int64_t sequence = 0;
-    value = withoutBlanks(value);
-    std::from_chars(value.data(), value.data() + value.size(), sequence);
-    return sequence;
+    std::sort(m_problems.begin(), m_problems.end());
+    m_problems.erase(std::unique(m_problems.begin(), m_problems.end()), m_problems.end());
+    std::vector<TextProblem> result;
+    const char *counted = m_text.data();
+    std::int64_t line = 1;
+    for (auto &[at, message] : m_problems) {
+        line += std::count(counted, at, '\n');
+        counted = at;
+        result.push_back({line, std::move(message)});
+    }
+    return result;
 }
 
-EventTimes readEventTimes(std::string_view text, ZoneTable &zones, ProblemList &problems)
+void EventLines::keep(std::string_view line)
 {
-    return TimesReader(zones, problems).read(text);
+    static constexpr std::pair<std::string_view, std::string_view EventLines::*> once[] = {
+        {"DTSTART", &EventLines::start},     {"DTEND", &EventLines::end},
+        {"DTSTAMP", &EventLines::stamp},     {"DURATION", &EventLines::duration},
+        {"UID", &EventLines::uid},           {"RECURRENCE-ID", &EventLines::recurrenceID},
+        {"SEQUENCE", &EventLines::sequence}, {"STATUS", &EventLines::status},
+    };
+    static constexpr std::pair<std::string_view, std::vector<std::string_view> EventLines::*> lists[] = {
+        {"RRULE", &EventLines::rules},
+        {"RDATE", &EventLines::extraTimes},
+        {"EXDATE", &EventLines::excludedTimes},
+    };
+    // Most lines are told apart by their first letter.
+    const char first = char(line.front() & ~0x20);
+    for (const auto &[name, slot] : once)
+        if (name.front() == first && (this->*slot).empty() && hasName(line, name)) {
+            this->*slot = line;
+            return;
+        }
+    for (const auto &[name, slot] : lists)
+        if (name.front() == first && hasName(line, name))
+            (this->*slot).push_back(line);
+}
+
+DateBounds dateBounds(const EventLines &event)
+{
+    std::string buffer;
+    const auto start = parseTime(ContentLine::parse(event.start, buffer).value);
+    if (!start || event.rules.size() > 1 || event.extraTimes.size() > 1 || isThisAndFuture(event, buffer))
+        return {};
+    const double length = longestLength(event, *start, buffer);
+    const double from = secondsOf(*start);
+    if (event.rules.empty() && event.extraTimes.empty())
+        return {from - zoneMargin, from + length + zoneMargin};
+    DateBounds bounds{from - zoneMargin, from + length + seriesMargin};
+    if (!event.rules.empty())
+        bounds.latest = lastStart(event.rules.front(), from, buffer) + length + seriesMargin;
+    if (!event.extraTimes.empty())
+        extendByTimes(bounds, ContentLine::parse(event.extraTimes.front(), buffer).value, length);
+    return bounds;
+}
+
+EventVersion versionOf(const EventLines &event)
+{
+    EventVersion version;
+    std::string buffer;
+    if (const auto uid = withoutBlanks(ContentLine::parse(event.uid, buffer).value); !uid.empty())
+        version.uid = uidHash(uid.find('\\') == uid.npos ? uid : std::string_view(unescapedText(uid)));
+    const std::string_view sequence = withoutBlanks(ContentLine::parse(event.sequence, buffer).value);
+    std::from_chars(sequence.data(), sequence.data() + sequence.size(), version.sequence);
+    if (const auto stamp = parseTime(ContentLine::parse(event.stamp, buffer).value))
+        version.stamp = asUtc(stamp->local);
+    return version;
+}
+
+EventTimes readEventTimes(const EventLines &event, TimeZones &zones, ProblemList &problems)
+{
+    return TimesReader(event, zones, problems).read();
 }
 
 } // namespace mivora::ical

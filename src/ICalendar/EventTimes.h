@@ -1,10 +1,60 @@
 #pragma once
 
-#include "ICalendar/ProblemList.h"
-#include "ICalendar/RecurrenceRule.h"
-#include "ICalendar/ZoneTable.h"
+#include "ICalendar/CalendarText.h"
+#include "ICalendar/TimeZones.h"
 
 namespace mivora::ical {
+
+/// Collects the problems of one text. Only so many are kept: who has a thousand is told enough by the first.
+class ProblemList
+{
+public:
+    explicit ProblemList(std::string_view text) : m_text(text) {}
+
+    /// `at` points into the text.
+    void add(const char *at, std::string message);
+
+    /// The problems in the order of their lines, each told once.
+    std::vector<TextProblem> numbered();
+
+private:
+    std::string_view m_text;
+    std::vector<std::pair<const char *, std::string>> m_problems;
+};
+
+/// The lines of one VEVENT that say when it happens, and which event it is; still folded, empty where there
+/// is none.
+struct EventLines
+{
+    /// What stands between BEGIN and END.
+    std::string_view text;
+    /// The number of the calendar object that it belongs to, as in `ZoneDefinitions`.
+    std::size_t object = 0;
+    std::string_view start, end, duration, recurrenceID, uid, sequence, stamp, status;
+    std::vector<std::string_view> rules, extraTimes, excludedTimes;
+
+    /// Keeps `line` where it is one of these. Of a property that may come only once the first counts.
+    void keep(std::string_view line);
+};
+
+/// An interval, in seconds since 1970, outside of which an event has no occurrence; infinite where unknown.
+struct DateBounds
+{
+    double earliest = -std::numeric_limits<double>::infinity();
+    double latest = std::numeric_limits<double>::infinity();
+
+    bool mayTouch(const EventWindow &window) const
+    {
+        return earliest < window.to.time_since_epoch().count() &&
+               latest >= window.from.time_since_epoch().count();
+    }
+};
+
+/// Judges by the digits of its dates when an event can take place, whatever zones these are in.
+DateBounds dateBounds(const EventLines &event);
+
+/// Which version of which event it is; the UID is 0 when there is none.
+EventVersion versionOf(const EventLines &event);
 
 /// A time as a property gives it.
 struct Moment
@@ -28,8 +78,7 @@ struct EventTimes
     /// What stands between BEGIN and END.
     std::string_view text;
     std::string uid;
-    std::int64_t sequence = 0;
-    UtcTime stamp = UtcTime::min();
+    EventVersion version;
     bool isCancelled = false;
 
     std::optional<Moment> start;
@@ -43,13 +92,7 @@ struct EventTimes
     bool isThisAndFuture = false;
 };
 
-/// The UID in its \a line, without escapes; \a buffer may hold it.
-std::string_view uidOf(std::string_view line, std::string &buffer);
-
-/// The value of SEQUENCE; 0 when it is no number.
-std::int64_t sequenceOf(std::string_view value);
-
-/// Reads the lines between BEGIN:VEVENT and END:VEVENT. What can't be read is a problem and left out.
-EventTimes readEventTimes(std::string_view text, ZoneTable &zones, ProblemList &problems);
+/// What can't be read is a problem and left out.
+EventTimes readEventTimes(const EventLines &event, TimeZones &zones, ProblemList &problems);
 
 } // namespace mivora::ical

@@ -12,89 +12,27 @@ namespace {
 /// Longer than the longest rule that names every value once.
 constexpr std::size_t longestRule = 8192;
 
-/// Takes what stands before the next \a separator off the front of \a rest, without the blanks around it.
-std::string_view takePart(std::string_view &rest, char separator)
-{
-    const std::string_view part = rest.substr(0, rest.find(separator));
-    rest.remove_prefix(std::min(part.size() + 1, rest.size()));
-    return withoutBlanks(part);
-}
-
-template<typename Take> bool forEachValue(std::string_view list, Take take)
-{
-    while (!list.empty())
-        if (const std::string_view value = takePart(list, ','); !value.empty() && !take(value))
-            return false;
-    return true;
-}
-
-std::optional<std::int64_t> numberIn(std::string_view text)
+std::optional<int> numberIn(std::string_view text, int lowest, int highest)
 {
     if (text.starts_with('+'))
         text.remove_prefix(1);
-    std::int64_t number = 0;
+    int number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size())
+    if (error != std::errc() || end != text.data() + text.size() || number < lowest || number > highest)
         return std::nullopt;
     return number;
 }
 
-/// Up to \a highest; negative ones, which count from the end, are only allowed where they have a place.
-template<std::size_t Size> bool fill(std::bitset<Size> &set, std::string_view list, int lowest, int highest)
+/// Values that are none are left out. Negative ones, which count from the end, have a place of their own
+/// where they are allowed.
+template<std::size_t Size> void fill(std::bitset<Size> &set, std::string_view list, int lowest, int highest)
 {
     const bool hasPlaceAbove = Size > std::size_t(2 * highest);
-    return forEachValue(list, [&](std::string_view text) {
-        const auto value = numberIn(text);
-        if (value && hasPlaceAbove && *value < 0 && *value >= -highest)
-            set.set(std::size_t(highest - *value));
-        else if (value && *value >= lowest && *value <= highest)
-            set.set(std::size_t(*value));
-        else
-            return false;
-        return true;
-    });
-}
-
-std::optional<unsigned> weekdayIn(std::string_view text)
-{
-    static constexpr std::string_view names[] = {"SU", "MO", "TU", "WE", "TH", "FR", "SA"};
-    const auto *found = std::find_if(std::begin(names), std::end(names),
-                                     [&](std::string_view name) { return isName(text, name); });
-    if (found == std::end(names))
-        return std::nullopt;
-    return unsigned(found - std::begin(names));
-}
-
-bool fillWeekdays(std::vector<RecurrenceRule::Weekday> &weekdays, std::string_view list)
-{
-    return forEachValue(list, [&](std::string_view text) {
-        const auto day = weekdayIn(text.substr(std::max<std::size_t>(text.size(), 2) - 2));
-        text.remove_suffix(std::min<std::size_t>(text.size(), 2));
-        const auto ordinal = text.empty() ? 0 : numberIn(withoutBlanks(text));
-        if (!day || !ordinal || *ordinal < -366 || *ordinal > 366)
-            return false;
-        weekdays.push_back({int(*ordinal), *day});
-        return true;
-    });
-}
-
-bool fillPositions(std::vector<int> &positions, std::string_view list)
-{
-    return forEachValue(list, [&](std::string_view text) {
-        const auto position = numberIn(text);
-        if (!position || *position == 0 || *position < -366 || *position > 366)
-            return false;
-        positions.push_back(int(*position));
-        return true;
-    });
-}
-
-bool fillCount(std::int64_t &count, std::string_view text)
-{
-    const auto number = numberIn(text);
-    // More seconds than there are in ten thousand years make no difference.
-    count = std::min(number.value_or(0), std::int64_t(400'000'000'000));
-    return count > 0;
+    while (!list.empty()) {
+        const auto value = numberIn(takePart(list, ','), hasPlaceAbove ? -highest : lowest, highest);
+        if (value && (*value < 0 || *value >= lowest))
+            set.set(std::size_t(*value < 0 ? highest - *value : *value));
+    }
 }
 
 template<typename Value, std::size_t Size>
@@ -113,74 +51,90 @@ constexpr std::pair<std::string_view, Frequency> frequencies[] = {
     {"YEARLY", Frequency::yearly},
 };
 
+constexpr std::pair<std::string_view, unsigned> days[] = {{"SU", 0}, {"MO", 1}, {"TU", 2}, {"WE", 3},
+                                                          {"TH", 4}, {"FR", 5}, {"SA", 6}};
+
 constexpr std::pair<std::string_view, Skip> skips[] = {
     {"OMIT", Skip::omit}, {"BACKWARD", Skip::backward}, {"FORWARD", Skip::forward}};
 
-bool readUntil(std::optional<TimeValue> &until, std::string_view text)
+void fillWeekdays(std::vector<RecurrenceRule::Weekday> &weekdays, std::string_view list)
 {
-    until = parseTime(text);
-    return until.has_value();
+    while (!list.empty()) {
+        const std::string_view text = takePart(list, ',');
+        const std::size_t nameAt = std::max<std::size_t>(text.size(), 2) - 2;
+        const std::string_view ordinal = withoutBlanks(text.substr(0, nameAt));
+        const auto number = ordinal.empty() ? 0 : numberIn(ordinal, -366, 366);
+        RecurrenceRule::Weekday weekday{number.value_or(0)};
+        if (number && choose(weekday.day, text.substr(nameAt), days))
+            weekdays.push_back(weekday);
+    }
 }
 
-bool readWeekStart(unsigned &day, std::string_view text)
+void fillPositions(std::vector<int> &positions, std::string_view list)
 {
-    const auto found = weekdayIn(text);
-    day = found.value_or(day);
-    return found.has_value();
+    while (!list.empty())
+        if (const auto position = numberIn(takePart(list, ','), -366, 366); position.value_or(0) != 0)
+            positions.push_back(*position);
 }
 
-bool readSeconds(std::bitset<60> &seconds, std::string_view list)
+/// Nothing when `text` is no number above 0. One of more digits than that makes no difference in ten thousand
+/// years.
+std::optional<std::int64_t> countIn(std::string_view text)
 {
-    std::bitset<61> withLeapSecond;
-    if (!fill(withLeapSecond, list, 0, 60))
-        return false;
-    for (std::size_t i = 0; i < withLeapSecond.size(); ++i)
-        if (withLeapSecond.test(i))
-            seconds.set(std::min<std::size_t>(i, 59));
-    return true;
+    constexpr std::int64_t largest = 400'000'000'000;
+    std::int64_t count = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), count);
+    if (error == std::errc::result_out_of_range)
+        count = largest;
+    if (end != text.data() + text.size() || count < 1)
+        return std::nullopt;
+    return std::min(count, largest);
+}
+
+/// Dates may have their parts parted, which is ISO 8601 but no iCalendar.
+std::optional<TimeValue> untilIn(std::string_view text)
+{
+    std::string digits(text);
+    std::erase_if(digits, [](char c) { return c == '-' || c == ':'; });
+    return parseTime(digits);
 }
 
 struct Part
 {
     std::string_view name;
-    bool (*read)(RecurrenceRule &rule, std::string_view value);
+    void (*read)(RecurrenceRule &rule, std::string_view value);
 };
 
 constexpr Part parts[] = {
-    {"FREQ",
-     [](RecurrenceRule &rule, std::string_view text) { return choose(rule.frequency, text, frequencies); }},
-    {"INTERVAL", [](RecurrenceRule &rule, std::string_view text) { return fillCount(rule.interval, text); }},
-    {"COUNT",
-     [](RecurrenceRule &rule, std::string_view text) { return fillCount(rule.count.emplace(), text); }},
-    {"UNTIL", [](RecurrenceRule &rule, std::string_view text) { return readUntil(rule.until, text); }},
-    {"WKST", [](RecurrenceRule &rule, std::string_view text) { return readWeekStart(rule.weekStart, text); }},
-    {"BYMONTH", [](RecurrenceRule &rule, std::string_view text) { return fill(rule.months, text, 1, 12); }},
-    {"BYMONTHDAY",
-     [](RecurrenceRule &rule, std::string_view text) { return fill(rule.monthDays, text, 1, 31); }},
-    {"BYYEARDAY",
-     [](RecurrenceRule &rule, std::string_view text) { return fill(rule.yearDays, text, 1, 366); }},
-    {"BYWEEKNO", [](RecurrenceRule &rule, std::string_view text) { return fill(rule.weeks, text, 1, 53); }},
-    {"BYDAY", [](RecurrenceRule &rule, std::string_view text) { return fillWeekdays(rule.weekdays, text); }},
-    {"BYHOUR", [](RecurrenceRule &rule, std::string_view text) { return fill(rule.hours, text, 0, 23); }},
-    {"BYMINUTE", [](RecurrenceRule &rule, std::string_view text) { return fill(rule.minutes, text, 0, 59); }},
-    {"BYSECOND", [](RecurrenceRule &rule, std::string_view text) { return readSeconds(rule.seconds, text); }},
-    {"BYSETPOS",
-     [](RecurrenceRule &rule, std::string_view text) { return fillPositions(rule.positions, text); }},
-    {"RSCALE", [](RecurrenceRule &, std::string_view text) { return isName(text, "GREGORIAN"); }},
-    {"SKIP", [](RecurrenceRule &rule, std::string_view text) { return choose(rule.skip, text, skips); }},
+    {"INTERVAL", [](auto &rule, auto text) { rule.interval = countIn(text).value_or(1); }},
+    {"COUNT", [](auto &rule, auto text) { rule.count = countIn(text); }},
+    {"UNTIL", [](auto &rule, auto text) { rule.until = untilIn(text); }},
+    {"WKST", [](auto &rule, auto text) { choose(rule.weekStart, text, days); }},
+    {"BYMONTH", [](auto &rule, auto text) { fill(rule.months, text, 1, 12); }},
+    {"BYMONTHDAY", [](auto &rule, auto text) { fill(rule.monthDays, text, 1, 31); }},
+    {"BYYEARDAY", [](auto &rule, auto text) { fill(rule.yearDays, text, 1, 366); }},
+    {"BYWEEKNO", [](auto &rule, auto text) { fill(rule.weeks, text, 1, 53); }},
+    {"BYDAY", [](auto &rule, auto text) { fillWeekdays(rule.weekdays, text); }},
+    {"BYHOUR", [](auto &rule, auto text) { fill(rule.hours, text, 0, 23); }},
+    {"BYMINUTE", [](auto &rule, auto text) { fill(rule.minutes, text, 0, 59); }},
+    {"BYSECOND", [](auto &rule, auto text) { fill(rule.seconds, text, 0, 60); }},
+    {"BYSETPOS", [](auto &rule, auto text) { fillPositions(rule.positions, text); }},
+    {"SKIP", [](auto &rule, auto text) { choose(rule.skip, text, skips); }},
 };
 
-} // namespace
-
-std::string_view rulePart(std::string_view text, std::string_view name)
+/// Takes one "NAME=value" off the front of a rule. Parts without a value are passed over.
+std::pair<std::string_view, std::string_view> takeRulePart(std::string_view &rule)
 {
-    while (!text.empty()) {
-        std::string_view value = takePart(text, ';');
-        if (isName(takePart(value, '='), name) && !withoutBlanks(value).empty())
-            return withoutBlanks(value);
+    while (!rule.empty()) {
+        std::string_view value = takePart(rule, ';');
+        const std::string_view name = takePart(value, '=');
+        if (value = withoutBlanks(value); !value.empty())
+            return {name, value};
     }
     return {};
 }
+
+} // namespace
 
 std::optional<RecurrenceRule> RecurrenceRule::parse(std::string_view text)
 {
@@ -188,21 +142,29 @@ std::optional<RecurrenceRule> RecurrenceRule::parse(std::string_view text)
         return std::nullopt;
     RecurrenceRule rule;
     std::bitset<std::size(parts)> seen;
+    bool hasFrequency = false;
     while (!text.empty()) {
-        std::string_view value = takePart(text, ';');
-        const std::string_view name = takePart(value, '=');
-        const auto *part = std::find_if(std::begin(parts), std::end(parts),
-                                        [&](const Part &known) { return isName(name, known.name); });
-        const auto index = std::size_t(part - std::begin(parts));
-        value = withoutBlanks(value);
-        if (part == std::end(parts) || value.empty() || seen.test(index))
-            continue;
-        seen.set(index);
-        if (!part->read(rule, value))
+        const auto [name, value] = takeRulePart(text);
+        if (isName(name, "RSCALE") && !isName(value, "GREGORIAN"))
             return std::nullopt;
+        if (isName(name, "FREQ") && !hasFrequency)
+            hasFrequency = choose(rule.frequency, value, frequencies);
+        for (std::size_t i = 0; i < seen.size(); ++i)
+            if (isName(name, parts[i].name) && !seen.test(i)) {
+                seen.set(i);
+                parts[i].read(rule, value);
+            }
     }
-    // FREQ, the first of them, is the one that no rule can do without.
-    return seen.test(0) ? std::optional(std::move(rule)) : std::nullopt;
+    // A leap second is taken as the second before.
+    if (rule.seconds.test(60))
+        rule.seconds.reset(60).set(59);
+    return hasFrequency ? std::optional(std::move(rule)) : std::nullopt;
+}
+
+bool RecurrenceRule::namesOnlyWeekdays() const
+{
+    return months.none() && monthDays.none() && yearDays.none() && weeks.none() && hours.none() &&
+           minutes.none() && seconds.none() && positions.empty();
 }
 
 } // namespace mivora::ical

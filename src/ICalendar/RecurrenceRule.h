@@ -40,25 +40,25 @@ struct RecurrenceRule
     std::vector<Weekday> weekdays;
     std::bitset<24> hours;
     std::bitset<60> minutes;
-    std::bitset<60> seconds;
+    std::bitset<61> seconds;
     std::vector<int> positions;
     Skip skip = Skip::omit;
 
-    /// Reads the value of an RRULE, as far as it makes sense: parts that are empty or unknown are left out,
-    /// and of two of one name the first counts. Nothing when there is no FREQ, a value is none, or another
+    /// Reads the value of an RRULE, as far as it makes sense: what is empty, unknown or no possible value is
+    /// left out, and of two parts of one name the first counts. Nothing without a frequency, or when another
     /// calendar than the Gregorian is asked for.
     static std::optional<RecurrenceRule> parse(std::string_view text);
-};
 
-/// The value of "NAME=" in the text of a rule, as `RecurrenceRule` takes it; empty when there is none.
-std::string_view rulePart(std::string_view text, std::string_view name);
+    /// Whether nothing but weekdays restricts or extends its periods.
+    bool namesOnlyWeekdays() const;
+};
 
 /// How much work an expansion may still do, in tested days and produced times.
 struct WorkBudget
 {
     std::int64_t left = 0;
 
-    /// Whether there was still enough for \a cost.
+    /// Whether there was still enough for `cost`.
     bool spend(std::int64_t cost) { return (left -= cost) >= 0; }
 };
 
@@ -71,10 +71,10 @@ struct LocalSpan
 
 enum class Expansion { complete, cutShort };
 
-/// Calls \a found for every time of \a rule in [span.from, span.to), in order. \a start is the first time of
-/// the series; one that is a whole day has only whole days. \a isPast tells whether a time lies after UNTIL.
+/// Calls `take` for the times of `rule` in [span.from, span.to), in order, until it returns false. `start` is
+/// the first time of the series; one that is a whole day has only whole days. UNTIL is for `take` to know: it
+/// is a time of another clock.
 Expansion expandRule(const RecurrenceRule &rule, const TimeValue &start, LocalSpan span, WorkBudget &budget,
-                     const std::function<bool(LocalTime)> &isPast,
-                     const std::function<void(LocalTime)> &found);
+                     const std::function<bool(LocalTime)> &take);
 
 } // namespace mivora::ical

@@ -79,7 +79,7 @@ public:
                           (m_frequency == Frequency::yearly ? 12 : 1));
     }
 
-    /// The number of the last period that begins at or before \a time.
+    /// The number of the last period that begins at or before `time`.
     std::int64_t indexOf(LocalTime time) const
     {
         if (!byMonths())
@@ -108,8 +108,11 @@ private:
     LocalTime m_first{};
 };
 
-template<std::size_t Size> std::vector<seconds> listed(const std::bitset<Size> &set, seconds unit)
+template<std::size_t Size>
+std::vector<seconds> valuesOf(const std::bitset<Size> &set, seconds unit, std::int64_t ofStart)
 {
+    if (set.none())
+        return {unit * ofStart};
     std::vector<seconds> values;
     for (std::size_t i = 0; i < Size; ++i)
         if (set.test(i))
@@ -117,54 +120,37 @@ template<std::size_t Size> std::vector<seconds> listed(const std::bitset<Size> &
     return values;
 }
 
-/// The times of day, or below a frequency of days the times of the period, that a rule produces.
-class TimesOfPeriod
+/// The times of day, or below a frequency of days the times of the period, that a rule produces. Units that
+/// the frequency counts itself come with the period.
+std::vector<seconds> timesOf(const RecurrenceRule &rule, const TimeValue &start)
 {
-public:
-    TimesOfPeriod(const RecurrenceRule &rule, const TimeValue &start) : m_rule(rule)
-    {
-        const seconds clock = start.local - floor<days>(start.local);
-        const std::vector<seconds> hours = values(rule.hours, Frequency::hourly, clock / 1h, 1h);
-        const std::vector<seconds> minutes =
-            values(rule.minutes, Frequency::minutely, clock / 1min % 60, 1min);
-        const std::vector<seconds> secondsOf = values(rule.seconds, Frequency::secondly, clock / 1s % 60, 1s);
-        if (start.isDate) {
-            m_times = {0s};
-            return;
-        }
-        for (const seconds hour : hours)
-            for (const seconds minute : minutes)
-                for (const seconds second : secondsOf)
-                    m_times.push_back(hour + minute + second);
-    }
+    if (start.isDate)
+        return {0s};
+    const seconds clock = start.local - floor<days>(start.local);
+    std::vector<seconds> hours{0s}, minutes{0s}, ofMinute{0s}, times;
+    if (rule.frequency > Frequency::hourly)
+        hours = valuesOf(rule.hours, 1h, clock / 1h);
+    if (rule.frequency > Frequency::minutely)
+        minutes = valuesOf(rule.minutes, 1min, clock / 1min % 60);
+    if (rule.frequency > Frequency::secondly)
+        ofMinute = valuesOf(rule.seconds, 1s, clock / 1s % 60);
+    for (const seconds hour : hours)
+        for (const seconds minute : minutes)
+            for (const seconds second : ofMinute)
+                times.push_back(hour + minute + second);
+    return times;
+}
 
-    const std::vector<seconds> &all() const { return m_times; }
-
-    /// Whether the hour, minute and second that a period stands for are among those that the rule wants.
-    bool wants(seconds clock) const
-    {
-        const auto refuses = [](const auto &set, std::int64_t value) {
-            return set.any() && !set.test(std::size_t(value));
-        };
-        return !(m_rule.frequency <= Frequency::hourly && refuses(m_rule.hours, clock / 1h)) &&
-               !(m_rule.frequency <= Frequency::minutely && refuses(m_rule.minutes, clock / 1min % 60)) &&
-               !(m_rule.frequency <= Frequency::secondly && refuses(m_rule.seconds, clock / 1s % 60));
-    }
-
-private:
-    template<std::size_t Size>
-    std::vector<seconds> values(const std::bitset<Size> &set, Frequency own, std::int64_t ofStart,
-                                seconds unit) const
-    {
-        // Units that the frequency counts itself come with the period.
-        if (m_rule.frequency <= own)
-            return {0s};
-        return set.any() ? listed(set, unit) : std::vector<seconds>{unit * ofStart};
-    }
-
-    const RecurrenceRule &m_rule;
-    std::vector<seconds> m_times;
-};
+/// Whether the hour, minute and second that a period stands for are among those that the rule wants.
+bool wantsClock(const RecurrenceRule &rule, seconds clock)
+{
+    const auto wants = [](const auto &set, std::int64_t value) {
+        return set.none() || set.test(std::size_t(value));
+    };
+    return (rule.frequency > Frequency::hourly || wants(rule.hours, clock / 1h)) &&
+           (rule.frequency > Frequency::minutely || wants(rule.minutes, clock / 1min % 60)) &&
+           (rule.frequency > Frequency::secondly || wants(rule.seconds, clock / 1s % 60));
+}
 
 /// Keeps the positions that BYSETPOS names.
 void choosePositions(std::vector<LocalTime> &times, const std::vector<int> &positions)
@@ -188,13 +174,12 @@ class RuleWalk
 {
 public:
     RuleWalk(const RecurrenceRule &rule, const TimeValue &start, WorkBudget &budget)
-        : m_rule(rule), m_start(start.local), m_periods(rule, start.local), m_times(rule, start),
+        : m_rule(rule), m_start(start.local), m_periods(rule, start.local), m_times(timesOf(rule, start)),
           m_days(rule, start), m_budget(budget)
     {
     }
 
-    Expansion run(LocalSpan span, const std::function<bool(LocalTime)> &isPast,
-                  const std::function<void(LocalTime)> &found)
+    Expansion run(LocalSpan span, const std::function<bool(LocalTime)> &take)
     {
         std::int64_t counted = 0;
         LocalTime last = LocalTime::min();
@@ -207,17 +192,16 @@ public:
                 if (time < m_start || time <= last)
                     continue;
                 last = time;
-                if (time >= span.to || (m_rule.count && ++counted > *m_rule.count) || isPast(time))
+                if (time >= span.to || (m_rule.count && ++counted > *m_rule.count) ||
+                    (time >= span.from && !take(time)))
                     return Expansion::complete;
-                if (time >= span.from)
-                    found(time);
             }
         }
         return Expansion::complete;
     }
 
 private:
-    /// Puts the times of the period \a index into m_found; false when that is too much work.
+    /// Puts the times of the period `index` into m_found; false when that is too much work.
     bool collect(std::int64_t index)
     {
         m_found.clear();
@@ -226,7 +210,7 @@ private:
             const local_days day = floor<days>(begin);
             if (!m_budget.spend(1))
                 return false;
-            if (m_times.wants(begin - day) && wantsDay(day) && !addTimes(begin))
+            if (wantsClock(m_rule, begin - day) && wantsDay(day) && !addTimes(begin))
                 return false;
         } else if (!collectDays(floor<days>(begin), floor<days>(m_periods.end(index)))) {
             return false;
@@ -254,9 +238,9 @@ private:
 
     bool addTimes(LocalTime base)
     {
-        for (const seconds time : m_times.all())
+        for (const seconds time : m_times)
             m_found.push_back(base + time);
-        return m_budget.spend(std::int64_t(m_times.all().size()));
+        return m_budget.spend(std::int64_t(m_times.size()));
     }
 
     bool wantsDay(local_days day)
@@ -271,7 +255,7 @@ private:
     const RecurrenceRule &m_rule;
     LocalTime m_start;
     Periods m_periods;
-    TimesOfPeriod m_times;
+    std::vector<seconds> m_times;
     DayFilter m_days;
     WorkBudget &m_budget;
     std::vector<LocalTime> m_found;
@@ -279,28 +263,20 @@ private:
     bool m_lastDayMatches = false;
 };
 
-bool restrictsNothing(const RecurrenceRule &rule)
-{
-    return rule.months.none() && rule.monthDays.none() && rule.yearDays.none() && rule.weeks.none() &&
-           rule.weekdays.empty() && rule.hours.none() && rule.minutes.none() && rule.seconds.none() &&
-           rule.positions.empty();
-}
-
 } // namespace
 
 Expansion expandRule(const RecurrenceRule &rule, const TimeValue &start, LocalSpan span, WorkBudget &budget,
-                     const std::function<bool(LocalTime)> &isPast,
-                     const std::function<void(LocalTime)> &found)
+                     const std::function<bool(LocalTime)> &take)
 {
-    if (rule.count && rule.frequency <= Frequency::weekly && restrictsNothing(rule)) {
-        // The last time is known without counting up to it.
-        RecurrenceRule endless = rule;
-        endless.count.reset();
-        const seconds step = stepOf(rule.frequency, rule.interval);
-        const LocalTime last = start.local + step * std::min(*rule.count - 1, longestStep / step);
-        return expandRule(endless, start, {span.from, std::min(span.to, last + 1s)}, budget, isPast, found);
-    }
-    return RuleWalk(rule, start, budget).run(span, isPast, found);
+    if (!rule.count || rule.frequency > Frequency::weekly || !rule.weekdays.empty() ||
+        !rule.namesOnlyWeekdays())
+        return RuleWalk(rule, start, budget).run(span, take);
+    // The last time is known without counting up to it.
+    RecurrenceRule endless = rule;
+    endless.count.reset();
+    const seconds step = stepOf(rule.frequency, rule.interval);
+    const LocalTime last = start.local + step * std::min(*rule.count - 1, longestStep / step);
+    return RuleWalk(endless, start, budget).run({span.from, std::min(span.to, last + 1s)}, take);
 }
 
 } // namespace mivora::ical

@@ -1,7 +1,5 @@
 #include "ICalendar/Series.h"
 
-#include "ICalendar/EventLength.h"
-
 #include <algorithm>
 #include <cmath>
 #include <tuple>
@@ -19,57 +17,74 @@ constexpr std::int64_t leastWorkPerRule = 2'000;
 constexpr std::int64_t workPerTime = 20;
 constexpr std::size_t mostTimesPerSeries = 10'000;
 
-/// Whether \a left is a later version than \a right of the same component (RFC 5546, 2.1.5).
+/// Whether `left` is a later version than `right` of the same component (RFC 5546, 2.1.5).
 bool isNewer(const EventTimes &left, const EventTimes &right)
 {
     // The override of one occurrence is more to the point than one that goes on.
     const auto key = [](const EventTimes &event) {
-        return std::tuple(event.sequence, event.stamp, !event.isThisAndFuture, event.text);
+        return std::tuple(event.version.sequence, event.version.stamp, !event.isThisAndFuture, event.text);
     };
     return key(left) > key(right);
 }
 
-/// \a time in whole seconds, as far as iCalendar can write it.
+/// `time` in whole seconds, as far as iCalendar can write it.
 UtcTime nearest(Timestamp time)
 {
     return UtcTime(seconds(std::int64_t(std::clamp(time.time_since_epoch().count(), -62.2e9, 253.5e9))));
 }
 
-/// Times of a series that are named one by one: exactly, or by their day.
-class NamedTimes
+/// The zone in which `moment` is meant, `floating` when it names none.
+const Zone &zoneOf(const Moment &moment, const Zone &floating)
 {
-public:
-    void add(const Moment &moment, const Moment &seriesStart, const Zone &seriesZone)
-    {
-        if (seriesStart.value.isDate || moment.value.isDate)
-            m_days.push_back(floor<days>(moment.value.local));
-        else
-            m_times.push_back(zoneOf(moment, seriesZone).toUtc(moment.value.local));
-    }
+    return moment.zone ? *moment.zone : floating;
+}
 
-    void sort()
-    {
-        std::sort(m_days.begin(), m_days.end());
-        std::sort(m_times.begin(), m_times.end());
-    }
+// How long an occurrence lasts: with DTEND exactly as long as the first, with DURATION as many calendar days
+// (RFC 5545, 3.8.5.3). Whole days are always calendar days. Never negative.
 
-    bool contains(UtcTime time, LocalTime local) const
-    {
-        return std::binary_search(m_times.begin(), m_times.end(), time) ||
-               std::binary_search(m_days.begin(), m_days.end(), floor<days>(local));
-    }
+DurationValue notNegative(DurationValue length)
+{
+    return length.days + length.seconds < seconds(0) ? DurationValue() : length;
+}
 
-private:
-    std::vector<local_days> m_days;
-    std::vector<UtcTime> m_times;
-};
+DurationValue between(const Moment &start, const Moment &end, const Zone &floating)
+{
+    const UtcTime from = zoneOf(start, floating).toUtc(start.value.local);
+    return notNegative({days(0), zoneOf(end, zoneOf(start, floating)).toUtc(end.value.local) - from});
+}
+
+DurationValue lengthOf(const EventTimes &event, const Zone &floating)
+{
+    const DurationValue duration = event.duration.value_or(DurationValue());
+    if (event.start->value.isDate) {
+        const days length = event.end ? ceil<days>(event.end->value.local - event.start->value.local)
+                                      : duration.days + ceil<days>(duration.seconds);
+        return {std::max(length, days(1)), seconds(0)};
+    }
+    return event.end ? between(*event.start, *event.end, floating) : notNegative(duration);
+}
+
+/// When an occurrence ends that starts when a clock in `zone` shows `start`.
+UtcTime endAfter(LocalTime start, const DurationValue &length, const Zone &zone)
+{
+    const UtcTime begin = zone.toUtc(start);
+    if (length.days == days(0))
+        return begin + length.seconds;
+    return std::max(begin, zone.toUtc(start + length.days) + length.seconds);
+}
+
+/// No occurrence lasts longer: the days themselves may be a little longer than usual.
+seconds longest(const DurationValue &length)
+{
+    return length.days == days(0) ? length.seconds : length.days + length.seconds + days(2);
+}
 
 /// One time of a series, before anything overrides it.
 struct Instance
 {
     UtcTime time{};
     LocalTime local{};
-    std::optional<EventLength> ownLength;
+    std::optional<DurationValue> ownLength;
 };
 
 /// A component that overrides its occurrence and all later ones.
@@ -102,7 +117,7 @@ public:
             return {};
         for (const EventTimes *override : m_overrides)
             if (override->start && !override->isCancelled)
-                emit(*override, override->start->value.local, EventLength::of(*override, m_floating));
+                emit(*override, override->start->value.local, lengthOf(*override, m_floating));
         if (m_master)
             expandMaster();
         return std::move(m_occurrences);
@@ -145,9 +160,9 @@ private:
     {
         collectNames();
         const std::vector<Instance> instances = collectInstances();
-        const EventLength length = EventLength::of(*m_master, m_floating);
+        const DurationValue length = lengthOf(*m_master, m_floating);
         for (const Instance &instance : instances) {
-            if (m_skipped.contains(instance.time, instance.local))
+            if (isSkipped(instance))
                 continue;
             const Change *change = changeAt(instance.time);
             if (!change)
@@ -159,17 +174,32 @@ private:
 
     void collectNames()
     {
-        const Moment &start = *m_master->start;
         for (const Moment &excluded : m_master->excludedTimes)
-            m_skipped.add(excluded, start, zoneOfSeries());
+            skip(excluded);
         for (const EventTimes *override : m_overrides)
-            m_skipped.add(*override->recurrenceID, start, zoneOfSeries());
+            skip(*override->recurrenceID);
         for (const EventTimes *range : m_ranges)
             m_changes.push_back({identity(*range), range, shiftOf(*range)});
-        m_skipped.sort();
+        std::sort(m_skippedDays.begin(), m_skippedDays.end());
+        std::sort(m_skippedTimes.begin(), m_skippedTimes.end());
     }
 
-    /// By how much the clock shows another time after \a override than it did before.
+    /// Leaves out what `moment` names: one time exactly, or a day.
+    void skip(const Moment &moment)
+    {
+        if (m_master->start->value.isDate || moment.value.isDate)
+            m_skippedDays.push_back(floor<days>(moment.value.local));
+        else
+            m_skippedTimes.push_back(zoneOf(moment, zoneOfSeries()).toUtc(moment.value.local));
+    }
+
+    bool isSkipped(const Instance &instance) const
+    {
+        return std::binary_search(m_skippedTimes.begin(), m_skippedTimes.end(), instance.time) ||
+               std::binary_search(m_skippedDays.begin(), m_skippedDays.end(), floor<days>(instance.local));
+    }
+
+    /// By how much the clock shows another time after `override` than it did before.
     seconds shiftOf(const EventTimes &override) const
     {
         if (!override.start)
@@ -178,7 +208,7 @@ private:
         return override.start->value.local - localIn(zone, override, identity(override));
     }
 
-    /// What a clock of \a override's kind shows for the occurrence at \a time of the series.
+    /// What a clock of `override`'s kind shows for the occurrence at `time` of the series.
     LocalTime localIn(const Zone &zone, const EventTimes &override, UtcTime time) const
     {
         const bool keepsClock = m_master->start->value.isDate || override.start->value.isDate;
@@ -198,27 +228,28 @@ private:
         LocalTime local = localIn(zoneOf(*event.start, m_floating), event, instance.time) + change.shift;
         if (event.start->value.isDate)
             local = floor<days>(local);
-        emit(event, local, EventLength::of(event, m_floating));
+        emit(event, local, lengthOf(event, m_floating));
     }
 
     /// Where times of the master have to lie for their occurrences to reach into the window.
     LocalSpan wantedSpan() const
     {
-        seconds longest = EventLength::of(*m_master, m_floating).longest();
+        seconds longestLength = longest(lengthOf(*m_master, m_floating));
         seconds latestShift(0), earliestShift(0);
         for (const Change &change : m_changes) {
             if (change.event->start)
-                longest = std::max(longest, EventLength::of(*change.event, m_floating).longest());
+                longestLength = std::max(longestLength, longest(lengthOf(*change.event, m_floating)));
             latestShift = std::max(latestShift, change.shift);
             earliestShift = std::min(earliestShift, change.shift);
         }
-        const UtcTime from = nearest(m_context.window.from), to = nearest(m_context.window.to);
+        const UtcTime from = nearest(m_context.window.from - longestLength),
+                      to = nearest(m_context.window.to);
         const Zone &zone = zoneOfSeries();
-        return {zone.toLocal(from) - slackAt(from) - longest - latestShift,
+        return {zone.toLocal(from) - slackAt(from) - latestShift,
                 zone.toLocal(to) + slackAt(to) - earliestShift};
     }
 
-    /// How far the clock may be off around \a time: by the changes of the zone, or by those of an override.
+    /// How far the clock may be off around `time:` by the changes of the zone, or by those of an override.
     seconds slackAt(UtcTime time) const
     {
         const Zone &zone = zoneOfSeries();
@@ -243,7 +274,7 @@ private:
         return instances;
     }
 
-    void addInstance(std::vector<Instance> &instances, LocalTime local, std::optional<EventLength> length)
+    void addInstance(std::vector<Instance> &instances, LocalTime local, std::optional<DurationValue> length)
     {
         instances.push_back({zoneOfSeries().toUtc(local), local, length});
     }
@@ -258,9 +289,10 @@ private:
             local += start.local - floor<days>(start.local);
         else
             local = zoneOfSeries().toLocal(zoneOf(extra.start, zoneOfSeries()).toUtc(local));
-        std::optional<EventLength> length;
+        std::optional<DurationValue> length;
         if (!start.isDate && (extra.end || extra.duration))
-            length = EventLength::ofPeriod(extra, zoneOfSeries());
+            length =
+                extra.end ? between(extra.start, *extra.end, zoneOfSeries()) : notNegative(*extra.duration);
         addInstance(instances, local, length);
     }
 
@@ -274,12 +306,12 @@ private:
         WorkBudget budget{std::clamp(m_context.budget.left, leastWorkPerRule, workPerRule)};
         const std::int64_t given = budget.left;
         const std::size_t most = instances.size() + mostTimesPerSeries;
-        const auto isPast = [&](LocalTime time) {
-            return isAfterUntil(rule, time) || instances.size() >= most;
-        };
-        const Expansion result = expandRule(rule, start, wantedSpan(), budget, isPast, [&](LocalTime time) {
+        const Expansion result = expandRule(rule, start, wantedSpan(), budget, [&](LocalTime time) {
+            if (isAfterUntil(rule, time) || instances.size() >= most)
+                return false;
             budget.spend(workPerTime);
             addInstance(instances, time, std::nullopt);
+            return true;
         });
         m_context.budget.spend(given - budget.left);
         if (result == Expansion::cutShort || instances.size() >= most)
@@ -297,10 +329,10 @@ private:
         return until.isUtc ? zoneOfSeries().toUtc(time) > asUtc(until.local) : time > until.local;
     }
 
-    void emit(const EventTimes &event, LocalTime local, const EventLength &length)
+    void emit(const EventTimes &event, LocalTime local, const DurationValue &length)
     {
         const Zone &zone = zoneOf(*event.start, m_floating);
-        const SeriesTime occurrence{&event, zone.toUtc(local), length.endAfter(local, zone)};
+        const SeriesTime occurrence{&event, zone.toUtc(local), endAfter(local, length, zone)};
         const Timestamp from = m_context.window.from, to = m_context.window.to;
         if (occurrence.start < to &&
             (occurrence.end > from || (occurrence.end == occurrence.start && occurrence.start >= from)))
@@ -313,7 +345,8 @@ private:
     std::vector<const EventTimes *> m_overrides;
     /// Those that stand for all later occurrences as well, in order of time.
     std::vector<const EventTimes *> m_ranges;
-    NamedTimes m_skipped;
+    std::vector<local_days> m_skippedDays;
+    std::vector<UtcTime> m_skippedTimes;
     std::vector<Change> m_changes;
     std::vector<SeriesTime> m_occurrences;
 };
