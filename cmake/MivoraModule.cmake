@@ -166,7 +166,7 @@ function(mivora_fuzz name)
     add_dependencies(fuzz_tests ${name})
     set(found ${CMAKE_BINARY_DIR}/corpus/${name})
     file(MAKE_DIRECTORY ${found})
-    add_test(NAME ${name} COMMAND ${name} -max_total_time=10 -timeout=10 -rss_limit_mb=2048 ${found}
+    add_test(NAME ${name} COMMAND ${name} -max_total_time=5 -timeout=10 -rss_limit_mb=2048 ${found}
                                   ${CMAKE_CURRENT_SOURCE_DIR}/${arg_CORPUS})
     set_tests_properties(${name} PROPERTIES TIMEOUT 120 LABELS fuzz)
 endfunction()
