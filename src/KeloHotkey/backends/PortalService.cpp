@@ -2,7 +2,6 @@
 
 #include "KeloHotkey/VirtualKeys.h"
 #include "KeloHotkey/backends/PortalShortcut.h"
-#include "Platform/linux/BusCall.h"
 
 #include <QDBusObjectPath>
 #include <algorithm>
@@ -30,20 +29,11 @@ PortalService::~PortalService()
 
 void PortalService::probe()
 {
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        portalService, portalPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
-    call << shortcutsInterface << QStringLiteral("version");
-    mivora::callBus<QDBusVariant>(
-        m_bus, call, this, [this](const QDBusPendingReply<QDBusVariant> &version) { probed(version); });
-}
-
-void PortalService::probed(const QDBusPendingCall &version)
-{
-    if (!version.isError())
-        return setPeer(PortalPeer{m_bus, version.reply().service()});
-    setPeer(std::nullopt);
-    if (!std::exchange(m_hasAdvised, true))
-        m_purpose.logAdvice();
+    mivora::findPortal(m_bus, shortcutsInterface, this, [this](const std::optional<PortalPeer> &peer) {
+        setPeer(peer);
+        if (!peer && !std::exchange(m_hasAdvised, true))
+            m_purpose.logAdvice();
+    });
 }
 
 void PortalService::setPeer(std::optional<PortalPeer> peer)

@@ -7,8 +7,6 @@
 #include <map>
 #include <optional>
 
-class QDBusPendingCall;
-
 namespace kelo {
 
 class PortalShortcut;
@@ -39,7 +37,6 @@ private Q_SLOTS:
 
 private:
     void probe();
-    void probed(const QDBusPendingCall &version);
     void setPeer(std::optional<mivora::PortalPeer> peer);
     void portalOwnerChanged(const QString &owner);
 

@@ -1,7 +1,6 @@
 #include "Platform/linux/PortalLoginItem.h"
 
 #include "Platform/SystemLog.h"
-#include "Platform/linux/BusCall.h"
 #include "Platform/linux/PortalRequest.h"
 
 #include <QFile>
@@ -19,17 +18,13 @@ bool PortalLoginItem::isNeeded()
     return QFile::exists(QStringLiteral("/.flatpak-info"));
 }
 
-// Its version is asked for first, which starts the portal and tells its unique name.
 std::optional<QString> PortalLoginItem::setEnabled(bool enabled)
 {
-    auto call = QDBusMessage::createMethodCall(
-        portalService, portalPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
-    call << backgroundInterface << QStringLiteral("version");
-    callBus<QDBusVariant>(m_bus, call, this, [this, enabled](const QDBusPendingReply<QDBusVariant> &version) {
-        if (version.isError())
-            answered(false, enabled);
+    findPortal(m_bus, backgroundInterface, this, [this, enabled](const std::optional<PortalPeer> &portal) {
+        if (portal)
+            request(*portal, enabled);
         else
-            request({m_bus, version.reply().service()}, enabled);
+            answered(false, enabled);
     });
     return std::nullopt;
 }

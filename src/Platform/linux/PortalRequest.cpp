@@ -13,6 +13,28 @@ QDBusMessage PortalPeer::call(const QString &path, const QString &interface, con
     return QDBusMessage::createMethodCall(name, path, interface, method);
 }
 
+// Its version is asked for first, which starts it. Who answers is asked for by itself: Qt 6.8 doesn't tell
+// the sender of a reply.
+void findPortal(const QDBusConnection &bus, const QString &interface, QObject *context,
+                std::function<void(std::optional<PortalPeer>)> found)
+{
+    auto version = QDBusMessage::createMethodCall(
+        portalService, portalPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    version << interface << QStringLiteral("version");
+    const auto owned = [bus, found](const QDBusPendingReply<QString> &owner) {
+        found(owner.isError() ? std::nullopt : std::optional(PortalPeer{bus, owner.value()}));
+    };
+    callBus<QDBusVariant>(bus, version, context, [=](const QDBusPendingReply<QDBusVariant> &answer) {
+        if (answer.isError())
+            return found(std::nullopt);
+        const QString daemon = QStringLiteral("org.freedesktop.DBus");
+        auto owner = QDBusMessage::createMethodCall(daemon, QStringLiteral("/org/freedesktop/DBus"), daemon,
+                                                    QStringLiteral("GetNameOwner"));
+        owner << portalService;
+        callBus<QString>(bus, owner, context, owned);
+    });
+}
+
 PortalRequest::PortalRequest(const PortalPeer &peer, QObject *parent)
     : QObject(parent), m_peer(peer), m_token(newToken())
 {
