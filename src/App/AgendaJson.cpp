@@ -1,7 +1,7 @@
 #include "App/AgendaJson.h"
 
 #include "App/commands/Rfc3339.h"
-#include "JoinPanel/PanelText.h"
+#include "JoinPanel/JoinPanelModel.h"
 #include "MeetingTexts/MeetingTexts.h"
 #include "Preferences/Preferences.h"
 #include "Scheduling/Scheduler.h"

@@ -4,6 +4,7 @@
 #include "Calendar/desktop/DesktopStore.h"
 #include "Calendar/folder/CalendarRoots.h"
 #include "Calendar/folder/FolderStore.h"
+#include "ICalendar/CalendarText.h"
 #include "Platform/DefaultsStore.h"
 #include "Preferences/Settings.h"
 
@@ -14,8 +15,10 @@ namespace {
 std::vector<std::string> ownAddresses(const DefaultsStore &defaults)
 {
     std::vector<std::string> addresses;
-    for (const QString &address : storedList(defaults, settingsKey::addresses))
-        addresses.push_back(address.trimmed().toLower().toStdString());
+    for (const QString &written : storedList(defaults, settingsKey::addresses)) {
+        if (std::string address = ical::mailAddress(written.toStdString()); !address.empty())
+            addresses.push_back(std::move(address));
+    }
     return addresses;
 }
 

@@ -1,6 +1,5 @@
 #include "JoinPanel/JoinPanelController.h"
 
-#include "JoinPanel/CornerPlacement.h"
 #include "KeloHotkey/VirtualKeys.h"
 #include "KeloPanel/Screens.h"
 #include "KeloPanel/backends/PanelBackend.h"
@@ -15,6 +14,7 @@ namespace mivora {
 namespace {
 
 constexpr QSize contentSize(380, 150);
+constexpr double cornerMargin = 12;
 
 struct PanelKey
 {
@@ -31,6 +31,15 @@ constexpr std::array panelKeys{
 };
 
 } // namespace
+
+QPointF cornerOrigin(PanelCorner corner, const QRectF &visibleFrame, const QSizeF &panel)
+{
+    const bool isLeft = corner == PanelCorner::topLeft || corner == PanelCorner::bottomLeft;
+    const bool isTop = corner == PanelCorner::topLeft || corner == PanelCorner::topRight;
+    return {isLeft ? visibleFrame.left() + cornerMargin : visibleFrame.right() - panel.width() - cornerMargin,
+            isTop ? visibleFrame.top() + cornerMargin
+                  : visibleFrame.bottom() - panel.height() - cornerMargin};
+}
 
 JoinPanelController::JoinPanelController(const Preferences &prefs, kelo::ViewLoader &views,
                                          const JoinPanelActions &actions, Timestamp now,

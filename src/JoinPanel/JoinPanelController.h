@@ -3,8 +3,10 @@
 #include "JoinPanel/JoinNotification.h"
 #include "JoinPanel/JoinPanelModel.h"
 #include "KeloPanel/FloatingPanelController.h"
+#include "Preferences/PanelCorner.h"
 
 #include <QObject>
+#include <QRectF>
 #include <functional>
 
 namespace kelo {
@@ -14,6 +16,10 @@ class ViewLoader;
 namespace mivora {
 
 class Preferences;
+
+/// Where the top left corner of a panel's window lies that stands in a corner of the screen's free area, 12
+/// logical pixels from its edges. The window includes the room for the shadow. y grows downwards.
+QPointF cornerOrigin(PanelCorner corner, const QRectF &visibleFrame, const QSizeF &panel);
 
 /// What the panel's buttons and keys do with the meeting on show.
 struct JoinPanelActions

@@ -250,7 +250,7 @@ protected:
 
 TEST_F(WholeDayTest, showsAndOpensWhatIsRightAndLeavesNothingBehind)
 {
-    constexpr std::size_t growthAllowed = 100'000;
+    constexpr std::size_t growthAllowed = 256 * 1024;
     liveTheStory();
     // What is made once for the whole process is there by now.
     liveTheStory();

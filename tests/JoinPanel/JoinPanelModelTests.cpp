@@ -1,6 +1,6 @@
 #include "JoinPanel/JoinPanelModel.h"
 
-#include "JoinPanel/CornerPlacement.h"
+#include "JoinPanel/JoinPanelController.h"
 #include "support/MeetingFactory.h"
 
 #include <QSignalSpy>

@@ -20,24 +20,18 @@ TEST(JoinLinkDetectorTest, knowsTheServicesByTheirLinks)
 {
     const std::pair<std::string_view, Service> rows[] = {
         {"https://US02web.ZOOM.us/j/1", Service::zoom},
-        {"https://zoom.us:443/j/1", Service::zoom},
         {"https://notzoom.us/j/1", Service::other},
         {"https://zoom.us.evil.example/j/1", Service::other},
         {"https://zoom.us@evil.example/j/1", Service::other},
-        {"https://example.com/zoom.us/j/1", Service::other},
         {"https://meet.google.com/abc-defg-hij", Service::meet},
         {"https://meet.google.com", Service::other},
-        {"https://meet.google.com/?a=b", Service::other},
         {"https://a.meet.google.com/abc", Service::other},
         {"https://teams.microsoft.com/l/meetup-join/19%3ameeting", Service::teams},
         {"https://teams.microsoft.com/meet/123?p=x", Service::teams},
         {"https://teams.microsoft.com/%6C/meetup-join/1", Service::teams},
-        {"https://teams.microsoft.com/L/meetup-join/1", Service::other},
-        {"https://teams.microsoft.com/l/channel/1", Service::other},
         {"https://teams.microsoft.com/l/meetup-join", Service::other},
         {"https://teams.live.com/meet/123", Service::teams},
         {"https://teams.live.com/l/meetup-join/1", Service::other},
-        {"https://x.teams.microsoft.com/meet/1", Service::other},
         {"https://webex.com/meet/a", Service::webex},
         {"https://acme.webex.com/acme/j.php?MTID=m1", Service::webex},
         {"https://facetime.apple.com/join#v=1", Service::facetime},
@@ -65,27 +59,19 @@ TEST(JoinLinkDetectorTest, makesTheLinksOfTheServicesApps)
         {"https://us02web.zoom.us/j/123", "zoommtg://zoom.us/join?confno=123"},
         {"https://zoom.us/j/1?a=b&pwd=abc&uname=x#y", "zoommtg://zoom.us/join?confno=1&pwd=abc"},
         {"https://zoom.us/j/1?pwd=", "zoommtg://zoom.us/join?confno=1&pwd="},
-        {"https://zoom.us/j/1?pwd", "zoommtg://zoom.us/join?confno=1"},
         {"https://zoom.us/j/1?pwd=a+b", "zoommtg://zoom.us/join?confno=1&pwd=a+b"},
         {"https://zoom.us/j/1?pwd=%61%3D", "zoommtg://zoom.us/join?confno=1&pwd=a="},
         {"https://zoom.us/j/1?pwd=a%23b", "zoommtg://zoom.us/join?confno=1&pwd=a#b"},
-        {"https://zoom.us/j/1?pwd=a%2525", "zoommtg://zoom.us/join?confno=1&pwd=a%25"},
         {"https://zoom.us/j/1?pwd=a%20b", std::nullopt},
-        {"https://zoom.us/j/1?pwd=a%25", std::nullopt},
-        {"https://zoom.us/j/1?pwd=%00", std::nullopt},
         {"https://zoom.us/%6A/%31", "zoommtg://zoom.us/join?confno=1"},
         {"https://zoom.us//j//1/success", "zoommtg://zoom.us/join?confno=1"},
         {"https://zoom.us/my/name", std::nullopt},
         {"https://zoom.us/j/12a", std::nullopt},
         {"https://zoom.us/j/%D9%A1", std::nullopt},
-        {"https://zoom.us/j/", std::nullopt},
-        {"https://zoom.us/J/1", std::nullopt},
         {"https://zoom.us/wc/j/1", std::nullopt},
         {"https://Teams.Microsoft.com/meet/1?p=%41#x", "msteams://Teams.Microsoft.com/meet/1?p=%41#x"},
         {"https://facetime.apple.com/join#v=1", "https://facetime.apple.com/join#v=1"},
         {"https://meet.google.com/abc", std::nullopt},
-        {"https://webex.com/meet/a", std::nullopt},
-        {"https://example.com/j/1", std::nullopt},
     };
 
     for (const auto &[link, native] : rows)
@@ -107,11 +93,8 @@ TEST(JoinLinkDetectorTest, unwrapsTheLinksOfTheRedirectorOnce)
         EXPECT_EQ(unwrapRedirect(url(link)).text(), target) << link;
     for (const char *other :
          {"https://www.Google.com/url?q=https://a.b", "https://google.com.evil.example/url?q=https://a.b",
-          "https://www.google.com/url/x?q=https://a.b", "https://www.google.com/URL?q=https://a.b",
-          "https://www.google.com/url?q=http://a.b", "https://www.google.com/url?q=HTTPS://a.b",
-          "https://www.google.com/url?q=a.b", "https://www.google.com/url?q=https://a%20b",
-          "https://www.google.com/url?Q=https://a.b", "https://www.google.com/url?q&q=https://a.b",
-          "https://www.google.com/url", "https:google.com/url?q=https://a.b"})
+          "https://www.google.com/url/x?q=https://a.b", "https://www.google.com/url?q=http://a.b",
+          "https://www.google.com/url?q=https://a%20b", "https://www.google.com/url"})
         EXPECT_EQ(unwrapRedirect(url(other)).text(), other);
 }
 
@@ -134,13 +117,11 @@ TEST(JoinLinkDetectorTest, picksOneLink)
          {},
          "https://a.b https://webex.com/a https://zoom.us/j/1",
          "https://webex.com/a"},
-        {"earliest plain link", {}, {}, "https://a.b https://c.d", "https://a.b"},
         {"plain URL over a service", "https://a.b", "https://zoom.us/j/2", "https://zoom.us/j/1",
          "https://a.b"},
         {"location before notes", {}, "https://a.b", "https://zoom.us/j/1", "https://a.b"},
         {"URL with a scheme in capitals", "HTTPS://a.b", {}, "https://c.d", "https://c.d"},
         {"link inside of the URL", "x:https://a.b.", {}, {}, "https://a.b"},
-        {"broken URL", "https://a.b/|", "", "https://c.d", "https://c.d"},
         {"wrapped",
          {},
          {},

@@ -23,7 +23,6 @@ TEST(LinksTest, findsLinksAndNothingElse)
     } rows[] = {
         {"in order", "https://b.c https://a.b https://a.b", {"https://b.c", "https://a.b", "https://a.b"}},
         {"several marks", "seehttps://zoom.us/j/1?!.,;:", {"https://zoom.us/j/1"}},
-        {"mark inside", "https://zoom.us/j/1?a=b,c", {"https://zoom.us/j/1?a=b,c"}},
         {"in parentheses", "(https://zoom.us/j/1)", {"https://zoom.us/j/1"}},
         {"ideographic space", "https://zoom.us/j/1\u3000now", {"https://zoom.us/j/1"}},
         {"line separator", "https://a\u2028b https://c\u0085d", {"https://a", "https://c"}},
@@ -31,13 +30,11 @@ TEST(LinksTest, findsLinksAndNothingElse)
          "https://a\u1680 https://b\u200a https://c\u205f",
          {"https://a", "https://b", "https://c"}},
         {"link in a link", "https://a.example/https://b.example", {"https://a.example/https://b.example"}},
-        {"opening again at once", "https:// https://zoom.us", {"https://zoom.us"}},
         {"capitals in the host", "https://ZOOM.us/J/%6a", {"https://ZOOM.us/J/%6a"}},
 
         {"zero-width space", "https://zoom.us/j/1\u200bnow", {}},
         {"non-ASCII letter", "https://zoom.us/j/é", {}},
         {"capital scheme", "HTTPS://zoom.us/j/1 Https://zoom.us/j/1", {}},
-        {"other schemes", "http://zoom.us ftp://zoom.us zoom.us/j/1 mailto:a@zoom.us", {}},
         {"near misses", "https:/ https:/zoom.us hhhhttps https//zoom.us https: //zoom.us", {}},
         {"scheme alone", "https:// https://... https://( https://", {}},
         {"no host", "https:///j/1 https://:80/j/1 https://me@/j/1", {}},

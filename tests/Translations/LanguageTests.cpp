@@ -1,4 +1,4 @@
-#include "JoinPanel/PanelText.h"
+#include "JoinPanel/JoinPanelModel.h"
 #include "MeetingTexts/MeetingTexts.h"
 #include "Settings/SettingsRouter.h"
 #include "StatusBar/StatusMenu.h"
