@@ -20,20 +20,31 @@ QTimeZone zoneOfRule(QByteArray rule)
     return QTimeZone(rule);
 }
 
+/// The zone that a file of the zone database, or a copy of one, holds.
+QTimeZone zoneOfFile(const QDir &zones, const QString &path)
+{
+    const QTimeZone zone(zones.relativeFilePath(QFileInfo(path).canonicalFilePath()).toLocal8Bit());
+    QFile file(path);
+    if (zone.isValid() || !file.open(QFile::ReadOnly))
+        return zone;
+    // Qt may refuse names that lead out of its folder. The file's last line is the rule of today (RFC
+    // 8536, 3.3).
+    const QByteArray content = file.readAll().trimmed();
+    return QTimeZone(content.mid(content.lastIndexOf('\n') + 1));
+}
+
 QTimeZone zoneOfEnvironment()
 {
+    if (!qEnvironmentVariableIsSet("TZ"))
+        return QTimeZone::systemTimeZone();
     QByteArray name = qgetenv("TZ");
     if (name.startsWith(':'))
         name.remove(0, 1);
-    if (name.isEmpty())
-        return QTimeZone::systemTimeZone();
     const QDir zones(QStringLiteral("/usr/share/zoneinfo"));
     const QString path = zones.filePath(QString::fromLocal8Bit(name));
     if (!QFileInfo(path).isFile())
-        return zoneOfRule(name);
-    return QDir::isAbsolutePath(QString::fromLocal8Bit(name))
-               ? QTimeZone(zones.relativeFilePath(QFileInfo(path).canonicalFilePath()).toLocal8Bit())
-               : QTimeZone(name);
+        return name.isEmpty() ? QTimeZone::utc() : zoneOfRule(name);
+    return name.startsWith('/') ? zoneOfFile(zones, path) : QTimeZone(name);
 }
 
 } // namespace

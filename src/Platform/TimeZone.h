@@ -7,7 +7,8 @@
 namespace mivora {
 
 /// The zone that the C library takes the environment's TZ for: a zone's name, a zone file's path, or a POSIX
-/// rule, in which "UTC-5" lies five hours east. The system's zone without TZ; UTC when TZ is none of these.
+/// rule, in which "UTC-5" lies five hours east. The system's zone without TZ; UTC when TZ is empty or none of
+/// these.
 QTimeZone userTimeZone();
 
 /// The first instant of \a day in \a zone: the first of two midnights, and the end of the gap where clocks

@@ -134,6 +134,7 @@ TEST_F(SchedulerDays, theZoneOfTheEnvironmentIsReadAsTheCLibraryReadsIt)
           {":UTC3:30", "2026-03-11T00:00:00-03:30"},
           {"EST5EDT4", "2026-03-11T00:00:00-04:00"}, // in summer since the second Sunday of March
           {"CET-1CEST,M3.5.0,M10.5.0/3", "2026-03-11T00:00:00+01:00"},
+          {"", "2026-03-11T00:00:00Z"},
           {"Nowhere", "2026-03-11T00:00:00Z"}}) {
         qputenv("TZ", zone);
         clock.time = at("2026-03-10T06:00:00Z");
