@@ -32,8 +32,8 @@ constexpr std::chrono::milliseconds answerMargin{1'500};
 
 } // namespace
 
-AppDelegate::AppDelegate(AppParts parts, QObject *parent)
-    : QObject(parent), m_parts(std::move(parts)), m_prefs(m_parts.defaults, m_parts.loginItem),
+AppDelegate::AppDelegate(AppParts parts)
+    : m_parts(std::move(parts)), m_prefs(m_parts.defaults, m_parts.loginItem),
       m_source(std::move(m_parts.store)), m_installed(m_parts.workspace), m_appearance(m_parts.bus),
       m_views(m_appearance), m_updater(makeUpdater(m_views, m_parts.workspace)),
       m_toast(m_views, m_parts.bus)

@@ -60,7 +60,7 @@ class AppDelegate final : public QObject
 public:
     static constexpr int tickMilliseconds = 30'000;
 
-    explicit AppDelegate(AppParts parts, QObject *parent = nullptr);
+    explicit AppDelegate(AppParts parts);
     ~AppDelegate() override;
 
     /// Builds everything, in order, and starts: status item, shortcut, first refresh, timer.

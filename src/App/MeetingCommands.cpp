@@ -10,9 +10,8 @@
 namespace mivora {
 
 MeetingCommands::MeetingCommands(Scheduler &scheduler, const Preferences &prefs,
-                                 const InstalledApps &installed, Workspace &workspace, Pasteboard &pasteboard,
-                                 QObject *parent)
-    : QObject(parent), m_scheduler(scheduler), m_prefs(prefs), m_installed(installed), m_workspace(workspace),
+                                 const InstalledApps &installed, Workspace &workspace, Pasteboard &pasteboard)
+    : m_scheduler(scheduler), m_prefs(prefs), m_installed(installed), m_workspace(workspace),
       m_pasteboard(pasteboard)
 {
 }

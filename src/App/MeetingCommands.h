@@ -21,7 +21,7 @@ class MeetingCommands final : public QObject
 
 public:
     MeetingCommands(Scheduler &scheduler, const Preferences &prefs, const InstalledApps &installed,
-                    Workspace &workspace, Pasteboard &pasteboard, QObject *parent = nullptr);
+                    Workspace &workspace, Pasteboard &pasteboard);
 
     /// Opens the meeting's link and remembers that it was joined, also when opening fails then. Does nothing
     /// for a meeting without a link.

@@ -43,7 +43,7 @@ PanelText panelText(const std::optional<Meeting> &meeting, Timestamp now)
     return text;
 }
 
-JoinPanelModel::JoinPanelModel(Timestamp now, QObject *parent) : QObject(parent), m_now(now) {}
+JoinPanelModel::JoinPanelModel(Timestamp now) : m_now(now) {}
 
 void JoinPanelModel::join() const
 {

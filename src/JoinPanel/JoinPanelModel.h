@@ -47,7 +47,7 @@ class JoinPanelModel final : public QObject
 
 public:
     /// Has no meeting at first.
-    explicit JoinPanelModel(Timestamp now, QObject *parent = nullptr);
+    explicit JoinPanelModel(Timestamp now);
 
     /// Calls the action if it is set.
     Q_INVOKABLE void join() const;

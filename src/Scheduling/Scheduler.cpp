@@ -36,8 +36,8 @@ PanelRules panelRules(const Preferences &prefs)
 
 } // namespace
 
-Scheduler::Scheduler(EventSource &source, const Preferences &prefs, const Clock &clock, QObject *parent)
-    : QObject(parent), m_source(source), m_prefs(prefs), m_clock(clock)
+Scheduler::Scheduler(EventSource &source, const Preferences &prefs, const Clock &clock)
+    : m_source(source), m_prefs(prefs), m_clock(clock)
 {
 }
 

@@ -26,7 +26,7 @@ public:
     static constexpr Seconds snoozeLength{60};
 
     /// Fetches nothing until the first refresh(). The three must outlive the scheduler.
-    Scheduler(EventSource &source, const Preferences &prefs, const Clock &clock, QObject *parent = nullptr);
+    Scheduler(EventSource &source, const Preferences &prefs, const Clock &clock);
 
     /// Recomputes all state from the calendars and settings, then calls the callbacks. Not re-entrant: called
     /// from a callback or a slot of changed() it asserts in debug builds and is queued in release builds.

@@ -8,9 +8,8 @@
 namespace mivora {
 
 StatusController::StatusController(const Scheduler &scheduler, const Preferences &prefs,
-                                   const QDBusConnection &bus, std::function<void(kelo::Menu &)> buildMenu,
-                                   QObject *parent)
-    : QObject(parent), m_scheduler(scheduler), m_prefs(prefs), m_item(QStringLiteral("app.kelo.Mivora"), bus)
+                                   const QDBusConnection &bus, std::function<void(kelo::Menu &)> buildMenu)
+    : m_scheduler(scheduler), m_prefs(prefs), m_item(QStringLiteral("app.kelo.Mivora"), bus)
 {
     m_item.setIcon(QStringLiteral("calendar.badge.clock"), QStringLiteral("Mivora"));
     m_item.menuNeedsUpdate = std::move(buildMenu);

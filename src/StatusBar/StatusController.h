@@ -4,7 +4,6 @@
 #include "Meetings/CalendarInfo.h"
 #include "Meetings/Timestamp.h"
 
-#include <QObject>
 #include <functional>
 
 namespace mivora {
@@ -13,15 +12,13 @@ class Preferences;
 class Scheduler;
 
 /// The application's status item: shows the scheduler's next meeting, and opens the menu. Main thread only.
-class StatusController final : public QObject
+class StatusController final
 {
-    Q_OBJECT
-
 public:
     /// `buildMenu` fills the menu, which is empty, each time that it opens. Scheduler and preferences must
     /// outlive the controller.
     StatusController(const Scheduler &scheduler, const Preferences &prefs, const QDBusConnection &bus,
-                     std::function<void(kelo::Menu &)> buildMenu, QObject *parent = nullptr);
+                     std::function<void(kelo::Menu &)> buildMenu);
 
     /// Sets title, icon and tool tip to what they are at `now`.
     void update(Timestamp now, CalendarAuthorization authorization);

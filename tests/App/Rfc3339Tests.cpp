@@ -13,14 +13,12 @@ TEST(Rfc3339, readsTimesWithAnOffsetAlone)
         {"2026-03-10T09:00:00-03:30", 1773145800},
         {"2016-12-31T23:59:60Z", 1483228800},
         {"2026-03-10T09:00:00", std::nullopt},
-        {"2026-03-10", std::nullopt},
         {"2026-02-29T00:00:00Z", std::nullopt},
         {"2026-03-10T24:00:00Z", std::nullopt},
         {"2026-03-10T09:00:61Z", std::nullopt},
         {"2026-03-10T09:00:00+24:00", std::nullopt},
         {"2026-03-10T09:00:00Z\n", std::nullopt},
         {"2026-03-10T09:00:00.Z", std::nullopt},
-        {"", std::nullopt},
     };
     for (const auto &[text, seconds] : cases) {
         const auto time = timestampFromRfc3339(text);
@@ -35,7 +33,6 @@ TEST(Rfc3339, writesTheOffsetOfTheZoneAtThatTime)
         {"Europe/Berlin", 1774746000, "2026-03-29T03:00:00+02:00"},
         {"America/St_Johns", 0, "1969-12-31T20:30:00-03:30"},
         {"Europe/Berlin", 253402300799, "9999-12-31T23:59:59+00:00"},
-        {"America/New_York", 253402318800, "9999-12-31T23:59:59+00:00"},
         {"Asia/Kathmandu", 1773136800.25, "2026-03-10T15:45:00.250+05:45"},
     };
     for (const auto &[zone, seconds, text] : cases)
