@@ -11,11 +11,11 @@ namespace {
 
 constexpr std::size_t mostProblems = 100;
 
-constexpr double day = 86'400;
+constexpr double secondsPerDay = 86'400;
 /// Offsets stay below a day.
 constexpr double zoneMargin = 26 * 3'600;
 /// In a series the zones of start, end and UNTIL add up.
-constexpr double seriesMargin = 5 * day;
+constexpr double seriesMargin = 5 * secondsPerDay;
 
 double secondsOf(const TimeValue &time)
 {
@@ -25,7 +25,7 @@ double secondsOf(const TimeValue &time)
 /// How long an event lasts, at most.
 double longestLength(const EventLines &event, const TimeValue &start, std::string &buffer)
 {
-    const double wholeDay = start.isDate ? day : 0;
+    const double wholeDay = start.isDate ? secondsPerDay : 0;
     double length = 0;
     if (!event.end.empty())
         if (const auto end = parseTime(ContentLine::parse(event.end, buffer).value))
@@ -43,7 +43,7 @@ double countedSpan(const RecurrenceRule &rule)
     const bool isDaily = rule.frequency == Frequency::daily && rule.weekdays.empty();
     if (!rule.count || !(isWeekly || isDaily) || !rule.namesOnlyWeekdays())
         return DateBounds().latest;
-    return (isWeekly ? 7 : 1) * day * double(rule.interval) * double(*rule.count);
+    return (isWeekly ? 7 : 1) * secondsPerDay * double(rule.interval) * double(*rule.count);
 }
 
 /// When the last occurrence starts of a series that starts at `start`, at the latest. A rule that can't be
@@ -52,7 +52,7 @@ double lastStart(std::string_view line, double start, std::string &buffer)
 {
     const auto rule = RecurrenceRule::parse(ContentLine::parse(line, buffer).value);
     if (rule && rule->until)
-        return std::max(start, secondsOf(*rule->until) + day);
+        return std::max(start, secondsOf(*rule->until) + secondsPerDay);
     return start + (rule ? countedSpan(*rule) : DateBounds().latest);
 }
 
@@ -64,8 +64,8 @@ void extendByTimes(DateBounds &bounds, std::string_view list, double length)
             bounds = DateBounds();
             return;
         }
-        bounds.earliest = std::min(bounds.earliest, secondsOf(*time) - day - seriesMargin);
-        bounds.latest = std::max(bounds.latest, secondsOf(*time) + day + length + seriesMargin);
+        bounds.earliest = std::min(bounds.earliest, secondsOf(*time) - secondsPerDay - seriesMargin);
+        bounds.latest = std::max(bounds.latest, secondsOf(*time) + secondsPerDay + length + seriesMargin);
     }
 }
 

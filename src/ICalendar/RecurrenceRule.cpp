@@ -51,8 +51,8 @@ constexpr std::pair<std::string_view, Frequency> frequencies[] = {
     {"YEARLY", Frequency::yearly},
 };
 
-constexpr std::pair<std::string_view, unsigned> days[] = {{"SU", 0}, {"MO", 1}, {"TU", 2}, {"WE", 3},
-                                                          {"TH", 4}, {"FR", 5}, {"SA", 6}};
+constexpr std::pair<std::string_view, unsigned> weekdayNames[] = {{"SU", 0}, {"MO", 1}, {"TU", 2}, {"WE", 3},
+                                                                  {"TH", 4}, {"FR", 5}, {"SA", 6}};
 
 constexpr std::pair<std::string_view, Skip> skips[] = {
     {"OMIT", Skip::omit}, {"BACKWARD", Skip::backward}, {"FORWARD", Skip::forward}};
@@ -65,7 +65,7 @@ void fillWeekdays(std::vector<RecurrenceRule::Weekday> &weekdays, std::string_vi
         const std::string_view ordinal = withoutBlanks(text.substr(0, nameAt));
         const auto number = ordinal.empty() ? 0 : numberIn(ordinal, -366, 366);
         RecurrenceRule::Weekday weekday{number.value_or(0)};
-        if (number && choose(weekday.day, text.substr(nameAt), days))
+        if (number && choose(weekday.day, text.substr(nameAt), weekdayNames))
             weekdays.push_back(weekday);
     }
 }
@@ -109,7 +109,7 @@ constexpr Part parts[] = {
     {"INTERVAL", [](auto &rule, auto text) { rule.interval = countIn(text).value_or(1); }},
     {"COUNT", [](auto &rule, auto text) { rule.count = countIn(text); }},
     {"UNTIL", [](auto &rule, auto text) { rule.until = untilIn(text); }},
-    {"WKST", [](auto &rule, auto text) { choose(rule.weekStart, text, days); }},
+    {"WKST", [](auto &rule, auto text) { choose(rule.weekStart, text, weekdayNames); }},
     {"BYMONTH", [](auto &rule, auto text) { fill(rule.months, text, 1, 12); }},
     {"BYMONTHDAY", [](auto &rule, auto text) { fill(rule.monthDays, text, 1, 31); }},
     {"BYYEARDAY", [](auto &rule, auto text) { fill(rule.yearDays, text, 1, 366); }},

@@ -151,8 +151,8 @@ private:
             if (std::exchange(last, time) != time)
                 m_overrides.push_back(override);
             // One of a single occurrence leaves those after it as they are.
-            if (override->isThisAndFuture && std::exchange(lastRange, time) != time)
-                m_ranges.push_back(override);
+            if (m_master && override->isThisAndFuture && std::exchange(lastRange, time) != time)
+                m_changes.push_back({time, override, shiftOf(*override)});
         }
     }
 
@@ -178,8 +178,6 @@ private:
             skip(excluded);
         for (const EventTimes *override : m_overrides)
             skip(*override->recurrenceID);
-        for (const EventTimes *range : m_ranges)
-            m_changes.push_back({identity(*range), range, shiftOf(*range)});
         std::sort(m_skippedDays.begin(), m_skippedDays.end());
         std::sort(m_skippedTimes.begin(), m_skippedTimes.end());
     }
@@ -343,10 +341,9 @@ private:
     const Zone &m_floating;
     const EventTimes *m_master = nullptr;
     std::vector<const EventTimes *> m_overrides;
-    /// Those that stand for all later occurrences as well, in order of time.
-    std::vector<const EventTimes *> m_ranges;
     std::vector<local_days> m_skippedDays;
     std::vector<UtcTime> m_skippedTimes;
+    /// In order of time.
     std::vector<Change> m_changes;
     std::vector<SeriesTime> m_occurrences;
 };
