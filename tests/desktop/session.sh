@@ -25,7 +25,7 @@ finish() {
     for process in $(timeout 10 grep -lzx "HOME=$home" /proc/[0-9]*/environ | cut -d/ -f3); do
         [ "$process" -eq $$ ] || kill -KILL "$process"
     done
-    [ "$status" -eq 0 ] || [ "$status" -eq 77 ] || cat "$run/log" >&3
+    [ "$status" -eq 0 ] || [ "$status" -eq 77 ] || cat "$run"/{log,printed} >&3
     wait
     # Of a test that has mounts of its own.
     for folder in "$run/hanging" "$home/config" "$home/state"; do umount -l "$folder"; done

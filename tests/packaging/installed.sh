@@ -41,7 +41,6 @@ activate() {
     gdbus call --session -d org.freedesktop.DBus -o / -m org.freedesktop.DBus.ReloadConfig
     request Activate {} || fail "the bus starts the program"
     await in_tray || fail "it is in the tray"
-    sleep 1
     ! shows_settings General || fail "the start opens no settings"
     request Activate {}
     await shows_settings General || fail "being started again opens them"
