@@ -17,23 +17,18 @@ Item {
         anchors { left: parent.left; right: parent.right; top: parent.top; margins: 20 }
         spacing: 8
 
-        Text {
+        Label {
             width: parent.width
             text: root.alert.message
-            textFormat: Text.PlainText
             wrapMode: Text.Wrap
-            color: Appearance.colors.label
-            font { pixelSize: Math.round(15 * Appearance.textScale); weight: Font.DemiBold }
-            Accessible.ignored: true
+            size: 15
+            font.weight: Font.DemiBold
         }
-        Text {
+        Label {
             width: parent.width
             text: root.alert.informativeText
-            textFormat: Text.PlainText
             wrapMode: Text.Wrap
             color: Appearance.colors.secondaryLabel
-            font.pixelSize: Math.round(13 * Appearance.textScale)
-            Accessible.ignored: true
         }
     }
 

@@ -55,18 +55,17 @@ Row {
             opacity: root.recorder.recording ? 0 : 1
             Fading on opacity {}
         }
-        Text {
+        Label {
             id: prompt
 
             anchors { right: parent.right; verticalCenter: parent.verticalCenter }
             leftPadding: 6
             rightPadding: 6
             text: qsTr("Press a shortcut…")
-            textFormat: Text.PlainText
             color: Appearance.colors.accent
-            font { pixelSize: Math.round(12 * Appearance.textScale); weight: Font.Medium }
+            size: 12
+            font.weight: Font.Medium
             opacity: root.recorder.recording ? 1 : 0
-            Accessible.ignored: true
             Fading on opacity {}
         }
         HelpTip { text: root.recorder.toolTip }

@@ -1,5 +1,6 @@
 import QtQuick
 import KeloAppearance
+import KeloThemeViews
 
 // One key as it looks on a keyboard.
 Rectangle {
@@ -15,14 +16,12 @@ Rectangle {
     color: Qt.rgba(primary.r, primary.g, primary.b, 0.07)
     border { width: 0.5; color: Qt.rgba(primary.r, primary.g, primary.b, 0.13) }
 
-    Text {
+    Label {
         id: label
 
         anchors.centerIn: parent
         text: root.text
-        textFormat: Text.PlainText
-        color: Appearance.colors.label
-        font { pixelSize: Math.round(12 * Appearance.textScale); weight: Font.Medium }
-        Accessible.ignored: true
+        size: 12
+        font.weight: Font.Medium
     }
 }

@@ -40,11 +40,11 @@ class OnboardingModel final : public QObject
     Q_PROPERTY(int motionLength READ motionLength CONSTANT)
 
 public:
-    /// Once in a \a tick the step on show is asked whether it is complete.
+    /// Once in a `tick` the step on show is asked whether it is complete.
     explicit OnboardingModel(std::chrono::milliseconds tick = std::chrono::seconds(1));
     ~OnboardingModel() override;
 
-    /// Shows \a steps from the one at \a startAt, which is clamped to them, in place of those on show.
+    /// Shows `steps` from the one at `startAt`, which is clamped to them, in place of those on show.
     void open(std::vector<OnboardingStep> steps, const QString &finishTitle, int startAt);
 
     /// The window is gone: the step on show disappears and nothing is polled any more.

@@ -14,11 +14,11 @@ class OnboardingWindowController final : public QObject
     Q_OBJECT
 
 public:
-    /// \a size is the content's, in logical pixels. \a onFinish may delete the controller, but only later.
+    /// `size` is the content's, in logical pixels. `onFinish` may delete the controller, but only later.
     OnboardingWindowController(ViewLoader &views, const QString &title, const QSize &size,
                                std::function<void()> onFinish);
 
-    /// Shows \a steps from the one at \a startAt (clamped) in a new window, or in the open one in place of
+    /// Shows `steps` from the one at `startAt` (clamped) in a new window, or in the open one in place of
     /// what it shows, and brings the window to the front. Nothing happens where views can't be loaded.
     void show(std::vector<OnboardingStep> steps, const QString &finishTitle, int startAt);
 

@@ -1,5 +1,6 @@
 import QtQuick
 import KeloAppearance
+import KeloThemeViews
 
 // A keyboard shortcut, large, to be shown in a step.
 Rectangle {
@@ -15,14 +16,12 @@ Rectangle {
     Accessible.role: Accessible.StaticText
     Accessible.name: text
 
-    Text {
+    Label {
         id: label
 
         anchors.centerIn: parent
         text: root.text
-        textFormat: Text.PlainText
-        color: Appearance.colors.label
-        font { pixelSize: Math.round(22 * Appearance.textScale); weight: Font.DemiBold }
-        Accessible.ignored: true
+        size: 22
+        font.weight: Font.DemiBold
     }
 }

@@ -49,13 +49,12 @@ T.Button {
                 color: root.labelColor
                 size: Math.round(root.fontSize * Appearance.textScale * 1.3)
             }
-            Text {
+            Label {
                 anchors.verticalCenter: parent.verticalCenter
                 text: root.text
-                textFormat: Text.PlainText
                 color: root.labelColor
-                font { pixelSize: Math.round(root.fontSize * Appearance.textScale); weight: root.fontWeight }
-                Accessible.ignored: true
+                size: root.fontSize
+                font.weight: root.fontWeight
             }
         }
     }

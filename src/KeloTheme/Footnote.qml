@@ -2,11 +2,9 @@ import QtQuick
 import KeloAppearance
 
 // Small print.
-Text {
-    textFormat: Text.PlainText
+Label {
     color: Appearance.colors.secondaryLabel
-    font.pixelSize: Math.round(11 * Appearance.textScale)
+    size: 11
     lineHeight: 1.1
-    horizontalAlignment: Text.AlignLeft
     wrapMode: Text.Wrap
 }

@@ -18,20 +18,15 @@ Column {
     Accessible.name: title
     Accessible.description: footnote
 
-    Text {
+    Label {
         width: root.width - 24
         text: root.title
-        textFormat: Text.PlainText
-        color: Appearance.colors.label
-        font { pixelSize: Math.round(13 * Appearance.textScale); weight: Font.DemiBold }
-        horizontalAlignment: Text.AlignLeft
+        font.weight: Font.DemiBold
         elide: Text.ElideRight
-        Accessible.ignored: true
     }
     Footnote {
         visible: text
         width: root.width - 24
         text: root.footnote
-        Accessible.ignored: true
     }
 }

@@ -36,23 +36,17 @@ Item {
         anchors { right: slot.left; rightMargin: 14; verticalCenter: parent.verticalCenter }
         spacing: 2
 
-        Text {
+        Label {
             width: parent.width
             text: root.title
-            textFormat: Text.PlainText
-            color: Appearance.colors.label
             opacity: root.enabled ? 1 : 0.4
-            font.pixelSize: Math.round(13 * Appearance.textScale)
-            horizontalAlignment: Text.AlignLeft
             elide: Text.ElideRight
-            Accessible.ignored: true
         }
         Footnote {
             visible: text
             width: parent.width
             text: root.footnote
             color: root.footnoteColor
-            Accessible.ignored: true
         }
     }
     Item {

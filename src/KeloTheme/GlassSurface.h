@@ -51,17 +51,17 @@ public:
     /// An opaque rounded rectangle as small as it can be stretched from: (2r + 1) x (2r + 1) pixels.
     static StretchableImage roundedMask(int radius);
 
-    /// The frame of a panel with content of \a size; without \a cornerRadius it is panelCornerRadius().
+    /// The frame of a panel with content of `size`; without `cornerRadius` it is panelCornerRadius().
     static FloatingFrame floating(const QSize &size, std::optional<double> cornerRadius = {});
 
-    /// The shadow around a panel with corners of \a radius logical pixels, for \a pixelRatio: soft, a little
+    /// The shadow around a panel with corners of `radius` logical pixels, for `pixelRatio`: soft, a little
     /// lower than the panel, and cut out where the panel is, so that it doesn't tint the translucent surface.
     static StretchableImage shadow(double radius, double pixelRatio);
 
-    /// Dresses an ordinary window for content of \a size that is not to be resized.
+    /// Dresses an ordinary window for content of `size` that is not to be resized.
     static void configure(QWindow &window, const QSize &size, const QString &title);
 
-    /// The picture that views call \a id: "shadow/RADIUS/RATIO". Null when there is none of that name.
+    /// The picture that views call `id`: "shadow/RADIUS/RATIO". Null when there is none of that name.
     static QImage image(const QString &id);
 };
 

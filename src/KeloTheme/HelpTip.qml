@@ -25,6 +25,5 @@ T.ToolTip {
         text: root.text
         wrapMode: Text.NoWrap
         color: Appearance.colors.label
-        Accessible.ignored: true
     }
 }

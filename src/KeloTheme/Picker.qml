@@ -8,7 +8,6 @@ T.ComboBox {
 
     property string name
 
-    readonly property int fontSize: Math.round(13 * Appearance.textScale)
     readonly property int rowHeight: Math.round(13 * Appearance.textScale * 2.1)
 
     implicitWidth: Math.ceil(implicitContentWidth) + 40
@@ -39,15 +38,10 @@ T.ComboBox {
                             : root.hovered ? Appearance.colors.controlHovered : Appearance.colors.control
         border { width: 1; color: Appearance.colors.controlBorder }
     }
-    contentItem: Text {
+    contentItem: Label {
         text: root.displayText
-        textFormat: Text.PlainText
-        color: Appearance.colors.label
-        font.pixelSize: root.fontSize
-        horizontalAlignment: Text.AlignLeft
         verticalAlignment: Text.AlignVCenter
         elide: Text.ElideRight
-        Accessible.ignored: true
     }
     indicator: Symbol {
         x: root.mirrored ? 8 : root.width - width - 8
@@ -89,14 +83,10 @@ T.ComboBox {
                 color: row.textColor
             }
         }
-        contentItem: Text {
+        contentItem: Label {
             text: row.text
-            textFormat: Text.PlainText
             color: row.textColor
-            font.pixelSize: root.fontSize
-            horizontalAlignment: Text.AlignLeft
             verticalAlignment: Text.AlignVCenter
-            Accessible.ignored: true
         }
     }
     popup: T.Popup {

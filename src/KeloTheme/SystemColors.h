@@ -73,7 +73,7 @@ public:
 
     friend bool operator==(const SystemColors &, const SystemColors &) = default;
 
-    /// The colours of \a scheme; \a accent may be invalid, which gives the default blue.
+    /// The colours of `scheme`; `accent` may be invalid, which gives the default blue.
     static SystemColors of(ColorScheme scheme, const QColor &accent = {});
 };
 

@@ -12,7 +12,7 @@ class Appearance;
 class ViewLoader final
 {
 public:
-    /// \a appearance outlives the loader and all windows.
+    /// `appearance` outlives the loader and all windows.
     explicit ViewLoader(Appearance &appearance);
     /// To be called before the application object ends. Windows that are left by then are deleted.
     ~ViewLoader();

@@ -31,7 +31,7 @@ class ViewWindow final : public QObject
     Q_OBJECT
 
 public:
-    /// Loads nothing before the first show(). \a keptClosed is how long a closed window is kept.
+    /// Loads nothing before the first show(). `keptClosed` is how long a closed window is kept.
     ViewWindow(ViewLoader &views, ViewSpec spec, std::chrono::milliseconds keptClosed = {},
                QObject *parent = nullptr);
     ~ViewWindow() override;

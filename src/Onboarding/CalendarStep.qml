@@ -58,15 +58,13 @@ Item {
                 color: Appearance.colors.green
                 size: 17
             }
-            Text {
+            Label {
                 id: granted
 
                 anchors.verticalCenter: parent.verticalCenter
                 text: qsTr("Access granted")
-                textFormat: Text.PlainText
                 color: Appearance.colors.green
-                font { pixelSize: Math.round(13 * Appearance.textScale); weight: Font.Medium }
-                Accessible.ignored: true
+                font.weight: Font.Medium
             }
         }
 

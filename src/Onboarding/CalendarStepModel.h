@@ -24,8 +24,8 @@ class CalendarStepModel final : public QObject
 public:
     using LinkOpener = std::function<void(const QString &link)>;
 
-    /// \a refresh is called after every change of the permission that the step sees. \a openSystemSettings is
-    /// given links into the system settings. \a source must outlive the model.
+    /// `refresh` is called after every change of the permission that the step sees. `openSystemSettings` is
+    /// given links into the system settings. `source` must outlive the model.
     CalendarStepModel(EventSource &source, std::function<void()> refresh, LinkOpener openSystemSettings,
                       std::chrono::milliseconds pollInterval = std::chrono::seconds(1));
 

@@ -21,7 +21,7 @@ class FirstMeetingModel final : public QObject
 public:
     using TimeFormat = std::function<QString(Timestamp)>;
 
-    /// \a formatTime writes the time of day. \a scheduler must outlive the model.
+    /// `formatTime` writes the time of day. `scheduler` must outlive the model.
     FirstMeetingModel(const Scheduler &scheduler, TimeFormat formatTime);
 
     bool hasMeeting() const;

@@ -29,27 +29,21 @@ KeloCard {
         anchors { left: bar.right; right: parent.right; top: parent.top; margins: 12 }
         spacing: 3
 
-        Text {
+        Label {
             width: parent.width
             text: root.model.title
-            textFormat: Text.PlainText
-            color: Appearance.colors.label
-            font { pixelSize: Math.round(14 * Appearance.textScale); weight: Font.DemiBold }
-            horizontalAlignment: Text.AlignLeft
+            size: 14
+            font.weight: Font.DemiBold
             wrapMode: Text.Wrap
             maximumLineCount: 2
             elide: Text.ElideRight
-            Accessible.ignored: true
         }
-        Text {
+        Label {
             width: parent.width
             text: root.model.detail
-            textFormat: Text.PlainText
             color: Appearance.colors.secondaryLabel
-            font.pixelSize: Math.round(12 * Appearance.textScale)
-            horizontalAlignment: Text.AlignLeft
+            size: 12
             elide: Text.ElideRight
-            Accessible.ignored: true
         }
     }
 }

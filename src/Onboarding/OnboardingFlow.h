@@ -19,7 +19,7 @@ enum class FirstRunStep { welcome, calendar, firstMeeting };
 class OnboardingFlow final
 {
 public:
-    /// Links into the system settings go to \a openSystemSettings; \a formatTime writes the time of day. The
+    /// Links into the system settings go to `openSystemSettings`; `formatTime` writes the time of day. The
     /// objects must outlive the flow.
     OnboardingFlow(kelo::ViewLoader &views, Preferences &prefs, EventSource &source, Scheduler &scheduler,
                    std::function<void(const QString &link)> openSystemSettings,
@@ -29,7 +29,7 @@ public:
     /// begins with the last step.
     void showAtLaunch();
 
-    /// Shows the walkthrough from \a first on; one that is open starts anew from there.
+    /// Shows the walkthrough from `first` on; one that is open starts anew from there.
     void show(FirstRunStep first);
 
     /// Null while the walkthrough is not on show.

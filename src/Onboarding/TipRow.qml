@@ -22,17 +22,12 @@ Item {
         color: Appearance.colors.link
         size: 20
     }
-    Text {
+    Label {
         id: label
 
         anchors { left: picture.right; right: parent.right; leftMargin: 12 }
         text: root.text
-        color: Appearance.colors.label
-        textFormat: Text.PlainText
-        font.pixelSize: Math.round(13 * Appearance.textScale)
         lineHeight: 1.1
-        horizontalAlignment: Text.AlignLeft
         wrapMode: Text.Wrap
-        Accessible.ignored: true
     }
 }

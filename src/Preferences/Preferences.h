@@ -21,6 +21,11 @@ class LoginItem;
 class Preferences : public QObject
 {
     Q_OBJECT
+    Q_PROPERTY(bool showTitle READ showTitle WRITE setShowTitle NOTIFY showTitleChanged)
+    Q_PROPERTY(int titleWidth READ titleWidth WRITE setTitleWidth NOTIFY titleWidthChanged)
+    Q_PROPERTY(bool remindWithoutLink READ remindWithoutLink WRITE setRemindWithoutLink NOTIFY
+                   remindWithoutLinkChanged)
+    Q_PROPERTY(bool launchAtLogin READ launchAtLogin WRITE setLaunchAtLogin NOTIFY launchAtLoginChanged)
 
 public:
     static constexpr int minTitleWidth = 8;

@@ -22,6 +22,7 @@ Column {
         rightPadding: 12
         width: root.width
         text: qsTr("Google or Outlook calendar missing? Add the account under System Settings → Internet Accounts and it appears here.")
+        Accessible.ignored: false
         Accessible.role: Accessible.StaticText
         Accessible.name: text
     }

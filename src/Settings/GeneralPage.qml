@@ -19,40 +19,37 @@ FormPage {
             hasSeparator: false
             title: qsTr("Show the next meeting in the menu bar")
             footnote: qsTr("Off: only the icon, the menu still lists your meetings.")
-            checked: root.model.showTitle
-            onToggled: checked => root.model.showTitle = checked
+            checked: root.model.prefs.showTitle
+            onToggled: checked => root.model.prefs.showTitle = checked
         }
         FormRow {
             title: qsTr("Title length")
-            enabled: root.model.showTitle
+            enabled: root.model.prefs.showTitle
 
             Row {
                 spacing: 10
 
-                Text {
+                Label {
                     anchors.verticalCenter: parent.verticalCenter
                     text: root.model.titleWidthText
-                    textFormat: Text.PlainText
                     color: Appearance.colors.secondaryLabel
                     opacity: enabled ? 1 : 0.4
-                    font.pixelSize: Math.round(13 * Appearance.textScale)
-                    Accessible.ignored: true
                 }
                 Stepper {
                     name: qsTr("Title length")
                     valueText: root.model.titleWidthText
-                    value: root.model.titleWidth
+                    value: root.model.prefs.titleWidth
                     from: root.model.minTitleWidth
                     to: root.model.maxTitleWidth
-                    onValueModified: root.model.titleWidth = value
+                    onValueModified: root.model.prefs.titleWidth = value
                 }
             }
         }
         ToggleRow {
             title: qsTr("Launch at login")
             footnote: qsTr("Start Mivora quietly when you log in.")
-            checked: root.model.launchAtLogin
-            onToggled: checked => root.model.launchAtLogin = checked
+            checked: root.model.prefs.launchAtLogin
+            onToggled: checked => root.model.prefs.launchAtLogin = checked
         }
     }
 
@@ -84,8 +81,8 @@ FormPage {
         ToggleRow {
             title: qsTr("Also remind me for meetings without a link")
             footnote: qsTr("In-person meetings and calls show the panel too, without a Join button.")
-            checked: root.model.remindWithoutLink
-            onToggled: checked => root.model.remindWithoutLink = checked
+            checked: root.model.prefs.remindWithoutLink
+            onToggled: checked => root.model.prefs.remindWithoutLink = checked
         }
     }
 

@@ -62,23 +62,11 @@ GeneralPageModel::GeneralPageModel(Preferences &prefs, kelo::HotKeyService &serv
     : m_prefs(prefs), m_registerHotKey(std::move(registerHotKey)), m_useHotKey(prefs.joinHotKey()),
       m_recorder(service, prefs.joinHotKey().value_or(defaultCombo), defaultCombo)
 {
-    followPreferences();
+    connect(&m_prefs, &Preferences::titleWidthChanged, this, &GeneralPageModel::titleWidthChanged);
+    connect(&m_prefs, &Preferences::leadMinutesChanged, this, &GeneralPageModel::leadMinutesChanged);
+    connect(&m_prefs, &Preferences::panelCornerChanged, this, &GeneralPageModel::panelCornerChanged);
+    connect(&m_prefs, &Preferences::joinHotKeyChanged, this, &GeneralPageModel::followHotKey);
     connect(&m_recorder, &kelo::HotKeyRecorder::comboChosen, this, &GeneralPageModel::chooseHotKey);
-}
-
-void GeneralPageModel::followPreferences()
-{
-    using Changed = void (GeneralPageModel::*)();
-    const auto follow = [this](void (Preferences::*source)(), Changed changed) {
-        connect(&m_prefs, source, this, changed);
-    };
-    follow(&Preferences::showTitleChanged, &GeneralPageModel::showTitleChanged);
-    follow(&Preferences::titleWidthChanged, &GeneralPageModel::titleWidthChanged);
-    follow(&Preferences::launchAtLoginChanged, &GeneralPageModel::launchAtLoginChanged);
-    follow(&Preferences::leadMinutesChanged, &GeneralPageModel::leadMinutesChanged);
-    follow(&Preferences::panelCornerChanged, &GeneralPageModel::panelCornerChanged);
-    follow(&Preferences::remindWithoutLinkChanged, &GeneralPageModel::remindWithoutLinkChanged);
-    follow(&Preferences::joinHotKeyChanged, &GeneralPageModel::followHotKey);
 }
 
 void GeneralPageModel::followHotKey()
@@ -98,29 +86,14 @@ void GeneralPageModel::setHotKeyState(bool use, const QString &conflict)
     Q_EMIT useHotKeyChanged();
 }
 
-bool GeneralPageModel::showTitle() const
+QObject *GeneralPageModel::prefs() const
 {
-    return m_prefs.showTitle();
-}
-
-void GeneralPageModel::setShowTitle(bool show)
-{
-    m_prefs.setShowTitle(show);
-}
-
-int GeneralPageModel::titleWidth() const
-{
-    return m_prefs.titleWidth();
-}
-
-void GeneralPageModel::setTitleWidth(int characters)
-{
-    m_prefs.setTitleWidth(std::clamp(characters, minTitleWidth(), maxTitleWidth()));
+    return &m_prefs;
 }
 
 QString GeneralPageModel::titleWidthText() const
 {
-    return GeneralPage::tr("%n character(s)", nullptr, titleWidth());
+    return GeneralPage::tr("%n character(s)", nullptr, m_prefs.titleWidth());
 }
 
 int GeneralPageModel::minTitleWidth() const
@@ -131,16 +104,6 @@ int GeneralPageModel::minTitleWidth() const
 int GeneralPageModel::maxTitleWidth() const
 {
     return Preferences::maxTitleWidth;
-}
-
-bool GeneralPageModel::launchAtLogin() const
-{
-    return m_prefs.launchAtLogin();
-}
-
-void GeneralPageModel::setLaunchAtLogin(bool launch)
-{
-    m_prefs.setLaunchAtLogin(launch);
 }
 
 QStringList GeneralPageModel::leadMinutesTexts() const
@@ -178,16 +141,6 @@ void GeneralPageModel::setPanelCornerIndex(int index)
 {
     if (hasIndex(allPanelCorners, index))
         m_prefs.setPanelCorner(allPanelCorners.at(static_cast<std::size_t>(index)));
-}
-
-bool GeneralPageModel::remindWithoutLink() const
-{
-    return m_prefs.remindWithoutLink();
-}
-
-void GeneralPageModel::setRemindWithoutLink(bool remind)
-{
-    m_prefs.setRemindWithoutLink(remind);
 }
 
 void GeneralPageModel::setUseHotKey(bool use)

@@ -14,19 +14,16 @@ class Preferences;
 class GeneralPageModel final : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(bool showTitle READ showTitle WRITE setShowTitle NOTIFY showTitleChanged)
-    Q_PROPERTY(int titleWidth READ titleWidth WRITE setTitleWidth NOTIFY titleWidthChanged)
+    /// The settings that the page shows as they are.
+    Q_PROPERTY(QObject *prefs READ prefs CONSTANT)
     Q_PROPERTY(QString titleWidthText READ titleWidthText NOTIFY titleWidthChanged)
     Q_PROPERTY(int minTitleWidth READ minTitleWidth CONSTANT)
     Q_PROPERTY(int maxTitleWidth READ maxTitleWidth CONSTANT)
-    Q_PROPERTY(bool launchAtLogin READ launchAtLogin WRITE setLaunchAtLogin NOTIFY launchAtLoginChanged)
     Q_PROPERTY(QStringList leadMinutesTexts READ leadMinutesTexts CONSTANT)
     Q_PROPERTY(int leadMinutesIndex READ leadMinutesIndex WRITE setLeadMinutesIndex NOTIFY leadMinutesChanged)
     Q_PROPERTY(QString leadMinutesText READ leadMinutesText NOTIFY leadMinutesChanged)
     Q_PROPERTY(QStringList panelCornerTexts READ panelCornerTexts CONSTANT)
     Q_PROPERTY(int panelCornerIndex READ panelCornerIndex WRITE setPanelCornerIndex NOTIFY panelCornerChanged)
-    Q_PROPERTY(bool remindWithoutLink READ remindWithoutLink WRITE setRemindWithoutLink NOTIFY
-                   remindWithoutLinkChanged)
     Q_PROPERTY(bool useHotKey READ useHotKey WRITE setUseHotKey NOTIFY useHotKeyChanged)
     Q_PROPERTY(QString hotKeyConflict READ hotKeyConflict NOTIFY useHotKeyChanged)
     Q_PROPERTY(QObject *recorder READ recorder CONSTANT)
@@ -35,24 +32,18 @@ public:
     /// What the shortcut is at first: ⇧⌘J.
     static constexpr kelo::HotKeyCombo defaultCombo{38, kelo::commandKey | kelo::shiftKey};
 
-    /// The preferences outlive the model. \a registerHotKey may be empty: then every combination is free.
+    /// The preferences outlive the model. `registerHotKey` may be empty: then every combination is free.
     GeneralPageModel(Preferences &prefs, kelo::HotKeyService &service,
                      std::function<bool(const kelo::HotKeyCombo &)> registerHotKey);
 
     /// To be called when the page is built: what was refused on it before is forgotten.
     Q_INVOKABLE void begin() { followHotKey(); }
 
-    bool showTitle() const;
-    void setShowTitle(bool show);
+    QObject *prefs() const;
 
-    int titleWidth() const;
-    void setTitleWidth(int characters);
     QString titleWidthText() const;
     int minTitleWidth() const;
     int maxTitleWidth() const;
-
-    bool launchAtLogin() const;
-    void setLaunchAtLogin(bool launch);
 
     QStringList leadMinutesTexts() const;
     /// -1 when the stored number is none of the choices.
@@ -63,9 +54,6 @@ public:
     QStringList panelCornerTexts() const;
     int panelCornerIndex() const;
     void setPanelCornerIndex(int index);
-
-    bool remindWithoutLink() const;
-    void setRemindWithoutLink(bool remind);
 
     /// Whether the user wants a shortcut. Without one the recorder keeps its combination for the next time.
     bool useHotKey() const { return m_useHotKey; }
@@ -79,16 +67,12 @@ public:
     kelo::HotKeyRecorder *recorder() { return &m_recorder; }
 
 Q_SIGNALS:
-    void showTitleChanged();
     void titleWidthChanged();
-    void launchAtLoginChanged();
     void leadMinutesChanged();
     void panelCornerChanged();
-    void remindWithoutLinkChanged();
     void useHotKeyChanged();
 
 private:
-    void followPreferences();
     void followHotKey();
     void chooseHotKey(const kelo::HotKeyCombo &combo);
     void setHotKeyState(bool use, const QString &conflict = {});

@@ -17,7 +17,7 @@ inline constexpr std::array allSettingsPages{SettingsPage::general, SettingsPage
 /// The name by which a page is asked for, such as "general".
 QString rawValue(SettingsPage page);
 
-/// The page with the name \a raw (case-sensitive), or nothing.
+/// The page with the name `raw` (case-sensitive), or nothing.
 std::optional<SettingsPage> settingsPageFromRawValue(const QString &raw);
 
 /// What stands in the sidebar and in the window's title.

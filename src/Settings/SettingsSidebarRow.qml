@@ -32,16 +32,11 @@ T.ItemDelegate {
             tint: root.tint
             size: 20
         }
-        Text {
+        Label {
             anchors { left: icon.right; leftMargin: 8; right: parent.right; rightMargin: 8 }
             anchors.verticalCenter: parent.verticalCenter
             text: root.text
-            textFormat: Text.PlainText
-            color: Appearance.colors.label
-            font.pixelSize: Math.round(13 * Appearance.textScale)
-            horizontalAlignment: Text.AlignLeft
             elide: Text.ElideRight
-            Accessible.ignored: true
         }
     }
 }

@@ -7,6 +7,7 @@ namespace mivora {
 namespace {
 
 constexpr QSize contentSize(720, 540);
+constexpr std::chrono::minutes keptClosed{1};
 
 // All that a window has but the ways to resize it.
 constexpr Qt::WindowFlags windowFlags = Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
@@ -17,8 +18,7 @@ constexpr Qt::WindowFlags windowFlags = Qt::Window | Qt::CustomizeWindowHint | Q
 
 SettingsWindowController::SettingsWindowController(Preferences &prefs, const EventSource &source,
                                                    kelo::HotKeyService &service, kelo::ViewLoader &views,
-                                                   const SettingsActions &actions,
-                                                   std::chrono::milliseconds keptClosed)
+                                                   const SettingsActions &actions)
     : m_general(prefs, service, actions.registerHotKey),
       m_calendars(prefs, source, actions.openSystemSettings),
       m_window(views,

@@ -26,10 +26,9 @@ class SettingsWindowController final : public QObject
     Q_OBJECT
 
 public:
-    /// A closed window is kept for \a keptClosed. All references outlive the controller.
+    /// All references outlive the controller.
     SettingsWindowController(Preferences &prefs, const EventSource &source, kelo::HotKeyService &service,
-                             kelo::ViewLoader &views, const SettingsActions &actions,
-                             std::chrono::milliseconds keptClosed = std::chrono::minutes(1));
+                             kelo::ViewLoader &views, const SettingsActions &actions);
 
     /// Brings the window to the front, on the page that is given or else on the one shown last. False when
     /// the window can't be made.

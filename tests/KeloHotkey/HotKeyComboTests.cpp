@@ -16,13 +16,9 @@ TEST(HotKeyCombo, isReadFromItsStoredFormOnly)
         {R"({"keyCode":9})", {}},
         {R"({"modifiers":768})", {}},
         {R"({"keyCode":true,"modifiers":768})", {}},
-        {R"({"keyCode":"9","modifiers":768})", {}},
-        {R"({"keyCode":9,"modifiers":null})", {}},
         {R"({"keyCode":-1,"modifiers":768})", {}},
         {R"({"keyCode":9.5,"modifiers":768})", {}},
         {R"({"keyCode":9,"modifiers":4294967296})", {}},
-        {R"({"keyCode":9,"modifiers":1e300})", {}},
-        {R"([9,768])", {}},
         {R"({"keyCode":9,"modifiers":768)", {}},
         {"", {}},
     };

@@ -94,7 +94,6 @@ TEST_F(HotKeyRecorderTest, judgesEveryKeyAndLetsNoneThrough)
     } rows[] = {
         {{KEY_V}, beeped},
         {{KEY_LEFTSHIFT, KEY_V}, beeped},
-        {{KEY_F5}, beeped},
         {{KEY_LEFTMETA, KEY_V}, beeped},
         {{KEY_LEFTMETA, KEY_C}, beeped},
         {{KEY_LEFTMETA, KEY_X}, beeped},
@@ -163,18 +162,13 @@ TEST_F(HotKeyRecorderTest, offersToGoBackToTheDefault)
     m_recorder.setCombo({9, controlKey});
     EXPECT_TRUE(m_recorder.canReset());
     EXPECT_EQ(canReset.count(), 1);
-    EXPECT_EQ(m_recorder.resetToolTip(), QStringLiteral("Reset to ⇧⌘J"));
     EXPECT_TRUE(m_chosen.empty()) << "nobody chose that";
-
     m_recorder.toggle();
     EXPECT_FALSE(m_recorder.canReset());
     EXPECT_EQ(m_recorder.toolTip(), QStringLiteral("Press Esc to cancel"));
     m_recorder.toggle();
-    EXPECT_EQ(m_recorder.toolTip(), QStringLiteral("Click to record a new shortcut"));
-
     m_recorder.reset();
     EXPECT_EQ(m_chosen, std::vector{commandShiftJ});
-    EXPECT_FALSE(m_recorder.canReset());
 }
 
 TEST_F(HotKeyRecorderTest, namesKeysAsTheKeyboardDoes)

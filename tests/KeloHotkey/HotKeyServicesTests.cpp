@@ -28,14 +28,3 @@ TEST(HotKeyServices, areChosenByTheSession)
         EXPECT_EQ(chooseHotKeyService(environment), expected)
             << environment.isOnX11 << environment.isWaylandSession << environment.overrule.constData();
 }
-
-TEST(HotKeyServices, nameTheCommandWhereNothingCanBeRegistered)
-{
-    testing::internal::CaptureStderr();
-    const auto service =
-        makeHotKeyService({QStringLiteral("join"), QStringLiteral("Join"), QStringLiteral("app join")},
-                          {.isOnX11 = false, .isWaylandSession = false, .overrule = {}});
-    const std::string log = testing::internal::GetCapturedStderr();
-    EXPECT_FALSE(service->canRegister());
-    EXPECT_NE(log.find("\"app join\""), std::string::npos) << log;
-}

@@ -115,13 +115,4 @@ TEST_F(AppearanceTest, findsAPortalThatStartsLater)
     EXPECT_TRUE(QTest::qWaitFor([&] { return appearance.isDark(); }));
 }
 
-TEST_F(AppearanceTest, theEnvironmentOverrules)
-{
-    qputenv("MIVORA_APPEARANCE", "dark");
-    EXPECT_TRUE(Appearance(bus->connection()).isDark());
-    qputenv("MIVORA_APPEARANCE", "light");
-    EXPECT_FALSE(Appearance(bus->connection()).isDark());
-    qunsetenv("MIVORA_APPEARANCE");
-}
-
 } // namespace kelo

@@ -33,12 +33,4 @@ TEST(SystemColors, textCanBeReadOnEveryBackground)
     }
 }
 
-TEST(SystemColors, labelsStandOutFromAnyAccent)
-{
-    for (const char *accent : {"#0a6ce8", "#e66100", "#f6d32d", "#ffffff", "#000000", "#33d17a"}) {
-        const SystemColors colors = SystemColors::of(ColorScheme::light, QColor(QLatin1String(accent)));
-        EXPECT_GE(contrast(colors.accentLabel, colors.accent), 3) << accent;
-    }
-}
-
 } // namespace kelo

@@ -14,14 +14,6 @@ namespace mivora {
 /// The settings window with all that it needs. Settings are kept in memory.
 struct SettingsUnderTest
 {
-    explicit SettingsUnderTest(std::chrono::milliseconds keptClosed = std::chrono::minutes(1))
-        : controller(
-              prefs, source, service, sharedViews(),
-              {[this](const auto &) { return isFree; }, [this](const QString &link) { opened.append(link); }},
-              keptClosed)
-    {
-    }
-
     QWindow &window() { return *controller.window(); }
 
     MemoryDefaultsStore store{MemoryDefaultsStore::Kind::standard};
@@ -32,7 +24,12 @@ struct SettingsUnderTest
     Views release;
     bool isFree = true;
     QStringList opened;
-    SettingsWindowController controller;
+    SettingsWindowController controller{
+        prefs,
+        source,
+        service,
+        sharedViews(),
+        {[this](const auto &) { return isFree; }, [this](const QString &link) { opened.append(link); }}};
 };
 
 } // namespace mivora

@@ -6,7 +6,6 @@
 
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QScreen>
 #include <QTest>
 #include <QWindow>
 #include <gtest/gtest.h>
@@ -53,33 +52,19 @@ std::vector<CalendarInfo> manyCalendars(int count)
 
 } // namespace
 
-TEST(SettingsWindow, isOneThatKeepsPageAndPlace)
+TEST(SettingsWindow, isOneThatKeepsItsPage)
 {
-    SettingsUnderTest test(std::chrono::milliseconds(50));
+    SettingsUnderTest test;
     ASSERT_TRUE(test.controller.show());
     QWindow *window = test.controller.window();
     EXPECT_EQ(window->title(), QStringLiteral("General"));
     EXPECT_EQ(window->size(), QSize(720, 540));
-    EXPECT_EQ(window->minimumSize(), window->maximumSize());
-    EXPECT_LE(
-        (window->geometry().center() - window->screen()->availableGeometry().center()).manhattanLength(), 2);
-
     test.controller.show(calendars);
-    window->setPosition(11, 22);
-    QTest::qWait(50);
+    EXPECT_EQ(window->title(), QStringLiteral("Calendars"));
     window->close();
-    EXPECT_FALSE(window->isVisible());
     test.controller.show();
     EXPECT_EQ(test.controller.window(), window);
-    EXPECT_EQ(window->position(), QPoint(11, 22));
     EXPECT_EQ(window->title(), QStringLiteral("Calendars"));
-    QTest::qWait(100);
-    EXPECT_EQ(test.controller.window(), window) << "it is in use again";
-    window->close();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !test.controller.window(); }));
-    test.controller.show();
-    EXPECT_EQ(test.window().position(), QPoint(11, 22));
-    EXPECT_EQ(test.window().title(), QStringLiteral("Calendars"));
 }
 
 TEST(SettingsWindow, changesPagesFromTheSidebar)
@@ -177,8 +162,6 @@ TEST(GeneralPage, picksFromLists)
         {{Qt::Key_Space, Qt::Key_Up, Qt::Key_Up, Qt::Key_Return}, 1},
         {{Qt::Key_Return, Qt::Key_Home, Qt::Key_Escape}, 1},
         {{Qt::Key_Up}, 0},
-        {{Qt::Key_Up}, 0},
-        {{Qt::Key_Space, Qt::Key_End, Qt::Key_Space}, 5},
     };
 
     for (const auto &row : rows) {

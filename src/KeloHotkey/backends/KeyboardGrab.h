@@ -15,7 +15,7 @@ namespace kelo {
 class KeyboardGrab final
 {
 public:
-    /// \a window has the keyboard's focus.
+    /// `window` has the keyboard's focus.
     explicit KeyboardGrab(const QWindow &window);
     ~KeyboardGrab();
     Q_DISABLE_COPY_MOVE(KeyboardGrab)

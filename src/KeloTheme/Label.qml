@@ -1,0 +1,13 @@
+import QtQuick
+import KeloAppearance
+
+// Plain text in the size that the user has set. What a screen reader says of it, the control around it tells.
+Text {
+    property real size: 13
+
+    textFormat: Text.PlainText
+    color: Appearance.colors.label
+    font.pixelSize: Math.round(size * Appearance.textScale)
+    horizontalAlignment: Text.AlignLeft
+    Accessible.ignored: true
+}
