@@ -11,8 +11,8 @@
 #include "Onboarding/OnboardingFlow.h"
 #include "Platform/DefaultsStore.h"
 #include "Platform/SystemEvents.h"
-#include "Platform/SystemLinks.h"
 #include "Platform/SystemLog.h"
+#include "Platform/Workspace.h"
 #include "Settings/SettingsWindowController.h"
 
 #include <QCoreApplication>
@@ -35,8 +35,7 @@ constexpr std::chrono::milliseconds answerMargin{1'500};
 AppDelegate::AppDelegate(AppParts parts)
     : m_parts(std::move(parts)), m_prefs(m_parts.defaults, m_parts.loginItem),
       m_source(std::move(m_parts.store)), m_installed(m_parts.workspace), m_appearance(m_parts.bus),
-      m_views(m_appearance), m_updater(makeUpdater(m_views, m_parts.workspace)),
-      m_toast(m_views, m_parts.bus)
+      m_views(m_appearance), m_updater(makeUpdater(m_views, m_parts.workspace)), m_toast(m_views, m_parts.bus)
 {
 }
 

@@ -29,7 +29,7 @@ std::string printable(std::string_view text)
     const bool isValid = !decoded.contains(QChar::ReplacementCharacter);
     QString out;
     for (const QChar c : isValid ? decoded : QString::fromLatin1(start.data(), qsizetype(start.size()))) {
-        if (isValid ? disturbsLine(c) : c < QLatin1Char(' ') || c > QLatin1Char('~'))
+        if (isValid ? isUnsafeInLine(c) : c < QLatin1Char(' ') || c > QLatin1Char('~'))
             out += escaped(isValid ? QString(c).toUtf8() : QByteArray(1, c.toLatin1()));
         else
             out += c;

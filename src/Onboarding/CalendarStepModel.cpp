@@ -1,7 +1,7 @@
 #include "Onboarding/CalendarStepModel.h"
 
 #include "Calendar/EventSource.h"
-#include "Platform/SystemLinks.h"
+#include "Platform/Workspace.h"
 
 #include <QPointer>
 #include <utility>

@@ -10,7 +10,7 @@ class Pasteboard
 public:
     virtual ~Pasteboard() = default;
 
-    /// Replaces the clipboard's content by the plain text \a text.
+    /// Replaces the clipboard's content by the plain text `text`.
     virtual void setText(const QString &text) = 0;
 };
 

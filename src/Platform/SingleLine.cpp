@@ -4,7 +4,7 @@
 
 namespace mivora {
 
-bool disturbsLine(QChar c)
+bool isUnsafeInLine(QChar c)
 {
     return c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
            c == QChar::ParagraphSeparator || (c >= QChar(0x202A) && c <= QChar(0x202E)) ||
@@ -13,7 +13,7 @@ bool disturbsLine(QChar c)
 
 QString singleLine(QString text)
 {
-    std::replace_if(text.begin(), text.end(), disturbsLine, QLatin1Char(' '));
+    std::replace_if(text.begin(), text.end(), isUnsafeInLine, QLatin1Char(' '));
     return text;
 }
 

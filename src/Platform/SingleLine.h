@@ -4,12 +4,12 @@
 
 namespace mivora {
 
-/// Whether \a c breaks the line that it stands in, is an order to a terminal, or rearranges what comes after
+/// Whether `c` breaks the line that it stands in, is an order to a terminal, or rearranges what comes after
 /// it: control characters (both sets of ISO 6429), separators of lines and paragraphs, and the embeddings,
 /// overrides and isolates of the bidirectional algorithm (UAX #9).
-bool disturbsLine(QChar c);
+bool isUnsafeInLine(QChar c);
 
-/// \a text on one line: characters that disturb it become blanks. For what comes out of calendars and ends
+/// `text` on one line: unsafe characters become blanks. For what comes out of calendars and ends
 /// in a terminal or a log.
 QString singleLine(QString text);
 

@@ -4,7 +4,7 @@
 
 namespace mivora {
 
-/// Writes \a line to the system log as a warning, and to standard error where somebody may be reading that.
+/// Writes `line` to the system log as a warning, and to standard error where somebody may be reading that.
 /// Never blocks and never fails; without a log daemon only standard error is left.
 void writeToSystemLog(const QString &line);
 

@@ -11,7 +11,7 @@ namespace mivora {
 /// these.
 QTimeZone userTimeZone();
 
-/// The first instant of \a day in \a zone: the first of two midnights, and the end of the gap where clocks
+/// The first instant of `day` in `zone`: the first of two midnights, and the end of the gap where clocks
 /// skip midnight. A day that the zone left out, as Samoa did when it moved across the date line, begins where
 /// the next one does. Invalid when there is no such day at all.
 QDateTime startOfDay(QDate day, const QTimeZone &zone);

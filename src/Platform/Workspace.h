@@ -13,12 +13,18 @@ public:
 
     virtual ~Workspace() = default;
 
-    /// Hands \a url to its default handler and returns at once. \a done is called later on the main thread,
+    /// Hands `url` to its default handler and returns at once. `done` is called later on the main thread,
     /// once: true when a handler was started, false when there is none or it failed.
     virtual void open(const QString &url, Opened done) = 0;
 
-    /// Whether any installed program opens links of \a scheme (without the colon). Nothing is cached.
+    /// Whether any installed program opens links of `scheme` (without the colon). Nothing is cached.
     virtual bool hasHandler(const QString &scheme) const = 0;
 };
+
+/// Links into the system settings, as the program names them; the platform knows what they lead to.
+inline constexpr const char *calendarPrivacyLink =
+    "x-apple.systempreferences:com.apple.preference.security?Privacy_Calendars";
+inline constexpr const char *internetAccountsLink =
+    "x-apple.systempreferences:com.apple.Internet-Accounts-Settings.extension";
 
 } // namespace mivora

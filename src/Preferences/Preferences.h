@@ -32,7 +32,7 @@ public:
     static constexpr int maxTitleWidth = 60;
     static constexpr std::array leadMinuteChoices{0, 1, 2, 5};
 
-    /// Reads all settings from \a store. \a loginItem is only asked and changed for the standard store.
+    /// Reads all settings from `store`. `loginItem` is only asked and changed for the standard store.
     /// Both must outlive the preferences.
     Preferences(DefaultsStore &store, LoginItem &loginItem, QObject *parent = nullptr);
 
@@ -63,7 +63,7 @@ public:
     /// The global shortcut that joins the next meeting, if there is one.
     const std::optional<kelo::HotKeyCombo> &joinHotKey() const { return m_joinHotKey; }
 
-    /// Announces joinHotKeyWasSet() even when \a combo is what was set before.
+    /// Announces joinHotKeyWasSet() even when `combo` is what was set before.
     void setJoinHotKey(const std::optional<kelo::HotKeyCombo> &combo);
 
     /// The calendars whose events are ignored.

@@ -1,7 +1,7 @@
 #include "Settings/CalendarsPageModel.h"
 
 #include "Calendar/EventSource.h"
-#include "Platform/SystemLinks.h"
+#include "Platform/Workspace.h"
 #include "Preferences/Preferences.h"
 
 namespace mivora {

@@ -4,7 +4,7 @@
 
 namespace mivora {
 
-/// Gives the application its texts in the first of the languages of \a locale that there is a translation
+/// Gives the application its texts in the first of the languages of `locale` that there is a translation
 /// for, Qt's own texts in the same language where they are installed. English, with its plural forms, when
 /// there is none.
 ///

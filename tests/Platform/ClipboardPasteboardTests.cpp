@@ -7,8 +7,6 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
-using namespace mivora;
-
 TEST(ClipboardPasteboard, usesWlCopyOnWaylandAndTheToolkitWhereThatFails)
 {
     const QString text = QStringLiteral("https://meet.example/会議?a=1&b='\"$x\n");
@@ -26,7 +24,7 @@ TEST(ClipboardPasteboard, usesWlCopyOnWaylandAndTheToolkitWhereThatFails)
     qputenv("WAYLAND_DISPLAY", "wayland-test");
     QGuiApplication::clipboard()->setText(QStringLiteral("before"));
     install("cd $(dirname $0); cat > part; mv part copied\n");
-    ClipboardPasteboard pasteboard;
+    mivora::ClipboardPasteboard pasteboard;
     pasteboard.setText(text);
     ASSERT_TRUE(QTest::qWaitFor([&] { return copied.open(QIODevice::ReadOnly); }));
     EXPECT_EQ(QString::fromUtf8(copied.readAll()), text);

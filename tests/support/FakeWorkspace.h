@@ -20,11 +20,7 @@ public:
             Qt::QueuedConnection);
     }
 
-    bool hasHandler(const QString &scheme) const override
-    {
-        asked.append(scheme);
-        return handlers.contains(scheme);
-    }
+    bool hasHandler(const QString &scheme) const override { return handlers.contains(scheme); }
 
     /// Every link handed over so far.
     QStringList opened;
@@ -32,8 +28,6 @@ public:
     bool succeeds = true;
     /// The schemes that have a handler.
     QSet<QString> handlers;
-    /// Every scheme asked for so far.
-    mutable QStringList asked;
 };
 
 } // namespace mivora

@@ -31,7 +31,7 @@ QByteArray printableJson(const QByteArray &json)
     QString text;
     text.reserve(json.size());
     for (const QChar c : QString::fromUtf8(json)) {
-        if (c != QLatin1Char('\n') && disturbsLine(c))
+        if (c != QLatin1Char('\n') && isUnsafeInLine(c))
             text += QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0'));
         else
             text += c;

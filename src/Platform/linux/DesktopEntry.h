@@ -16,7 +16,7 @@ class DesktopEntry final
 public:
     DesktopEntry();
 
-    /// The entry in the file \a path; nothing when that can't be read or is no desktop file.
+    /// The entry in the file `path`; nothing when that can't be read or is no desktop file.
     static std::optional<DesktopEntry> read(const QString &path);
 
     std::optional<bool> boolean(const char *key) const;
@@ -36,7 +36,7 @@ private:
     std::unique_ptr<GKeyFile, Free> m_file;
 };
 
-/// The Exec value that starts \a program without arguments, quoted by the rules of the Desktop Entry
+/// The Exec value that starts `program` without arguments, quoted by the rules of the Desktop Entry
 /// Specification.
 QString execLine(const QString &program);
 

@@ -1,12 +1,14 @@
 #include "Platform/linux/GioWorkspace.h"
 
 #include "Platform/linux/LateGio.h"
-#include "Platform/linux/SystemSettingsLinks.h"
 
 #include <QCoreApplication>
+#include <QProcess>
+#include <QStringList>
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <optional>
 
 // GIO uses "signals" as a name.
 #undef signals
@@ -15,6 +17,58 @@
 namespace mivora {
 
 namespace {
+
+/// The scheme of links into the system settings.
+constexpr QLatin1String systemSettingsScheme("x-apple.systempreferences");
+constexpr QLatin1String calendarPrivacy(calendarPrivacyLink);
+constexpr QLatin1String internetAccounts(internetAccountsLink);
+
+struct Panel
+{
+    QLatin1String desktop;
+    QLatin1String link;
+    QLatin1String command;
+};
+
+/// Arguments are separated by blanks. A desktop without a panel for a link shows its settings as a whole.
+constexpr std::array panels{
+    Panel{QLatin1String("GNOME"), calendarPrivacy, QLatin1String("gnome-control-center applications")},
+    Panel{QLatin1String("GNOME"), internetAccounts, QLatin1String("gnome-control-center online-accounts")},
+    Panel{QLatin1String("KDE"), calendarPrivacy, QLatin1String("systemsettings")},
+    Panel{QLatin1String("KDE"), internetAccounts, QLatin1String("systemsettings kcm_kaccounts")},
+    Panel{QLatin1String("XFCE"), calendarPrivacy, QLatin1String("xfce4-settings-manager")},
+    Panel{QLatin1String("XFCE"), internetAccounts, QLatin1String("xfce4-settings-manager")},
+};
+
+std::optional<QStringList> commandOn(const QString &desktop, const QString &link)
+{
+    for (const Panel &panel : panels) {
+        if (panel.link == link && desktop.compare(panel.desktop, Qt::CaseInsensitive) == 0)
+            return QString(panel.command).split(QLatin1Char(' '));
+    }
+    return std::nullopt;
+}
+
+/// The command, program first, that shows on the desktop `desktops` (names separated by colons, the most
+/// specific first) what the link leads to.
+std::optional<QStringList> systemSettingsCommand(const QString &link, const QString &desktops)
+{
+    for (const QString &desktop : desktops.split(QLatin1Char(':'))) {
+        if (auto command = commandOn(desktop, link))
+            return command;
+    }
+    return std::nullopt;
+}
+
+/// False when the running desktop has nothing for the link, or it could not be started.
+bool openSystemSettings(const QString &link)
+{
+    auto command = systemSettingsCommand(link, qEnvironmentVariable("XDG_CURRENT_DESKTOP"));
+    if (!command)
+        return false;
+    const QString program = command->takeFirst();
+    return QProcess::startDetached(program, *command);
+}
 
 constexpr std::array meetingSchemes{QLatin1String("https"), QLatin1String("zoommtg"),
                                     QLatin1String("msteams")};

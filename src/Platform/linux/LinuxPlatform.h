@@ -27,7 +27,7 @@ std::unique_ptr<DefaultsStore> makeLinuxDefaultsStore();
 /// Starts this program at login, in a Flatpak by way of the desktop portal.
 std::unique_ptr<LoginItem> makeLinuxLoginItem();
 
-/// The platform of the running desktop. A \a systemBus that is not connected only means fewer events.
+/// The platform of the running desktop. A `systemBus` that is not connected only means fewer events.
 LinuxPlatform makeLinuxPlatform(const QDBusConnection &systemBus = QDBusConnection::systemBus());
 
 } // namespace mivora

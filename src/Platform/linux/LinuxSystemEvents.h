@@ -28,7 +28,7 @@ public:
         /// When the day after that of a time begins.
         std::function<QDateTime(const QDateTime &)> nextDay;
 
-        /// Those of the real system, with \a systemBus.
+        /// Those of the real system, with `systemBus`.
         static Sources ofTheSystem(const QDBusConnection &systemBus);
     };
 

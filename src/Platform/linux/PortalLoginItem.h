@@ -17,7 +17,7 @@ class PortalLoginItem final : public QObject, public LoginItem
     Q_OBJECT
 
 public:
-    /// The portal doesn't tell what it was last asked for, so its answers are kept in \a memory.
+    /// The portal doesn't tell what it was last asked for, so its answers are kept in `memory`.
     PortalLoginItem(std::unique_ptr<LoginItem> memory, const QDBusConnection &bus)
         : m_memory(std::move(memory)), m_bus(bus)
     {
