@@ -3,10 +3,6 @@ add_library(BenchStartedProgram STATIC StartedProgram.cpp)
 target_include_directories(BenchStartedProgram PUBLIC ${CMAKE_CURRENT_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/tests)
 target_link_libraries(BenchStartedProgram PUBLIC TestSupport Qt6::DBus PRIVATE MivoraOptions)
 
-# What the program pays for updates before anybody asks for one: it is started with and without an update feed.
-mivora_bench(UpdatesAtStart LIBRARIES BenchStartedProgram SOURCES UpdatesAtStart.cpp)
-add_dependencies(UpdatesAtStart mivora mivora-updates mivora-views)
-
 # The program in the tray beside the least one that shows an item there.
 mivora_bench(Tray LIBRARIES BenchStartedProgram SOURCES Tray.cpp CalendarSamples.cpp)
 add_executable(bare-tray-item BareTrayItem.cpp)

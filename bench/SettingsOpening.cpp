@@ -118,7 +118,7 @@ void useBothPages(SettingsUnderTest &test)
 // too.
 void firstOpening(benchmark::State &state)
 {
-    SettingsUnderTest test;
+    SettingsUnderTest test(std::chrono::milliseconds(200));
     fill(test.source);
     const double before = residentMegabytes();
     for (auto _ : state)
@@ -126,8 +126,8 @@ void firstOpening(benchmark::State &state)
     useBothPages(test);
     state.counters["open_MB"] = residentMegabytes() - before;
     test.window().close();
-    QTest::qWait(200);
-    test.controller.release();
+    if (!QTest::qWaitFor([&] { return !test.controller.window(); }))
+        return state.SkipWithError("the window isn't given back");
     state.counters["released_MB"] = residentMegabytes() - before;
 }
 
