@@ -1,5 +1,7 @@
+#include "Calendar/AccessMemory.h"
 #include "Calendar/EventKitSource.h"
-#include "Calendar/folder/FolderStore.h"
+#include "Calendar/MemoryStore.h"
+#include "CalendarFolder/FolderLoader.h"
 #include "CalendarSamples.h"
 #include "LoadWait.h"
 
@@ -20,10 +22,14 @@ constexpr Timestamp now = timestampFromSeconds(1773136800);  // 2026-03-10, 10:0
 constexpr Timestamp from = timestampFromSeconds(1773097200); // the beginning of that day in Berlin
 constexpr Timestamp to = from + Seconds(2 * 86400);
 
-std::unique_ptr<FolderStore> loadedStore(const std::string &root)
+std::unique_ptr<MemoryStore> loadedStore(const std::string &root)
 {
-    FolderStore::Setup setup{{{root}}, windowAround(now, QTimeZone("Europe/Berlin")), {"ann@example.com"}};
-    auto store = std::make_unique<FolderStore>(std::move(setup));
+    static AccessMemory access(QStringLiteral("/tmp/unused"), AccessMemory::Permission::given);
+    MemoryStore::Loaders loaders;
+    loaders.push_back(std::make_unique<FolderLoader>(
+        FolderLoader::Setup{.roots = {{root}}, .addresses = {"ann@example.com"}}));
+    auto store = std::make_unique<MemoryStore>(access, windowAround(now, QTimeZone("Europe/Berlin")),
+                                               std::move(loaders));
     waitUntilLoaded(*store);
     return store;
 }
@@ -35,7 +41,7 @@ void LoadStore(benchmark::State &state, MakeFolder makeFolder)
     for (auto _ : state) {
         auto store = loadedStore(root);
         state.PauseTiming();
-        count = store->events(from, to, std::nullopt).size();
+        count = store->meetings(from, to, std::nullopt).size();
         store.reset();
         state.ResumeTiming();
     }
@@ -74,7 +80,7 @@ void OneChangedFile(benchmark::State &state)
         std::ofstream(path) << text;
         while (!isSeen)
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        benchmark::DoNotOptimize(store->events(from, to, std::nullopt).size());
+        benchmark::DoNotOptimize(store->meetings(from, to, std::nullopt).size());
     }
 }
 

@@ -7,7 +7,7 @@ if(BUILD_TESTING)
     target_link_libraries(BenchEdsWorld PUBLIC TestSupport PRIVATE MivoraOptions)
     mivora_bench(
         DesktopCalendars
-        DEPENDS Calendar
+        DEPENDS Calendar CalendarEds
         LIBRARIES BenchEdsWorld
         SOURCES DesktopCalendars.cpp CalendarSamples.cpp CalendarSamples.h)
     add_dependencies(DesktopCalendars mivora-eds)

@@ -1,5 +1,7 @@
+#include "Calendar/AccessMemory.h"
 #include "Calendar/EventKitSource.h"
-#include "Calendar/desktop/DesktopStore.h"
+#include "Calendar/MemoryStore.h"
+#include "CalendarEds/DesktopLoader.h"
 #include "CalendarEds/EdsMaker.h"
 #include "CalendarEds/EdsWorld.h"
 #include "CalendarSamples.h"
@@ -48,12 +50,19 @@ double residentMegabytes()
     return double(resident) * double(sysconf(_SC_PAGESIZE)) / (1 << 20);
 }
 
-std::unique_ptr<DesktopStore> loadedStore()
+std::unique_ptr<MemoryStore> startedStore()
 {
-    auto store = std::make_unique<DesktopStore>(
-        DesktopStore::Setup{.bus = QDBusConnection::sessionBus(),
-                            .window = windowAround(now, QTimeZone("Europe/Berlin")),
-                            .addresses = {"ann@example.com"}});
+    static AccessMemory access(QStringLiteral("/tmp/unused"), AccessMemory::Permission::given);
+    MemoryStore::Loaders loaders;
+    loaders.push_back(std::make_unique<DesktopLoader>(
+        DesktopLoader::Setup{.bus = QDBusConnection::sessionBus(), .addresses = {"ann@example.com"}}));
+    return std::make_unique<MemoryStore>(access, windowAround(now, QTimeZone("Europe/Berlin")),
+                                         std::move(loaders));
+}
+
+std::unique_ptr<MemoryStore> loadedStore()
+{
+    auto store = startedStore();
     waitUntilLoaded(*store);
     return store;
 }
@@ -66,7 +75,7 @@ void Load(benchmark::State &state)
     for (auto _ : state) {
         auto store = loadedStore();
         state.PauseTiming();
-        count = store->events(now - Seconds(86400), now + Seconds(3 * 86400), std::nullopt).size();
+        count = store->meetings(now - Seconds(86400), now + Seconds(3 * 86400), std::nullopt).size();
         state.counters["residentMB"] = residentMegabytes() - before;
         store.reset();
         state.ResumeTiming();
@@ -100,7 +109,7 @@ void OneChange(benchmark::State &state)
     if (version == 0)
         desktop->maker.create(desktop->calendar, changedEvent(0));
     const auto isSeen = [&] {
-        for (const auto &event : store->events(now, now + Seconds(14 * 3600), std::nullopt))
+        for (const auto &event : store->meetings(now, now + Seconds(14 * 3600), std::nullopt))
             if (event->title == std::to_string(version))
                 return true;
         return false;
@@ -120,10 +129,7 @@ void LongestPauseWhileLoading(benchmark::State &state)
 {
     double longest = 0;
     for (auto _ : state) {
-        auto store = std::make_unique<DesktopStore>(
-            DesktopStore::Setup{.bus = QDBusConnection::sessionBus(),
-                                .window = windowAround(now, QTimeZone("Europe/Berlin")),
-                                .addresses = {}});
+        auto store = startedStore();
         while (!store->isLoaded()) {
             QElapsedTimer timer;
             timer.start();

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "Calendar/EventStore.h"
-#include "Calendar/folder/FolderStore.h"
+#include "Meetings/Timestamp.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -10,9 +9,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTimeZone>
-#include <algorithm>
 #include <string>
-#include <vector>
 
 namespace mivora {
 
@@ -28,7 +25,7 @@ inline Timestamp at(const char *text)
         double(QDateTime::fromString(QLatin1String(text), Qt::ISODate).toSecsSinceEpoch()));
 }
 
-/// A calendar with one event of an hour; \a start as in "20260310T090000Z".
+/// A calendar with one event of an hour; start as in "20260310T090000Z".
 inline std::string eventText(const std::string &title, const std::string &start = "20260310T090000Z",
                              const std::string &more = {})
 {
@@ -37,7 +34,7 @@ inline std::string eventText(const std::string &title, const std::string &start 
            "\r\n" + more + "END:VEVENT\r\nEND:VCALENDAR\r\n";
 }
 
-/// Runs the event loop until \a condition holds; false when it doesn't within \a limit.
+/// Runs the event loop until condition holds; false when it doesn't within limit.
 template<typename Condition>
 bool waitFor(Condition condition, std::chrono::milliseconds limit = std::chrono::seconds(10))
 {
@@ -48,12 +45,6 @@ bool waitFor(Condition condition, std::chrono::milliseconds limit = std::chrono:
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 10);
     }
     return true;
-}
-
-/// Lets the event loop run for \a time.
-inline void waitAWhile(std::chrono::milliseconds time)
-{
-    waitFor([] { return false; }, time);
 }
 
 /// A folder that is gone with the test.
@@ -102,52 +93,6 @@ public:
 
 private:
     QTemporaryDir m_dir;
-};
-
-/// A loaded store, by default for the days around 10 March 2026 in UTC, that counts its changes.
-class LoadedStore
-{
-public:
-    explicit LoadedStore(const std::vector<std::string> &roots, std::vector<std::string> addresses = {},
-                         const QTimeZone &zone = QTimeZone::utc(), const char *now = "2026-03-10T08:00:00Z")
-        : m_store({rootsAt(roots), windowAround(at(now), zone), std::move(addresses)})
-    {
-        QObject::connect(&m_store, &EventStore::changed, &m_store, [this] { ++m_changes; });
-        waitFor([this] { return m_store.isLoaded(); });
-        m_changes = 0;
-    }
-
-    FolderStore &store() { return m_store; }
-
-    int changes() const { return m_changes; }
-
-    /// The sorted titles of the events of an interval.
-    std::vector<std::string> titles(const char *from = "2026-03-10T00:00:00Z",
-                                    const char *to = "2026-03-11T00:00:00Z")
-    {
-        std::vector<std::string> titles;
-        for (const auto &event : m_store.events(at(from), at(to), std::nullopt))
-            titles.push_back(event->title.value_or("-"));
-        std::sort(titles.begin(), titles.end());
-        return titles;
-    }
-
-    bool waitForTitles(const std::vector<std::string> &wanted)
-    {
-        return waitFor([&] { return titles() == wanted; }, std::chrono::seconds(5));
-    }
-
-private:
-    static std::vector<CalendarRoot> rootsAt(const std::vector<std::string> &paths)
-    {
-        std::vector<CalendarRoot> roots;
-        for (const std::string &path : paths)
-            roots.push_back({path, roots.empty() ? "" : path.substr(path.rfind('/') + 1) + ':'});
-        return roots;
-    }
-
-    FolderStore m_store;
-    int m_changes = 0;
 };
 
 } // namespace mivora

@@ -48,38 +48,12 @@ TEST_F(EventKitSourceTest, mapsTheAuthorizationAndGivesNothingWithoutFullAccess)
     }
 }
 
-TEST_F(EventKitSourceTest, takesTheAnswerOfTheFirstAttendeeWhoIsTheUser)
-{
-    using Status = ParticipantStatus;
-    const std::vector<std::pair<std::vector<StoreAttendee>, Participation>> cases{
-        {{}, Participation::unknown},
-        {{{"a@example.com", Status::accepted, false}}, Participation::unknown},
-        {{{"a@example.com", Status::accepted, true}}, Participation::accepted},
-        {{{"a@example.com", Status::declined, true}}, Participation::declined},
-        {{{"a@example.com", Status::tentative, true}}, Participation::tentative},
-        {{{"a@example.com", Status::pending, true}}, Participation::unknown},
-        {{{"a@example.com", Status::delegated, true}}, Participation::unknown},
-        {{{"b@example.com", Status::declined, false},
-          {"a@example.com", Status::tentative, true},
-          {"a@example.org", Status::accepted, true}},
-         Participation::tentative},
-    };
-    for (const auto &[attendees, expected] : cases) {
-        store->storeEvents.clear();
-        store->add("Meeting", 0).attendees = attendees;
-        const Meeting meeting = source.meetings(Timestamp{}, Timestamp{}, std::nullopt).at(0);
-        EXPECT_EQ(meeting.participation, expected);
-        EXPECT_EQ(meeting.attendeeCount, std::int64_t(attendees.size()));
-    }
-}
-
 TEST_F(EventKitSourceTest, sortsMeetingsByStartThenTitleAndDropsNone)
 {
     store->add("later", 7200);
     store->add("b", 3600).isAllDay = true;
     store->add("B", 3600);
     store->add("a\xcc\x88", 3600);
-    store->add("orphan", 0).calendarID.reset();
     store->add("  ", 0).title = "  ";
     EXPECT_THAT(titles(), ElementsAre("Untitled", "B", "b", "a\xcc\x88", "later"));
 }
@@ -101,8 +75,9 @@ TEST_F(EventKitSourceTest, queriesOnlyCalendarsThatExist)
     EXPECT_TRUE(titles(std::set<std::string>{}).empty());
     EXPECT_TRUE(titles(std::set<std::string>{"gone"}).empty());
     EXPECT_EQ(store->queries, 0);
-    titles(std::set<std::string>{"gone", "home"});
-    EXPECT_EQ(store->lastSelection, std::set<std::string>{"home"});
+    const std::set<std::string> selection{"gone", "home"};
+    titles(selection);
+    EXPECT_EQ(store->lastSelection, selection);
     titles();
     EXPECT_EQ(store->lastSelection, std::nullopt);
 }

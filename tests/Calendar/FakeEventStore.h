@@ -4,6 +4,7 @@
 
 #include <QTimeZone>
 #include <QTimer>
+#include <deque>
 
 namespace mivora {
 
@@ -12,44 +13,44 @@ class FakeEventStore final : public EventStore
 {
 public:
     AuthorizationStatus status = AuthorizationStatus::fullAccess;
-    std::vector<StoreCalendar> storeCalendars;
-    StoreEvents storeEvents;
-    bool grants = true;
+    std::vector<CalendarInfo> storeCalendars;
+    std::deque<EventSnapshot> storeEvents;
     bool loaded = true;
     int queries = 0;
-    std::optional<std::set<std::string>> lastSelection;
     QTimeZone zone;
+    std::optional<std::set<std::string>> lastSelection;
 
     AuthorizationStatus authorizationStatus() const override { return status; }
 
     void requestFullAccess(AccessAnswer answer) override
     {
-        QTimer::singleShot(0, this, [this, answer] { answer(grants); });
+        QTimer::singleShot(0, this, [answer] { answer(true); });
     }
 
-    std::vector<StoreCalendar> calendars() const override { return storeCalendars; }
+    std::vector<CalendarInfo> calendars() const override { return storeCalendars; }
 
-    StoreEvents events(Timestamp, Timestamp, const std::optional<std::set<std::string>> &ids) override
+    Meetings meetings(Timestamp, Timestamp, const std::optional<std::set<std::string>> &ids) override
     {
         ++queries;
         lastSelection = ids;
-        return storeEvents;
+        Meetings meetings;
+        for (const EventSnapshot &event : storeEvents)
+            meetings.push_back(std::make_shared<const Meeting>(Meeting::fromSnapshot(event)));
+        return meetings;
     }
 
     bool isLoaded() const override { return loaded; }
 
     void setTimeZone(const QTimeZone &newZone) override { zone = newZone; }
 
-    StoreEvent &add(const std::string &title, double start, const std::string &calendarID = "work")
+    /// Adds a meeting of an hour.
+    EventSnapshot &add(const std::string &title, double start, const std::string &calendarID = "work")
     {
-        auto event = std::make_shared<StoreEvent>();
-        event->eventIdentifier = title;
-        event->title = title;
-        event->start = timestampFromSeconds(start);
-        event->end = timestampFromSeconds(start + 3600);
-        event->calendarID = calendarID;
-        storeEvents.push_back(event);
-        return *event;
+        return storeEvents.emplace_back(EventSnapshot{.eventIdentifier = title,
+                                                      .title = title,
+                                                      .start = timestampFromSeconds(start),
+                                                      .end = timestampFromSeconds(start + 3600),
+                                                      .calendarID = calendarID});
     }
 };
 

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "Calendar/CalendarLoader.h"
+#include "Calendar/MeetingList.h"
+
+namespace mivora {
+
+class AccessMemory;
+
+/// The user's calendars in memory, as loaders find them. Desktops have no permission of their own for
+/// calendars, so this store asks the user: nothing is given before the permission is remembered.
+class MemoryStore final : public EventStore
+{
+    Q_OBJECT
+
+public:
+    using Loaders = std::vector<std::unique_ptr<CalendarLoader>>;
+
+    /// Begins to load `window` with the event loop. `access` must outlive the store.
+    MemoryStore(AccessMemory &access, EventWindow window, Loaders loaders, QObject *parent = nullptr);
+
+    /// Not determined until allowed; then full when one kind of calendars can be read, else restricted when
+    /// one is, else denied.
+    AuthorizationStatus authorizationStatus() const override;
+
+    /// The user pressed "allow": remembered, and answered when everything is loaded.
+    void requestFullAccess(AccessAnswer answer) override;
+
+    std::vector<CalendarInfo> calendars() const override;
+    Meetings meetings(Timestamp from, Timestamp to,
+                      const std::optional<std::set<std::string>> &calendarIDs) override;
+    bool isLoaded() const override;
+    void setTimeZone(const QTimeZone &zone) override;
+
+private:
+    /// What one loader found. Nobody is told that access is missing before that is known.
+    struct Part
+    {
+        std::unique_ptr<CalendarLoader> loader;
+        std::vector<CalendarInfo> calendars{};
+        AuthorizationStatus status = AuthorizationStatus::fullAccess;
+        bool isLoaded = false;
+    };
+
+    void start();
+    void take(Part &part, StoreUpdate update);
+    void extendWindow(Timestamp from, Timestamp to);
+    void setWindow(EventWindow window);
+    void answerRequests();
+
+    AccessMemory &m_access;
+    EventWindow m_window;
+    /// What was asked for since the window was chosen.
+    std::optional<std::pair<Timestamp, Timestamp>> m_asked;
+    MeetingList m_meetings;
+    std::vector<AccessAnswer> m_waiting;
+    std::vector<Part> m_parts;
+};
+
+} // namespace mivora

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "Calendar/CalendarLoader.h"
+#include "CalendarEds/DesktopCalendars.h"
+
+#include <map>
+#include <mutex>
+#include <unordered_map>
+
+namespace mivora {
+
+/// The text of the desktop's calendars, and its meetings in the loaded days.
+class DesktopEvents final : public DesktopCalendarsReader
+{
+public:
+    /// Stands before the identifiers of the desktop's calendars, which are any text.
+    static constexpr std::string_view idPrefix = "desktop:";
+
+    /// `addresses` are the user's own, for calendars whose owner is not known. `deliver` is called on the
+    /// reader's thread, whenever all that was told belongs together.
+    DesktopEvents(EventWindow window, std::vector<std::string> addresses, CalendarLoader::Deliver deliver);
+
+    /// Wants other days; settle() brings them. Can be called on any thread.
+    void setWindow(EventWindow window);
+    EventWindow window() const;
+
+    void setAccess(DesktopAccess access) override;
+    void setAccounts(DesktopAccounts accounts) override;
+    void startLoad(const std::string &calendarID) override;
+    void finishLoad(const std::string &calendarID) override;
+    void putObjects(const std::string &calendarID, std::vector<CalendarObject> objects) override;
+    void removeObjects(const std::string &calendarID, const std::vector<ObjectName> &names) override;
+    void putTimeZone(const std::string &calendarID, const std::string &id, std::string text) override;
+    void settle(bool hasAll) override;
+    void report(const std::string &message) override;
+
+private:
+    struct Object
+    {
+        std::string text;
+        /// It was there before a load that has yet to tell of it.
+        bool isDoubtful = false;
+    };
+
+    /// All components with one UID.
+    struct Event
+    {
+        /// By recurrence identifier.
+        std::map<std::string, Object> objects;
+        Meetings meetings;
+    };
+
+    /// What an event has to be expanded again for.
+    enum class Reason { newContext, newText };
+
+    struct Calendar
+    {
+        DesktopCalendar info;
+        /// Who counts as the user.
+        std::vector<std::string> addresses;
+        std::unordered_map<std::string, Event> events;
+        /// VTIMEZONEs by their identifiers.
+        std::map<std::string, std::string> timeZones;
+        /// By UID.
+        std::map<std::string, Reason> changed;
+    };
+
+    Calendar *find(const std::string &id);
+    static void markAll(Calendar &calendar);
+    void takeWindow();
+    MeetingChanges update();
+    std::vector<CalendarInfo> calendars() const;
+    void expand(Calendar &calendar, const std::string &uid, Reason reason, MeetingChanges &changes);
+    Meetings meetingsOf(const Calendar &calendar, const Event &event, Reason reason);
+
+    std::vector<std::string> m_addresses;
+    CalendarLoader::Deliver m_deliver;
+    EventWindow m_window;
+    mutable std::mutex m_mutex;
+    EventWindow m_wantedWindow;
+    AuthorizationStatus m_status = AuthorizationStatus::fullAccess;
+    bool m_isLoaded = false;
+    std::map<std::string, Calendar> m_calendars;
+    /// In the order of the accounts.
+    std::vector<std::string> m_order;
+    /// Of calendars that went.
+    Meetings m_dropped;
+    std::vector<CalendarInfo> m_told;
+};
+
+} // namespace mivora

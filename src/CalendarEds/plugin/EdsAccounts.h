@@ -1,0 +1,16 @@
+#pragma once
+
+#include "CalendarEds/DesktopCalendars.h"
+
+#include <libedataserver/libedataserver.h>
+
+namespace mivora {
+
+/// \a source, a calendar, as the program knows it. \a address is what the calendar itself calls its e-mail
+/// address; may be empty.
+DesktopCalendar describeCalendar(ESourceRegistry *registry, ESource *source, const std::string &address);
+
+/// The addresses of the user's mail accounts, in lower case.
+std::vector<std::string> mailAddresses(ESourceRegistry *registry);
+
+} // namespace mivora

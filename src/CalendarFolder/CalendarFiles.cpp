@@ -1,0 +1,277 @@
+#include "CalendarFolder/CalendarFiles.h"
+
+#include "Calendar/MeetingList.h"
+
+#include <QString>
+#include <algorithm>
+#include <sys/stat.h>
+
+namespace mivora {
+
+namespace {
+
+/// Text for settings and JSON, whatever bytes the file system holds.
+std::string validUtf8(const std::string &bytes)
+{
+    return QString::fromStdString(bytes).toStdString();
+}
+
+std::string titleOf(const FolderListing &folder)
+{
+    return folder.properties.displayName.value_or(folder.path.substr(folder.path.rfind('/') + 1));
+}
+
+bool isCalendar(const FolderListing &folder, bool hasCalendarsBelow)
+{
+    if (!folder.files.empty())
+        return true;
+    const FolderProperties &properties = folder.properties;
+    return folder.depth > 0 && !hasCalendarsBelow && (properties.displayName || properties.color);
+}
+
+/// Whether a calendar lies in the folder at `index`. Parents stand right before what they hold.
+bool hasCalendarsBelow(const std::vector<FolderListing> &folders, std::size_t index)
+{
+    for (std::size_t i = index + 1; i < folders.size() && folders[i].depth > folders[index].depth; ++i) {
+        if (isCalendar(folders[i], false))
+            return true;
+    }
+    return false;
+}
+
+FolderCalendar calendarOf(const FolderListing &folder, const std::string &accountTitle,
+                          const std::string &prefix)
+{
+    return {.path = folder.path,
+            .id = validUtf8(prefix + folder.relativePath),
+            .title = validUtf8(titleOf(folder)),
+            .accountTitle = validUtf8(folder.depth == 2 ? accountTitle : std::string()),
+            .properties = folder.properties,
+            .filesAreCalendars = folder.depth == 0};
+}
+
+/// Drops the files that are no longer listed, and gives those that are new or not what they were.
+void updateFiles(FileCollection &collection, const std::vector<std::string> &names, bool meetingsDiffer,
+                 std::vector<FileJob> &jobs, MeetingChanges &changes)
+{
+    const std::unordered_set<std::string_view> listed(names.begin(), names.end());
+    for (auto file = collection.files.begin(); file != collection.files.end();)
+        file = listed.contains(file->first) ? std::next(file) : collection.forget(file, changes);
+    const FileDescriptor folder =
+        collection.files.empty() ? FileDescriptor() : openFolder(collection.calendar.path);
+    for (const std::string &name : names) {
+        const auto [file, isNew] = collection.files.try_emplace(name);
+        struct stat status = {};
+        if (isNew || (meetingsDiffer && !file->second.occurrences.empty()) || !file->second.isStampSure ||
+            ::fstatat(folder.number(), name.c_str(), &status, 0) != 0 ||
+            FileStamp::of(status) != file->second.stamp)
+            jobs.push_back({&collection, &*file});
+    }
+}
+
+bool overlapsWindow(const CalendarFile &file, const EventWindow &window, double slack)
+{
+    return file.earliest - slack <= secondsSinceEpoch(window.to) &&
+           file.latest + slack >= secondsSinceEpoch(window.from);
+}
+
+bool liesInside(const CalendarFile &file, const EventWindow &window)
+{
+    return file.earliest >= secondsSinceEpoch(window.from) && file.latest <= secondsSinceEpoch(window.to);
+}
+
+void keepOverlapping(CalendarFile &file, const EventWindow &window)
+{
+    std::erase_if(file.occurrences, [&](const CalendarFile::Occurrence &occurrence) {
+        return !overlaps(occurrence.meeting->start, occurrence.meeting->end, window.from, window.to);
+    });
+}
+
+/// Of each event the latest version, in order of the identifiers.
+void keepLatest(std::vector<ical::EventVersion> &versions)
+{
+    const auto comesFirst = [](const ical::EventVersion &left, const ical::EventVersion &right) {
+        return left.uid != right.uid ? left.uid < right.uid : left.isLaterThan(right);
+    };
+    const auto isSame = [](const ical::EventVersion &left, const ical::EventVersion &right) {
+        return left.uid == right.uid;
+    };
+    std::sort(versions.begin(), versions.end(), comesFirst);
+    versions.erase(std::unique(versions.begin(), versions.end(), isSame), versions.end());
+    versions.shrink_to_fit();
+}
+
+ical::EventVersion versionIn(const CalendarFile &file, std::size_t uid)
+{
+    const auto found =
+        std::lower_bound(file.versions.begin(), file.versions.end(), uid,
+                         [](const ical::EventVersion &version, std::size_t id) { return version.uid < id; });
+    return found != file.versions.end() && found->uid == uid ? *found : ical::EventVersion{};
+}
+
+void showLatest(const FileCollection &collection, FileCollection::File &file, MeetingChanges &changes)
+{
+    Meetings latest;
+    for (const auto &[uid, meeting] : file.second.occurrences)
+        if (uid == 0 || collection.isLatest(file, uid))
+            latest.push_back(meeting);
+    keepUnchanged(std::move(file.second.shown), latest, changes);
+    file.second.shown = std::move(latest);
+}
+
+void appendFileCalendars(const FileCollection &root, std::vector<CalendarInfo> &calendars)
+{
+    const std::size_t first = calendars.size();
+    for (const auto &[name, file] : root.files)
+        calendars.push_back({.id = root.calendar.idFor(name),
+                             .title = validUtf8(file.name.value_or(name.substr(0, name.size() - 4))),
+                             .accountTitle = {},
+                             .color = file.color ? file.color : root.calendar.properties.color});
+    std::sort(calendars.begin() + std::ptrdiff_t(first), calendars.end(),
+              [](const CalendarInfo &left, const CalendarInfo &right) { return left.id < right.id; });
+}
+
+} // namespace
+
+std::string FolderCalendar::idFor(const std::string &fileName) const
+{
+    return filesAreCalendars ? id + validUtf8(fileName) : id;
+}
+
+void FileCollection::setVersions(File &file, std::vector<ical::EventVersion> versions)
+{
+    touched.insert(&file);
+    if (calendar.filesAreCalendars)
+        return;
+    keepLatest(versions);
+    if (versions == file.second.versions)
+        return;
+    for (const ical::EventVersion &version : std::exchange(file.second.versions, std::move(versions))) {
+        for (auto [holder, last] = holders.equal_range(version.uid); holder != last;) {
+            touched.insert(holder->second);
+            holder = holder->second == &file ? holders.erase(holder) : std::next(holder);
+        }
+    }
+    for (const ical::EventVersion &version : file.second.versions) {
+        holders.emplace(version.uid, &file);
+        for (auto [holder, last] = holders.equal_range(version.uid); holder != last; ++holder)
+            touched.insert(holder->second);
+    }
+}
+
+bool FileCollection::isLatest(const File &file, std::size_t uid) const
+{
+    const auto [first, last] = holders.equal_range(uid);
+    return std::all_of(first, last, [&](const auto &holder) {
+        const File &other = *holder.second;
+        const ical::EventVersion own = versionIn(file.second, uid), theirs = versionIn(other.second, uid);
+        // Of equal ones any will do, but the same at each start.
+        return own.isLaterThan(theirs) || (!theirs.isLaterThan(own) && file.first <= other.first);
+    });
+}
+
+auto FileCollection::forget(decltype(files)::iterator file, MeetingChanges &changes)
+    -> decltype(files)::iterator
+{
+    setVersions(*file, {});
+    touched.erase(&*file);
+    Meetings &shown = file->second.shown;
+    changes.removed.insert(changes.removed.end(), shown.begin(), shown.end());
+    return files.erase(file);
+}
+
+std::vector<FileJob> CalendarFiles::update(const std::vector<FolderListing> &folders, MeetingChanges &changes)
+{
+    std::unordered_map<std::string, std::unique_ptr<FileCollection>> previous;
+    for (std::unique_ptr<FileCollection> &collection : std::exchange(m_collections, {})) {
+        const std::string path = collection->calendar.path;
+        previous.emplace(path, std::move(collection));
+    }
+    std::vector<FileJob> jobs;
+    std::string accountTitle;
+    for (std::size_t i = 0; i < folders.size(); ++i) {
+        const FolderListing &folder = folders[i];
+        if (folder.depth == 1)
+            accountTitle = titleOf(folder);
+        if (!isCalendar(folder, hasCalendarsBelow(folders, i)))
+            continue;
+        std::unique_ptr<FileCollection> &collection = previous[folder.path];
+        if (!collection)
+            collection = std::make_unique<FileCollection>();
+        FolderCalendar calendar = calendarOf(folder, accountTitle, m_roots[folder.rootIndex].prefix);
+        // Titles and owners tell who the user is.
+        const bool isAnother = calendar != collection->calendar;
+        collection->calendar = std::move(calendar);
+        updateFiles(*collection, folder.files, isAnother, jobs, changes);
+        m_collections.push_back(std::move(collection));
+    }
+    for (const auto &[path, gone] : previous) {
+        if (gone)
+            while (!gone->files.empty())
+                gone->forget(gone->files.begin(), changes);
+    }
+    return jobs;
+}
+
+std::optional<FileJob> CalendarFiles::jobFor(const std::string &folder, const std::string &name)
+{
+    const auto found = std::find_if(m_collections.begin(), m_collections.end(), [&](const auto &collection) {
+        return collection->calendar.path == folder;
+    });
+    if (found == m_collections.end() || !isCalendarFileName(name))
+        return std::nullopt;
+    FileCollection &collection = **found;
+    // A new file in a root is a new calendar, which comes with the listing of its folder.
+    const auto file = collection.calendar.filesAreCalendars ? collection.files.find(name)
+                                                            : collection.files.try_emplace(name).first;
+    if (file == collection.files.end())
+        return std::nullopt;
+    return FileJob{&collection, &*file};
+}
+
+std::vector<FileJob> CalendarFiles::changeWindow(const EventWindow &from, const EventWindow &to)
+{
+    // Floating times and whole days move with the zone, by a day at most.
+    const bool zoneDiffers = from.zone != to.zone;
+    const double slack = zoneDiffers ? 86400 : 0;
+    std::vector<FileJob> jobs;
+    for (const std::unique_ptr<FileCollection> &collection : m_collections) {
+        for (FileCollection::File &file : collection->files) {
+            collection->touched.insert(&file);
+            if (file.second.earliest > file.second.latest || !overlapsWindow(file.second, to, slack))
+                file.second.occurrences.clear();
+            else if (!zoneDiffers && liesInside(file.second, from))
+                keepOverlapping(file.second, to);
+            else
+                jobs.push_back({collection.get(), &file});
+        }
+    }
+    return jobs;
+}
+
+void CalendarFiles::remove(const FileJob &job, MeetingChanges &changes)
+{
+    job.collection->forget(job.collection->files.find(job.name()), changes);
+}
+
+void CalendarFiles::show(MeetingChanges &changes)
+{
+    for (const std::unique_ptr<FileCollection> &collection : m_collections)
+        for (FileCollection::File *file : std::exchange(collection->touched, {}))
+            showLatest(*collection, *file, changes);
+}
+
+std::vector<CalendarInfo> CalendarFiles::calendars() const
+{
+    std::vector<CalendarInfo> calendars;
+    for (const std::unique_ptr<FileCollection> &collection : m_collections) {
+        const FolderCalendar &folder = collection->calendar;
+        if (folder.filesAreCalendars)
+            appendFileCalendars(*collection, calendars);
+        else
+            calendars.push_back({folder.id, folder.title, folder.accountTitle, folder.properties.color});
+    }
+    return calendars;
+}
+
+} // namespace mivora

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "CalendarFolder/CalendarFiles.h"
+
+#include <atomic>
+
+namespace mivora {
+
+/// What the files are read for.
+struct LoadRequest
+{
+    EventWindow window;
+    /// The user's addresses, as `ical::mailAddress()` writes them; used where a calendar names no owner.
+    std::vector<std::string> addresses;
+    /// How long a file that had events may be empty or end in the middle before they are dropped: some
+    /// programs truncate a file and then write it.
+    std::chrono::milliseconds halfWrittenTime;
+    /// Set by another thread to end the work early.
+    const std::atomic<bool> *isCancelled = nullptr;
+};
+
+/// A file that is up to date, and the events that it holds.
+struct ReadFile
+{
+    FileJob job;
+    std::vector<ical::EventVersion> versions{};
+};
+
+struct LoadResult
+{
+    std::vector<ReadFile> read;
+    /// Files that were not there any more, or were no files.
+    std::vector<FileJob> vanished;
+    /// Files that were found half written, and kept their events; to be read again after the time for that.
+    std::vector<FileJob> halfWritten;
+};
+
+/// Reads the files of `jobs`, on two threads when there are many, and brings them up to date. Each file that
+/// can't be read or understood is logged in one line.
+LoadResult loadFiles(const std::vector<FileJob> &jobs, const LoadRequest &request);
+
+} // namespace mivora

@@ -1,0 +1,109 @@
+#include "CalendarFolder/FileReading.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace mivora {
+
+FileStamp FileStamp::of(const struct stat &status)
+{
+    return {std::int64_t(status.st_mtim.tv_sec) * 1'000'000'000 + status.st_mtim.tv_nsec,
+            std::int64_t(status.st_size), std::uint64_t(status.st_ino)};
+}
+
+FileDescriptor &FileDescriptor::operator=(FileDescriptor &&other) noexcept
+{
+    std::swap(m_number, other.m_number);
+    return *this;
+}
+
+FileDescriptor::~FileDescriptor()
+{
+    if (isOpen())
+        ::close(m_number);
+}
+
+int FileDescriptor::release()
+{
+    return std::exchange(m_number, -1);
+}
+
+FileDescriptor openFolder(const std::string &path)
+{
+    return FileDescriptor(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+}
+
+ReadStatus FileReader::read(int folder, const char *name, std::int64_t limit)
+{
+    m_length = 0;
+    // Without O_NONBLOCK a pipe named like a calendar would hold us up until somebody writes to it.
+    const FileDescriptor file(::openat(folder, name, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    struct stat status = {};
+    if (!file.isOpen()) {
+        const int reason = errno;
+        m_stamp = ::fstatat(folder, name, &status, 0) == 0 ? FileStamp::of(status) : FileStamp();
+        errno = reason;
+        if (reason == ENXIO)
+            return ReadStatus::notAFile;
+        return reason == ENOENT ? ReadStatus::vanished : ReadStatus::failed;
+    }
+    if (::fstat(file.number(), &status) != 0)
+        return ReadStatus::failed;
+    if (!S_ISREG(status.st_mode))
+        return ReadStatus::notAFile;
+    m_stamp = FileStamp::of(status);
+    if (m_stamp.size > limit)
+        return ReadStatus::tooLarge;
+    reserve(std::size_t(m_stamp.size) + 1);
+    return readAll(file.number(), limit);
+}
+
+ReadStatus FileReader::readAll(int file, std::int64_t limit)
+{
+    constexpr std::size_t part = 4 << 20;
+    for (;;) {
+        if (m_length == m_capacity)
+            reserve(2 * m_capacity);
+        const std::size_t room = std::min(m_capacity - m_length, part);
+        const ssize_t count = ::read(file, m_memory.get() + m_length, room);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            return ReadStatus::failed;
+        m_length += std::size_t(count);
+        // A regular file gives less than was asked for at its end only.
+        if (std::size_t(count) < room)
+            return ReadStatus::done;
+        if (std::int64_t(m_length) > limit)
+            return ReadStatus::tooLarge;
+    }
+}
+
+void FileReader::reserve(std::size_t capacity)
+{
+    if (capacity <= m_capacity)
+        return;
+    capacity = std::max<std::size_t>(capacity, 64 << 10);
+    std::unique_ptr<char[]> larger(new char[capacity]);
+    if (m_length > 0)
+        std::memcpy(larger.get(), m_memory.get(), m_length);
+    m_memory = std::move(larger);
+    m_capacity = capacity;
+}
+
+void FileReader::trim()
+{
+    constexpr std::size_t usual = 4 << 20;
+    if (m_capacity <= usual)
+        return;
+    m_memory.reset();
+    m_capacity = 0;
+    m_length = 0;
+}
+
+} // namespace mivora

@@ -1,0 +1,244 @@
+#include "Calendar/AccessMemory.h"
+#include "Calendar/CalendarFolder.h"
+#include "Calendar/MemoryStore.h"
+
+#include <gmock/gmock.h>
+
+namespace mivora {
+
+namespace {
+
+using Status = AuthorizationStatus;
+using testing::ElementsAre;
+
+/// A loader that says what the test has it say.
+class FakeLoader final : public CalendarLoader
+{
+public:
+    void start(const EventWindow &window, Deliver deliver) override
+    {
+        windows.push_back(window);
+        m_deliver = std::move(deliver);
+    }
+
+    void setWindow(const EventWindow &window) override { windows.push_back(window); }
+
+    void tell(StoreUpdate update)
+    {
+        m_deliver(std::move(update));
+        QCoreApplication::processEvents();
+    }
+
+    std::vector<EventWindow> windows;
+
+private:
+    Deliver m_deliver;
+};
+
+std::shared_ptr<const Meeting> meeting(const std::string &title, double start, double end,
+                                       const std::string &calendar = "work")
+{
+    return std::make_shared<const Meeting>(Meeting{.title = title,
+                                                   .start = timestampFromSeconds(start),
+                                                   .end = timestampFromSeconds(end),
+                                                   .calendarID = calendar});
+}
+
+class MemoryStoreTest : public testing::Test
+{
+protected:
+    MemoryStoreTest()
+    {
+        access.allow();
+        QObject::connect(&store, &EventStore::changed, &store, [this] { ++changes; });
+        QCoreApplication::processEvents();
+    }
+
+    MemoryStore::Loaders loaders()
+    {
+        MemoryStore::Loaders loaders;
+        loaders.push_back(std::unique_ptr<CalendarLoader>(first));
+        loaders.push_back(std::unique_ptr<CalendarLoader>(second));
+        return loaders;
+    }
+
+    std::vector<std::string> titles(double from, double to,
+                                    const std::optional<std::set<std::string>> &ids = {})
+    {
+        std::vector<std::string> titles;
+        for (const auto &found : store.meetings(timestampFromSeconds(from), timestampFromSeconds(to), ids))
+            titles.push_back(found->title);
+        return titles;
+    }
+
+    CalendarFolder folder;
+    AccessMemory access{QString::fromStdString(folder.path("state"))};
+    FakeLoader *first = new FakeLoader;
+    FakeLoader *second = new FakeLoader;
+    EventWindow window = windowAround(at("2026-03-10T08:00:00Z"), QTimeZone::utc());
+    MemoryStore store{access, window, loaders()};
+    int changes = 0;
+};
+
+} // namespace
+
+TEST_F(MemoryStoreTest, givesTheBestAccessOfItsLoadersOnceAllowed)
+{
+    struct Case
+    {
+        Status first;
+        Status second;
+        Status expected;
+    };
+
+    EXPECT_EQ(store.authorizationStatus(), Status::fullAccess) << "until it is known";
+    for (const Case &c : {Case{Status::fullAccess, Status::denied, Status::fullAccess},
+                          Case{Status::restricted, Status::fullAccess, Status::fullAccess},
+                          Case{Status::denied, Status::restricted, Status::restricted},
+                          Case{Status::denied, Status::denied, Status::denied}}) {
+        first->tell({.status = c.first});
+        second->tell({.status = c.second});
+        EXPECT_EQ(store.authorizationStatus(), c.expected);
+    }
+    access.reset();
+    EXPECT_EQ(store.authorizationStatus(), Status::notDetermined);
+}
+
+TEST_F(MemoryStoreTest, remembersTheRequestAndAnswersWhenAllIsLoaded)
+{
+    access.reset();
+    std::vector<bool> answers;
+    store.requestFullAccess([&](bool granted) { answers.push_back(granted); });
+    EXPECT_TRUE(AccessMemory(QString::fromStdString(folder.path("state"))).isAllowed());
+    first->tell({.status = Status::denied});
+    EXPECT_FALSE(store.isLoaded());
+    EXPECT_THAT(answers, ElementsAre());
+    second->tell({.status = Status::fullAccess});
+    EXPECT_TRUE(store.isLoaded());
+    EXPECT_THAT(answers, ElementsAre(true));
+    second->tell({.status = Status::denied});
+    store.requestFullAccess([&](bool granted) { answers.push_back(granted); });
+    EXPECT_THAT(answers, ElementsAre(true)) << "later";
+    QCoreApplication::processEvents();
+    EXPECT_THAT(answers, ElementsAre(true, false));
+}
+
+TEST_F(MemoryStoreTest, holdsWhatItIsToldAndTellsWhatIsNew)
+{
+    const auto early = meeting("early", 100, 200), late = meeting("late", 300, 400);
+    first->tell({.changes = {.added = {late, early}},
+                 .calendars = {{{"work", "Work", {}, {}}}},
+                 .status = Status::fullAccess});
+    second->tell({.changes = {.added = {meeting("home", 150, 160, "home")}},
+                  .calendars = {{{"home", "Home", {}, {}}}},
+                  .status = Status::fullAccess});
+    EXPECT_EQ(changes, 2);
+    EXPECT_THAT(titles(0, 1000), ElementsAre("early", "home", "late"));
+    EXPECT_THAT(titles(0, 1000, {{"work"}}), ElementsAre("early", "late"));
+    ASSERT_EQ(store.calendars().size(), 2U);
+    EXPECT_EQ(store.calendars()[1].title, "Home");
+    first->tell({.changes = {.removed = {early}}, .status = Status::fullAccess});
+    EXPECT_THAT(titles(0, 1000), ElementsAre("home", "late"));
+    first->tell({.status = Status::fullAccess});
+    EXPECT_EQ(changes, 3) << "nothing new";
+    first->tell({.status = Status::fullAccess, .isLoaded = false});
+    EXPECT_EQ(changes, 4);
+}
+
+TEST_F(MemoryStoreTest, findsWhatOverlaps)
+{
+    struct Case
+    {
+        const char *what;
+        double start;
+        double end;
+        bool isFound;
+    };
+
+    const std::vector<Case> cases{
+        {"around it", 0, 300, true},
+        {"before", 0, 50, false},
+        {"ends at the start", 0, 100, false},
+        {"runs into it", 0, 101, true},
+        {"no length before", 99, 99, false},
+        {"no length at its start", 100, 100, true},
+        {"inside", 120, 130, true},
+        {"no length inside", 150, 150, true},
+        {"runs out of it", 199, 250, true},
+        {"starts at its end", 200, 250, false},
+        {"no length at its end", 200, 200, false},
+    };
+    Meetings meetings;
+    std::vector<std::string> expected;
+    for (const Case &c : cases) {
+        meetings.push_back(meeting(c.what, c.start, c.end));
+        if (c.isFound)
+            expected.emplace_back(c.what);
+    }
+    first->tell({.changes = {.added = meetings}});
+    EXPECT_THAT(titles(100, 200), testing::UnorderedElementsAreArray(expected));
+}
+
+TEST_F(MemoryStoreTest, hasTheDaysLoadedThatAreAskedFor)
+{
+    // Two days in turn, as time passes: each is loaded a day ahead of need, and once.
+    const Timestamp start = at("2026-03-10T00:00:00Z");
+    constexpr Seconds day{86400};
+    int missing = 0;
+    for (int hour = 0; hour < 10 * 24; ++hour) {
+        const Timestamp from = start + Seconds(3600 * hour);
+        const EventWindow loaded = first->windows.back();
+        for (const Timestamp to : {from + day, from + 2 * day}) {
+            missing += loaded.from <= to - day && to <= loaded.to ? 0 : 1;
+            store.meetings(to - day, to, {});
+        }
+    }
+    EXPECT_EQ(missing, 0);
+    EXPECT_LT(first->windows.size(), 10U);
+    EXPECT_EQ(second->windows.size(), first->windows.size());
+    // Far away, and back: both stay loaded.
+    store.meetings(at("2026-07-20T00:00:00Z"), at("2026-07-21T00:00:00Z"), {});
+    const std::size_t count = first->windows.size();
+    for (const char *from : {"2026-03-19T00:00:00Z", "2026-07-20T00:00:00Z", "2026-03-19T00:00:00Z"})
+        store.meetings(at(from), at(from) + day, {});
+    EXPECT_EQ(first->windows.size(), count);
+    store.setTimeZone(QTimeZone::utc());
+    EXPECT_EQ(first->windows.size(), count) << "the zone that it is";
+    store.setTimeZone(zoneNamed("America/New_York"));
+    EXPECT_EQ(first->windows.back().zone, zoneNamed("America/New_York"));
+    EXPECT_EQ(first->windows.back().from, first->windows[count - 1].from);
+    store.meetings(Timestamp::min(), Timestamp::max(), {});
+    EXPECT_LT(first->windows.back().to - first->windows.back().from, 410 * day);
+}
+
+TEST(AccessMemory, followsWhatAnotherProcessDecides)
+{
+    const CalendarFolder folder;
+    const QString path = QString::fromStdString(folder.path("state/mivora/access"));
+    AccessMemory mine(path);
+    AccessMemory other(path);
+    int changes = 0;
+    QObject::connect(&mine, &AccessMemory::changed, &mine, [&] { ++changes; });
+    for (int i = 1; i <= 3; ++i) {
+        EXPECT_TRUE(other.allow());
+        EXPECT_TRUE(waitFor([&] { return mine.isAllowed(); }));
+        EXPECT_TRUE(other.reset());
+        EXPECT_TRUE(waitFor([&] { return !mine.isAllowed(); }));
+        EXPECT_EQ(changes, 2 * i);
+    }
+    EXPECT_FALSE(AccessMemory(path).isAllowed());
+}
+
+TEST(AccessMemory, takesOnlyItsOwnWord)
+{
+    const CalendarFolder folder;
+    const QString path = QString::fromStdString(folder.path("state.json"));
+    for (const auto &[text, isAllowed] : {std::pair("allowed\n", false),
+                                          {"{\"calendarAccess\": \"true\"}", false},
+                                          {"{\"calendarAccess\": true}", true}}) {
+        folder.write("state.json", text);
+        EXPECT_EQ(AccessMemory(path).isAllowed(), isAllowed) << text;
+    }
+}
+
+} // namespace mivora

@@ -1,0 +1,191 @@
+#include "CalendarFolder/LoadedStore.h"
+
+#include <QStandardPaths>
+#include <gmock/gmock.h>
+#include <set>
+#include <sys/stat.h>
+
+namespace mivora {
+
+namespace {
+
+/// A calendar in one line: "id|title|account|colour".
+std::string line(const CalendarInfo &calendar)
+{
+    return calendar.id + '|' + calendar.title + '|' + calendar.accountTitle + '|' +
+           (calendar.color ? calendar.color->hex() : "-");
+}
+
+struct Layout
+{
+    const char *what;
+    std::vector<std::pair<std::string, std::string>> files;
+    std::vector<std::string> calendars;
+};
+
+std::string named(const std::string &properties)
+{
+    return "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n" + properties + "END:VCALENDAR\r\n";
+}
+
+} // namespace
+
+TEST(FolderDiscovery, tellsCalendarsFromAccountsAndOtherFolders)
+{
+    const std::string event = eventText("Event");
+    const std::vector<Layout> layouts{
+        {"a folder of events", {{"work/a.ics", event}}, {"work|work||-"}},
+        {"its properties",
+         {{"work/a.ics", event},
+          {"work/displayname", " Work \r\nline 2"},
+          {"work/color", "\xef\xbb\xbfTomato\n"}},
+         {"work|Work||#ff6347"}},
+        {"an account",
+         {{"acme/work/a.ics", event}, {"acme/team/b.ics", event}, {"acme/displayname", "Acme Inc."}},
+         {"acme/team|team|Acme Inc.|-", "acme/work|work|Acme Inc.|-"}},
+        {"an account without a name", {{"acme/work/a.ics", event}}, {"acme/work|work|acme|-"}},
+        {"a calendar without events", {{"new/displayname", "New"}}, {"new|New||-"}},
+        {"a folder of neither", {{"notes/readme.txt", "x"}}, {}},
+        {"too deep", {{"a/b/c/d.ics", event}}, {}},
+        {"files in the root",
+         {{"holidays.ics", named("X-WR-CALNAME:Public holidays\r\nX-APPLE-CALENDAR-COLOR:#0A0B0CFF\r\n")},
+          {"plain.ics", event}},
+         {"holidays.ics|Public holidays||#0a0b0c", "plain.ics|plain||-"}},
+        {"a root with a colour", {{"plain.ics", event}, {"color", "#010203"}}, {"plain.ics|plain||#010203"}},
+        {"hidden and temporary",
+         {{".git/a.ics", event}, {"work/.a.ics", event}, {"work/a.ics.tmp", event}, {"old~/a.ics", event}},
+         {}},
+    };
+    for (const Layout &layout : layouts) {
+        SCOPED_TRACE(layout.what);
+        const CalendarFolder folder;
+        for (const auto &[name, text] : layout.files)
+            folder.write(name, text);
+        LoadedStore loaded({folder.path()});
+        std::vector<std::string> lines;
+        for (const CalendarInfo &calendar : loaded.store().calendars())
+            lines.push_back(line(calendar));
+        EXPECT_EQ(lines, layout.calendars);
+    }
+}
+
+TEST(FolderDiscovery, followsLinksButNotInCirclesAndReadsFilesOnly)
+{
+    const CalendarFolder elsewhere, folder;
+    elsewhere.write("shared/b.ics", eventText("Shared"));
+    folder.link(elsewhere.path("shared"), "team");
+    folder.write("work/a.ics", eventText("Event"));
+    folder.makeFolder("work/folder.ics");
+    folder.link(folder.path(), "loop");
+    folder.link(folder.path("work"), "again");
+    folder.link(folder.path("work"), "work/up");
+    folder.link(folder.path("gone.ics"), "work/dangling.ics");
+    folder.link(folder.path("work/self.ics"), "work/self.ics");
+    folder.link("/dev/zero", "work/zero.ics");
+    ASSERT_EQ(::mkfifo(folder.path("work/pipe.ics").c_str(), 0600), 0);
+    LoadedStore loaded({folder.path()});
+    EXPECT_EQ(loaded.store().calendars().size(), 2u);
+    EXPECT_THAT(loaded.titles(), testing::ElementsAre("Event", "Shared"));
+}
+
+TEST(FolderDiscovery, knowsTheUserByTheMostCertainAddress)
+{
+    struct Case
+    {
+        const char *what;
+        std::string owner;
+        std::string displayName;
+        std::string calendarLines;
+        std::string expected;
+        std::string file = "work/a.ics";
+    };
+
+    const std::vector<Case> cases{
+        {"owner file first", "MAILTO:Owner@example.com", "name@example.com", "X-WR-OWNER:wr@example.com\r\n",
+         "owner@example.com"},
+        {"then X-WR-OWNER", "", "name@example.com", "X-WR-OWNER:wr@example.com\r\n", "wr@example.com"},
+        {"then a name that is an address", "", "name@example.com", "", "name@example.com"},
+        {"or the calendar's own name", "", "Work", "X-WR-CALNAME:cal@example.com\r\n", "cal@example.com"},
+        {"else the settings", "", "Work", "X-WR-CALNAME:Work\r\n", "me@example.com"},
+        {"a name of the file", "", "", "", "name@example.com", "name@example.com.ics"},
+        {"that of the account", "", "", "", "cal@example.com", "cal@example.com/work/a.ics"},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.what);
+        const CalendarFolder folder;
+        std::string attendees = "ATTENDEE;PARTSTAT=DECLINED:/principals/1\r\n";
+        for (const std::string name : {"owner", "wr", "name", "cal", "me"})
+            attendees +=
+                "ATTENDEE;PARTSTAT=" + std::string(c.expected.starts_with(name) ? "ACCEPTED" : "DECLINED") +
+                ":mailto:" + name + "@example.com\r\n";
+        std::string text = eventText("Event", "20260310T090000Z", attendees);
+        text.insert(text.find("BEGIN:VEVENT"), c.calendarLines);
+        folder.write(c.file, text);
+        if (!c.displayName.empty())
+            folder.write("work/displayname", c.displayName);
+        if (!c.owner.empty())
+            folder.write("work/owner", c.owner);
+        LoadedStore loaded({folder.path()}, {"", "mailto:Me@example.com"});
+        ASSERT_EQ(loaded.meetings().size(), 1u);
+        EXPECT_EQ(loaded.meetings()[0]->participation, Participation::accepted);
+    }
+}
+
+TEST(FolderDiscovery, isNotHeldUpByWhatIsBrokenOrHuge)
+{
+    const CalendarFolder folder;
+    folder.write("work/empty.ics", "");
+    const std::string good = eventText("Good", "20260310T090000Z", "RRULE:FREQ=DAILY\r\n");
+    std::string broken = eventText("Broken");
+    broken.replace(broken.find("DTSTART:"), 24, "DTSTART:yesterday");
+    folder.write("work/bro\n\u009b\u202eken.ics", good + broken + broken);
+    // Larger than what is read at a time.
+    const std::string padding = "X-PADDING:" + std::string(20 << 20, 'x') + "\r\n";
+    folder.write("huge.ics", eventText("Old", "20200101T090000Z", padding) + eventText("Huge"));
+    testing::internal::CaptureStderr();
+    LoadedStore loaded({folder.path()});
+    EXPECT_THAT(loaded.titles(), testing::ElementsAre("Good", "Huge"));
+    // Reading it again for other days is no news.
+    EXPECT_TRUE(waitFor([&] { return !loaded.titles("2026-08-10T00:00:00Z").empty(); }));
+    const std::string log = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 2) << log; // the empty one too
+    EXPECT_THAT(log, testing::HasSubstr("bro\\x0a\\xc2\\x9b\\xe2\\x80\\xaeken.ics: line "));
+}
+
+TEST(CalendarRoots, prefixesIdentifiersWithoutRegardToOtherRoots)
+{
+    const std::string home = QDir::homePath().toStdString();
+    const std::string data =
+        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation).toStdString();
+
+    struct Case
+    {
+        const char *environment;
+        std::vector<std::string> chosen;
+        std::vector<std::string> roots;
+    };
+
+    for (const Case &c : {Case{"", {}, {home + "/.calendars <>", data + "/calendars <calendars:>"}},
+                          Case{"/ignored", {"/x/./y/", "/z"}, {"/x/y <>", "/z <z:>"}},
+                          Case{"/a/b/:/c/../d", {}, {"/a/b <b:>", "/d <d:>"}},
+                          Case{"/a/b:/c/b:/a/b", {}, {"/a/b </a/b:>", "/c/b </c/b:>", "/a/b </a/b:>"}}}) {
+        qputenv("MIVORA_CALENDARS", c.environment);
+        std::vector<std::string> found;
+        for (const CalendarRoot &root : calendarRoots(c.chosen))
+            found.push_back(root.path + " <" + root.prefix + '>');
+        EXPECT_EQ(found, c.roots);
+    }
+    qunsetenv("MIVORA_CALENDARS");
+    // In each of two roots, a folder and a file.
+    const CalendarFolder folder;
+    for (const char *name : {"one/work/a.ics", "one/b.ics", "two/work/c.ics", "two/b.ics"})
+        folder.write(name, eventText(name));
+    LoadedStore loaded({folder.path("one"), folder.path("two")});
+    std::set<std::string> ids;
+    for (const auto &meeting : loaded.meetings())
+        ids.insert(meeting->calendarID + " of " + meeting->title);
+    EXPECT_THAT(ids, testing::ElementsAre("b.ics of one/b.ics", "two:b.ics of two/b.ics",
+                                          "two:work of two/work/c.ics", "work of one/work/a.ics"));
+}
+
+} // namespace mivora

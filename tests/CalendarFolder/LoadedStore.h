@@ -1,0 +1,65 @@
+#pragma once
+
+#include "Calendar/AccessMemory.h"
+#include "Calendar/CalendarFolder.h"
+#include "Calendar/MemoryStore.h"
+#include "CalendarFolder/FolderLoader.h"
+
+#include <algorithm>
+
+namespace mivora {
+
+/// A loaded store of calendar folders, by default for the days around 10 March 2026 in UTC.
+class LoadedStore
+{
+public:
+    explicit LoadedStore(const std::vector<std::string> &roots,
+                         const std::vector<std::string> &addresses = {},
+                         std::chrono::milliseconds halfWrittenTime = std::chrono::milliseconds(10))
+        : m_store(m_access, windowAround(at("2026-03-10T08:00:00Z"), QTimeZone::utc()),
+                  loadersFor(roots, addresses, halfWrittenTime))
+    {
+        waitFor([this] { return m_store.isLoaded(); });
+    }
+
+    MemoryStore &store() { return m_store; }
+
+    /// What is there from `from` on, by default on 10 March.
+    Meetings meetings(const char *from = "2026-03-10T00:00:00Z", int days = 1)
+    {
+        return m_store.meetings(at(from), at(from) + Seconds(86400 * days), std::nullopt);
+    }
+
+    std::vector<std::string> titles(const char *from = "2026-03-10T00:00:00Z")
+    {
+        std::vector<std::string> titles;
+        for (const auto &meeting : meetings(from))
+            titles.push_back(meeting->title);
+        std::sort(titles.begin(), titles.end());
+        return titles;
+    }
+
+    bool waitForTitles(const std::vector<std::string> &wanted)
+    {
+        return waitFor([&] { return titles() == wanted; }, std::chrono::seconds(5));
+    }
+
+private:
+    static MemoryStore::Loaders loadersFor(const std::vector<std::string> &paths,
+                                           const std::vector<std::string> &addresses,
+                                           std::chrono::milliseconds halfWrittenTime)
+    {
+        std::vector<CalendarRoot> roots;
+        for (const std::string &path : paths)
+            roots.push_back({path, roots.empty() ? "" : path.substr(path.rfind('/') + 1) + ':'});
+        MemoryStore::Loaders loaders;
+        loaders.push_back(std::make_unique<FolderLoader>(
+            FolderLoader::Setup{.roots = roots, .addresses = addresses, .halfWrittenTime = halfWrittenTime}));
+        return loaders;
+    }
+
+    AccessMemory m_access{QDir::temp().filePath(QStringLiteral("unused")), AccessMemory::Permission::given};
+    MemoryStore m_store;
+};
+
+} // namespace mivora
