@@ -77,7 +77,7 @@ void AppDelegate::makePanel()
 
 void AppDelegate::makeStatus()
 {
-    m_status = std::make_unique<StatusController>(*m_scheduler, m_prefs, m_parts.bus,
+    m_status = std::make_unique<StatusController>(*m_scheduler, m_prefs, m_views, m_parts.bus,
                                                   [this](kelo::Menu &menu) { buildMenu(menu); });
     m_hotKey =
         std::make_unique<HotKeyRegistration>(m_parts.hotKeys, m_prefs, [this] { m_commands->joinNext(); });

@@ -2,7 +2,6 @@
 
 #include "KeloHotkey/VirtualKeys.h"
 #include "KeloPanel/Screens.h"
-#include "KeloPanel/backends/PanelBackend.h"
 #include "Preferences/Preferences.h"
 
 #include <QPointer>

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "KeloMenuBar/MenuItem.h"
+#include "KeloMenuBar/Menu.h"
 
-#include <QString>
 #include <vector>
 
 class QObject;
@@ -25,8 +24,6 @@ enum class StandardAction {
 struct MainMenuItem : MenuItem
 {
     StandardAction action = StandardAction::Terminate;
-
-    friend bool operator==(const MainMenuItem &, const MainMenuItem &) = default;
 };
 
 /// The application's main menu as data. Windows take their shortcuts from it; no menu bar is drawn.
@@ -37,8 +34,6 @@ struct MainMenu
     {
         QString title;
         std::vector<MainMenuItem> items;
-
-        friend bool operator==(const Section &, const Section &) = default;
     };
 
     std::vector<Section> sections;

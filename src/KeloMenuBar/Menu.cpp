@@ -29,13 +29,6 @@ ClosureMenuItem::ClosureMenuItem(const QString &title, std::function<void()> act
 {
 }
 
-ClosureMenuItem ClosureMenuItem::separator()
-{
-    ClosureMenuItem item({}, {}, {});
-    item.isSeparator = true;
-    return item;
-}
-
 ClosureMenuItem &Menu::addItem(const QString &title, const QString &keyEquivalent,
                                std::function<void()> action)
 {
@@ -44,7 +37,7 @@ ClosureMenuItem &Menu::addItem(const QString &title, const QString &keyEquivalen
 
 void Menu::addSeparator()
 {
-    m_items.push_back(ClosureMenuItem::separator());
+    m_items.emplace_back(QString(), nullptr, QString()).isSeparator = true;
 }
 
 void Menu::removeAll()

@@ -7,7 +7,6 @@
 #include <QLoggingCategory>
 #include <QPoint>
 #include <chrono>
-#include <utility>
 
 namespace kelo {
 
@@ -20,8 +19,11 @@ constexpr std::chrono::seconds hostTimeout{10};
 
 } // namespace
 
-StatusItem::StatusItem(const QString &id, const QDBusConnection &bus, QObject *parent) : QObject(parent)
+StatusItem::StatusItem(const QString &id, ViewLoader &views, const QDBusConnection &bus, QObject *parent)
+    : QObject(parent), m_views(views)
 {
+    m_flush.setSingleShot(true);
+    connect(&m_flush, &QTimer::timeout, this, &StatusItem::flush);
     m_noHost.setSingleShot(true);
     connect(&m_noHost, &QTimer::timeout, this, &StatusItem::sayIfNothingShowsIt);
     m_noHost.start(hostTimeout);
@@ -36,50 +38,16 @@ StatusItem::StatusItem(const QString &id, const QDBusConnection &bus, QObject *p
 
 StatusItem::~StatusItem() = default;
 
-void StatusItem::setTitle(const QString &title)
+void StatusItem::setState(const StatusItemState &state)
 {
-    change(&StatusItemState::title, title);
-}
-
-void StatusItem::setCountdown(const QString &countdown)
-{
-    change(&StatusItemState::countdown, countdown);
-}
-
-void StatusItem::setUrgent(bool isUrgent)
-{
-    change(&StatusItemState::isUrgent, isUrgent);
-}
-
-void StatusItem::setIcon(const QString &symbol, const QString &accessibilityDescription)
-{
-    change(&StatusItemState::icon, symbol);
-    change(&StatusItemState::accessibilityDescription, accessibilityDescription);
-}
-
-void StatusItem::setToolTip(const QString &toolTip)
-{
-    change(&StatusItemState::toolTip, toolTip);
-}
-
-void StatusItem::setVisible(bool isVisible)
-{
-    change(&StatusItemState::isVisible, isVisible);
-}
-
-template<typename Value> void StatusItem::change(Value StatusItemState::*member, const Value &value)
-{
-    if (m_state.*member == value)
+    if (state == m_state)
         return;
-    m_state.*member = value;
-    if (!std::exchange(m_isFlushDue, true))
-        QTimer::singleShot(0, this, &StatusItem::flush);
-    Q_EMIT stateChanged();
+    m_state = state;
+    m_flush.start();
 }
 
 void StatusItem::flush()
 {
-    m_isFlushDue = false;
     if (m_notifier)
         m_notifier->show(m_state);
     if (m_tray)
@@ -100,7 +68,7 @@ void StatusItem::openMenu(QPoint position)
     if (!TrayBackend::applies())
         return;
     if (!m_popup)
-        m_popup = std::make_unique<PopupMenu>();
+        m_popup = std::make_unique<PopupMenu>(m_views);
     m_popup->open(buildMenu(), position);
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "KeloMenuBar/Menu.h"
-#include "KeloMenuBar/StatusItemState.h"
 
 #include <QDBusConnection>
 #include <QObject>
@@ -16,6 +15,27 @@ namespace kelo {
 class NotifierBackend;
 class PopupMenu;
 class TrayBackend;
+class ViewLoader;
+
+/// Everything that a status item shows, whatever shows it.
+struct StatusItemState
+{
+    /// The text beside the icon; empty for the icon alone. Blanks around it don't matter.
+    QString title{};
+    /// A few characters that stand for the title where there is room for a square only ("2m").
+    QString countdown{};
+    /// Icon and texts are drawn in orange.
+    bool isUrgent = false;
+    /// The name of the icon's symbol: "calendar.badge.clock" or "calendar.badge.exclamationmark".
+    QString icon{};
+    /// What a screen reader says for the icon.
+    QString accessibilityDescription{};
+    /// Empty for none.
+    QString toolTip{};
+    bool isVisible = true;
+
+    friend bool operator==(const StatusItemState &, const StatusItemState &) = default;
+};
 
 /// An icon with a title and a menu in the status area of whatever desktop this is.
 ///
@@ -26,9 +46,10 @@ class StatusItem : public QObject
     Q_OBJECT
 
 public:
-    /// @p id names the program to hosts. One item per connection to the bus, which need not be connected.
-    explicit StatusItem(const QString &id, const QDBusConnection &bus = QDBusConnection::sessionBus(),
-                        QObject *parent = nullptr);
+    /// `id` names the program to hosts. `views` shows the menu where the host can't, and outlives the item.
+    /// One item per connection to the bus, which need not be connected.
+    StatusItem(const QString &id, ViewLoader &views,
+               const QDBusConnection &bus = QDBusConnection::sessionBus(), QObject *parent = nullptr);
     ~StatusItem() override;
 
     /// Fills the menu, which is empty, each time that it is about to open.
@@ -36,34 +57,22 @@ public:
 
     const StatusItemState &state() const { return m_state; }
 
-    /// The text beside the icon; empty for none.
-    void setTitle(const QString &title);
-    /// What is shown of the title where there is room for a few characters only.
-    void setCountdown(const QString &countdown);
-    void setUrgent(bool isUrgent);
-    /// The name of the symbol: "calendar.badge.clock" or "calendar.badge.exclamationmark".
-    void setIcon(const QString &symbol, const QString &accessibilityDescription);
-    void setToolTip(const QString &toolTip);
-    void setVisible(bool isVisible);
-
-Q_SIGNALS:
-    /// Some part of the state has really changed.
-    void stateChanged();
+    void setState(const StatusItemState &state);
 
 private:
-    template<typename Value> void change(Value StatusItemState::*member, const Value &value);
     void flush();
     Menu buildMenu() const;
     void openMenu(QPoint position);
     void setNotifierHost(bool isThere);
     void sayIfNothingShowsIt();
 
+    ViewLoader &m_views;
     StatusItemState m_state;
     std::unique_ptr<NotifierBackend> m_notifier;
     std::unique_ptr<TrayBackend> m_tray;
     std::unique_ptr<PopupMenu> m_popup;
     QTimer m_noHost;
-    bool m_isFlushDue = false;
+    QTimer m_flush;
 };
 
 } // namespace kelo

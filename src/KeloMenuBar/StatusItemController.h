@@ -1,9 +1,8 @@
 #pragma once
 
-#include "KeloMenuBar/Menu.h"
 #include "KeloMenuBar/StatusItem.h"
 
-#include <functional>
+#include <utility>
 
 namespace kelo {
 
@@ -11,16 +10,27 @@ namespace kelo {
 class StatusItemController final
 {
 public:
-    /// @p build fills the menu, which is empty when it is called. Items are enabled unless it says otherwise.
+    /// `build` fills the menu, which is empty when it is called. Items are enabled unless it says otherwise.
+    /// For the rest see StatusItem.
     StatusItemController(const QString &symbol, const QString &accessibilityDescription,
-                         std::function<void(Menu &)> build, const QString &id,
-                         const QDBusConnection &bus = QDBusConnection::sessionBus());
+                         std::function<void(Menu &)> build, const QString &id, ViewLoader &views,
+                         const QDBusConnection &bus = QDBusConnection::sessionBus())
+        : m_item(id, views, bus)
+    {
+        m_item.setState({.icon = symbol, .accessibilityDescription = accessibilityDescription});
+        m_item.menuNeedsUpdate = std::move(build);
+    }
 
     StatusItem &item() { return m_item; }
 
     bool isVisible() const { return m_item.state().isVisible; }
 
-    void setVisible(bool isVisible) { m_item.setVisible(isVisible); }
+    void setVisible(bool isVisible)
+    {
+        StatusItemState state = m_item.state();
+        state.isVisible = isVisible;
+        m_item.setState(state);
+    }
 
 private:
     StatusItem m_item;

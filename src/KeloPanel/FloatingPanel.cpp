@@ -1,13 +1,27 @@
 #include "KeloPanel/FloatingPanel.h"
 
 #include "KeloPanel/backends/PanelBackend.h"
-#include "KeloTheme/Compositing.h"
 #include "KeloTheme/ViewLoader.h"
+#include "Platform/linux/X11Connection.h"
 
 #include <QAccessible>
+#include <QGuiApplication>
 #include <QKeyEvent>
 
 namespace kelo {
+
+PanelPlatform panelPlatform()
+{
+    const QByteArray wanted = qgetenv("MIVORA_PANEL");
+    if (wanted == "window")
+        return PanelPlatform::window;
+    if (wanted == "notification")
+        return PanelPlatform::notification;
+    if (mivora::X11Connection::isAvailable())
+        return PanelPlatform::x11;
+    const bool isWayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+    return isWayland ? PanelPlatform::notification : PanelPlatform::window;
+}
 
 FloatingPanel::FloatingPanel(ViewLoader &views, PanelContent content)
     : m_views(views), m_content(std::move(content)), m_backend(PanelBackend::create())
@@ -116,7 +130,7 @@ bool FloatingPanel::prepareWindow()
         if (!isKey() && onResignKey)
             onResignKey();
     });
-    m_backend->dress(*m_window);
+    m_backend->prepare(*m_window);
     return true;
 }
 
@@ -138,7 +152,8 @@ void FloatingPanel::announce()
 void FloatingPanel::measure()
 {
     if (!isVisible())
-        m_surface.setFrame(GlassSurface::floating(m_content.size, m_content.cornerRadius), desktopBlurs());
+        m_surface.setFrame(GlassSurface::floating(m_content.size, m_content.cornerRadius),
+                           GlassSurface::isBlurred());
 }
 
 } // namespace kelo

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "KeloPanel/KeyEvent.h"
 #include "KeloPanel/PanelSurface.h"
 #include "KeloTheme/ViewHost.h"
 
 #include <QObject>
 #include <QWindow>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -14,6 +14,29 @@ namespace kelo {
 
 class PanelBackend;
 class ViewLoader;
+
+/// How panels come to be seen.
+enum class PanelPlatform {
+    /// A window that the window manager leaves alone.
+    x11,
+    /// A frameless window that the desktop places.
+    window,
+    /// No window at all: the desktop's notifications.
+    notification,
+};
+
+/// The platform's way: windows on X11 and XWayland; notifications where only Wayland is spoken, since a
+/// client can't place its windows there. MIVORA_PANEL=x11|window|notification overrules.
+PanelPlatform panelPlatform();
+
+/// A key that went down while a panel had the keyboard.
+struct KeyEvent
+{
+    /// The physical key as the window system names it: on X11 and Wayland the kernel's key code plus 8.
+    std::uint32_t nativeScanCode = 0;
+    Qt::KeyboardModifiers modifiers;
+    bool isRepeat = false;
+};
 
 /// What a panel shows and how large it is, in logical pixels.
 struct PanelContent

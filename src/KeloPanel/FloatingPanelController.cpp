@@ -1,6 +1,6 @@
 #include "KeloPanel/FloatingPanelController.h"
 
-#include "KeloPanel/backends/PanelBackend.h"
+#include "Platform/linux/X11Connection.h"
 
 #include <QCoreApplication>
 #include <QCursor>
@@ -19,6 +19,21 @@ void requireMainThread()
 {
     if (QThread::currentThread() != qApp->thread())
         qFatal("KeloPanel: panels belong to the main thread");
+}
+
+// The program whose window is active, as EWMH has it; nothing where the desktop doesn't tell.
+std::optional<RunningApp> frontmostApp()
+{
+    if (!mivora::X11Connection::isAvailable())
+        return {};
+    const mivora::X11Connection x11;
+    const auto active = x11.values(x11.root(), "_NET_ACTIVE_WINDOW");
+    if (active.empty() || active.front() == XCB_WINDOW_NONE)
+        return {};
+    const auto process = x11.values(active.front(), "_NET_WM_PID");
+    // WM_CLASS is two strings, each ended by a zero byte: instance and class.
+    const QList<QByteArray> names = x11.text(active.front(), XCB_ATOM_WM_CLASS).split('\0');
+    return RunningApp{process.empty() ? 0 : process.front(), QString::fromLatin1(names.value(1))};
 }
 
 } // namespace
@@ -42,9 +57,7 @@ FloatingPanelController::FloatingPanelController(ViewLoader &views, PanelContent
 void FloatingPanelController::show()
 {
     prepareToShow();
-    const auto screens = currentScreens();
-    const auto main = mainScreen();
-    if (const auto *screen = screenContaining(screens, main ? &*main : nullptr, QCursor::pos()))
+    if (const auto screen = screenAt(QCursor::pos()))
         m_panel.setOrigin(centredOrigin(screen->visibleFrame, m_panel.frameSize()));
     m_panel.makeKeyAndOrderFront();
 }
@@ -52,9 +65,7 @@ void FloatingPanelController::show()
 void FloatingPanelController::show(const QRect &rect)
 {
     prepareToShow();
-    const auto screens = currentScreens();
-    const auto main = mainScreen();
-    if (const auto *screen = screenIntersecting(screens, main ? &*main : nullptr, rect))
+    if (const auto screen = screenTouching(rect))
         m_panel.setOrigin(originNear(rect, screen->visibleFrame, m_panel.frameSize()));
     m_panel.makeKeyAndOrderFront();
 }
@@ -97,10 +108,8 @@ void FloatingPanelController::stayOnScreen()
 {
     if (!isVisible())
         return;
-    const auto screens = currentScreens();
-    const auto main = mainScreen();
     const QRect frame = m_panel.window()->geometry();
-    if (const auto *screen = screenIntersecting(screens, main ? &*main : nullptr, frame))
+    if (const auto screen = screenTouching(frame))
         m_panel.setOrigin(originInside(frame.topLeft(), screen->visibleFrame, frame.size()));
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "KeloPanel/FloatingPanel.h"
-#include "KeloPanel/RunningApp.h"
 #include "KeloPanel/Screens.h"
 
 #include <QObject>
@@ -10,6 +9,16 @@
 #include <optional>
 
 namespace kelo {
+
+/// A program that has a window on the desktop.
+struct RunningApp
+{
+    qint64 processID = 0;
+    /// The class of its window; may be empty.
+    QString name;
+
+    friend bool operator==(const RunningApp &, const RunningApp &) = default;
+};
 
 /// Owns one floating panel, puts it on the right screen and hands its keys to a handler. Main thread only.
 class FloatingPanelController final : public QObject

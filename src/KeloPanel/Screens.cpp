@@ -15,14 +15,30 @@ ScreenArea areaOf(const QScreen &screen)
     return {screen.geometry(), workArea(screen)};
 }
 
-} // namespace
-
-std::vector<ScreenArea> currentScreens()
+// The one of all screens, in the platform's order, that `pick` chooses when it is given them and the main
+// one.
+template<typename Pick> std::optional<ScreenArea> pickScreen(Pick pick)
 {
     std::vector<ScreenArea> areas;
     for (const QScreen *screen : QGuiApplication::screens())
         areas.push_back(areaOf(*screen));
-    return areas;
+    const auto main = mainScreen();
+    const ScreenArea *picked = pick(areas, main ? &*main : nullptr);
+    return picked ? std::optional(*picked) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<ScreenArea> screenAt(const QPointF &point)
+{
+    return pickScreen(
+        [&](const auto &screens, const auto *main) { return screenContaining(screens, main, point); });
+}
+
+std::optional<ScreenArea> screenTouching(const QRectF &rect)
+{
+    return pickScreen(
+        [&](const auto &screens, const auto *main) { return screenIntersecting(screens, main, rect); });
 }
 
 std::optional<ScreenArea> mainScreen()

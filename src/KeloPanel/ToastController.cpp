@@ -1,7 +1,6 @@
 #include "KeloPanel/ToastController.h"
 
 #include "KeloPanel/Screens.h"
-#include "KeloPanel/backends/PanelBackend.h"
 
 #include <QCursor>
 #include <QFontMetricsF>
@@ -69,10 +68,8 @@ void ToastController::show(const QString &text)
 bool ToastController::showPanel()
 {
     m_controller.panel().setContentSize(sizeFor(m_text));
-    const auto screens = currentScreens();
-    const auto main = mainScreen();
     std::optional<QPointF> origin;
-    if (const auto *screen = screenContaining(screens, main ? &*main : nullptr, QCursor::pos())) {
+    if (const auto screen = screenAt(QCursor::pos())) {
         const QRectF visible = screen->visibleFrame;
         const QSize frame = m_controller.panel().frameSize();
         origin = QPointF(visible.center().x() - frame.width() * 0.5,

@@ -9,23 +9,17 @@ Item {
     required property QtObject surface
     required property Item content
 
-    readonly property real pixelRatio: Screen.devicePixelRatio
-
     anchors.fill: parent
     LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
     LayoutMirroring.childrenInherit: true
 
-    // Drawn in device pixels, so that the cut-out meets the card's edge exactly.
+    // The room for the shadow is the same around every panel. The picture is made for corners of 22 and cut out where
+    // the card is, which it would tint: docs/decisions/panel-window.md.
     BorderImage {
-        readonly property int cap: (sourceSize.width - 1) / 2
-
+        anchors.fill: parent
         visible: root.surface.isLiquid
-        source: visible ? "image://kelo/shadow/" + root.surface.cornerRadius + "/" + root.pixelRatio : ""
-        width: root.width * root.pixelRatio
-        height: root.height * root.pixelRatio
-        scale: 1 / root.pixelRatio
-        transformOrigin: Item.TopLeft
-        border { left: cap; top: cap; right: cap; bottom: cap }
+        source: visible ? "shadow.png" : ""
+        border { left: 76; top: 76; right: 76; bottom: 76 }
     }
 
     // The window's hard edge is the shape's: what it leaves outside of the smooth one has the colour of the hairline.

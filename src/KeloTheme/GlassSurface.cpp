@@ -1,122 +1,31 @@
 #include "KeloTheme/GlassSurface.h"
 
-#include "KeloTheme/Compositing.h"
+#include "Platform/linux/X11Connection.h"
 
 #include <QPainter>
-#include <QPainterPath>
-#include <QStringList>
 #include <QWindow>
-#include <algorithm>
-#include <cmath>
-#include <iterator>
-#include <numeric>
-#include <vector>
 
 namespace kelo {
 
-namespace {
-
-constexpr double shadowOpacity = 0.28;
-constexpr double shadowRadius = 18;
-constexpr double shadowDrop = 8;
-
-// A square of opacities with 8 more bits than an image has, so that faint parts don't show steps.
-struct Opacities
-{
-    std::size_t size;
-    std::vector<int> values;
-
-    int *row(std::size_t y) { return values.data() + y * size; }
-};
-
-Opacities opacitiesOf(const QImage &alpha)
-{
-    Opacities opacities{std::size_t(alpha.width()), {}};
-    opacities.values.reserve(opacities.size * opacities.size);
-    for (int y = 0; y < alpha.height(); ++y) {
-        const uchar *line = alpha.constScanLine(y);
-        std::transform(line, line + alpha.width(), std::back_inserter(opacities.values),
-                       [](uchar value) { return value << 8; });
-    }
-    return opacities;
-}
-
-void write(const Opacities &opacities, QImage &alpha)
-{
-    for (std::size_t y = 0; y < opacities.size; ++y) {
-        const int *row = opacities.values.data() + y * opacities.size;
-        std::transform(row, row + opacities.size, alpha.scanLine(int(y)),
-                       [](int value) { return value >> 8; });
-    }
-}
-
-void transpose(Opacities &opacities)
-{
-    for (std::size_t y = 0; y < opacities.size; ++y) {
-        for (std::size_t x = 0; x < y; ++x)
-            std::swap(opacities.row(y)[x], opacities.row(x)[y]);
-    }
-}
-
-// Running mean over 2 * reach + 1 values; outside there is nothing.
-void blurRow(int *row, std::vector<int> &scratch, int reach)
-{
-    const int count = int(scratch.size());
-    int sum = std::accumulate(row, row + std::min(reach, count), 0);
-    for (int i = 0; i < count; ++i) {
-        sum += i + reach < count ? row[i + reach] : 0;
-        sum -= i > reach ? row[i - reach - 1] : 0;
-        scratch[std::size_t(i)] = sum / (2 * reach + 1);
-    }
-    std::copy(scratch.begin(), scratch.end(), row);
-}
-
-void blurRows(Opacities &opacities, int reach)
-{
-    // Three box blurs come close to a Gaussian one.
-    constexpr int passes = 3;
-    std::vector<int> scratch(opacities.size);
-    for (std::size_t y = 0; y < opacities.size; ++y) {
-        for (int pass = 0; pass < passes; ++pass)
-            blurRow(opacities.row(y), scratch, reach);
-    }
-}
-
-void blur(QImage &alpha, int reach)
-{
-    Opacities opacities = opacitiesOf(alpha);
-    blurRows(opacities, reach);
-    transpose(opacities);
-    blurRows(opacities, reach);
-    transpose(opacities);
-    write(opacities, alpha);
-}
-
-QPainterPath roundedSquare(double inset, double size, double radius)
-{
-    QPainterPath path;
-    path.addRoundedRect(QRectF(inset, inset, size, size), radius, radius);
-    return path;
-}
-
-QImage blurredSquare(int imageSize, const QPainterPath &square, double pixelRatio)
-{
-    QImage alpha(imageSize, imageSize, QImage::Format_Alpha8);
-    alpha.fill(Qt::transparent);
-    QPainter painter(&alpha);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillPath(square.translated(0, shadowDrop * pixelRatio), Qt::black);
-    painter.end();
-    // Three boxes of this reach have the standard deviation of half the blur radius.
-    blur(alpha, int(std::lround(shadowRadius / 2 * pixelRatio * 0.94)));
-    return alpha;
-}
-
-} // namespace
+using mivora::X11Connection;
 
 bool GlassSurface::isLiquid()
 {
-    return desktopComposites();
+    const QByteArray wanted = qgetenv("MIVORA_COMPOSITING");
+    if (wanted == "0" || wanted == "1")
+        return wanted == "1";
+    if (!X11Connection::isAvailable())
+        return true;
+    const X11Connection x11;
+    return x11.selectionOwner(x11.ofScreen("_NET_WM_CM_S")) != XCB_WINDOW_NONE;
+}
+
+bool GlassSurface::isBlurred()
+{
+    if (!X11Connection::isAvailable())
+        return false;
+    const X11Connection x11;
+    return x11.hasProperty(x11.root(), "_KDE_NET_WM_BLUR_BEHIND_REGION");
 }
 
 double GlassSurface::panelCornerRadius()
@@ -131,38 +40,20 @@ StretchableImage GlassSurface::roundedMask(int radius)
     image.fill(Qt::transparent);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillPath(roundedSquare(0, size, radius), Qt::black);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Qt::black);
+    painter.drawRoundedRect(image.rect(), radius, radius);
     return {image, radius};
 }
 
 FloatingFrame GlassSurface::floating(const QSize &size, std::optional<double> cornerRadius)
 {
-    const bool liquid = isLiquid();
-    const double radius = cornerRadius.value_or(liquid ? 22 : 14);
-    if (!liquid)
+    const double radius = cornerRadius.value_or(panelCornerRadius());
+    if (!isLiquid())
         return {size, QRect(QPoint(0, 0), size), radius, true};
     constexpr int margin = floatingShadowMargin;
     return {size.grownBy({margin, margin, margin, margin}), QRect(QPoint(margin, margin), size), radius,
             false};
-}
-
-StretchableImage GlassSurface::shadow(double radius, double pixelRatio)
-{
-    const double margin = floatingShadowMargin * pixelRatio;
-    // The part between the caps must be free of the corners' curves, in the shadow as well.
-    const double square = 2 * (radius + shadowRadius + shadowDrop) * pixelRatio + 1;
-    const int size = int(std::ceil(square + 2 * margin)) | 1;
-    const QPainterPath shape = roundedSquare(margin, size - 2 * margin, radius * pixelRatio);
-
-    QImage image(size, size, QImage::Format_ARGB32_Premultiplied);
-    image.fill(QColor::fromRgbF(0, 0, 0, float(shadowOpacity)));
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
-    painter.drawImage(0, 0, blurredSquare(size, shape, pixelRatio));
-    painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
-    painter.fillPath(shape, Qt::black);
-    return {image, size / 2};
 }
 
 void GlassSurface::configure(QWindow &window, const QSize &size, const QString &title)
@@ -171,14 +62,6 @@ void GlassSurface::configure(QWindow &window, const QSize &size, const QString &
     window.resize(size);
     window.setMinimumSize(size);
     window.setMaximumSize(size);
-}
-
-QImage GlassSurface::image(const QString &id)
-{
-    const QStringList parts = id.split(QLatin1Char('/'));
-    if (parts.size() != 3 || parts.first() != QLatin1String("shadow"))
-        return {};
-    return shadow(parts[1].toDouble(), parts[2].toDouble()).image;
 }
 
 } // namespace kelo

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QImage>
-#include <QMarginsF>
 #include <QRect>
 #include <QSize>
 #include <QString>
@@ -32,8 +31,8 @@ struct StretchableImage
     int capInset = 0;
 };
 
-/// Measures and pictures of the translucent surface under panels. Where the desktop can't blend windows, the
-/// surface is opaque, its corners are smaller and it has no shadow of its own.
+/// Measures of the translucent surface under panels. Where the desktop can't blend windows, the surface is
+/// opaque, its corners are smaller and it has no shadow of its own.
 class GlassSurface
 {
 public:
@@ -42,8 +41,14 @@ public:
     /// Room around a panel for its drawn shadow, in logical pixels.
     static constexpr int floatingShadowMargin = 28;
 
-    /// Whether surfaces are translucent, with a drawn shadow: where the desktop composites.
+    /// Whether surfaces are translucent, with a drawn shadow: where the desktop blends windows. That is where
+    /// a compositing manager owns the selection _NET_WM_CM_Sn (EWMH) on X11, and always elsewhere.
+    /// MIVORA_COMPOSITING=0|1 overrules.
     static bool isLiquid();
+
+    /// Whether the window manager blurs what is behind windows that ask for it
+    /// (_KDE_NET_WM_BLUR_BEHIND_REGION).
+    static bool isBlurred();
 
     /// 22 where surfaces are translucent, else 14.
     static double panelCornerRadius();
@@ -54,15 +59,8 @@ public:
     /// The frame of a panel with content of `size`; without `cornerRadius` it is panelCornerRadius().
     static FloatingFrame floating(const QSize &size, std::optional<double> cornerRadius = {});
 
-    /// The shadow around a panel with corners of `radius` logical pixels, for `pixelRatio`: soft, a little
-    /// lower than the panel, and cut out where the panel is, so that it doesn't tint the translucent surface.
-    static StretchableImage shadow(double radius, double pixelRatio);
-
     /// Dresses an ordinary window for content of `size` that is not to be resized.
     static void configure(QWindow &window, const QSize &size, const QString &title);
-
-    /// The picture that views call `id`: "shadow/RADIUS/RATIO". Null when there is none of that name.
-    static QImage image(const QString &id);
 };
 
 } // namespace kelo

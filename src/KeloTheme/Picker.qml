@@ -105,18 +105,10 @@ T.ComboBox {
             border { width: 1; color: Appearance.colors.panelBorder }
 
             BorderImage {
-                readonly property int cap: (sourceSize.width - 1) / 2
-                readonly property real ratio: Screen.devicePixelRatio
-
-                x: -28
-                y: -28
+                anchors { fill: parent; margins: -28 }
                 z: -1
-                source: "image://kelo/shadow/9/" + ratio
-                width: (parent.width + 56) * ratio
-                height: (parent.height + 56) * ratio
-                scale: 1 / ratio
-                transformOrigin: Item.TopLeft
-                border { left: cap; top: cap; right: cap; bottom: cap }
+                source: "shadow-small.png"
+                border { left: 63; top: 63; right: 63; bottom: 63 }
             }
         }
         contentItem: Column {

@@ -1,11 +1,9 @@
 #pragma once
 
-#include <QImage>
 #include <QSize>
 #include <QString>
 #include <QVariantMap>
 #include <QtPlugin>
-#include <functional>
 
 class QObject;
 class QWindow;
@@ -17,6 +15,8 @@ enum class ViewKind {
     floating,
     /// A window with the desktop's frame.
     ordinary,
+    /// A window that is the view, without anything around it.
+    popup,
 };
 
 /// A window whose content is QML.
@@ -41,13 +41,11 @@ struct ViewSpec
     QObject *surface = nullptr;
 };
 
-/// What views need of the program: the look of the desktop and pictures that are computed.
+/// What views need of the program.
 struct ViewContext
 {
     /// Seen by QML as the singleton `Appearance`; outlives every view.
     QObject *appearance = nullptr;
-    /// The picture for "image://kelo/ID", or a null image.
-    std::function<QImage(const QString &id)> image;
 };
 
 /// Makes windows out of QML. Implemented by the plug-in mivora-views, so that the program itself need not

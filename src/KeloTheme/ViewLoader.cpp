@@ -1,7 +1,6 @@
 #include "KeloTheme/ViewLoader.h"
 
 #include "KeloTheme/Appearance.h"
-#include "KeloTheme/GlassSurface.h"
 
 #include <QLoggingCategory>
 
@@ -30,7 +29,7 @@ bool ViewLoader::load()
     if (m_hasFailed)
         qCCritical(log).noquote() << "The views can't be loaded:" << m_plugin.errorText();
     else
-        m_host->start({&m_appearance, &GlassSurface::image});
+        m_host->start({&m_appearance});
     return m_host;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "KeloMenuBar/StatusItem.h"
+#include "KeloMenuBar/StatusItemController.h"
 #include "Meetings/CalendarInfo.h"
 #include "Meetings/Timestamp.h"
 
@@ -15,10 +15,10 @@ class Scheduler;
 class StatusController final
 {
 public:
-    /// `buildMenu` fills the menu, which is empty, each time that it opens. Scheduler and preferences must
-    /// outlive the controller.
-    StatusController(const Scheduler &scheduler, const Preferences &prefs, const QDBusConnection &bus,
-                     std::function<void(kelo::Menu &)> buildMenu);
+    /// `buildMenu` fills the menu, which is empty, each time that it opens. Scheduler, preferences and views
+    /// must outlive the controller.
+    StatusController(const Scheduler &scheduler, const Preferences &prefs, kelo::ViewLoader &views,
+                     const QDBusConnection &bus, std::function<void(kelo::Menu &)> buildMenu);
 
     /// Sets title, icon and tool tip to what they are at `now`.
     void update(Timestamp now, CalendarAuthorization authorization);
@@ -26,7 +26,7 @@ public:
 private:
     const Scheduler &m_scheduler;
     const Preferences &m_prefs;
-    kelo::StatusItem m_item;
+    kelo::StatusItemController m_item;
 };
 
 } // namespace mivora

@@ -24,8 +24,7 @@ bool waitFor(const std::function<bool()> &condition)
 
 FakeHost::FakeHost(support::PrivateBus &bus, bool draws) : m_bus(bus.connection()), m_draws(draws)
 {
-    kelo::registerDBusMenuTypes();
-    kelo::registerNotifierTypes();
+    kelo::registerBusTypes();
     m_bus.registerObject(QStringLiteral("/StatusNotifierWatcher"), this,
                          QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllProperties);
     m_bus.connect({}, QStringLiteral("/StatusNotifierItem"), QStringLiteral("org.kde.StatusNotifierItem"), {},

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "KeloMenuBar/backends/DBusMenuTypes.h"
-#include "KeloMenuBar/backends/NotifierTypes.h"
+#include "KeloMenuBar/backends/BusTypes.h"
 #include "support/PrivateBus.h"
 
 #include <QDBusMessage>

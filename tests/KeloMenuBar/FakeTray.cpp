@@ -1,23 +1,16 @@
 #include "FakeTray.h"
 
-#include <QByteArray>
-#include <cstdlib>
-#include <memory>
+#include "Platform/linux/X11Connection.h"
+
+using mivora::owned;
 
 namespace {
-
-struct Free
-{
-    void operator()(void *reply) const { std::free(reply); }
-};
-
-template<typename Reply> using ReplyPtr = std::unique_ptr<Reply, Free>;
 
 xcb_atom_t atom(xcb_connection_t *connection, const QByteArray &name)
 {
     const auto cookie =
         xcb_intern_atom(connection, false, static_cast<quint16>(name.size()), name.constData());
-    return ReplyPtr<xcb_intern_atom_reply_t>(xcb_intern_atom_reply(connection, cookie, nullptr))->atom;
+    return owned(xcb_intern_atom_reply(connection, cookie, nullptr))->atom;
 }
 
 } // namespace
@@ -56,7 +49,7 @@ FakeTray::~FakeTray()
 std::optional<xcb_window_t> FakeTray::icon()
 {
     const xcb_atom_t opcode = atom(m_connection, "_NET_SYSTEM_TRAY_OPCODE");
-    while (const ReplyPtr<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)}) {
+    while (const auto event = owned(xcb_poll_for_event(m_connection))) {
         const int type = event->response_type & 0x7f;
         const auto *message = reinterpret_cast<const xcb_client_message_event_t *>(event.get());
         const auto *destroyed = reinterpret_cast<const xcb_destroy_notify_event_t *>(event.get());
@@ -81,7 +74,7 @@ QSize FakeTray::wantedSize()
 {
     const auto cookie = xcb_get_property(m_connection, false, m_icon, XCB_ATOM_WM_NORMAL_HINTS,
                                          XCB_ATOM_WM_SIZE_HINTS, 0, 18);
-    const ReplyPtr<xcb_get_property_reply_t> reply(xcb_get_property_reply(m_connection, cookie, nullptr));
+    const auto reply = owned(xcb_get_property_reply(m_connection, cookie, nullptr));
     if (!reply || xcb_get_property_value_length(reply.get()) < 7 * 4)
         return {};
     const auto *hints = static_cast<const qint32 *>(xcb_get_property_value(reply.get()));
@@ -93,8 +86,7 @@ bool FakeTray::showsIcon()
     if (!icon())
         return false;
     const auto cookie = xcb_get_window_attributes(m_connection, m_icon);
-    const ReplyPtr<xcb_get_window_attributes_reply_t> reply(
-        xcb_get_window_attributes_reply(m_connection, cookie, nullptr));
+    const auto reply = owned(xcb_get_window_attributes_reply(m_connection, cookie, nullptr));
     return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 

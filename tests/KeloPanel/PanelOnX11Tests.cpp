@@ -1,5 +1,5 @@
 #include "KeloPanel/FloatingPanelController.h"
-#include "KeloPanel/backends/X11Connection.h"
+#include "Platform/linux/X11Connection.h"
 #include "support/KeptViews.h"
 
 #include <QGuiApplication>
@@ -10,6 +10,8 @@
 #include <xcb/xtest.h>
 
 namespace kelo {
+
+using mivora::X11Connection;
 
 namespace {
 

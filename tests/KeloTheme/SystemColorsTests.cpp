@@ -17,19 +17,25 @@ QColor over(const QColor &color, const QColor &background)
 
 } // namespace
 
-TEST(SystemColors, textCanBeReadOnEveryBackground)
+// The least contrasts are those of WCAG 2.1.
+TEST(SystemColors, canBeReadWhateverTheAccent)
 {
+    EXPECT_NEAR(contrast(Qt::white, Qt::black), 21, 0.01);
+    EXPECT_NEAR(contrast(QColor(0x777777), Qt::white), 4.48, 0.01);
     for (const ColorScheme scheme : {ColorScheme::light, ColorScheme::dark}) {
-        const SystemColors colors = SystemColors::of(scheme);
-        for (const QColor &background : {colors.panel, colors.windowBackground, colors.groupBackground,
-                                         over(colors.control, colors.panel)}) {
-            EXPECT_GE(contrast(over(colors.label, background), background), 7);
-            EXPECT_GE(contrast(over(colors.secondaryLabel, background), background), 4.5)
-                << background.name().toStdString();
+        for (const char *accent : {"#0a6ce8", "#e66100", "#f6d32d", "#ffffff", "#000000", "#33d17a"}) {
+            const SystemColors colors = SystemColors::of(scheme, QColor(QLatin1String(accent)));
+            EXPECT_GE(contrast(colors.accentLabel, colors.accent), 3) << accent;
+            EXPECT_GE(contrast(colors.link, colors.windowBackground), 4.5) << accent;
+            for (const QColor &background : {colors.panel, colors.windowBackground, colors.groupBackground,
+                                             over(colors.control, colors.panel)}) {
+                EXPECT_GE(contrast(over(colors.label, background), background), 7);
+                EXPECT_GE(contrast(over(colors.secondaryLabel, background), background), 4.5);
+            }
+            EXPECT_GE(contrast(colors.orange, colors.panel), 4.5);
+            EXPECT_GE(contrast(colors.red, colors.windowBackground), 4);
+            EXPECT_GE(contrast(colors.green, colors.windowBackground), 3);
         }
-        EXPECT_GE(contrast(colors.orange, colors.panel), 4.5);
-        EXPECT_GE(contrast(colors.red, colors.windowBackground), 4);
-        EXPECT_GE(contrast(colors.green, colors.windowBackground), 3);
     }
 }
 

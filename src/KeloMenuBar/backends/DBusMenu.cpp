@@ -18,7 +18,7 @@ void replyUnknownId(const QDBusConnection &bus, const QDBusMessage &message, int
 DBusMenu::DBusMenu(const QDBusConnection &bus, std::function<Menu()> build, QObject *exported)
     : QDBusAbstractAdaptor(exported), m_bus(bus), m_build(std::move(build))
 {
-    registerDBusMenuTypes();
+    registerBusTypes();
 }
 
 QString DBusMenu::textDirection() const
@@ -26,30 +26,41 @@ QString DBusMenu::textDirection() const
     return QGuiApplication::isRightToLeft() ? QStringLiteral("rtl") : QStringLiteral("ltr");
 }
 
-uint DBusMenu::GetLayout(int parentId, int recursionDepth, const QStringList &propertyNames,
-                         const QDBusMessage &message, DBusMenuLayout &layout)
+uint DBusMenu::GetLayout(int parentId, int recursionDepth, const QStringList &, const QDBusMessage &message,
+                         DBusMenuLayout &layout)
 {
     ensureBuilt();
-    if (const auto found = m_generations.layout(parentId, recursionDepth, propertyNames))
-        layout = *found;
+    if (const auto properties = m_generations.properties(parentId))
+        layout = {parentId, *properties, {}};
     else
         replyUnknownId(m_bus, message, parentId);
+    if (parentId == MenuGenerations::rootId && recursionDepth != 0)
+        layout = m_generations.layout();
     return m_generations.revision();
 }
 
-QList<DBusMenuProperties> DBusMenu::GetGroupProperties(const QList<int> &ids,
-                                                       const QStringList &propertyNames)
+QList<DBusMenuProperties> DBusMenu::GetGroupProperties(const QList<int> &ids, const QStringList &)
 {
     ensureBuilt();
-    return m_generations.properties(ids, propertyNames);
+    QList<DBusMenuProperties> result;
+    for (const int id : ids) {
+        if (const auto properties = m_generations.properties(id))
+            result << DBusMenuProperties{id, *properties};
+    }
+    // None asked for are all of them.
+    if (ids.isEmpty()) {
+        for (const DBusMenuLayout &item : m_generations.layout().children)
+            result << DBusMenuProperties{item.id, item.properties};
+    }
+    return result;
 }
 
 QDBusVariant DBusMenu::GetProperty(int id, const QString &name, const QDBusMessage &message)
 {
     ensureBuilt();
-    const auto found = m_generations.layout(id, 0, {name});
-    if (found && found->properties.contains(name))
-        return QDBusVariant(found->properties.value(name));
+    const auto properties = m_generations.properties(id);
+    if (properties && properties->contains(name))
+        return QDBusVariant(properties->value(name));
     replyUnknownId(m_bus, message, id);
     return {};
 }

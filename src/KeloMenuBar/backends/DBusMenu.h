@@ -10,7 +10,7 @@
 namespace kelo {
 
 /// com.canonical.dbusmenu on the object that is its parent. The menu is built when the host is about to show
-/// it.
+/// it. Hosts get all properties, whichever they ask for.
 class DBusMenu final : public QDBusAbstractAdaptor
 {
     Q_OBJECT
@@ -21,7 +21,7 @@ class DBusMenu final : public QDBusAbstractAdaptor
     Q_PROPERTY(QStringList IconThemePath READ iconThemePath CONSTANT)
 
 public:
-    /// @p build makes the menu anew, each time that it is called.
+    /// `build` makes the menu anew, each time that it is called.
     DBusMenu(const QDBusConnection &bus, std::function<Menu()> build, QObject *exported);
 
     uint version() const { return 3; }
@@ -44,11 +44,7 @@ public Q_SLOTS:
     QList<int> AboutToShowGroup(const QList<int> &ids, QList<int> &idErrors);
 
 Q_SIGNALS:
-    // The names are the interface's.
-    void ItemsPropertiesUpdated(const QList<kelo::DBusMenuProperties> &updatedProps,
-                                const QList<kelo::DBusMenuRemovals> &removedProps);
     void LayoutUpdated(uint revision, int parent);
-    void ItemActivationRequested(int id, uint timestamp);
 
 private:
     void ensureBuilt();

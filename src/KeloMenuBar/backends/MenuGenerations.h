@@ -1,7 +1,7 @@
 #pragma once
 
 #include "KeloMenuBar/Menu.h"
-#include "KeloMenuBar/backends/DBusMenuTypes.h"
+#include "KeloMenuBar/backends/BusTypes.h"
 
 #include <deque>
 #include <functional>
@@ -28,17 +28,14 @@ public:
     /// Counts the generations; 0 while there is none.
     uint revision() const { return m_revision; }
 
-    /// The item or the whole menu; nothing for an unknown number.
-    /// @p depth is the number of levels below it, -1 for all; @p names are the wanted properties, none for
-    /// all.
-    std::optional<DBusMenuLayout> layout(int id, int depth, const QStringList &names) const;
+    /// The menu with all its items.
+    DBusMenuLayout layout() const;
 
-    /// The properties of these items, of all current ones if no number is given. Unknown numbers are left
-    /// out.
-    QList<DBusMenuProperties> properties(const QList<int> &ids, const QStringList &names) const;
+    /// The properties of the menu itself or of a current item; nothing for an unknown number.
+    std::optional<QVariantMap> properties(int id) const;
 
     /// Whether the number is the menu's own or an item's that can still be clicked.
-    bool contains(int id) const;
+    bool contains(int id) const { return id == rootId || item(id); }
 
     /// The closure of an item; empty if it is unknown, disabled or does nothing.
     std::function<void()> action(int id) const;
@@ -50,7 +47,6 @@ private:
         Menu menu;
     };
 
-    const MenuItem *currentItem(int id) const;
     const ClosureMenuItem *item(int id) const;
 
     // The current one is the last.

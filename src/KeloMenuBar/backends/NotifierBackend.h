@@ -1,9 +1,7 @@
 #pragma once
 
-#include "KeloMenuBar/Menu.h"
-#include "KeloMenuBar/StatusItemState.h"
+#include "KeloMenuBar/StatusItem.h"
 #include "KeloMenuBar/backends/NotifierHost.h"
-#include "KeloMenuBar/backends/StatusItemBackend.h"
 
 #include <QObject>
 #include <QPoint>
@@ -14,17 +12,18 @@ namespace kelo {
 class NotifierItem;
 
 /// Shows the item in a StatusNotifier host, with its menu over com.canonical.dbusmenu.
-class NotifierBackend final : public QObject, public StatusItemBackend
+class NotifierBackend final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// One item per connection. @p build makes the menu anew; @p openMenu shows it in a window of our own.
+    /// One item per connection. `build` makes the menu anew; `openMenu` shows it in a window of our own.
     NotifierBackend(const QDBusConnection &bus, const QString &id, std::function<Menu()> build,
                     std::function<void(QPoint)> openMenu);
     ~NotifierBackend() override;
 
-    void show(const StatusItemState &state) override;
+    /// Shows this state from now on.
+    void show(const StatusItemState &state);
 
     /// Whether there is a host that draws the item, as far as is known.
     bool hasHost() const { return m_hasHost; }

@@ -1,12 +1,13 @@
 #include "KeloMenuBar/backends/NotifierHost.h"
 
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include "Platform/linux/BusCall.h"
+
 #include <QDBusVariant>
 #include <QFile>
 
 namespace kelo {
+
+using mivora::callBus;
 
 namespace {
 
@@ -31,18 +32,6 @@ QDBusMessage busCall(const QString &method, const QString &argument)
     return call;
 }
 
-// Calls the bus and hands over the answer, or the default value for an error.
-template<typename Value, typename Handler>
-void ask(const QDBusConnection &bus, const QDBusMessage &call, QObject *receiver, Handler handler)
-{
-    auto *pending = new QDBusPendingCallWatcher(bus.asyncCall(call), receiver);
-    QObject::connect(pending, &QDBusPendingCallWatcher::finished, receiver, [pending, handler] {
-        const QDBusPendingReply<Value> reply = *pending;
-        handler(reply.isError() ? Value() : reply.value());
-        pending->deleteLater();
-    });
-}
-
 // Empty if the process is not visible from here, as from within a sandbox.
 QString processName(uint pid)
 {
@@ -65,8 +54,8 @@ NotifierHost::NotifierHost(const QDBusConnection &bus, QObject *parent)
     m_bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
                   QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
                   SLOT(loseBus()));
-    ask<QString>(m_bus, busCall(QStringLiteral("GetNameOwner"), watcherName()), this,
-                 [this](const QString &owner) { setOwner(owner); });
+    callBus<QString>(m_bus, busCall(QStringLiteral("GetNameOwner"), watcherName()), this,
+                     [this](const auto &owner) { setOwner(owner.isValid() ? owner.value() : QString()); });
 }
 
 void NotifierHost::setOwner(const QString &owner)
@@ -88,26 +77,26 @@ void NotifierHost::loseBus()
 
 void NotifierHost::askProcess()
 {
-    ask<uint>(m_bus, busCall(QStringLiteral("GetConnectionUnixProcessID"), m_owner), this,
-              [this, owner = m_owner](uint pid) {
-                  if (owner != m_owner)
-                      return;
-                  m_host.process = processName(pid);
-                  askIndicator();
-              });
+    callBus<uint>(m_bus, busCall(QStringLiteral("GetConnectionUnixProcessID"), m_owner), this,
+                  [this, owner = m_owner](const auto &pid) {
+                      if (owner != m_owner)
+                          return;
+                      m_host.process = processName(pid.isValid() ? pid.value() : 0);
+                      askIndicator();
+                  });
 }
 
 void NotifierHost::askIndicator()
 {
-    ask<bool>(m_bus,
-              busCall(QStringLiteral("NameHasOwner"), QStringLiteral("org.ayatana.indicator.application")),
-              this, [this, owner = m_owner](bool isThere) {
-                  if (owner != m_owner)
-                      return;
-                  m_host.hasAyatanaIndicator = isThere;
-                  Q_EMIT appeared(m_host);
-                  askDrawn();
-              });
+    callBus<bool>(
+        m_bus, busCall(QStringLiteral("NameHasOwner"), QStringLiteral("org.ayatana.indicator.application")),
+        this, [this, owner = m_owner](const auto &isThere) {
+            if (owner != m_owner)
+                return;
+            m_host.hasAyatanaIndicator = isThere.isValid() && isThere.value();
+            Q_EMIT appeared(m_host);
+            askDrawn();
+        });
 }
 
 void NotifierHost::askDrawn()
@@ -117,9 +106,9 @@ void NotifierHost::askDrawn()
     auto call = QDBusMessage::createMethodCall(
         m_owner, watcherPath(), QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     call << watcherName() << QStringLiteral("IsStatusNotifierHostRegistered");
-    ask<QDBusVariant>(m_bus, call, this, [this, owner = m_owner](const QDBusVariant &answer) {
+    callBus<QDBusVariant>(m_bus, call, this, [this, owner = m_owner](const auto &answer) {
         // Watchers that leave the property out draw the items themselves.
-        const bool isDrawn = answer.variant() != QVariant(false);
+        const bool isDrawn = !answer.isValid() || answer.value().variant() != QVariant(false);
         if (owner == m_owner)
             Q_EMIT drawnChanged(isDrawn);
     });

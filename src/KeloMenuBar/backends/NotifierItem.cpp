@@ -16,7 +16,7 @@ NotifierItem::NotifierItem(const QDBusConnection &bus, const QString &id,
                            std::function<bool(QPoint)> openMenu, QObject *exported)
     : QDBusAbstractAdaptor(exported), m_bus(bus), m_id(id), m_openMenu(std::move(openMenu))
 {
-    registerNotifierTypes();
+    registerBusTypes();
 }
 
 void NotifierItem::setProperties(const NotifierProperties &properties)

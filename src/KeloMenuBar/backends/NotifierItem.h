@@ -1,7 +1,7 @@
 #pragma once
 
+#include "KeloMenuBar/backends/BusTypes.h"
 #include "KeloMenuBar/backends/NotifierProperties.h"
-#include "KeloMenuBar/backends/NotifierTypes.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnection>
@@ -42,7 +42,7 @@ public:
     static constexpr char objectPath[] = "/StatusNotifierItem";
     static constexpr char menuPath[] = "/StatusNotifierItem/Menu";
 
-    /// @p id names the program. @p openMenu is for hosts that leave the menu to us, and answers whether it
+    /// `id` names the program. `openMenu` is for hosts that leave the menu to us, and answers whether it
     /// did; hosts that are refused open theirs.
     NotifierItem(const QDBusConnection &bus, const QString &id, std::function<bool(QPoint)> openMenu,
                  QObject *exported);
@@ -98,8 +98,6 @@ Q_SIGNALS:
     void NewStatus(const QString &status);
     void NewIcon();
     void NewIconThemePath(const QString &path);
-    void NewAttentionIcon();
-    void NewOverlayIcon();
     void NewToolTip();
     void XAyatanaNewLabel(const QString &label, const QString &guide);
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "KeloMenuBar/Presentation.h"
-#include "KeloMenuBar/StatusItemState.h"
+#include "KeloMenuBar/StatusItem.h"
 #include "KeloMenuBar/StatusPicture.h"
 
 #include <optional>

@@ -1,11 +1,11 @@
 #include "KeloMenuBar/backends/PopupMenu.h"
 
+#include "KeloTheme/ViewLoader.h"
+#include "Platform/linux/X11Connection.h"
+
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QMouseEvent>
-#include <QPainter>
-#include <QPalette>
 #include <QScreen>
 #include <QTimer>
 #include <algorithm>
@@ -15,11 +15,13 @@ namespace kelo {
 
 namespace {
 
+// As PopupMenu.qml has them.
 constexpr int edge = 5;
 constexpr int indent = 12;
-constexpr int itemHeight = 26;
+constexpr int rowHeight = 26;
 constexpr int separatorHeight = 9;
 constexpr int shortcutGap = 32;
+constexpr int narrowest = 160;
 constexpr int widest = 480;
 // Widths are measured in whole pixels, and a text is not to be cut for the rest.
 constexpr int rounding = 4;
@@ -27,11 +29,6 @@ constexpr int rounding = 4;
 // The panel that was clicked may hold the pointer until the button is released.
 constexpr int grabAttempts = 20;
 constexpr int grabInterval = 25;
-
-// On an arrow, a menu goes on by a line as often as this.
-constexpr int scrollInterval = 60;
-constexpr int linesPerNotch = 3;
-constexpr int notch = 120;
 
 QString shortcutText(const MenuItem &item)
 {
@@ -46,278 +43,206 @@ QPoint placed(QSize size, QPoint point, const QRect &screen)
     return {std::clamp(point.x(), screen.left(), std::max(screen.left(), right)), std::max(screen.top(), y)};
 }
 
-QColor mixed(const QColor &color, qreal alpha)
-{
-    QColor result = color;
-    result.setAlphaF(static_cast<float>(alpha));
-    return result;
-}
-
 } // namespace
 
-PopupMenu::PopupMenu()
+PopupMenu::~PopupMenu()
 {
-    setFlags(Qt::Popup | Qt::FramelessWindowHint);
-    m_scrolling.setInterval(scrollInterval);
-    connect(&m_scrolling, &QTimer::timeout, this, [this] { scrollBy(m_direction * itemHeight); });
+    dismiss();
 }
 
-QRect PopupMenu::itemRect(int index) const
+QVariantList PopupMenu::items() const
 {
-    return m_rects.at(static_cast<std::size_t>(index)).translated(0, -m_scroll.offset());
+    QVariantList items;
+    for (const MenuItem &item : m_menu.items())
+        items.append(QVariantMap{{QStringLiteral("title"), item.text()},
+                                 {QStringLiteral("shortcut"), shortcutText(item)},
+                                 {QStringLiteral("isEnabled"), item.isEnabled},
+                                 {QStringLiteral("isSeparator"), item.isSeparator}});
+    return items;
 }
 
 void PopupMenu::open(Menu menu, QPoint position)
 {
+    dismiss();
     m_menu = std::move(menu);
-    m_current = -1;
-    m_hasMoved = false;
+    m_wasPressed = false;
     const QScreen *found = QGuiApplication::screenAt(position);
-    const QScreen *screen = found ? found : QGuiApplication::primaryScreen();
-    const QRect available = screen->availableGeometry();
-    const QSize size = layOut(available.height());
-    setGeometry(QRect(placed(size, position, available), size));
-    show();
-    raise();
+    const QRect available = (found ? found : QGuiApplication::primaryScreen())->availableGeometry();
+    const QSize size = measure().boundedTo({widest, available.height()});
+    m_window.reset(
+        m_views.createWindow({.module = QStringLiteral("KeloMenuBarViews"),
+                              .component = QStringLiteral("PopupMenu"),
+                              .properties = {{QStringLiteral("menu"), QVariant::fromValue<QObject *>(this)}},
+                              .size = size,
+                              .kind = ViewKind::popup}));
+    if (!m_window)
+        return;
+    m_window->setFlags(Qt::Popup | Qt::FramelessWindowHint);
+    m_window->setGeometry(QRect(placed(size, position, available), size));
+    m_window->installEventFilter(this);
+    m_window->show();
+    m_window->raise();
+    const mivora::X11Connection x11;
+    m_previousFocus = x11.inputFocus();
+    x11.setInputFocus(xcb_window_t(m_window->winId()));
+    x11.flush();
     grab(grabAttempts);
 }
 
-QSize PopupMenu::layOut(int tallest)
+QSize PopupMenu::measure() const
 {
     const QFontMetrics metrics(QGuiApplication::font());
-    int width = 160;
+    QSize size(narrowest, 2 * edge);
     for (const MenuItem &item : m_menu.items()) {
         const QString shortcut = shortcutText(item);
         const int extra = shortcut.isEmpty() ? 0 : shortcutGap + metrics.horizontalAdvance(shortcut);
-        width =
-            std::max(width, metrics.horizontalAdvance(item.text()) + rounding + extra + 2 * (edge + indent));
+        const int width = metrics.horizontalAdvance(item.text()) + rounding + extra + 2 * (edge + indent);
+        size = {std::max(size.width(), width),
+                size.height() + (item.isSeparator ? separatorHeight : rowHeight)};
     }
-    width = std::min(width, widest);
-
-    m_rects.clear();
-    int y = edge;
-    for (const MenuItem &item : m_menu.items()) {
-        const int height = item.isSeparator ? separatorHeight : std::max(itemHeight, metrics.height() + 6);
-        m_rects.emplace_back(edge, y, width - 2 * edge, height);
-        y += height;
-    }
-    const int height = std::min(y + edge, tallest);
-    m_scroll = MenuScroll(y + edge, height);
-    return {width, height};
+    return size;
 }
 
 void PopupMenu::grab(int attemptsLeft)
 {
-    if (!isVisible() || (setMouseGrabEnabled(true) && setKeyboardGrabEnabled(true)) || attemptsLeft == 0)
+    if (!m_window || (m_window->setMouseGrabEnabled(true) && m_window->setKeyboardGrabEnabled(true)) ||
+        attemptsLeft == 0)
         return;
-    QTimer::singleShot(grabInterval, this, [this, attemptsLeft] { grab(attemptsLeft - 1); });
+    QTimer::singleShot(grabInterval, m_window.get(), [this, attemptsLeft] { grab(attemptsLeft - 1); });
 }
 
 void PopupMenu::dismiss()
 {
-    setMouseGrabEnabled(false);
-    setKeyboardGrabEnabled(false);
-    m_scrolling.stop();
-    hide();
+    if (!m_window)
+        return;
+    const mivora::X11Connection x11;
+    if (x11.inputFocus() == m_window->winId())
+        x11.setInputFocus(m_previousFocus);
+    m_window->setMouseGrabEnabled(false);
+    m_window->setKeyboardGrabEnabled(false);
+    m_window->hide();
+    // It may be at work: what closes it happens in it.
+    QWindow *window = m_window.release();
+    connect(
+        window, &QObject::destroyed, this, [this] { m_views.releaseUnused(); }, Qt::QueuedConnection);
+    window->deleteLater();
+    setCurrent(-1);
 }
 
 void PopupMenu::choose(int index)
 {
-    dismiss();
     // The menu may be opened again, and filled anew, by what the action does.
-    const auto action = m_menu.items()[static_cast<std::size_t>(index)].action;
+    const auto action = m_menu.items().at(static_cast<std::size_t>(index)).action;
+    dismiss();
     if (action)
         action();
 }
 
 void PopupMenu::setCurrent(int index)
 {
-    if (index == m_current)
-        return;
-    m_current = index;
-    update();
+    if (std::exchange(m_current, index) != index)
+        Q_EMIT currentChanged();
 }
 
-void PopupMenu::move(int step)
+bool PopupMenu::eventFilter(QObject *, QEvent *event)
 {
-    moveFrom(m_current < 0 && step < 0 ? static_cast<int>(m_rects.size()) : m_current, step);
-}
-
-void PopupMenu::moveFrom(int index, int step)
-{
-    const int count = static_cast<int>(m_rects.size());
-    for (int tried = 0; tried < count; ++tried) {
-        index = (index + step + count) % count;
-        if (!canChoose(index))
-            continue;
-        const QRect &rect = m_rects[static_cast<std::size_t>(index)];
-        if (m_scroll.reveal(rect.top() - edge, rect.bottom() + edge))
-            update();
-        return setCurrent(index);
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+        return press(static_cast<QMouseEvent *>(event)->position().toPoint());
+    case QEvent::MouseMove:
+        return drag(*static_cast<QMouseEvent *>(event));
+    case QEvent::MouseButtonRelease:
+        return release();
+    case QEvent::ShortcutOverride:
+        // Accepted, it becomes a key press, and no shortcut of other windows is triggered by it.
+        event->setAccepted(itemWithShortcut(*static_cast<QKeyEvent *>(event)) >= 0);
+        return event->isAccepted();
+    case QEvent::KeyPress:
+        return pressKey(*static_cast<QKeyEvent *>(event));
+    default:
+        return false;
     }
 }
 
-void PopupMenu::scrollBy(int pixels)
+bool PopupMenu::press(QPoint position)
 {
-    if (!m_scroll.scrollBy(pixels))
-        return m_scrolling.stop();
-    // What was under the pointer has moved away from it.
-    m_current = -1;
-    update();
-}
-
-int PopupMenu::itemAt(QPoint position) const
-{
-    if (m_scroll.directionAt(position.y()) != 0)
-        return -1;
-    for (int index = 0; index < static_cast<int>(m_rects.size()); ++index) {
-        if (canChoose(index) && itemRect(index).contains(position))
-            return index;
-    }
-    return -1;
-}
-
-bool PopupMenu::canChoose(int index) const
-{
-    const MenuItem &item = m_menu.items()[static_cast<std::size_t>(index)];
-    return item.isEnabled && !item.isSeparator;
-}
-
-void PopupMenu::exposeEvent(QExposeEvent *event)
-{
-    QRasterWindow::exposeEvent(event);
-    if (isExposed())
-        update();
-}
-
-void PopupMenu::mouseMoveEvent(QMouseEvent *event)
-{
-    const QPoint position = event->position().toPoint();
-    const bool isWithin = QRect(QPoint(), size()).contains(position);
-    m_hasMoved = m_hasMoved || isWithin;
-    m_direction = isWithin ? m_scroll.directionAt(position.y()) : 0;
-    if (m_direction == 0)
-        m_scrolling.stop();
-    else if (!m_scrolling.isActive())
-        m_scrolling.start();
-    setCurrent(itemAt(position));
-}
-
-void PopupMenu::wheelEvent(QWheelEvent *event)
-{
-    scrollBy(-event->angleDelta().y() * linesPerNotch * itemHeight / notch);
-    setCurrent(itemAt(event->position().toPoint()));
-}
-
-void PopupMenu::mousePressEvent(QMouseEvent *event)
-{
-    m_hasMoved = true;
-    if (!QRect(QPoint(), size()).contains(event->position().toPoint()))
+    m_wasPressed = true;
+    const bool isOutside = !QRect(QPoint(), m_window->size()).contains(position);
+    if (isOutside)
         dismiss();
+    return isOutside;
 }
 
-void PopupMenu::mouseReleaseEvent(QMouseEvent *event)
+// With the button held that opened the menu, the view is to see what it would without.
+bool PopupMenu::drag(const QMouseEvent &event)
 {
-    const int index = itemAt(event->position().toPoint());
-    if (m_hasMoved && index >= 0)
-        choose(index);
+    if (m_wasPressed || event.buttons() == Qt::NoButton)
+        return false;
+    QMouseEvent hover(event.type(), event.position(), event.globalPosition(), Qt::NoButton, Qt::NoButton,
+                      event.modifiers());
+    QCoreApplication::sendEvent(m_window.get(), &hover);
+    return true;
 }
 
-void PopupMenu::keyPressEvent(QKeyEvent *event)
+bool PopupMenu::release()
 {
-    switch (event->key()) {
+    const bool ends = !std::exchange(m_wasPressed, true);
+    if (ends && m_current >= 0)
+        choose(m_current);
+    return ends;
+}
+
+bool PopupMenu::pressKey(const QKeyEvent &event)
+{
+    const int count = static_cast<int>(m_menu.items().size());
+    const int withShortcut = itemWithShortcut(event);
+    switch (event.key()) {
     case Qt::Key_Escape:
-        return dismiss();
+        dismiss();
+        break;
     case Qt::Key_Down:
-        return move(1);
+        moveFrom(m_current, 1);
+        break;
     case Qt::Key_Up:
-        return move(-1);
+        moveFrom(m_current < 0 ? count : m_current, -1);
+        break;
     case Qt::Key_Home:
-        return moveFrom(-1, 1);
+        moveFrom(-1, 1);
+        break;
     case Qt::Key_End:
-        return moveFrom(0, -1);
+        moveFrom(count, -1);
+        break;
     case Qt::Key_Return:
     case Qt::Key_Enter:
     case Qt::Key_Space:
-        return m_current >= 0 ? choose(m_current) : void();
+        if (m_current >= 0)
+            choose(m_current);
+        break;
     default:
-        return chooseByKey(QKeySequence(event->keyCombination()));
+        if (withShortcut >= 0)
+            choose(withShortcut);
+    }
+    return true;
+}
+
+// The next item in this direction that can be chosen, round the ends.
+void PopupMenu::moveFrom(int index, int step)
+{
+    const int count = static_cast<int>(m_menu.items().size());
+    for (int tried = 0; tried < count; ++tried) {
+        index = (index + step + count) % count;
+        if (m_menu.items()[static_cast<std::size_t>(index)].canBeChosen())
+            return setCurrent(index);
     }
 }
 
-void PopupMenu::chooseByKey(const QKeySequence &keys)
+int PopupMenu::itemWithShortcut(const QKeyEvent &event) const
 {
     const auto &items = m_menu.items();
     const auto found = std::find_if(items.begin(), items.end(), [&](const MenuItem &item) {
-        return item.isEnabled && item.shortcut() == keys;
+        return item.canBeChosen() && item.shortcut() == QKeySequence(event.keyCombination());
     });
-    if (found != items.end())
-        choose(static_cast<int>(found - items.begin()));
-}
-
-void PopupMenu::paintEvent(QPaintEvent *)
-{
-    const QPalette palette = QGuiApplication::palette();
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillRect(QRect(QPoint(), size()), palette.color(QPalette::Base));
-    painter.setPen(mixed(palette.color(QPalette::Text), 0.25));
-    painter.drawRect(QRectF(0.5, 0.5, width() - 1, height() - 1));
-    painter.setFont(QGuiApplication::font());
-    painter.save();
-    painter.setClipRect(1, m_scroll.top(), width() - 2, m_scroll.bottom() - m_scroll.top());
-    for (int index = 0; index < static_cast<int>(m_rects.size()); ++index) {
-        if (itemRect(index).intersects(QRect(QPoint(), size())))
-            drawItem(painter, index);
-    }
-    painter.restore();
-    if (m_scroll.hasArrowAbove())
-        drawArrow(painter, -1);
-    if (m_scroll.hasArrowBelow())
-        drawArrow(painter, 1);
-}
-
-void PopupMenu::drawArrow(QPainter &painter, int direction) const
-{
-    const qreal half = MenuScroll::arrowHeight / 2.0;
-    const QPointF middle(width() / 2.0, direction < 0 ? half : height() - half);
-    const QPointF side(5, -2.5 * direction);
-    const QPointF tip[] = {middle + side, middle + QPointF(0, 2.5 * direction),
-                           middle + QPointF(-side.x(), side.y())};
-    painter.setPen(QPen(mixed(QGuiApplication::palette().color(QPalette::Text), 0.6), 1.5));
-    painter.drawPolyline(tip, 3);
-}
-
-void PopupMenu::drawItem(QPainter &painter, int index) const
-{
-    const MenuItem &item = m_menu.items()[static_cast<std::size_t>(index)];
-    const QPalette palette = QGuiApplication::palette();
-    const QRect rect = itemRect(index);
-    QColor text = palette.color(QPalette::Text);
-    if (item.isSeparator) {
-        const QRect line(rect.left(), rect.center().y(), rect.width(), 1);
-        return painter.fillRect(line, mixed(text, 0.15));
-    }
-    if (index == m_current) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(palette.color(QPalette::Highlight));
-        painter.drawRoundedRect(rect, 4, 4);
-        text = palette.color(QPalette::HighlightedText);
-    }
-    painter.setPen(mixed(text, item.isEnabled ? 1 : 0.5));
-    const QRect inner = rect.adjusted(indent, 0, -indent, 0);
-    const QString shortcut = shortcutText(item);
-    const QFontMetrics metrics(painter.font());
-    const int room =
-        inner.width() - (shortcut.isEmpty() ? 0 : shortcutGap + metrics.horizontalAdvance(shortcut));
-    // Marks piled up on a character reach beyond its line.
-    painter.save();
-    painter.setClipRect(rect, Qt::IntersectClip);
-    painter.drawText(inner, Qt::AlignLeft | Qt::AlignVCenter,
-                     metrics.elidedText(item.text(), Qt::ElideRight, room));
-    painter.restore();
-    painter.setPen(mixed(text, 0.6));
-    painter.drawText(inner, Qt::AlignRight | Qt::AlignVCenter, shortcut);
+    return found == items.end() ? -1 : static_cast<int>(found - items.begin());
 }
 
 } // namespace kelo

@@ -1,67 +1,75 @@
 #pragma once
 
 #include "KeloMenuBar/Menu.h"
-#include "KeloMenuBar/backends/MenuScroll.h"
 
-#include <QRasterWindow>
-#include <QTimer>
-#include <vector>
+#include <QObject>
+#include <QPoint>
+#include <QSize>
+#include <QVariantList>
+#include <QWindow>
+#include <cstdint>
+#include <memory>
 
 namespace kelo {
 
-/// The menu in a window of our own, on X11, for trays that draw no menus. Keyboard and mouse are its own
-/// while it is open; a click elsewhere or Escape closes it. A menu that is higher than the screen is
-/// scrolled: by the keyboard, the wheel, or the pointer on an arrow at its end.
-class PopupMenu final : public QRasterWindow
+class ViewLoader;
+
+/// The menu in a window of our own, on X11, for trays that draw no menus; PopupMenu.qml draws it. Keyboard
+/// and mouse are its own while it is open; a click elsewhere or Escape closes it. A menu that is higher than
+/// the screen scrolls.
+class PopupMenu final : public QObject
 {
     Q_OBJECT
+    Q_PROPERTY(QVariantList items READ items CONSTANT)
+    Q_PROPERTY(int current READ current WRITE setCurrent NOTIFY currentChanged)
 
 public:
-    PopupMenu();
+    /// `views` outlives the menu; nothing is loaded before it is opened.
+    explicit PopupMenu(ViewLoader &views) : m_views(views) {}
+
+    ~PopupMenu() override;
 
     /// Shows the menu beside this point of the screen, which is in device-independent pixels.
     void open(Menu menu, QPoint position);
 
+    /// The window while the menu is open.
+    QWindow *window() const { return m_window.get(); }
+
+    /// For the view: title, shortcut, isEnabled and isSeparator of each item.
+    QVariantList items() const;
+
     /// The index of the item that Return would choose; -1 for none.
     int current() const { return m_current; }
 
-    /// Where an item is drawn within the window, or would be if it were high enough.
-    QRect itemRect(int index) const;
+    void setCurrent(int index);
+
+    /// Closes the menu and runs the item's action.
+    Q_INVOKABLE void choose(int index);
+
+Q_SIGNALS:
+    void currentChanged();
 
 protected:
-    void paintEvent(QPaintEvent *event) override;
-    void exposeEvent(QExposeEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
-    void wheelEvent(QWheelEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    QSize layOut(int tallest);
+    QSize measure() const;
     void grab(int attemptsLeft);
     void dismiss();
-    void choose(int index);
-    void chooseByKey(const QKeySequence &keys);
-    void setCurrent(int index);
-    void move(int step);
+    bool press(QPoint position);
+    bool drag(const QMouseEvent &event);
+    bool release();
+    bool pressKey(const QKeyEvent &event);
     void moveFrom(int index, int step);
-    void scrollBy(int pixels);
-    int itemAt(QPoint position) const;
-    bool canChoose(int index) const;
-    void drawItem(QPainter &painter, int index) const;
-    void drawArrow(QPainter &painter, int direction) const;
+    int itemWithShortcut(const QKeyEvent &event) const;
 
+    ViewLoader &m_views;
     Menu m_menu;
-    /// Where the items are in the whole menu.
-    std::vector<QRect> m_rects;
-    MenuScroll m_scroll;
-    /// Runs while the pointer is on an arrow.
-    QTimer m_scrolling;
-    int m_direction = 0;
+    std::unique_ptr<QWindow> m_window;
+    std::uint32_t m_previousFocus = 0;
     int m_current = -1;
-    // A release belongs to the press that opened the menu until the pointer has moved within it.
-    bool m_hasMoved = false;
+    /// Whether a button went down since the menu is open; else one is held that opened it.
+    bool m_wasPressed = false;
 };
 
 } // namespace kelo

@@ -1,13 +1,12 @@
 #include "KeloMenuBar/backends/TrayBackend.h"
 
-#include <QGuiApplication>
 #include <utility>
 
 namespace kelo {
 
 bool TrayBackend::applies()
 {
-    return QGuiApplication::platformName() == QLatin1String("xcb");
+    return mivora::X11Connection::isAvailable();
 }
 
 TrayBackend::TrayBackend(std::function<void(QPoint)> openMenu) : m_openMenu(std::move(openMenu))

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "KeloMenuBar/StatusItemState.h"
-#include "KeloMenuBar/backends/StatusItemBackend.h"
+#include "KeloMenuBar/StatusItem.h"
 #include "KeloMenuBar/backends/TrayManager.h"
 #include "KeloMenuBar/backends/TrayWindow.h"
 
@@ -12,7 +11,7 @@
 namespace kelo {
 
 /// Shows the item in an XEmbed tray, as long as there is one.
-class TrayBackend final : public QObject, public StatusItemBackend
+class TrayBackend final : public QObject
 {
     Q_OBJECT
 
@@ -20,10 +19,11 @@ public:
     /// Whether windows of this program can be docked at all: it runs on X11.
     static bool applies();
 
-    /// @p openMenu shows the menu beside a point of the screen.
+    /// `openMenu` shows the menu beside a point of the screen.
     explicit TrayBackend(std::function<void(QPoint)> openMenu);
 
-    void show(const StatusItemState &state) override;
+    /// Shows this state from now on.
+    void show(const StatusItemState &state);
 
     /// Whether a tray shows the item, or has been asked to.
     bool hasTray() const { return m_hasTray; }

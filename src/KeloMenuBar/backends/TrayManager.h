@@ -1,9 +1,9 @@
 #pragma once
 
+#include "Platform/linux/X11Connection.h"
+
 #include <QAbstractNativeEventFilter>
-#include <QByteArray>
 #include <QObject>
-#include <xcb/xcb.h>
 
 namespace kelo {
 
@@ -14,8 +14,6 @@ class TrayManager final : public QObject, public QAbstractNativeEventFilter
     Q_OBJECT
 
 public:
-    TrayManager();
-
     /// Looks for a tray; the signals follow it from then on.
     void start();
 
@@ -34,15 +32,13 @@ Q_SIGNALS:
 
 private:
     bool nativeEventFilter(const QByteArray &type, void *message, qintptr *result) override;
-    xcb_atom_t atom(const QByteArray &name) const;
-    xcb_window_t selectionOwner() const;
     void find();
     void forget();
 
-    xcb_connection_t *m_connection = nullptr;
-    xcb_screen_t *m_screen = nullptr;
-    xcb_atom_t m_selection = XCB_ATOM_NONE;
-    xcb_atom_t m_managerMessage = XCB_ATOM_NONE;
+    const mivora::X11Connection m_x11;
+    const QByteArray m_selection = m_x11.ofScreen("_NET_SYSTEM_TRAY_S");
+    const xcb_atom_t m_selectionAtom = m_x11.atom(m_selection);
+    const xcb_atom_t m_managerMessage = m_x11.atom("MANAGER");
     xcb_window_t m_owner = XCB_WINDOW_NONE;
 };
 

@@ -19,7 +19,7 @@ public:
         Cut,
     };
 
-    /// @p openMenu is given the point of the screen that was clicked.
+    /// `openMenu` is given the point of the screen that was clicked.
     TrayWindow(Background background, std::function<void(QPoint)> openMenu);
 
     void setPicture(const StatusPicture &picture);

@@ -1,44 +1,36 @@
 #include "KeloPanel/backends/PanelBackend.h"
 
-#include "KeloPanel/backends/PlainPanelBackend.h"
-#include "KeloPanel/backends/X11Connection.h"
+#include "KeloPanel/FloatingPanel.h"
 #include "KeloPanel/backends/X11PanelBackend.h"
 
-#include <QGuiApplication>
-#include <algorithm>
-#include <array>
-#include <utility>
+#include <QVariant>
 
 namespace kelo {
 
 namespace {
 
-constexpr std::array platformNames{
-    std::pair{"x11", PanelPlatform::x11},
-    std::pair{"window", PanelPlatform::window},
-    std::pair{"notification", PanelPlatform::notification},
+/// A frameless tool window that asks not to be activated: all that can be asked for without X11.
+class PlainPanelBackend final : public PanelBackend
+{
+public:
+    void prepare(QWindow &window) override
+    {
+        window.setFlags(window.flags() | Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+        window.setProperty("_q_showWithoutActivating", QVariant(true));
+    }
+
+    void orderFront(QWindow &window, const QPoint &origin, const FloatingFrame &frame) override
+    {
+        window.setGeometry(QRect(origin, frame.windowSize));
+        window.show();
+    }
+
+    void takeKeyboard(QWindow &window) override { window.requestActivate(); }
+
+    void orderOut(QWindow &window) override { window.hide(); }
 };
 
 } // namespace
-
-PanelPlatform panelPlatform()
-{
-    const bool hasX11 = X11Connection::isAvailable();
-    const QByteArray wanted = qgetenv("MIVORA_PANEL");
-    const auto *named = std::find_if(platformNames.begin(), platformNames.end(),
-                                     [&](const auto &platform) { return wanted == platform.first; });
-    if (named != platformNames.end() && (hasX11 || named->second != PanelPlatform::x11))
-        return named->second;
-    if (hasX11)
-        return PanelPlatform::x11;
-    const bool isWayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
-    return isWayland ? PanelPlatform::notification : PanelPlatform::window;
-}
-
-std::optional<RunningApp> frontmostApp()
-{
-    return X11Connection::isAvailable() ? X11Connection().activeApp() : std::nullopt;
-}
 
 std::unique_ptr<PanelBackend> PanelBackend::create()
 {

@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QScreen>
 #include <QWindow>
+#include <xcb/shape.h>
 
 namespace kelo {
 
@@ -46,6 +47,19 @@ QRegion stretched(const StretchableImage &mask, const QSize &size)
     return QBitmap::fromImage(image.createAlphaMask(Qt::ThresholdDither));
 }
 
+// By the edges of the region's rectangles: rounded sizes would leave gaps between them.
+std::vector<xcb_rectangle_t> inPixels(const QRegion &region, double pixelRatio)
+{
+    std::vector<xcb_rectangle_t> rects;
+    for (const QRect &rect : region) {
+        const auto x = std::int16_t(rect.x() * pixelRatio);
+        const auto y = std::int16_t(rect.y() * pixelRatio);
+        rects.push_back({x, y, std::uint16_t((rect.x() + rect.width()) * pixelRatio - x),
+                         std::uint16_t((rect.y() + rect.height()) * pixelRatio - y)});
+    }
+    return rects;
+}
+
 } // namespace
 
 X11PanelBackend::X11PanelBackend() : m_isXWayland(runsUnderWayland())
@@ -56,17 +70,18 @@ X11PanelBackend::X11PanelBackend() : m_isXWayland(runsUnderWayland())
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
-void X11PanelBackend::dress(QWindow &window)
+void X11PanelBackend::prepare(QWindow &window)
 {
     window.setFlags(window.flags() | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                     Qt::BypassWindowManagerHint);
     window.create();
     const xcb_window_t id = idOf(window);
     // Managers leave the window alone; task bars, pagers and screen recorders read these all the same.
-    m_x11.setAtoms(id, "_NET_WM_STATE",
-                   {"_NET_WM_STATE_ABOVE", "_NET_WM_STATE_STICKY", "_NET_WM_STATE_SKIP_TASKBAR",
-                    "_NET_WM_STATE_SKIP_PAGER"});
-    m_x11.setCardinals(id, "_NET_WM_DESKTOP", {allDesktops});
+    std::vector<std::uint32_t> states;
+    for (const char *state : {"ABOVE", "STICKY", "SKIP_TASKBAR", "SKIP_PAGER"})
+        states.push_back(m_x11.atom(QByteArray("_NET_WM_STATE_") + state));
+    m_x11.setProperty(id, "_NET_WM_STATE", XCB_ATOM_ATOM, states);
+    m_x11.setProperty(id, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL, {allDesktops});
     setType(window, WindowType::notification);
     window.installEventFilter(this);
 }
@@ -124,17 +139,20 @@ bool X11PanelBackend::nativeEventFilter(const QByteArray &, void *message, qintp
     const auto *event = static_cast<const xcb_generic_event_t *>(message);
     if (m_onTop == XCB_WINDOW_NONE || (event->response_type & 0x7f) != XCB_PROPERTY_NOTIFY)
         return false;
-    if (static_cast<const xcb_property_notify_event_t *>(message)->atom == m_stacking)
-        m_x11.raise(m_onTop);
+    if (static_cast<const xcb_property_notify_event_t *>(message)->atom == m_stacking) {
+        const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+        xcb_configure_window(m_x11.get(), m_onTop, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+        m_x11.flush();
+    }
     return false;
 }
 
 void X11PanelBackend::setType(const QWindow &window, WindowType type)
 {
     m_type = type;
-    m_x11.setAtoms(
-        idOf(window), "_NET_WM_WINDOW_TYPE",
-        {type == WindowType::normal ? "_NET_WM_WINDOW_TYPE_NORMAL" : "_NET_WM_WINDOW_TYPE_NOTIFICATION"});
+    m_x11.setProperty(idOf(window), "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM,
+                      {m_x11.atom(type == WindowType::normal ? "_NET_WM_WINDOW_TYPE_NORMAL"
+                                                             : "_NET_WM_WINDOW_TYPE_NOTIFICATION")});
     m_x11.flush();
 }
 
@@ -146,24 +164,27 @@ void X11PanelBackend::shape(QWindow &window, const FloatingFrame &frame)
     const QRegion rounded =
         stretched(GlassSurface::roundedMask(int(frame.cornerRadius)), frame.contentRect.size());
     window.setMask(frame.shadowByWindow ? rounded : QRegion());
-    std::vector<xcb_rectangle_t> card;
+    const std::vector<xcb_rectangle_t> card =
+        frame.shadowByWindow
+            ? std::vector<xcb_rectangle_t>()
+            : inPixels(rounded.translated(frame.contentRect.topLeft()), window.devicePixelRatio());
     std::vector<std::uint32_t> blurred;
-    if (!frame.shadowByWindow) {
-        const auto pixels = [&](int length) { return int(length * window.devicePixelRatio()); };
-        for (const QRect &rect : rounded.translated(frame.contentRect.topLeft())) {
-            // By their edges: rounded sizes would leave gaps between rows.
-            const int x = pixels(rect.x());
-            const int y = pixels(rect.y());
-            const int width = pixels(rect.x() + rect.width()) - x;
-            const int height = pixels(rect.y() + rect.height()) - y;
-            card.push_back({std::int16_t(x), std::int16_t(y), std::uint16_t(width), std::uint16_t(height)});
-            for (const int length : {x, y, width, height})
-                blurred.push_back(std::uint32_t(length));
-        }
-    }
-    m_x11.setCardinals(idOf(window), "_KDE_NET_WM_BLUR_BEHIND_REGION", blurred);
+    for (const auto &[x, y, width, height] : card)
+        blurred.insert(blurred.end(), {std::uint32_t(x), std::uint32_t(y), width, height});
+    m_x11.setProperty(idOf(window), "_KDE_NET_WM_BLUR_BEHIND_REGION", XCB_ATOM_CARDINAL, blurred);
+    // A panel that is only looked at takes no clicks at all.
     if (!window.flags().testFlag(Qt::WindowTransparentForInput))
-        m_x11.setInputShape(idOf(window), card);
+        setInputShape(window, card);
+}
+
+void X11PanelBackend::setInputShape(const QWindow &window, const std::vector<xcb_rectangle_t> &shape)
+{
+    const xcb_window_t id = idOf(window);
+    if (shape.empty())
+        xcb_shape_mask(m_x11.get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, id, 0, 0, XCB_PIXMAP_NONE);
+    else
+        xcb_shape_rectangles(m_x11.get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
+                             id, 0, 0, std::uint32_t(shape.size()), shape.data());
 }
 
 // The compositor still counts the window as the one with the keyboard; only unmapping makes it look again.

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "KeloPanel/backends/PanelBackend.h"
-#include "KeloPanel/backends/X11Connection.h"
+#include "Platform/linux/X11Connection.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QObject>
@@ -20,7 +20,7 @@ class X11PanelBackend final : public QObject, public QAbstractNativeEventFilter,
 public:
     X11PanelBackend();
 
-    void dress(QWindow &window) override;
+    void prepare(QWindow &window) override;
     void orderFront(QWindow &window, const QPoint &origin, const FloatingFrame &frame) override;
     void takeKeyboard(QWindow &window) override;
     void orderOut(QWindow &window) override;
@@ -35,10 +35,11 @@ private:
 
     void setType(const QWindow &window, WindowType type);
     void shape(QWindow &window, const FloatingFrame &frame);
+    void setInputShape(const QWindow &window, const std::vector<xcb_rectangle_t> &shape);
     void pointerLeft(QWindow &window);
     void returnKeyboard(const QWindow &window);
 
-    X11Connection m_x11;
+    mivora::X11Connection m_x11;
     bool m_isXWayland = false;
     WindowType m_type = WindowType::notification;
     bool m_hasGrab = false;

@@ -1,6 +1,6 @@
 #include "KeloPanel/backends/X11WorkArea.h"
 
-#include "KeloPanel/backends/X11Connection.h"
+#include "Platform/linux/X11Connection.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -8,6 +8,8 @@
 #include <array>
 
 namespace kelo {
+
+using mivora::X11Connection;
 
 namespace {
 
@@ -80,10 +82,13 @@ QScreen *screenOfActiveWindow()
     if (active.empty() || x11.values(active.front(), "_NET_WM_WINDOW_TYPE") ==
                               std::vector{x11.atom("_NET_WM_WINDOW_TYPE_DESKTOP")})
         return nullptr;
-    const QPoint middle = x11.frame(active.front()).center();
+    // Some managers leave the number of a window there that has gone.
+    const QRect frame = x11.frame(active.front());
+    if (frame.isNull())
+        return nullptr;
     const auto screens = QGuiApplication::screens();
     const auto found = std::find_if(screens.begin(), screens.end(), [&](const QScreen *screen) {
-        return inDevicePixels(*screen).contains(middle);
+        return inDevicePixels(*screen).contains(frame.center());
     });
     return found == screens.end() ? nullptr : *found;
 }

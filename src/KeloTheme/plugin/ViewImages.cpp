@@ -3,7 +3,6 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QSvgRenderer>
-#include <utility>
 
 namespace kelo {
 
@@ -21,18 +20,6 @@ QImage SymbolImages::requestImage(const QString &id, QSize *size, const QSize &r
     symbol.render(&painter);
     painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter.fillRect(image.rect(), QColor(id.mid(slash + 1)));
-    return image;
-}
-
-ContextImages::ContextImages(std::function<QImage(const QString &)> image)
-    : QQuickImageProvider(Image), m_image(std::move(image))
-{
-}
-
-QImage ContextImages::requestImage(const QString &id, QSize *size, const QSize &)
-{
-    QImage image = m_image(id);
-    *size = image.size();
     return image;
 }
 

@@ -2,7 +2,6 @@
 
 #include <QIcon>
 #include <QQuickImageProvider>
-#include <functional>
 
 namespace kelo {
 
@@ -13,18 +12,6 @@ public:
     SymbolImages() : QQuickImageProvider(Image) {}
 
     QImage requestImage(const QString &id, QSize *size, const QSize &requestedSize) override;
-};
-
-/// "image://kelo/ID": pictures that the program computes.
-class ContextImages final : public QQuickImageProvider
-{
-public:
-    explicit ContextImages(std::function<QImage(const QString &)> image);
-
-    QImage requestImage(const QString &id, QSize *size, const QSize &requestedSize) override;
-
-private:
-    std::function<QImage(const QString &)> m_image;
 };
 
 /// The program's icon for window frames and task bars of X11, in the sizes that these ask for. Wayland's take

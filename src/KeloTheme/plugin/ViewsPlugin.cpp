@@ -53,6 +53,13 @@ std::unique_ptr<QQuickWindow> makeWindow(QQmlEngine &engine, const ViewSpec &spe
         makeItem(engine, *window, componentUrl(spec.module, spec.component), spec.properties);
     if (!content)
         return nullptr;
+    window->setTitle(spec.title);
+    window->resize(spec.size);
+    if (spec.kind == ViewKind::popup) {
+        content->setParentItem(window->contentItem());
+        content->setSize(spec.size);
+        return window;
+    }
     QVariantMap properties{{QStringLiteral("content"), QVariant::fromValue(content)}};
     if (isFloating) {
         setTranslucent(*window);
@@ -66,8 +73,6 @@ std::unique_ptr<QQuickWindow> makeWindow(QQmlEngine &engine, const ViewSpec &spe
     if (!root)
         return nullptr;
     root->setParentItem(window->contentItem());
-    window->setTitle(spec.title);
-    window->resize(spec.size);
     return window;
 }
 
@@ -92,7 +97,6 @@ QQmlEngine &ViewsPlugin::engine()
     if (!m_engine) {
         m_engine = std::make_unique<QQmlEngine>();
         m_engine->addImportPath(QStringLiteral("qrc:/"));
-        m_engine->addImageProvider(QStringLiteral("kelo"), new ContextImages(m_context.image));
         m_engine->addImageProvider(QStringLiteral("symbol"), new SymbolImages);
         // Not now: it is a view that asks for it.
         QObject::connect(m_engine.get(), &QQmlEngine::quit, QCoreApplication::instance(),

@@ -1,5 +1,6 @@
-#include "KeloMenuBar/StatusItem.h"
 #include "FakeHost.h"
+#include "KeloMenuBar/StatusItemController.h"
+#include "support/SharedViews.h"
 
 #include <QCoreApplication>
 #include <QDBusArgument>
@@ -9,9 +10,6 @@
 using namespace kelo;
 
 namespace {
-
-const QString symbol = QStringLiteral("calendar.badge.clock");
-const QString program = QStringLiteral("app.kelo.Mivora");
 
 class StatusItemTest : public testing::Test
 {
@@ -25,17 +23,17 @@ protected:
 
     void TearDown() override { qunsetenv("MIVORA_TRAY"); }
 
-    std::unique_ptr<StatusItem> makeItem()
+    std::unique_ptr<StatusItemController> makeItem()
     {
-        auto item = std::make_unique<StatusItem>(program, m_bus->connection());
-        item->setIcon(symbol, QStringLiteral("Mivora"));
-        item->menuNeedsUpdate = [this](Menu &menu) {
+        const auto build = [this](Menu &menu) {
             const int opening = ++m_openings;
             menu.addItem(QStringLiteral("Opening %1").arg(opening), {},
                          [this, opening] { m_chosen << opening; });
             menu.addSeparator();
         };
-        return item;
+        return std::make_unique<StatusItemController>(
+            QStringLiteral("calendar.badge.clock"), QStringLiteral("Mivora"), build,
+            QStringLiteral("app.kelo.Mivora"), mivora::sharedViews(), m_bus->connection());
     }
 
     static bool isShown(const FakeHost &host)
@@ -86,38 +84,45 @@ TEST_F(StatusItemTest, announcesOnlyWhatHasChanged)
     ASSERT_TRUE(isShown(host));
     settle(host);
 
-    struct Case
+    StatusItemState state = item->item().state();
+
+    const struct
     {
         const char *name;
         std::function<void()> change;
         QStringList expected;
-    };
-
-    const Case cases[] = {
+    } rows[] = {
         {"title",
-         [&] { item->setTitle(QStringLiteral("Review · 2m")); },
+         [&] { state.title = QStringLiteral("Review · 2m"); },
          {QStringLiteral("NewTitle"), QStringLiteral("XAyatanaNewLabel")}},
-        {"same title", [&] { item->setTitle(QStringLiteral("Review · 2m")); }, {}},
+        {"same title", [&] { state.title = QStringLiteral("Review · 2m"); }, {}},
         {"there and back",
          [&] {
-             item->setUrgent(true);
-             item->setUrgent(false);
+             state.isUrgent = true;
+             item->item().setState(state);
+             state.isUrgent = false;
          },
          {}},
-        {"urgent", [&] { item->setUrgent(true); }, {QStringLiteral("NewIcon")}},
-        {"countdown, which a label does not show", [&] { item->setCountdown(QStringLiteral("2m")); }, {}},
-        {"tool tip",
-         [&] { item->setToolTip(QStringLiteral("Mivora needs Calendar access")); },
-         {QStringLiteral("NewToolTip")}},
-        {"hidden", [&] { item->setVisible(false); }, {QStringLiteral("NewStatus")}},
+        {"urgent", [&] { state.isUrgent = true; }, {QStringLiteral("NewIcon")}},
+        {"countdown, which a label does not show", [&] { state.countdown = QStringLiteral("2m"); }, {}},
+        {"tool tip", [&] { state.toolTip = QStringLiteral("Access?"); }, {QStringLiteral("NewToolTip")}},
     };
-    for (const Case &test : cases) {
-        host.signalNames.clear();
-        test.change();
+
+    const auto takeSignals = [&] {
         QCoreApplication::processEvents();
         settle(host);
-        EXPECT_EQ(host.signalNames, test.expected) << test.name;
+        return std::exchange(host.signalNames, {});
+    };
+    takeSignals();
+    for (const auto &row : rows) {
+        row.change();
+        item->item().setState(state);
+        EXPECT_EQ(takeSignals(), row.expected) << row.name;
     }
+    item->setVisible(false);
+    EXPECT_FALSE(item->isVisible());
+    EXPECT_EQ(takeSignals(), QStringList{QStringLiteral("NewStatus")});
+    EXPECT_EQ(host.property("Status"), QStringLiteral("Passive"));
 }
 
 TEST_F(StatusItemTest, givesPicturesInNetworkByteOrder)
@@ -125,7 +130,7 @@ TEST_F(StatusItemTest, givesPicturesInNetworkByteOrder)
     qputenv("MIVORA_TRAY", "wide");
     FakeHost host(*m_bus);
     const auto item = makeItem();
-    item->setTitle(QStringLiteral("Review · 2m"));
+    item->item().setState({.title = QStringLiteral("Review · 2m")});
     ASSERT_TRUE(isShown(host));
     const auto pixmaps = qdbus_cast<QList<NotifierPixmap>>(host.property("IconPixmap"));
     ASSERT_EQ(pixmaps.size(), 2);

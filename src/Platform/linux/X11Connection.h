@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QByteArray>
+#include <QRect>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <vector>
+#include <xcb/xcb.h>
+
+namespace mivora {
+
+/// An answer of the X server, which the caller frees.
+template<typename Reply> std::unique_ptr<Reply, decltype(&std::free)> owned(Reply *reply)
+{
+    return {reply, &std::free};
+}
+
+/// Qt's own connection to the X server, and what more than one module asks of it. Windows may have gone when
+/// they are asked about: then there is nothing, and no word of it in the log.
+class X11Connection final
+{
+public:
+    /// Whether the application talks to an X server.
+    static bool isAvailable();
+
+    /// Only where `isAvailable`.
+    X11Connection();
+
+    xcb_connection_t *get() const { return m_connection; }
+
+    const xcb_screen_t *screen() const { return m_screen; }
+
+    xcb_window_t root() const { return m_screen->root; }
+
+    xcb_atom_t atom(const QByteArray &name) const;
+
+    /// The name of a selection of which each screen has its own: "_NET_WM_CM_S" with the screen's number.
+    QByteArray ofScreen(const QByteArray &selection) const;
+    /// The owner of the selection of this name; XCB_WINDOW_NONE when there is none.
+    xcb_window_t selectionOwner(const QByteArray &selection) const;
+
+    /// Gives the window a property of 32-bit values.
+    void setProperty(xcb_window_t window, const QByteArray &property, xcb_atom_t type,
+                     const std::vector<std::uint32_t> &values) const;
+    /// The 32-bit values of a property; empty when the window has none of that name.
+    std::vector<std::uint32_t> values(xcb_window_t window, const QByteArray &property) const;
+    bool hasProperty(xcb_window_t window, const QByteArray &property) const;
+    /// A property that is text.
+    QByteArray text(xcb_window_t window, xcb_atom_t property) const;
+
+    /// Where the window is on the display, in pixels.
+    QRect frame(xcb_window_t window) const;
+
+    xcb_window_t inputFocus() const;
+    /// Nothing happens when the window is not to be seen.
+    void setInputFocus(xcb_window_t window) const;
+
+    void flush() const { xcb_flush(m_connection); }
+
+private:
+    xcb_connection_t *m_connection = nullptr;
+    int m_screenNumber = 0;
+    xcb_screen_t *m_screen = nullptr;
+};
+
+} // namespace mivora
