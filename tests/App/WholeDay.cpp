@@ -156,7 +156,7 @@ void WholeDay::pressInWalkthrough(const char *button)
     // One step slides out while the next one comes in: the button is where it stays for a while.
     const auto isStill = [&] {
         const QRect before = place();
-        waitAWhile(std::chrono::milliseconds(300));
+        waitFor([] { return false; }, std::chrono::milliseconds(300));
         return before.isValid() && place() == before;
     };
     ASSERT_TRUE(waitFor(isStill)) << button;
