@@ -2,8 +2,8 @@
 // renderer; and the memory that is in use when a panel was shown once and hidden again.
 
 #include "BareWindow.h"
-#include "KeloPanel/backends/X11Connection.h"
 #include "JoinPanel/PanelUnderTest.h"
+#include "Platform/linux/X11Connection.h"
 #include "support/MeetingFactory.h"
 #include "support/PrivateDisplay.h"
 
@@ -28,7 +28,7 @@ double showPanel(const Meeting &meeting)
     QEventLoop loop;
     QObject::connect(test->window(), SIGNAL(frameSwapped()), &loop, SLOT(quit()));
     loop.exec();
-    kelo::X11Connection().inputFocus();
+    mivora::X11Connection().inputFocus();
     return double(timer.nsecsElapsed()) / 1e9;
 }
 
@@ -36,7 +36,7 @@ void hidePanel()
 {
     test->panel.hide();
     QCoreApplication::processEvents();
-    kelo::X11Connection().inputFocus();
+    mivora::X11Connection().inputFocus();
 }
 
 // With the loading of the views' plug-in and the making of the view.
