@@ -18,9 +18,10 @@ bool comesBefore(const CalendarInfo &left, const CalendarInfo &right)
            titleSortsBefore(left.title, right.title);
 }
 
-bool startsBefore(const Meeting &left, const Meeting &right)
+bool startsBefore(const std::shared_ptr<const Meeting> &left, const std::shared_ptr<const Meeting> &right)
 {
-    return left.start != right.start ? left.start < right.start : titleSortsBefore(left.title, right.title);
+    return left->start != right->start ? left->start < right->start
+                                       : titleSortsBefore(left->title, right->title);
 }
 
 std::optional<Color> colorOf(const std::string &calendarID, const std::vector<CalendarInfo> &calendars)
@@ -77,12 +78,14 @@ std::vector<Meeting> EventKitSource::meetings(Timestamp start, Timestamp end,
     const auto isSelected = [&](const CalendarInfo &calendar) { return calendarIDs->contains(calendar.id); };
     if (calendarIDs && std::none_of(calendars.begin(), calendars.end(), isSelected))
         return {};
+    Meetings found = m_store->meetings(start, end, calendarIDs);
+    std::stable_sort(found.begin(), found.end(), startsBefore);
     std::vector<Meeting> meetings;
-    for (const std::shared_ptr<const Meeting> &meeting : m_store->meetings(start, end, calendarIDs)) {
+    meetings.reserve(found.size());
+    for (const std::shared_ptr<const Meeting> &meeting : found) {
         meetings.push_back(*meeting);
         meetings.back().calendarColor = colorOf(meeting->calendarID, calendars);
     }
-    std::stable_sort(meetings.begin(), meetings.end(), startsBefore);
     return meetings;
 }
 
