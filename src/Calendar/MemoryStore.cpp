@@ -3,8 +3,6 @@
 #include "Calendar/AccessMemory.h"
 #include "MeetingTexts/LocalDay.h"
 
-#include <QCoreApplication>
-#include <QPointer>
 #include <algorithm>
 
 namespace mivora {
@@ -46,20 +44,37 @@ MemoryStore::MemoryStore(AccessMemory &access, EventWindow window, Loaders loade
     QMetaObject::invokeMethod(this, &MemoryStore::start, Qt::QueuedConnection);
 }
 
+MemoryStore::~MemoryStore()
+{
+    const std::lock_guard lock(m_inbox->mutex);
+    m_inbox->store = nullptr;
+}
+
 void MemoryStore::start()
 {
+    m_inbox->store = this;
     for (Part &part : m_parts) {
-        const auto take = [self = QPointer(this), &part](StoreUpdate update) {
-            const auto shared = std::make_shared<StoreUpdate>(std::move(update));
-            // A loader that hangs may outlive the store.
-            const auto taken = [self, &part, shared] {
-                if (self)
-                    self->take(part, std::move(*shared));
-            };
-            QMetaObject::invokeMethod(qApp, taken, Qt::QueuedConnection);
+        const auto deliver = [inbox = m_inbox, &part](StoreUpdate update) {
+            const std::lock_guard lock(inbox->mutex);
+            if (!inbox->store)
+                return;
+            inbox->updates.emplace_back(&part, std::move(update));
+            if (inbox->updates.size() == 1)
+                QMetaObject::invokeMethod(inbox->store, &MemoryStore::takeUpdates, Qt::QueuedConnection);
         };
-        part.loader->start(m_window, take);
+        part.loader->start(m_window, deliver);
     }
+}
+
+void MemoryStore::takeUpdates()
+{
+    std::vector<std::pair<Part *, StoreUpdate>> updates;
+    {
+        const std::lock_guard lock(m_inbox->mutex);
+        updates.swap(m_inbox->updates);
+    }
+    for (auto &[part, update] : updates)
+        take(*part, std::move(update));
 }
 
 AuthorizationStatus MemoryStore::authorizationStatus() const

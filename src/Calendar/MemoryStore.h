@@ -3,6 +3,8 @@
 #include "Calendar/CalendarLoader.h"
 #include "Calendar/MeetingList.h"
 
+#include <mutex>
+
 namespace mivora {
 
 class AccessMemory;
@@ -18,6 +20,7 @@ public:
 
     /// Begins to load `window` with the event loop. `access` must outlive the store.
     MemoryStore(AccessMemory &access, EventWindow window, Loaders loaders, QObject *parent = nullptr);
+    ~MemoryStore() override;
 
     /// Not determined until allowed; then full when one kind of calendars can be read, else restricted when
     /// one is, else denied.
@@ -42,7 +45,16 @@ private:
         bool isLoaded = false;
     };
 
+    /// What loaders found, on its way from their threads. A loader that hangs may outlive the store.
+    struct Inbox
+    {
+        std::mutex mutex;
+        MemoryStore *store = nullptr;
+        std::vector<std::pair<Part *, StoreUpdate>> updates;
+    };
+
     void start();
+    void takeUpdates();
     void take(Part &part, StoreUpdate update);
     void extendWindow(Timestamp from, Timestamp to);
     void setWindow(EventWindow window);
@@ -55,6 +67,7 @@ private:
     MeetingList m_meetings;
     std::vector<AccessAnswer> m_waiting;
     std::vector<Part> m_parts;
+    std::shared_ptr<Inbox> m_inbox = std::make_shared<Inbox>();
 };
 
 } // namespace mivora

@@ -32,7 +32,7 @@ void DesktopService::ask()
          [this] { list(QStringLiteral("ListNames"), [this] { Q_EMIT missing(); }); });
 }
 
-void DesktopService::list(const QString &method, std::function<void()> ifMissing)
+void DesktopService::list(const QString &method, const std::function<void()> &ifMissing)
 {
     const auto call = QDBusMessage::createMethodCall(busName, busPath, busName, method);
     callBus<QStringList>(m_bus, call, this, [this, ifMissing](const QDBusPendingReply<QStringList> &reply) {

@@ -21,7 +21,7 @@ Q_SIGNALS:
 
 private:
     Q_SLOT void ask();
-    void list(const QString &method, std::function<void()> ifMissing);
+    void list(const QString &method, const std::function<void()> &ifMissing);
 
     QDBusConnection m_bus;
     bool m_isFound = false;

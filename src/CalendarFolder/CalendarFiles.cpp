@@ -87,36 +87,26 @@ void keepOverlapping(CalendarFile &file, const EventWindow &window)
     });
 }
 
-/// Of each event the latest version, in order of the identifiers.
-void keepLatest(std::vector<ical::EventVersion> &versions)
+void showOwn(const FileCollection &collection, FileCollection::File &file, MeetingChanges &changes)
 {
-    const auto comesFirst = [](const ical::EventVersion &left, const ical::EventVersion &right) {
-        return left.uid != right.uid ? left.uid < right.uid : left.isLaterThan(right);
-    };
-    const auto isSame = [](const ical::EventVersion &left, const ical::EventVersion &right) {
-        return left.uid == right.uid;
-    };
-    std::sort(versions.begin(), versions.end(), comesFirst);
-    versions.erase(std::unique(versions.begin(), versions.end(), isSame), versions.end());
-    versions.shrink_to_fit();
-}
-
-ical::EventVersion versionIn(const CalendarFile &file, std::size_t uid)
-{
-    const auto found =
-        std::lower_bound(file.versions.begin(), file.versions.end(), uid,
-                         [](const ical::EventVersion &version, std::size_t id) { return version.uid < id; });
-    return found != file.versions.end() && found->uid == uid ? *found : ical::EventVersion{};
-}
-
-void showLatest(const FileCollection &collection, FileCollection::File &file, MeetingChanges &changes)
-{
-    Meetings latest;
+    Meetings own;
     for (const auto &[uid, meeting] : file.second.occurrences)
-        if (uid == 0 || collection.isLatest(file, uid))
-            latest.push_back(meeting);
-    keepUnchanged(std::move(file.second.shown), latest, changes);
-    file.second.shown = std::move(latest);
+        if (uid == 0 || collection.holders.count(uid) <= 1)
+            own.push_back(meeting);
+    keepUnchanged(std::move(file.second.shown), own, changes);
+    file.second.shown = std::move(own);
+}
+
+void showJoined(FileCollection &collection, std::size_t uid, MeetingChanges &changes,
+                const JoinedReader &readJoined)
+{
+    const std::vector<std::string> names = collection.namesOfHolders(uid);
+    Meetings meetings = names.size() > 1 ? readJoined(collection, uid, names) : Meetings();
+    Meetings &shown = collection.joined[uid];
+    keepUnchanged(std::move(shown), meetings, changes);
+    shown = std::move(meetings);
+    if (names.size() <= 1)
+        collection.joined.erase(uid);
 }
 
 void appendFileCalendars(const FileCollection &root, std::vector<CalendarInfo> &calendars)
@@ -138,46 +128,60 @@ std::string FolderCalendar::idFor(const std::string &fileName) const
     return filesAreCalendars ? id + validUtf8(fileName) : id;
 }
 
-void FileCollection::setVersions(File &file, std::vector<ical::EventVersion> versions)
+void FileCollection::setEvents(File &file, std::vector<std::size_t> uids)
 {
     touched.insert(&file);
     if (calendar.filesAreCalendars)
         return;
-    keepLatest(versions);
-    if (versions == file.second.versions)
-        return;
-    for (const ical::EventVersion &version : std::exchange(file.second.versions, std::move(versions))) {
-        for (auto [holder, last] = holders.equal_range(version.uid); holder != last;) {
+    std::sort(uids.begin(), uids.end());
+    uids.erase(std::unique(uids.begin(), uids.end()), uids.end());
+    uids.shrink_to_fit();
+    const auto touchHolders = [this](std::size_t uid) {
+        if (holders.count(uid) < 2)
+            return;
+        touchedEvents.insert(uid);
+        for (auto [holder, last] = holders.equal_range(uid); holder != last; ++holder)
             touched.insert(holder->second);
-            holder = holder->second == &file ? holders.erase(holder) : std::next(holder);
-        }
+    };
+    for (const std::size_t uid : file.second.uids) {
+        touchHolders(uid);
+        const auto [first, last] = holders.equal_range(uid);
+        holders.erase(std::find_if(first, last, [&](const auto &holder) { return holder.second == &file; }));
     }
-    for (const ical::EventVersion &version : file.second.versions) {
-        holders.emplace(version.uid, &file);
-        for (auto [holder, last] = holders.equal_range(version.uid); holder != last; ++holder)
-            touched.insert(holder->second);
+    file.second.uids = std::move(uids);
+    for (const std::size_t uid : file.second.uids) {
+        holders.emplace(uid, &file);
+        touchHolders(uid);
     }
-}
-
-bool FileCollection::isLatest(const File &file, std::size_t uid) const
-{
-    const auto [first, last] = holders.equal_range(uid);
-    return std::all_of(first, last, [&](const auto &holder) {
-        const File &other = *holder.second;
-        const ical::EventVersion own = versionIn(file.second, uid), theirs = versionIn(other.second, uid);
-        // Of equal ones any will do, but the same at each start.
-        return own.isLaterThan(theirs) || (!theirs.isLaterThan(own) && file.first <= other.first);
-    });
 }
 
 auto FileCollection::forget(decltype(files)::iterator file, MeetingChanges &changes)
     -> decltype(files)::iterator
 {
-    setVersions(*file, {});
+    setEvents(*file, {});
     touched.erase(&*file);
     Meetings &shown = file->second.shown;
     changes.removed.insert(changes.removed.end(), shown.begin(), shown.end());
     return files.erase(file);
+}
+
+void FileCollection::clear(MeetingChanges &changes)
+{
+    while (!files.empty())
+        forget(files.begin(), changes);
+    for (const auto &[uid, shown] : joined)
+        changes.removed.insert(changes.removed.end(), shown.begin(), shown.end());
+    joined.clear();
+}
+
+std::vector<std::string> FileCollection::namesOfHolders(std::size_t uid) const
+{
+    std::vector<std::string> names;
+    names.reserve(holders.count(uid));
+    for (auto [holder, last] = holders.equal_range(uid); holder != last; ++holder)
+        names.push_back(holder->second->first);
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 std::vector<FileJob> CalendarFiles::update(const std::vector<FolderListing> &folders, MeetingChanges &changes)
@@ -207,8 +211,7 @@ std::vector<FileJob> CalendarFiles::update(const std::vector<FolderListing> &fol
     }
     for (const auto &[path, gone] : previous) {
         if (gone)
-            while (!gone->files.empty())
-                gone->forget(gone->files.begin(), changes);
+            gone->clear(changes);
     }
     return jobs;
 }
@@ -236,6 +239,8 @@ std::vector<FileJob> CalendarFiles::changeWindow(const EventWindow &from, const 
     const double slack = zoneDiffers ? 86400 : 0;
     std::vector<FileJob> jobs;
     for (const std::unique_ptr<FileCollection> &collection : m_collections) {
+        for (const auto &[uid, shown] : collection->joined)
+            collection->touchedEvents.insert(uid);
         for (FileCollection::File &file : collection->files) {
             collection->touched.insert(&file);
             if (file.second.earliest > file.second.latest || !overlapsWindow(file.second, to, slack))
@@ -254,11 +259,14 @@ void CalendarFiles::remove(const FileJob &job, MeetingChanges &changes)
     job.collection->forget(job.collection->files.find(job.name()), changes);
 }
 
-void CalendarFiles::show(MeetingChanges &changes)
+void CalendarFiles::show(MeetingChanges &changes, const JoinedReader &readJoined)
 {
-    for (const std::unique_ptr<FileCollection> &collection : m_collections)
+    for (const std::unique_ptr<FileCollection> &collection : m_collections) {
         for (FileCollection::File *file : std::exchange(collection->touched, {}))
-            showLatest(*collection, *file, changes);
+            showOwn(*collection, *file, changes);
+        for (const std::size_t uid : std::exchange(collection->touchedEvents, {}))
+            showJoined(*collection, uid, changes, readJoined);
+    }
 }
 
 std::vector<CalendarInfo> CalendarFiles::calendars() const

@@ -5,6 +5,7 @@
 #include "CalendarFolder/FolderTree.h"
 
 #include <chrono>
+#include <functional>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -28,11 +29,10 @@ struct CalendarFile
     double earliest = 0;
     double latest = -1;
     std::vector<Occurrence> occurrences;
-    /// Those that the store shows: all, but for events that another file of the folder has a later version
-    /// of.
+    /// Those that the store shows: all, but for events that another file of the folder holds too.
     Meetings shown;
-    /// The events that it holds, whatever their days, by identifier. Of a file that is a calendar: none.
-    std::vector<ical::EventVersion> versions;
+    /// The events that it holds, whatever their days, each once. Of a file that is a calendar: none.
+    std::vector<std::size_t> uids;
     /// How long it may be half written before that is believed; nothing while it isn't.
     std::optional<std::chrono::steady_clock::time_point> halfWrittenUntil;
     /// What it says about its calendar; matters in a root, where a file is a calendar.
@@ -68,16 +68,27 @@ struct FileCollection
     std::unordered_multimap<std::size_t, File *> holders;
     /// The files whose occurrences may have to be shown, or not to be shown any more.
     std::unordered_set<File *> touched;
+    /// What is shown of events that several files hold: one has an event, another what was changed of it.
+    std::unordered_map<std::size_t, Meetings> joined;
+    /// Those of them that are to be read again.
+    std::unordered_set<std::size_t> touchedEvents;
 
     /// Takes note of what `file` holds now, as far as other files of the folder can hold it too.
-    void setVersions(File &file, std::vector<ical::EventVersion> versions);
-
-    /// Whether no other file has a later version of an event of `file`.
-    bool isLatest(const File &file, std::size_t uid) const;
+    void setEvents(File &file, std::vector<std::size_t> uids);
 
     /// Forgets a file; what it showed goes to `changes`. Returns the one after it.
     decltype(files)::iterator forget(decltype(files)::iterator file, MeetingChanges &changes);
+
+    /// Forgets all files.
+    void clear(MeetingChanges &changes);
+
+    /// The names of the files that hold an event, in the order in which they are read as one.
+    std::vector<std::string> namesOfHolders(std::size_t uid) const;
 };
+
+/// Reads the event `uid` of the named files as one, into meetings.
+using JoinedReader = std::function<Meetings(const FileCollection &collection, std::size_t uid,
+                                            const std::vector<std::string> &names)>;
 
 /// A file that is to be read. The pointers stay valid while no file is taken out.
 struct FileJob
@@ -113,8 +124,8 @@ public:
     /// Forgets a file that isn't there any more.
     static void remove(const FileJob &job, MeetingChanges &changes);
 
-    /// Brings what is shown in line with what was read.
-    void show(MeetingChanges &changes);
+    /// Brings what is shown in line with what was read; reads events of several files by `readJoined`.
+    void show(MeetingChanges &changes, const JoinedReader &readJoined);
 
     /// The calendars in order of roots and paths.
     std::vector<CalendarInfo> calendars() const;

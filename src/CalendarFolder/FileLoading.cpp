@@ -173,7 +173,10 @@ void LoadingTurn::takeOccurrences(const FileJob &job, ical::CalendarText &text)
 {
     std::vector<CalendarFile::Occurrence> &occurrences = job.entry().occurrences;
     occurrences.clear();
-    result.read.push_back({job, std::move(text.versions)});
+    std::vector<std::size_t> &uids = result.read.emplace_back(ReadFile{job}).uids;
+    uids.reserve(text.versions.size());
+    for (const ical::EventVersion &version : text.versions)
+        uids.push_back(version.uid);
     if (text.occurrences.empty())
         return;
     const FolderCalendar &calendar = job.collection->calendar;
@@ -240,6 +243,25 @@ LoadResult loadFiles(const std::vector<FileJob> &jobs, const LoadRequest &reques
     append(own.result.vanished, std::move(other.result.vanished));
     append(own.result.halfWritten, std::move(other.result.halfWritten));
     return std::move(own.result);
+}
+
+Meetings loadJoined(const FileCollection &collection, std::size_t uid, const std::vector<std::string> &names,
+                    const LoadRequest &request)
+{
+    const FileDescriptor folder = openFolder(collection.calendar.path);
+    FileReader reader;
+    std::string texts;
+    for (const std::string &name : names) {
+        if (folder.isOpen() && reader.read(folder.number(), name.c_str()) == ReadStatus::done)
+            texts.append(reader.text()).append("\r\n");
+    }
+    ical::CalendarText text = ical::readCalendarText(texts, request.window);
+    const std::vector<std::string> own = ownAddresses(collection.calendar, names.front(), text, request);
+    Meetings meetings;
+    for (ical::Occurrence &occurrence : text.occurrences)
+        if (occurrence.uid && ical::uidHash(*occurrence.uid) == uid)
+            meetings.push_back(meetingOf(std::move(occurrence), collection.calendar.id, own));
+    return meetings;
 }
 
 } // namespace mivora

@@ -23,7 +23,7 @@ struct LoadRequest
 struct ReadFile
 {
     FileJob job;
-    std::vector<ical::EventVersion> versions{};
+    std::vector<std::size_t> uids{};
 };
 
 struct LoadResult
@@ -38,5 +38,10 @@ struct LoadResult
 /// Reads the files of `jobs`, on two threads when there are many, and brings them up to date. Each file that
 /// can't be read or understood is logged in one line.
 LoadResult loadFiles(const std::vector<FileJob> &jobs, const LoadRequest &request);
+
+/// Reads the event `uid` that the files `names` of a folder hold in parts or in versions, as if they were
+/// one.
+Meetings loadJoined(const FileCollection &collection, std::size_t uid, const std::vector<std::string> &names,
+                    const LoadRequest &request);
 
 } // namespace mivora

@@ -21,6 +21,7 @@ constexpr milliseconds checkInterval{10'000};
 std::vector<std::string> pathsOf(const std::vector<CalendarRoot> &roots)
 {
     std::vector<std::string> paths;
+    paths.reserve(roots.size());
     for (const CalendarRoot &root : roots)
         paths.push_back(root.path);
     return paths;
@@ -163,7 +164,7 @@ void FolderFollower::apply()
     jobs.insert(jobs.end(), changed.begin(), changed.end());
     std::sort(jobs.begin(), jobs.end());
     jobs.erase(std::unique(jobs.begin(), jobs.end()), jobs.end());
-    load(std::move(jobs), std::move(changes));
+    load(jobs, std::move(changes));
     if (!m_watch.isComplete()) {
         m_isScanNeeded = true;
         m_due = std::min(m_due.value_or(Clock::time_point::max()), Clock::now() + checkInterval);
@@ -218,13 +219,13 @@ std::vector<FileJob> FolderFollower::changedFiles(bool isJustScanned)
     return jobs;
 }
 
-void FolderFollower::load(std::vector<FileJob> jobs, MeetingChanges changes)
+void FolderFollower::load(const std::vector<FileJob> &jobs, MeetingChanges changes)
 {
     LoadResult result = loadFiles(jobs, m_request);
     if (m_isStopping)
         return;
     for (ReadFile &read : result.read)
-        read.job.collection->setVersions(*read.job.file, std::move(read.versions));
+        read.job.collection->setEvents(*read.job.file, std::move(read.uids));
     for (const FileJob &job : result.halfWritten) {
         m_changed[job.collection->calendar.path].insert(job.name());
         m_due = std::min(m_due.value_or(Clock::time_point::max()), Clock::now() + m_request.halfWrittenTime);
@@ -237,7 +238,10 @@ void FolderFollower::load(std::vector<FileJob> jobs, MeetingChanges changes)
             noteChange();
         }
     }
-    m_files.show(changes);
+    m_files.show(changes, [this](const FileCollection &collection, std::size_t uid,
+                                 const std::vector<std::string> &names) {
+        return loadJoined(collection, uid, names, m_request);
+    });
     deliver(std::move(changes));
 }
 

@@ -46,7 +46,7 @@ private:
     std::vector<FileJob> scan(MeetingChanges &changes);
     void watchAbove(const std::string &path, FolderWatch::Interest interest);
     std::vector<FileJob> changedFiles(bool isJustScanned);
-    void load(std::vector<FileJob> jobs, MeetingChanges changes);
+    void load(const std::vector<FileJob> &jobs, MeetingChanges changes);
     void deliver(MeetingChanges changes);
 
     std::shared_ptr<WakeUp> m_wakeUp = std::make_shared<WakeUp>();

@@ -56,13 +56,18 @@ TEST(FolderChanges, leaveTheLatestVersionOfAnEventInTwoFiles)
     write("work/a.ics", "A", first);
     write("home/a.ics", "Home", first);
     LoadedStore loaded({folder.path()});
-    EXPECT_EQ(loaded.titles(), (Titles{"A", "Home"})) << "the same version";
-    write("work/b.ics", "B", "SEQUENCE:1\r\nDTSTAMP:20260102T000000Z\r\n");
-    EXPECT_TRUE(loaded.waitForTitles({"B", "Home"})) << "a later stamp";
-    write("work/a.ics", "A", "SEQUENCE:2\r\nDTSTAMP:20250101T000000Z\r\n", "20260720T090000Z");
+    EXPECT_EQ(loaded.titles(), (Titles{"B", "Home"})) << "the same version";
+    write("work/a.ics", "A", "SEQUENCE:1\r\nDTSTAMP:20260102T000000Z\r\n");
+    EXPECT_TRUE(loaded.waitForTitles({"A", "Home"})) << "a later stamp";
+    write("work/b.ics", "B", "SEQUENCE:2\r\nDTSTAMP:20250101T000000Z\r\n", "20260720T090000Z");
     EXPECT_TRUE(loaded.waitForTitles({"Home"})) << "a later version, of another day";
-    folder.remove("work/a.ics");
-    EXPECT_TRUE(loaded.waitForTitles({"B", "Home"})) << "without it";
+    folder.remove("work/b.ics");
+    EXPECT_TRUE(loaded.waitForTitles({"A", "Home"})) << "without it";
+    write("work/c.ics", "Moved", "SEQUENCE:2\r\nRECURRENCE-ID:20260310T090000Z\r\n", "20260310T150000Z");
+    EXPECT_TRUE(loaded.waitForTitles({"Home", "Moved"})) << "a day in a file of its own";
+    write("work/a.ics", "A", "RRULE:FREQ=DAILY\r\n", "20260309T090000Z");
+    EXPECT_TRUE(waitFor([&] { return loaded.titles("2026-03-11T00:00:00Z") == Titles{"A"}; }));
+    EXPECT_EQ(loaded.titles(), (Titles{"Home", "Moved"})) << "one day of a series";
 }
 
 TEST(FolderChanges, leaveTheEventsOfAFileThatIsHalfWrittenForAMoment)

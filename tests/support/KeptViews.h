@@ -2,6 +2,8 @@
 
 #include "support/SharedViews.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QWindow>
 #include <gtest/gtest.h>
 #include <memory>
@@ -28,6 +30,8 @@ private:
     void TearDown() override
     {
         window.reset();
+        // Other windows may be on their way out: they don't outlive the application.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         sharedViews().releaseUnused();
     }
 };
