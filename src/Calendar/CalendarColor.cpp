@@ -28,10 +28,12 @@ std::optional<Color> colorFrom(const std::string &text)
         return color;
     if (const std::optional<Color> color = colorFromFunction(text))
         return color;
+    // The one name of CSS that Qt, whose table is SVG's, doesn't have.
     const QString name = QString::fromStdString(text);
-    if (!QColor::isValidColor(name))
+    const bool isMissing = name.compare(QLatin1String("rebeccapurple"), Qt::CaseInsensitive) == 0;
+    const QColor named = isMissing ? QColor(0x66, 0x33, 0x99) : QColor::fromString(name);
+    if (!named.isValid() || named.alpha() == 0)
         return std::nullopt;
-    const QColor named(name);
     return Color{std::uint8_t(named.red()), std::uint8_t(named.green()), std::uint8_t(named.blue())};
 }
 

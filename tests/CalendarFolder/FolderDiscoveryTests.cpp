@@ -51,7 +51,7 @@ TEST(FolderDiscovery, tellsCalendarsFromAccountsAndOtherFolders)
          {{"holidays.ics", named("X-WR-CALNAME:Public holidays\r\nX-APPLE-CALENDAR-COLOR:#0A0B0CFF\r\n")},
           {"plain.ics", event}},
          {"holidays.ics|Public holidays||#0a0b0c", "plain.ics|plain||-"}},
-        {"a root with a colour", {{"plain.ics", event}, {"color", "#010203"}}, {"plain.ics|plain||#010203"}},
+        {"in colour", {{"plain.ics", event}, {"color", "RebeccaPurple"}}, {"plain.ics|plain||#663399"}},
         {"hidden and temporary",
          {{".git/a.ics", event}, {"work/.a.ics", event}, {"work/a.ics.tmp", event}, {"old~/a.ics", event}},
          {}},
