@@ -16,7 +16,7 @@ QDBusMessage PortalPeer::call(const QString &path, const QString &interface, con
 // Its version is asked for first, which starts it. Who answers is asked for by itself: Qt 6.8 doesn't tell
 // the sender of a reply.
 void findPortal(const QDBusConnection &bus, const QString &interface, QObject *context,
-                std::function<void(std::optional<PortalPeer>)> found)
+                const std::function<void(std::optional<PortalPeer>)> &found)
 {
     auto version = QDBusMessage::createMethodCall(
         portalService, portalPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));

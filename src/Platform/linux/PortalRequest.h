@@ -26,7 +26,7 @@ struct PortalPeer
 /// Finds the portal that offers `interface`, and starts it if need be. `found` is called once, with nothing
 /// when there is none; not at all when `context` is gone by then.
 void findPortal(const QDBusConnection &bus, const QString &interface, QObject *context,
-                std::function<void(std::optional<PortalPeer>)> found);
+                const std::function<void(std::optional<PortalPeer>)> &found);
 
 /// One call of a portal method that is answered by a Response signal (org.freedesktop.portal.Request).
 /// Deletes itself when it is over.
