@@ -40,8 +40,8 @@ std::optional<seconds> parseClock(std::string_view text)
 
 struct Unit
 {
-    char letter;
-    bool isOfTime;
+    char letter = 0;
+    bool isOfTime = false;
     DurationValue value;
 };
 

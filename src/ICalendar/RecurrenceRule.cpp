@@ -27,7 +27,7 @@ std::optional<int> numberIn(std::string_view text, int lowest, int highest)
 /// where they are allowed.
 template<std::size_t Size> void fill(std::bitset<Size> &set, std::string_view list, int lowest, int highest)
 {
-    const bool hasPlaceAbove = Size > std::size_t(2 * highest);
+    const bool hasPlaceAbove = Size > 2 * std::size_t(highest);
     while (!list.empty()) {
         const auto value = numberIn(takePart(list, ','), hasPlaceAbove ? -highest : lowest, highest);
         if (value && (*value < 0 || *value >= lowest))

@@ -19,7 +19,7 @@ constexpr std::int64_t workPerZone = 200'000;
 class SystemZone final : public Zone
 {
 public:
-    explicit SystemZone(QTimeZone zone) : m_zone(std::move(zone)) {}
+    explicit SystemZone(const QTimeZone &zone) : m_zone(zone) {}
 
     seconds offsetAt(UtcTime time) const override
     {
