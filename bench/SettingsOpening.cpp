@@ -1,6 +1,5 @@
 // From the request for the settings to their first picture: with nothing loaded yet, and with a window that
-// was closed. 200 calendars in 12 accounts, and how long each picture takes while they are scrolled. Also
-// what a closed window keeps in memory, once both pages have been used.
+// was closed. 200 calendars in 12 accounts, and how long each picture takes while they are scrolled.
 
 #include "BareWindow.h"
 #include "Settings/SettingsUnderTest.h"
@@ -104,31 +103,15 @@ void scrolling(benchmark::State &state)
     state.counters["longest_cpu_ms"] = double(longest) * 1e3 / CLOCKS_PER_SEC;
 }
 
-void useBothPages(SettingsUnderTest &test)
-{
-    for (int i = 0; i < 20; ++i) {
-        scrollingList(test.window()).setProperty("contentY", i * 300);
-        QTest::qWait(20);
-    }
-    test.controller.show(SettingsPage::general);
-    QTest::qWait(100);
-}
-
-// With the loading of the plug-in. What a window keeps when it was used, closed and given back is counted,
-// too.
+// With the loading of the plug-in.
 void firstOpening(benchmark::State &state)
 {
-    SettingsUnderTest test(std::chrono::milliseconds(200));
+    SettingsUnderTest test;
     fill(test.source);
     const double before = residentMegabytes();
     for (auto _ : state)
         openAndWait(test, SettingsPage::calendars);
-    useBothPages(test);
     state.counters["open_MB"] = residentMegabytes() - before;
-    test.window().close();
-    if (!QTest::qWaitFor([&] { return !test.controller.window(); }))
-        return state.SkipWithError("the window isn't given back");
-    state.counters["released_MB"] = residentMegabytes() - before;
 }
 
 void bareWindow(benchmark::State &state)
