@@ -55,8 +55,13 @@ void updateFiles(FileCollection &collection, const std::vector<std::string> &nam
                  std::vector<FileJob> &jobs, MeetingChanges &changes)
 {
     const std::unordered_set<std::string_view> listed(names.begin(), names.end());
-    for (auto file = collection.files.begin(); file != collection.files.end();)
-        file = listed.contains(file->first) ? std::next(file) : collection.forget(file, changes);
+    std::vector<FileCollection::File *> gone;
+    for (FileCollection::File &file : collection.files) {
+        if (!listed.contains(file.first))
+            gone.push_back(&file);
+    }
+    std::sort(gone.begin(), gone.end());
+    collection.forget(gone, changes);
     const FileDescriptor folder =
         collection.files.empty() ? FileDescriptor() : openFolder(collection.calendar.path);
     for (const std::string &name : names) {
@@ -66,6 +71,40 @@ void updateFiles(FileCollection &collection, const std::vector<std::string> &nam
             ::fstatat(folder.number(), name.c_str(), &status, 0) != 0 ||
             FileStamp::of(status) != file->second.stamp)
             jobs.push_back({&collection, &*file});
+    }
+}
+
+void append(Meetings &meetings, const Meetings &more)
+{
+    meetings.insert(meetings.end(), more.begin(), more.end());
+}
+
+/// Touches the events that the holders named by `isOne` share with other files, and those files.
+template<typename Predicate> void touchShared(FileCollection &collection, const Predicate &isOne)
+{
+    const auto end = collection.holders.end();
+    for (auto first = collection.holders.begin(); first != end;) {
+        const auto last =
+            std::find_if(first, end, [&](const auto &other) { return other.uid != first->uid; });
+        if (last - first > 1 && std::any_of(first, last, isOne)) {
+            collection.touchedEvents.insert(first->uid);
+            for (auto holder = first; holder != last; ++holder)
+                collection.touched.push_back(holder->file);
+        }
+        first = last;
+    }
+}
+
+/// Calls `act` with each collection in `jobs` and its files, in order.
+template<typename Action> void forEachCollection(std::vector<FileJob> jobs, const Action &act)
+{
+    std::sort(jobs.begin(), jobs.end());
+    for (auto job = jobs.begin(); job != jobs.end();) {
+        FileCollection &collection = *job->collection;
+        std::vector<FileCollection::File *> files;
+        for (; job != jobs.end() && job->collection == &collection; ++job)
+            files.push_back(job->file);
+        act(collection, files);
     }
 }
 
@@ -91,7 +130,7 @@ void showOwn(const FileCollection &collection, FileCollection::File &file, Meeti
 {
     Meetings own;
     for (const auto &[uid, meeting] : file.second.occurrences)
-        if (uid == 0 || collection.holders.count(uid) <= 1)
+        if (uid == 0 || collection.holdersOf(uid).size() <= 1)
             own.push_back(meeting);
     keepUnchanged(std::move(file.second.shown), own, changes);
     file.second.shown = std::move(own);
@@ -100,7 +139,11 @@ void showOwn(const FileCollection &collection, FileCollection::File &file, Meeti
 void showJoined(FileCollection &collection, std::size_t uid, MeetingChanges &changes,
                 const JoinedReader &readJoined)
 {
-    const std::vector<std::string> names = collection.namesOfHolders(uid);
+    std::vector<std::string> names;
+    for (const FileCollection::Holder &holder : collection.holdersOf(uid))
+        names.push_back(holder.file->first);
+    // In the order in which they are read as one.
+    std::sort(names.begin(), names.end());
     Meetings meetings = names.size() > 1 ? readJoined(collection, uid, names) : Meetings();
     Meetings &shown = collection.joined[uid];
     keepUnchanged(std::move(shown), meetings, changes);
@@ -128,60 +171,37 @@ std::string FolderCalendar::idFor(const std::string &fileName) const
     return filesAreCalendars ? id + validUtf8(fileName) : id;
 }
 
-void FileCollection::setEvents(File &file, std::vector<std::size_t> uids)
+void FileCollection::setHolders(const std::vector<File *> &changed, std::vector<Holder> now)
 {
-    touched.insert(&file);
-    if (calendar.filesAreCalendars)
-        return;
-    std::sort(uids.begin(), uids.end());
-    uids.erase(std::unique(uids.begin(), uids.end()), uids.end());
-    uids.shrink_to_fit();
-    const auto touchHolders = [this](std::size_t uid) {
-        if (holders.count(uid) < 2)
-            return;
-        touchedEvents.insert(uid);
-        for (auto [holder, last] = holders.equal_range(uid); holder != last; ++holder)
-            touched.insert(holder->second);
+    const auto isOfChanged = [&](const Holder &holder) {
+        return std::binary_search(changed.begin(), changed.end(), holder.file);
     };
-    for (const std::size_t uid : file.second.uids) {
-        touchHolders(uid);
-        const auto [first, last] = holders.equal_range(uid);
-        holders.erase(std::find_if(first, last, [&](const auto &holder) { return holder.second == &file; }));
+    touchShared(*this, isOfChanged);
+    std::erase_if(holders, isOfChanged);
+    std::sort(now.begin(), now.end());
+    now.erase(std::unique(now.begin(), now.end()), now.end());
+    const auto others = std::ptrdiff_t(holders.size());
+    holders.insert(holders.end(), now.begin(), now.end());
+    std::inplace_merge(holders.begin(), holders.begin() + others, holders.end());
+    touchShared(*this, isOfChanged);
+    touched.insert(touched.end(), changed.begin(), changed.end());
+}
+
+void FileCollection::forget(const std::vector<File *> &gone, MeetingChanges &changes)
+{
+    if (gone.empty())
+        return;
+    setHolders(gone, {});
+    std::erase_if(touched, [&](File *file) { return std::binary_search(gone.begin(), gone.end(), file); });
+    for (const File *file : gone) {
+        append(changes.removed, file->second.shown);
+        files.erase(files.find(file->first));
     }
-    file.second.uids = std::move(uids);
-    for (const std::size_t uid : file.second.uids) {
-        holders.emplace(uid, &file);
-        touchHolders(uid);
-    }
 }
 
-auto FileCollection::forget(decltype(files)::iterator file, MeetingChanges &changes)
-    -> decltype(files)::iterator
+std::span<const FileCollection::Holder> FileCollection::holdersOf(std::size_t uid) const
 {
-    setEvents(*file, {});
-    touched.erase(&*file);
-    Meetings &shown = file->second.shown;
-    changes.removed.insert(changes.removed.end(), shown.begin(), shown.end());
-    return files.erase(file);
-}
-
-void FileCollection::clear(MeetingChanges &changes)
-{
-    while (!files.empty())
-        forget(files.begin(), changes);
-    for (const auto &[uid, shown] : joined)
-        changes.removed.insert(changes.removed.end(), shown.begin(), shown.end());
-    joined.clear();
-}
-
-std::vector<std::string> FileCollection::namesOfHolders(std::size_t uid) const
-{
-    std::vector<std::string> names;
-    names.reserve(holders.count(uid));
-    for (auto [holder, last] = holders.equal_range(uid); holder != last; ++holder)
-        names.push_back(holder->second->first);
-    std::sort(names.begin(), names.end());
-    return names;
+    return std::ranges::equal_range(holders, uid, {}, &Holder::uid);
 }
 
 std::vector<FileJob> CalendarFiles::update(const std::vector<FolderListing> &folders, MeetingChanges &changes)
@@ -210,8 +230,12 @@ std::vector<FileJob> CalendarFiles::update(const std::vector<FolderListing> &fol
         m_collections.push_back(std::move(collection));
     }
     for (const auto &[path, gone] : previous) {
-        if (gone)
-            gone->clear(changes);
+        if (!gone)
+            continue;
+        for (const auto &[name, file] : gone->files)
+            append(changes.removed, file.shown);
+        for (const auto &[uid, shown] : gone->joined)
+            append(changes.removed, shown);
     }
     return jobs;
 }
@@ -242,7 +266,7 @@ std::vector<FileJob> CalendarFiles::changeWindow(const EventWindow &from, const 
         for (const auto &[uid, shown] : collection->joined)
             collection->touchedEvents.insert(uid);
         for (FileCollection::File &file : collection->files) {
-            collection->touched.insert(&file);
+            collection->touched.push_back(&file);
             if (file.second.earliest > file.second.latest || !overlapsWindow(file.second, to, slack))
                 file.second.occurrences.clear();
             else if (!zoneDiffers && liesInside(file.second, from))
@@ -254,15 +278,32 @@ std::vector<FileJob> CalendarFiles::changeWindow(const EventWindow &from, const 
     return jobs;
 }
 
-void CalendarFiles::remove(const FileJob &job, MeetingChanges &changes)
+void CalendarFiles::setEvents(std::vector<FileJob> read, std::vector<FileEvent> events)
 {
-    job.collection->forget(job.collection->files.find(job.name()), changes);
+    std::sort(events.begin(), events.end());
+    auto event = events.begin();
+    forEachCollection(std::move(read), [&](FileCollection &collection, const auto &files) {
+        std::vector<FileCollection::Holder> holders;
+        for (; event != events.end() && event->job.collection == &collection; ++event)
+            holders.push_back({event->uid, event->job.file});
+        collection.setHolders(files, std::move(holders));
+    });
+}
+
+void CalendarFiles::remove(std::vector<FileJob> gone, MeetingChanges &changes)
+{
+    forEachCollection(std::move(gone), [&](FileCollection &collection, const auto &files) {
+        collection.forget(files, changes);
+    });
 }
 
 void CalendarFiles::show(MeetingChanges &changes, const JoinedReader &readJoined)
 {
     for (const std::unique_ptr<FileCollection> &collection : m_collections) {
-        for (FileCollection::File *file : std::exchange(collection->touched, {}))
+        std::vector<FileCollection::File *> touched = std::exchange(collection->touched, {});
+        std::sort(touched.begin(), touched.end());
+        touched.erase(std::unique(touched.begin(), touched.end()), touched.end());
+        for (FileCollection::File *file : touched)
             showOwn(*collection, *file, changes);
         for (const std::size_t uid : std::exchange(collection->touchedEvents, {}))
             showJoined(*collection, uid, changes, readJoined);

@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <functional>
+#include <span>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -31,8 +32,6 @@ struct CalendarFile
     std::vector<Occurrence> occurrences;
     /// Those that the store shows: all, but for events that another file of the folder holds too.
     Meetings shown;
-    /// The events that it holds, whatever their days, each once. Of a file that is a calendar: none.
-    std::vector<std::size_t> uids;
     /// How long it may be half written before that is believed; nothing while it isn't.
     std::optional<std::chrono::steady_clock::time_point> halfWrittenUntil;
     /// What it says about its calendar; matters in a root, where a file is a calendar.
@@ -62,28 +61,34 @@ struct FileCollection
 {
     using File = std::pair<const std::string, CalendarFile>;
 
+    /// A file has an event, whatever its days.
+    struct Holder
+    {
+        std::size_t uid = 0;
+        File *file = nullptr;
+
+        friend auto operator<=>(const Holder &, const Holder &) = default;
+    };
+
     FolderCalendar calendar;
     std::unordered_map<std::string, CalendarFile> files;
-    /// The files that have an event, by its identifier.
-    std::unordered_multimap<std::size_t, File *> holders;
-    /// The files whose occurrences may have to be shown, or not to be shown any more.
-    std::unordered_set<File *> touched;
+    /// In order, each once. Of a root, whose files are calendars: none.
+    std::vector<Holder> holders;
+    /// The files whose occurrences may have to be shown, or not to be shown any more; some twice.
+    std::vector<File *> touched;
     /// What is shown of events that several files hold: one has an event, another what was changed of it.
     std::unordered_map<std::size_t, Meetings> joined;
     /// Those of them that are to be read again.
     std::unordered_set<std::size_t> touchedEvents;
 
-    /// Takes note of what `file` holds now, as far as other files of the folder can hold it too.
-    void setEvents(File &file, std::vector<std::size_t> uids);
+    /// Takes note that `changed`, in order, hold `now` and nothing else.
+    void setHolders(const std::vector<File *> &changed, std::vector<Holder> now);
 
-    /// Forgets a file; what it showed goes to `changes`. Returns the one after it.
-    decltype(files)::iterator forget(decltype(files)::iterator file, MeetingChanges &changes);
+    /// Forgets the files `gone`, in order; what they showed goes to `changes`.
+    void forget(const std::vector<File *> &gone, MeetingChanges &changes);
 
-    /// Forgets all files.
-    void clear(MeetingChanges &changes);
-
-    /// The names of the files that hold an event, in the order in which they are read as one.
-    std::vector<std::string> namesOfHolders(std::size_t uid) const;
+    /// The part of `holders` that is about an event.
+    std::span<const Holder> holdersOf(std::size_t uid) const;
 };
 
 /// Reads the event `uid` of the named files as one, into meetings.
@@ -101,6 +106,15 @@ struct FileJob
     CalendarFile &entry() const { return file->second; }
 
     friend auto operator<=>(const FileJob &, const FileJob &) = default;
+};
+
+/// An event that a file holds, by `ical::uidHash()`.
+struct FileEvent
+{
+    FileJob job;
+    std::size_t uid = 0;
+
+    friend auto operator<=>(const FileEvent &, const FileEvent &) = default;
 };
 
 /// The files of all calendars.
@@ -121,8 +135,11 @@ public:
     /// no reading.
     std::vector<FileJob> changeWindow(const EventWindow &from, const EventWindow &to);
 
-    /// Forgets a file that isn't there any more.
-    static void remove(const FileJob &job, MeetingChanges &changes);
+    /// Takes note of the events that the files `read` hold now. Both in any order.
+    static void setEvents(std::vector<FileJob> read, std::vector<FileEvent> events);
+
+    /// Forgets files that aren't there any more.
+    static void remove(std::vector<FileJob> gone, MeetingChanges &changes);
 
     /// Brings what is shown in line with what was read; reads events of several files by `readJoined`.
     void show(MeetingChanges &changes, const JoinedReader &readJoined);

@@ -173,10 +173,11 @@ void LoadingTurn::takeOccurrences(const FileJob &job, ical::CalendarText &text)
 {
     std::vector<CalendarFile::Occurrence> &occurrences = job.entry().occurrences;
     occurrences.clear();
-    std::vector<std::size_t> &uids = result.read.emplace_back(ReadFile{job}).uids;
-    uids.reserve(text.versions.size());
-    for (const ical::EventVersion &version : text.versions)
-        uids.push_back(version.uid);
+    result.read.push_back(job);
+    if (!job.collection->calendar.filesAreCalendars) {
+        for (const std::size_t uid : text.uids)
+            result.events.push_back({job, uid});
+    }
     if (text.occurrences.empty())
         return;
     const FolderCalendar &calendar = job.collection->calendar;
@@ -194,7 +195,7 @@ void LoadingTurn::drop(const FileJob &job, const std::string &reason)
         report(job, reason);
     setStamp(job.entry());
     job.entry().occurrences.clear();
-    result.read.push_back({job});
+    result.read.push_back(job);
 }
 
 void LoadingTurn::setStamp(CalendarFile &file) const
@@ -240,6 +241,7 @@ LoadResult loadFiles(const std::vector<FileJob> &jobs, const LoadRequest &reques
     work(own);
     helper.join();
     append(own.result.read, std::move(other.result.read));
+    append(own.result.events, std::move(other.result.events));
     append(own.result.vanished, std::move(other.result.vanished));
     append(own.result.halfWritten, std::move(other.result.halfWritten));
     return std::move(own.result);

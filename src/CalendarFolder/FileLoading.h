@@ -19,16 +19,12 @@ struct LoadRequest
     const std::atomic<bool> *isCancelled = nullptr;
 };
 
-/// A file that is up to date, and the events that it holds.
-struct ReadFile
-{
-    FileJob job;
-    std::vector<std::size_t> uids{};
-};
-
 struct LoadResult
 {
-    std::vector<ReadFile> read;
+    /// Files that are up to date.
+    std::vector<FileJob> read;
+    /// The events that they hold, whatever their days; of files that are calendars, none.
+    std::vector<FileEvent> events;
     /// Files that were not there any more, or were no files.
     std::vector<FileJob> vanished;
     /// Files that were found half written, and kept their events; to be read again after the time for that.

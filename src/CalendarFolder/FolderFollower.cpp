@@ -224,19 +224,17 @@ void FolderFollower::load(const std::vector<FileJob> &jobs, MeetingChanges chang
     LoadResult result = loadFiles(jobs, m_request);
     if (m_isStopping)
         return;
-    for (ReadFile &read : result.read)
-        read.job.collection->setEvents(*read.job.file, std::move(read.uids));
+    CalendarFiles::setEvents(std::move(result.read), std::move(result.events));
     for (const FileJob &job : result.halfWritten) {
         m_changed[job.collection->calendar.path].insert(job.name());
         m_due = std::min(m_due.value_or(Clock::time_point::max()), Clock::now() + m_request.halfWrittenTime);
     }
-    for (const FileJob &job : result.vanished) {
-        CalendarFiles::remove(job, changes);
-        // A folder without files is no calendar.
-        if (job.collection->files.empty()) {
-            m_isScanNeeded = true;
-            noteChange();
-        }
+    CalendarFiles::remove(result.vanished, changes);
+    const auto isEmpty = [](const FileJob &job) { return job.collection->files.empty(); };
+    // A folder without files is no calendar.
+    if (std::any_of(result.vanished.begin(), result.vanished.end(), isEmpty)) {
+        m_isScanNeeded = true;
+        noteChange();
     }
     m_files.show(changes, [this](const FileCollection &collection, std::size_t uid,
                                  const std::vector<std::string> &names) {

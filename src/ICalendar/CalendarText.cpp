@@ -202,13 +202,13 @@ public:
         const DateBounds bounds = dateBounds(event);
         m_result.earliest = std::min(m_result.earliest, bounds.earliest);
         m_result.latest = std::max(m_result.latest, bounds.latest);
-        const EventVersion version = versionOf(event);
-        if (version.uid != 0)
-            m_result.versions.push_back(version);
+        const std::size_t uid = uidHashOf(event);
+        if (uid != 0)
+            m_result.uids.push_back(uid);
         if (bounds.mayTouch(m_window))
-            m_wanted.emplace_back(version.uid, event);
-        else if (version.uid != 0)
-            m_others.push_back({version.uid, event.object, event.text});
+            m_wanted.emplace_back(uid, event);
+        else if (uid != 0)
+            m_others.push_back({uid, event.object, event.text});
     }
 
     /// What may matter, and all that belongs to the same events, in the order of the text.

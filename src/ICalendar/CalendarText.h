@@ -70,23 +70,6 @@ struct Occurrence
     friend bool operator==(const Occurrence &, const Occurrence &) = default;
 };
 
-/// Which version of an event a VEVENT is, by which one text or another is the later one (RFC 5546, 2.1.5).
-struct EventVersion
-{
-    /// `uidHash()` of its UID.
-    std::size_t uid = 0;
-    std::int64_t sequence = 0;
-    /// DTSTAMP; the earliest time of all when there is none.
-    UtcTime stamp = UtcTime::min();
-
-    bool isLaterThan(const EventVersion &other) const
-    {
-        return std::pair(sequence, stamp) > std::pair(other.sequence, other.stamp);
-    }
-
-    friend bool operator==(const EventVersion &, const EventVersion &) = default;
-};
-
 /// What a piece of iCalendar text says about its calendar and the wanted days.
 struct CalendarText
 {
@@ -98,8 +81,8 @@ struct CalendarText
     std::optional<std::string> owner;
     /// The occurrences that overlap the window.
     std::vector<Occurrence> occurrences;
-    /// Of every VEVENT with a UID, whatever its days, in the order of the text.
-    std::vector<EventVersion> versions;
+    /// `uidHash()` of every VEVENT with a UID, whatever its days, in the order of the text.
+    std::vector<std::size_t> uids;
     std::vector<TextProblem> problems;
     /// Every occurrence for any window lies in [earliest, latest]; infinite where a rule has no end. A window
     /// outside of it needs no second reading. earliest > latest when the text has no events at all.
@@ -111,7 +94,7 @@ struct CalendarText
 /// parsed. Work is bounded: a rule that would take too long is cut short and reported as a problem.
 CalendarText readCalendarText(std::string_view text, const EventWindow &window);
 
-/// The UID of an occurrence as EventVersion has it; never 0.
+/// The hash by which events are known, of an unescaped UID; never 0.
 std::size_t uidHash(std::string_view uid);
 
 /// The e-mail address in `text`, which is one by itself or a "mailto:" with its escapes (RFC 6068): in lower

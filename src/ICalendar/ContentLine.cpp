@@ -77,7 +77,8 @@ bool hasName(std::string_view line, std::string_view name)
 ContentLine ContentLine::parse(std::string_view line, std::string &buffer)
 {
     line = unfolded(line, buffer);
-    const std::size_t nameEnd = std::min(line.find_first_of(":;"), line.size());
+    const auto endsName = [](char c) { return c == ':' || c == ';'; };
+    const auto nameEnd = std::size_t(std::find_if(line.begin(), line.end(), endsName) - line.begin());
     std::size_t colon = findUnquoted(line, ':', nameEnd);
     // Outlook writes TZID=tzone://Microsoft/Utc without quotes.
     while (colon != nameEnd && line.substr(std::min(colon + 1, line.size())).starts_with("//"))
@@ -132,9 +133,12 @@ bool startsWithName(std::string_view text, std::string_view name)
 
 std::string_view withoutBlanks(std::string_view text)
 {
-    constexpr std::string_view blanks = " \t\r\n";
-    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
-    return text.substr(0, text.find_last_not_of(blanks) + 1);
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
 }
 
 std::string_view takePart(std::string_view &rest, char separator)

@@ -89,7 +89,7 @@ public:
     {
         EventTimes times;
         times.text = m_lines.text;
-        times.version = versionOf(m_lines);
+        readVersion(times);
         times.uid = unescapedText(withoutBlanks(valueOf(m_lines.uid)));
         times.isCancelled = isName(withoutBlanks(valueOf(m_lines.status)), "CANCELLED");
         times.start = moment(m_lines.start);
@@ -116,6 +116,14 @@ public:
     }
 
 private:
+    void readVersion(EventTimes &times)
+    {
+        const std::string_view sequence = withoutBlanks(valueOf(m_lines.sequence));
+        std::from_chars(sequence.data(), sequence.data() + sequence.size(), times.sequence);
+        if (const auto stamp = parseTime(valueOf(m_lines.stamp)))
+            times.stamp = asUtc(stamp->local);
+    }
+
     std::string_view valueOf(std::string_view line)
     {
         m_at = line.data();
@@ -252,17 +260,13 @@ DateBounds dateBounds(const EventLines &event)
     return bounds;
 }
 
-EventVersion versionOf(const EventLines &event)
+std::size_t uidHashOf(const EventLines &event)
 {
-    EventVersion version;
     std::string buffer;
-    if (const auto uid = withoutBlanks(ContentLine::parse(event.uid, buffer).value); !uid.empty())
-        version.uid = uidHash(uid.find('\\') == uid.npos ? uid : std::string_view(unescapedText(uid)));
-    const std::string_view sequence = withoutBlanks(ContentLine::parse(event.sequence, buffer).value);
-    std::from_chars(sequence.data(), sequence.data() + sequence.size(), version.sequence);
-    if (const auto stamp = parseTime(ContentLine::parse(event.stamp, buffer).value))
-        version.stamp = asUtc(stamp->local);
-    return version;
+    const std::string_view uid = withoutBlanks(ContentLine::parse(event.uid, buffer).value);
+    if (uid.empty())
+        return 0;
+    return uidHash(uid.find('\\') == uid.npos ? uid : std::string_view(unescapedText(uid)));
 }
 
 EventTimes readEventTimes(const EventLines &event, TimeZones &zones, ProblemList &problems)

@@ -53,8 +53,8 @@ struct DateBounds
 /// Judges by the digits of its dates when an event can take place, whatever zones these are in.
 DateBounds dateBounds(const EventLines &event);
 
-/// Which version of which event it is; the UID is 0 when there is none.
-EventVersion versionOf(const EventLines &event);
+/// `uidHash()` of its UID; 0 when it has none.
+std::size_t uidHashOf(const EventLines &event);
 
 /// A time as a property gives it.
 struct Moment
@@ -78,7 +78,9 @@ struct EventTimes
     /// What stands between BEGIN and END.
     std::string_view text;
     std::string uid;
-    EventVersion version;
+    /// By these one version of an event is later than another (RFC 5546, 2.1.5).
+    std::int64_t sequence = 0;
+    UtcTime stamp = UtcTime::min();
     bool isCancelled = false;
 
     std::optional<Moment> start;

@@ -22,7 +22,7 @@ bool isNewer(const EventTimes &left, const EventTimes &right)
 {
     // The override of one occurrence is more to the point than one that goes on.
     const auto key = [](const EventTimes &event) {
-        return std::tuple(event.version.sequence, event.version.stamp, !event.isThisAndFuture, event.text);
+        return std::tuple(event.sequence, event.stamp, !event.isThisAndFuture, event.text);
     };
     return key(left) > key(right);
 }
