@@ -2,8 +2,8 @@
 
 #include "App/AgendaJson.h"
 #include "App/WorkspaceInstalledApps.h"
+#include "FakeSurroundings.h"
 #include "Scheduling/SchedulerTest.h"
-#include "support/FakeWorkspace.h"
 
 #include <QJsonDocument>
 

@@ -1,6 +1,5 @@
 #include "Calendar/FakeEventStore.h"
 #include "FakeSurroundings.h"
-#include "JoinPanel/JoinPanelController.h"
 #include "Platform/TimeZone.h"
 #include "Preferences/Settings.h"
 #include "support/MeetingFactory.h"
@@ -17,39 +16,38 @@ namespace {
 
 const QString zoomLink = QStringLiteral("https://zoom.us/j/123456789");
 
-std::unique_ptr<MemoryDefaultsStore> pastTheFirstRun()
-{
-    auto defaults = std::make_unique<MemoryDefaultsStore>();
-    defaults->setValue(settingsKey::hasCompletedOnboarding, true);
-    return defaults;
-}
-
 class RunningApp : public testing::Test, protected FakeSurroundings
 {
 protected:
     RunningApp()
     {
         clock.time = at("2026-03-10T08:50:00Z");
-        store->storeCalendars = {{"work", "Work", "Account", std::nullopt}};
-        store->add("Design review", secondsOf("2026-03-10T09:00:00Z")).url = zoomLink.toStdString();
+        add("Design review", "2026-03-10T09:00:00Z");
         delegate.launch();
     }
 
-    static double secondsOf(const char *time) { return at(time).time_since_epoch().count(); }
-
-    /// What the tick does, and every event of the system.
-    void wakeAt(const char *time)
+    void add(const char *title, const char *start)
     {
-        clock.time = at(time);
-        Q_EMIT systemEvents.didWake();
+        store->add(title, secondsSinceEpoch(at(start))).url = zoomLink.toStdString();
     }
 
-    bool isPanelShown() { return delegate.panel().isVisible(); }
+    static QStringList windows()
+    {
+        QStringList titles;
+        for (const QWindow *window : QGuiApplication::topLevelWindows()) {
+            if (window->isVisible())
+                titles.append(window->title());
+        }
+        return titles;
+    }
 
-    const JoinPanelModel &panel() { return delegate.panel().model(); }
+    bool settings(const char *page = "")
+    {
+        return delegate.perform(QStringLiteral("settings"), QLatin1String(page)).isDone();
+    }
 
-    std::unique_ptr<MemoryDefaultsStore> ownedDefaults = pastTheFirstRun();
-    MemoryDefaultsStore &defaults = *ownedDefaults;
+    MemoryDefaultsStore defaults{MemoryDefaultsStore::Kind::preview,
+                                 {{settingsKey::hasCompletedOnboarding, true}}};
     std::unique_ptr<FakeEventStore> ownedStore = std::make_unique<FakeEventStore>();
     FakeEventStore *store = ownedStore.get();
     AppDelegate delegate{parts(defaults, std::move(ownedStore))};
@@ -57,102 +55,85 @@ protected:
 
 } // namespace
 
-TEST_F(RunningApp, moveToTheNextMeetingInPlace)
+TEST_F(RunningApp, refreshesOnceForWhateverHappens)
 {
-    store->add("Planning", secondsOf("2026-03-10T09:00:30Z")).url = zoomLink.toStdString();
-    wakeAt("2026-03-10T08:59:30Z");
-    ASSERT_TRUE(isPanelShown());
-    QWindow *window = delegate.panel().controller().panel().window();
-    const QPoint place = window->position();
-    const QString first = panel().title();
-    panel().dismiss();
-    ASSERT_TRUE(isPanelShown());
-    EXPECT_NE(panel().title(), first);
-    EXPECT_EQ(delegate.panel().controller().panel().window(), window);
-    EXPECT_EQ(window->position(), place);
-}
+    QSignalSpy refreshed(&delegate, &AppDelegate::refreshed);
 
-TEST_F(RunningApp, followsSettingsThatAnotherProcessWrites)
-{
-    wakeAt("2026-03-10T08:55:00Z");
-    EXPECT_FALSE(isPanelShown());
-    defaults.changeFromOutside([](DefaultsStore &store) { store.setValue(settingsKey::leadMinutes, 5); });
-    EXPECT_TRUE(QTest::qWaitFor([&] { return isPanelShown(); }));
+    const std::pair<const char *, std::function<void()>> rows[] = {
+        {"the end of sleep", [&] { Q_EMIT systemEvents.didWake(); }},
+        {"a new day", [&] { Q_EMIT systemEvents.dayChanged(); }},
+        {"another time", [&] { Q_EMIT systemEvents.clockChanged(); }},
+        {"another zone", [&] { Q_EMIT systemEvents.timeZoneChanged(); }},
+        {"a burst of changes in calendars",
+         [&] {
+             for (int i = 0; i < 100; ++i)
+                 Q_EMIT store->changed();
+         }},
+        {"a setting", [&] { delegate.prefs().setLeadMinutes(2); }},
+        {"a setting that another program writes",
+         [&] {
+             defaults.changeFromOutside([](auto &other) { other.setValue(settingsKey::leadMinutes, 0); });
+         }},
+    };
+
+    for (const auto &[what, happens] : rows) {
+        happens();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return refreshed.count() > 0; })) << what;
+        QCoreApplication::processEvents();
+        EXPECT_EQ(refreshed.count(), 1) << what;
+        refreshed.clear();
+    }
+    EXPECT_EQ(store->zone, userTimeZone());
 }
 
 TEST_F(RunningApp, obeysCommandsByWhatIsKnownOfTheCalendars)
 {
     QObject caller;
-    std::vector<std::string> answers;
+    QStringList answers;
     const auto send = [&](const char *action, QObject &from) {
         delegate.perform({QLatin1String(action), {}, &from, [&answers, action](const CommandResult &result) {
-                              answers.push_back(action + std::string(result.isDone() ? "" : " failed"));
+                              answers.append(QLatin1String(action) + (result.isDone() ? u"" : u" failed"));
                           }});
     };
     store->loaded = false;
     send("join", caller);
     EXPECT_EQ(workspace.opened, QStringList{zoomLink});
+    send("nonsense", caller);
     send("dismiss", caller);
     auto impatient = std::make_unique<QObject>();
     send("snooze", *impatient);
     impatient.reset();
-    EXPECT_EQ(answers, std::vector<std::string>{"join"});
+    EXPECT_EQ(answers.join(u','), QStringLiteral("join,nonsense failed"));
 
     clock.time = at("2026-03-10T08:59:30Z");
-    store->add("Planning", secondsOf("2026-03-10T09:00:30Z")).url = zoomLink.toStdString();
+    add("Planning", "2026-03-10T09:00:30Z");
     Q_EMIT store->changed();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return answers.size() == 2; }));
-    EXPECT_FALSE(isPanelShown());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return answers.size() == 3; }));
+    EXPECT_FALSE(delegate.panel().isVisible());
     store->loaded = true;
     send("snooze", caller);
-    EXPECT_EQ(answers, (std::vector<std::string>{"join", "dismiss", "snooze failed"}));
+    send("copy", caller);
+    EXPECT_EQ(answers.join(u','), QStringLiteral("join,nonsense failed,dismiss,snooze failed,copy"));
+    EXPECT_EQ(pasteboard.texts, QStringList{zoomLink});
 }
 
-TEST_F(RunningApp, takesInABurstOfChangesOnce)
+TEST_F(RunningApp, opensOneWindowForTheSettings)
 {
-    int refreshes = 0;
-    QObject::connect(&delegate, &AppDelegate::refreshed, &delegate, [&] { ++refreshes; });
-    for (int i = 0; i < 100; ++i)
-        Q_EMIT store->changed();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return refreshes > 0; }));
-    QCoreApplication::processEvents();
-    EXPECT_EQ(refreshes, 1);
-}
-
-TEST_F(RunningApp, refreshesOnEveryEventOfTheSystem)
-{
-    int refreshes = 0;
-    QObject::connect(&delegate, &AppDelegate::refreshed, &delegate, [&] { ++refreshes; });
-    Q_EMIT systemEvents.didWake();
-    Q_EMIT systemEvents.dayChanged();
-    Q_EMIT systemEvents.clockChanged();
-    Q_EMIT systemEvents.timeZoneChanged();
-    EXPECT_EQ(refreshes, 4);
-    EXPECT_EQ(store->zone, userTimeZone());
-}
-
-TEST_F(RunningApp, opensOneSettingsWindow)
-{
-    EXPECT_TRUE(delegate.perform(QStringLiteral("settings"), QStringLiteral("calendars")).isDone());
-    EXPECT_TRUE(delegate.perform(QStringLiteral("settings"), {}).isDone());
+    EXPECT_FALSE(settings("other"));
+    EXPECT_TRUE(settings("calendars") && settings());
     delegate.reopen();
-    int windows = 0;
-    for (const QWindow *window : QGuiApplication::topLevelWindows())
-        windows += window->isVisible() && window->title() == QLatin1String("Calendars") ? 1 : 0;
-    EXPECT_EQ(windows, 1);
-    EXPECT_FALSE(delegate.perform(QStringLiteral("settings"), QStringLiteral("other")).isDone());
+    EXPECT_EQ(windows(), QStringList{QStringLiteral("Calendars")});
+    EXPECT_TRUE(settings("general"));
+    EXPECT_EQ(windows(), QStringList{QStringLiteral("General")});
 }
 
-TEST_F(RunningApp, refreshesOnceForASettingOnAPage)
+TEST_F(RunningApp, beginsWithTheWalkthroughUntilThatWasCompleted)
 {
-    delegate.reopen();
-    ASSERT_TRUE(QTest::qWaitFor([] { return QGuiApplication::focusWindow(); }));
-    QSignalSpy refreshed(&delegate, &AppDelegate::refreshed);
-    QTest::keyClick(QGuiApplication::focusWindow(), Qt::Key_Tab);
-    QTest::keyClick(QGuiApplication::focusWindow(), Qt::Key_Space);
-    EXPECT_FALSE(delegate.prefs().showTitle());
-    QTest::qWait(0);
-    EXPECT_EQ(refreshed.count(), 1);
+    EXPECT_EQ(windows(), QStringList());
+    MemoryDefaultsStore fresh;
+    AppDelegate first(parts(fresh, std::make_unique<FakeEventStore>()));
+    first.launch();
+    EXPECT_EQ(windows(), QStringList{QStringLiteral("Welcome to Mivora")});
 }
 
 } // namespace mivora

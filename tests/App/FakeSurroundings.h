@@ -5,10 +5,42 @@
 #include "support/FakeClock.h"
 #include "support/FakeHotKeyService.h"
 #include "support/FakeLoginItem.h"
-#include "support/FakePasteboard.h"
-#include "support/FakeWorkspace.h"
+
+#include <QCoreApplication>
+#include <QSet>
 
 namespace mivora {
+
+/// Opens nothing, but records what was to be opened. Answers through the event loop, as the real one does.
+class FakeWorkspace final : public Workspace
+{
+public:
+    void open(const QString &url, Opened done) override
+    {
+        opened.append(url);
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(), [done = std::move(done), result = succeeds] { done(result); },
+            Qt::QueuedConnection);
+    }
+
+    bool hasHandler(const QString &scheme) const override { return handlers.contains(scheme); }
+
+    /// Every link handed over so far.
+    QStringList opened;
+    /// What open() answers.
+    bool succeeds = true;
+    /// The schemes that have a handler.
+    QSet<QString> handlers;
+};
+
+/// A clipboard that keeps every text that it was given, the latest last.
+class FakePasteboard final : public Pasteboard
+{
+public:
+    void setText(const QString &text) override { texts.append(text); }
+
+    QStringList texts;
+};
 
 /// The world that the application stands in, for a test: time passes and things happen when the test says so,
 /// and what the application does to it is recorded.
@@ -18,15 +50,8 @@ struct FakeSurroundings
     AppParts parts(DefaultsStore &defaults, std::unique_ptr<EventStore> store,
                    const QDBusConnection &bus = QDBusConnection(QStringLiteral("none")))
     {
-        return {.workspace = workspace,
-                .pasteboard = pasteboard,
-                .loginItem = loginItem,
-                .defaults = defaults,
-                .systemEvents = systemEvents,
-                .hotKeys = hotKeys,
-                .clock = clock,
-                .bus = bus,
-                .store = std::move(store)};
+        return {workspace, pasteboard, loginItem, defaults,        systemEvents,
+                hotKeys,   clock,      bus,       std::move(store)};
     }
 
     FakeLoginItem loginItem;

@@ -66,34 +66,15 @@ bool AccessibleView::isChecked(const QString &name) const
 
 bool AccessibleView::click(QAccessible::Role role, const QString &name, double place) const
 {
-    const auto at = pointOn(role, name, place);
-    if (!at)
+    QAccessibleInterface *item = find(role, name);
+    if (!item)
         return false;
-    QTest::mouseClick(&m_window, Qt::LeftButton, {}, *at);
+    const QRect rect = item->rect().translated(-m_window.position());
+    QTest::mouseClick(&m_window, Qt::LeftButton, {},
+                      {rect.left() + int(rect.width() * place), rect.center().y()});
     // What follows a click may be animated.
     QTest::qWait(50);
     return true;
-}
-
-bool AccessibleView::point(QAccessible::Role role, const QString &name) const
-{
-    const auto at = pointOn(role, name, 0.5);
-    if (!at)
-        return false;
-    // A mouse that is moved is moved more than once.
-    for (const int offset : {1, 0})
-        QTest::mouseMove(&m_window, *at + QPoint(offset, 0));
-    QTest::qWait(50);
-    return true;
-}
-
-std::optional<QPoint> AccessibleView::pointOn(QAccessible::Role role, const QString &name, double place) const
-{
-    QAccessibleInterface *item = find(role, name);
-    if (!item)
-        return {};
-    const QRect rect = item->rect().translated(-m_window.position());
-    return QPoint(rect.left() + int(rect.width() * place), rect.center().y());
 }
 
 void AccessibleView::type(Qt::Key key, Qt::KeyboardModifiers modifiers) const

@@ -1,10 +1,8 @@
 #pragma once
 
 #include <QAccessible>
-#include <QPoint>
 #include <QString>
 #include <QStringList>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,9 +32,6 @@ public:
     /// Clicks in the middle of the item; false when there is none. `place` is a part of its width.
     bool click(QAccessible::Role role, const QString &name, double place = 0.5) const;
 
-    /// Moves the mouse onto the middle of the item, and leaves it there; false when there is none.
-    bool point(QAccessible::Role role, const QString &name) const;
-
     /// Types the key into the window.
     void type(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const;
 
@@ -45,7 +40,6 @@ public:
 
 private:
     QList<QAccessibleInterface *> all() const;
-    std::optional<QPoint> pointOn(QAccessible::Role role, const QString &name, double place) const;
 
     QWindow &m_window;
 };

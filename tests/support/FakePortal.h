@@ -1,6 +1,10 @@
 #pragma once
 
-#include <QDBusConnection>
+#include "Platform/linux/PortalRequest.h"
+
+#include <QDBusArgument>
+#include <QDBusObjectPath>
+#include <QDBusVariant>
 #include <QDBusVirtualObject>
 #include <vector>
 
@@ -9,8 +13,6 @@ namespace support {
 /// A desktop portal with global shortcuts and the start at login, and a user who answers at once.
 class FakePortal final : public QDBusVirtualObject
 {
-    Q_OBJECT
-
 public:
     enum class Shortcuts { Present, Missing };
 
@@ -22,15 +24,38 @@ public:
         QString trigger;
     };
 
-    explicit FakePortal(const QDBusConnection &bus, Shortcuts shortcuts = Shortcuts::Present);
-    ~FakePortal() override;
+    explicit FakePortal(const QDBusConnection &bus, Shortcuts shortcuts = Shortcuts::Present)
+        : m_bus(bus), m_shortcuts(shortcuts)
+    {
+        m_bus.registerVirtualObject(mivora::portalPath, this, QDBusConnection::SubPath);
+        m_bus.registerService(mivora::portalService);
+    }
+
+    ~FakePortal() override
+    {
+        m_bus.unregisterObject(mivora::portalPath, QDBusConnection::UnregisterTree);
+        m_bus.unregisterService(mivora::portalService);
+    }
 
     /// The keys of a session's shortcut are pressed.
-    void activate(const QString &session);
+    void activate(const QString &session)
+    {
+        auto signal = QDBusMessage::createSignal(mivora::portalPath,
+                                                 QStringLiteral("org.freedesktop.portal.GlobalShortcuts"),
+                                                 QStringLiteral("Activated"));
+        m_bus.send(signal << QVariant::fromValue(QDBusObjectPath(session)) << QString() << qulonglong{0}
+                          << QVariantMap());
+    }
 
     QString introspect(const QString &) const override { return {}; }
 
-    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override;
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &) override
+    {
+        if (m_shortcuts == Shortcuts::Missing)
+            return false;
+        m_bus.send(message.createReply(reply(message)));
+        return true;
+    }
 
     std::vector<Bound> bound;
     QStringList closed;
@@ -42,12 +67,67 @@ public:
     uint backgroundResponse = 0;
 
 private:
-    QVariantList reply(const QDBusMessage &message);
-    QVariantList createSession(const QDBusMessage &message);
-    QVariantList bindShortcuts(const QDBusMessage &message);
-    QVariantList requestBackground(const QDBusMessage &message);
-    QVariantList respond(const QDBusMessage &message, const QVariantMap &options, uint response,
-                         const QVariantMap &results);
+    QVariantList reply(const QDBusMessage &message)
+    {
+        const QString method = message.member();
+        const QVariantList arguments = message.arguments();
+        if (method == QLatin1String("CreateSession"))
+            return respond(message, qdbus_cast<QVariantMap>(arguments.at(0)), 0);
+        if (method == QLatin1String("BindShortcuts")) {
+            bind(arguments);
+            return respond(message, qdbus_cast<QVariantMap>(arguments.at(3)), bindResponse);
+        }
+        if (method == QLatin1String("RequestBackground")) {
+            backgroundRequests.push_back(qdbus_cast<QVariantMap>(arguments.at(1)));
+            return respond(message, backgroundRequests.back(), backgroundResponse);
+        }
+        if (method == QLatin1String("Close")) {
+            closed.append(message.path());
+            return {};
+        }
+        return {QVariant::fromValue(QDBusVariant(1u))};
+    }
+
+    void bind(const QVariantList &arguments)
+    {
+        Bound shortcut;
+        shortcut.session = arguments.at(0).value<QDBusObjectPath>().path();
+        QVariantMap properties;
+        const auto list = arguments.at(1).value<QDBusArgument>();
+        list.beginArray();
+        list.beginStructure();
+        list >> shortcut.name >> properties;
+        list.endStructure();
+        list.endArray();
+        shortcut.description = properties.value(QStringLiteral("description")).toString();
+        shortcut.trigger = properties.value(QStringLiteral("preferred_trigger")).toString();
+        bound.push_back(shortcut);
+    }
+
+    /// The response goes out before the call is answered, as the real portal may do it. It says of each
+    /// method what that one asks for.
+    QVariantList respond(const QDBusMessage &message, const QVariantMap &options, uint response)
+    {
+        const QString path = pathOf("request", message, options.value(QStringLiteral("handle_token")));
+        const QVariant session = options.value(QStringLiteral("session_handle_token"));
+        const QString autostart = QStringLiteral("autostart");
+        auto signal = QDBusMessage::createTargetedSignal(message.service(), path,
+                                                         QStringLiteral("org.freedesktop.portal.Request"),
+                                                         QStringLiteral("Response"));
+        m_bus.send(
+            signal << response
+                   << QVariantMap{{QStringLiteral("session_handle"), pathOf("session", message, session)},
+                                  {autostart, options.value(autostart, false)}});
+        return {QVariant::fromValue(QDBusObjectPath(path))};
+    }
+
+    static QString pathOf(const char *kind, const QDBusMessage &message, const QVariant &token)
+    {
+        QString sender = message.service().mid(1);
+        sender.replace(QLatin1Char('.'), QLatin1Char('_'));
+        return QStringLiteral("%1/%2/%3/%4")
+            .arg(mivora::portalPath, QLatin1String(kind), sender, token.toString());
+    }
 
     QDBusConnection m_bus;
     Shortcuts m_shortcuts;

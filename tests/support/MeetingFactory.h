@@ -39,7 +39,7 @@ inline Meeting makeMeeting(const std::string &title, Timestamp start, Seconds le
     return Meeting::fromSnapshot(makeSnapshot(title, start, length));
 }
 
-/// \a meeting with a link of \a service.
+/// `meeting` with a link of `service`.
 inline Meeting withLink(Meeting meeting, Service service = Service::zoom)
 {
     meeting.joinLink = JoinLink{service, *Url::parse("https://meet.example/room"), std::nullopt};

@@ -9,12 +9,13 @@ namespace mivora {
 /// A settings store that lives in memory only.
 class MemoryDefaultsStore final : public DefaultsStore
 {
-    Q_OBJECT
-
 public:
     enum class Kind { standard, preview };
 
-    explicit MemoryDefaultsStore(Kind kind = Kind::preview) : m_kind(kind) {}
+    explicit MemoryDefaultsStore(Kind kind = Kind::preview, const QJsonObject &values = {})
+        : m_kind(kind), m_values(values)
+    {
+    }
 
     bool isStandard() const override { return m_kind == Kind::standard; }
 

@@ -3,8 +3,10 @@
 #include "support/ServerProcess.h"
 
 #include <QDBusConnection>
+#include <QFile>
+#include <QStandardPaths>
 #include <QTemporaryDir>
-#include <memory>
+#include <QUuid>
 
 namespace support {
 
@@ -13,29 +15,61 @@ namespace support {
 class PrivateBus final
 {
 public:
-    /// \a rules are further elements of the bus's policy. Throws std::runtime_error when the daemon can't be
+    /// `rules` are further elements of the bus's policy. Throws std::runtime_error when the daemon can't be
     /// started.
-    explicit PrivateBus(const QString &serviceFolder = {}, const QByteArray &rules = {});
+    explicit PrivateBus(const QString &serviceFolder = {}, const QByteArray &rules = {})
+        : m_server(QStringLiteral("dbus-daemon"),
+                   {QStringLiteral("--nofork"), QStringLiteral("--print-address"),
+                    QStringLiteral("--config-file=") + writeConfiguration(serviceFolder, rules)})
+    {
+    }
+
+    ~PrivateBus()
+    {
+        for (const QString &name : m_connections)
+            QDBusConnection::disconnectFromBus(name);
+    }
+    Q_DISABLE_COPY_MOVE(PrivateBus)
 
     /// Whether dbus-daemon can be run at all; a test that needs a bus is skipped without it.
-    static bool isInstalled();
+    static bool isInstalled()
+    {
+        return !QStandardPaths::findExecutable(QStringLiteral("dbus-daemon")).isEmpty();
+    }
 
     /// For the DBUS_SESSION_BUS_ADDRESS variable.
-    QByteArray address() const { return m_server->address(); }
+    QByteArray address() const { return m_server.address(); }
 
     /// Another connection with each call, so that a test can play both sides. It is closed when the bus ends.
-    QDBusConnection connection();
+    QDBusConnection connection()
+    {
+        m_connections.append(QUuid::createUuid().toString());
+        return QDBusConnection::connectToBus(QString::fromLocal8Bit(address()), m_connections.last());
+    }
 
     /// Makes this the session bus of the process (before it first used one) and of the programs that it
     /// starts from now on.
     void enter() const { qputenv("DBUS_SESSION_BUS_ADDRESS", address()); }
 
-    ~PrivateBus();
-    Q_DISABLE_COPY_MOVE(PrivateBus)
-
 private:
+    QString writeConfiguration(const QString &serviceFolder, const QByteArray &rules) const
+    {
+        const QString folder = m_folder.path();
+        const QString text =
+            QStringLiteral(
+                "<busconfig><type>session</type><listen>unix:path=%1/bus</listen><auth>EXTERNAL</auth>"
+                "<servicedir>%2</servicedir><policy context=\"default\">"
+                "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/>"
+                "<allow own=\"*\"/>%3</policy></busconfig>")
+                .arg(folder, serviceFolder.isEmpty() ? folder : serviceFolder, QString::fromUtf8(rules));
+        QFile file(m_folder.filePath(QStringLiteral("bus.conf")));
+        if (!file.open(QFile::WriteOnly) || file.write(text.toUtf8()) < 0)
+            throw std::runtime_error("the bus configuration can't be written");
+        return file.fileName();
+    }
+
     QTemporaryDir m_folder;
-    std::unique_ptr<ServerProcess> m_server;
+    ServerProcess m_server;
     QStringList m_connections;
 };
 
