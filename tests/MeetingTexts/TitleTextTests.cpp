@@ -10,47 +10,35 @@ namespace mivora {
 
 TEST(ShortenedTitle, countsWhatAReaderTakesForACharacter)
 {
-    const struct
-    {
-        const char *name;
-        const char *title;
-        int width;
-        const char *text;
-    } rows[] = {
-        {"fits", "Standup", 7, "Standup"},
-        {"no-break space is no blank", "Weekly\u00a0sync", 8, "Weekly\u00a0…"},
-        {"width 1", "Weekly", 1, "…"},
-        {"width 0", "Weekly", 0, "…"},
-        {"combining marks, cut", "e\u0301e\u0301e\u0301", 2, "e\u0301…"},
-        {"family", "👨‍👩‍👧‍👦👨‍👩‍👧‍👦 x", 3,
+    const std::tuple<const char *, int, const char *> rows[] = {
+        {"Standup", 7, "Standup"},
+        {"Weekly sync", 8, "Weekly…"},
+        {"Weekly\u00a0sync", 8, "Weekly\u00a0…"}, // no blank
+        {"Weekly", 2, "W…"},
+        {"Weekly", 1, "…"},
+        {"Weekly", -1, "…"},
+        {"e\u0301e\u0301e\u0301", 2, "e\u0301…"},
+        {"👨‍👩‍👧‍👦👨‍👩‍👧‍👦 x", 3,
          "👨‍👩‍👧‍👦👨‍👩‍👧‍👦…"},
     };
-
-    for (const auto &row : rows)
-        EXPECT_EQ(shortenedTitle(QString::fromUtf8(row.title), row.width).toStdString(), row.text)
-            << row.name;
+    for (const auto &[title, width, text] : rows)
+        EXPECT_EQ(shortenedTitle(QString::fromUtf8(title), width).toStdString(), text) << title << width;
 }
 
 TEST(TitleText, isOneLine)
 {
-    using std::string_literals::operator""s;
-
-    const struct
-    {
-        const char *name;
-        std::string title;
-        const char *text;
-    } rows[] = {
-        {"line breaks", "a\nb\rc\r\nd", "a b c d"},
-        {"tab, delete and C1", "a\tb\x7f"s + "c\u0085d", "a b c d"},
-        {"writing direction", "a\u202eb\u202cc\u2066d", "a b c d"},
-        {"NUL", "a\0b"s, "a b"},
-        {"broken UTF-8", "a\xff\xc3", "a\ufffd\ufffd"},
-        {"joiners stay", "👩‍💻\u200b", "👩‍💻\u200b"},
+    const std::pair<std::string_view, const char *> rows[] = {
+        {"a\nb\rc\r\nd", "a b c d"},
+        {"a\tb\x7f"
+         "c\u0085d\u2028e\u2029f",
+         "a b c d e f"},
+        {"a\u202ab\u202ec\u2066d\u2069e", "a b c d e"}, // the writing direction
+        {std::string_view("a\0b", 3), "a b"},
+        {"a\xff\xc3", "a\ufffd\ufffd"},
+        {"👩‍💻\u200b", "👩‍💻\u200b"},
     };
-
-    for (const auto &row : rows)
-        EXPECT_EQ(titleText(row.title).toStdString(), row.text) << row.name;
+    for (const auto &[title, text] : rows)
+        EXPECT_EQ(titleText(title).toStdString(), text);
 }
 
 TEST(TitleText, isBoundedHoweverLongTheTitle)
@@ -80,36 +68,22 @@ TEST(TitleText, sortsByScalarValuesOfTheComposedForm)
 
 TEST(ShortTime, isTheLocalesWithoutDateAndSeconds)
 {
-    const struct
-    {
-        const char *name;
-        const char *time;
-        const char *zone;
-        QLocale locale;
-        const char *text;
-    } rows[] = {
-        {"C", "2026-03-10T09:05:59.999Z", "UTC", QLocale::c(), "09:05"},
-        {"American", "2026-03-10T09:05:00Z", "UTC", QLocale(QLocale::English, QLocale::UnitedStates),
-         "9:05 AM"},
-        {"Finnish", "2026-03-10T09:05:00Z", "UTC", QLocale(QLocale::Finnish), "9.05"},
-        {"summer", "2026-03-29T01:00:00Z", "Europe/Berlin", QLocale::c(), "03:00"},
-        {"before 1970", "1969-12-31T23:59:59.500Z", "UTC", QLocale::c(), "23:59"},
+    const QLocale american(QLocale::English, QLocale::UnitedStates);
+    const std::tuple<const char *, const char *, QLocale, const char *> rows[] = {
+        {"2026-03-10T09:05:59.999Z", "UTC", QLocale::c(), "09:05"},
+        {"2026-03-10T09:05:00Z", "UTC", american, "9:05 AM"},
+        {"2026-03-10T09:05:00Z", "UTC", QLocale(QLocale::Finnish), "9.05"},
+        {"2026-03-29T01:00:00Z", "Europe/Berlin", QLocale::c(), "03:00"},
+        {"1969-12-31T23:59:59.500Z", "UTC", QLocale::c(), "23:59"},
     };
-
-    for (const auto &row : rows)
-        EXPECT_EQ(shortTime(at(row.time), QTimeZone(row.zone), row.locale).toStdString(), row.text)
-            << row.name;
+    for (const auto &[time, zone, locale, text] : rows)
+        EXPECT_EQ(shortTime(at(time), QTimeZone(zone), locale).toStdString(), text);
 }
 
 TEST(Countdown, isToldInTwoLengths)
 {
-    const struct
-    {
-        double left;
-        const char *text;
-        const char *shortText;
-        double stays;
-    } rows[] = {
+    // The text, the short one, and how long they stay.
+    const std::tuple<double, const char *, const char *, double> rows[] = {
         {1e18, "16666666666666h 40m", "16666666666667h", 40},
         {-30.5, "now", "now", 29.501},
         {59.9, "now", "now", 59.901},
@@ -119,11 +93,10 @@ TEST(Countdown, isToldInTwoLengths)
         {5340, "1h 29m", "1h", 0.001},
         {5341, "1h 30m", "2h", 1.001},
     };
-
-    for (const auto &row : rows) {
-        EXPECT_EQ(countdownText(Seconds(row.left)).toStdString(), row.text);
-        EXPECT_EQ(shortCountdownText(Seconds(row.left)).toStdString(), row.shortText);
-        EXPECT_NEAR(untilNextMinute(Seconds(row.left)).count(), row.stays, 1e-6) << row.left;
+    for (const auto &[left, text, shortText, stays] : rows) {
+        EXPECT_EQ(countdownText(Seconds(left)).toStdString(), text);
+        EXPECT_EQ(shortCountdownText(Seconds(left)).toStdString(), shortText);
+        EXPECT_NEAR(untilNextMinute(Seconds(left)).count(), stays, 1e-6) << left;
     }
 }
 

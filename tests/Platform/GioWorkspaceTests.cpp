@@ -19,8 +19,8 @@ protected:
     static void SetUpTestSuite()
     {
         QDir().mkpath(path("applications"));
-        script("recorder", "printf '%s\\n' \"$@\" >> '" + path("opened").toUtf8() + "'\n");
-        script("gnome-control-center", "exec recorder settings \"$@\"\n");
+        write("recorder", "#!/bin/sh\nprintf '%s\\n' \"$@\" >> '" + path("opened").toUtf8() + "'\n");
+        write("gnome-control-center", "#!/bin/sh\nexec recorder settings \"$@\"\n");
         write("mimeapps.list", "[Default Applications]\n");
         for (const char *folder : {"XDG_DATA_HOME", "XDG_CONFIG_HOME"})
             qputenv(folder, path("").toUtf8());
@@ -34,26 +34,20 @@ protected:
         handler("file", "recorder file %u");
     }
 
-    static QString path(const QByteArray &name) { return s_root.filePath(QString::fromUtf8(name)); }
+    static QString path(const char *name) { return s_root.filePath(QLatin1String(name)); }
 
-    static void write(const QByteArray &name, const QByteArray &content,
-                      QFile::OpenMode mode = QFile::WriteOnly)
+    static void write(const char *name, const QByteArray &content, QFile::OpenMode mode = QFile::WriteOnly)
     {
         QFile file(path(name));
         EXPECT_TRUE(file.open(mode) && file.write(content) > 0);
-    }
-
-    static void script(const QByteArray &name, const QByteArray &body)
-    {
-        write(name, "#!/bin/sh\n" + body);
-        QFile::setPermissions(path(name), QFile::ReadOwner | QFile::ExeOwner);
+        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
 
     /// Has `exec` open links of the scheme.
     static void handler(const QByteArray &scheme, const QByteArray &exec)
     {
         const QByteArray type = "x-scheme-handler/" + scheme;
-        write("applications/" + scheme + ".desktop",
+        write(QByteArray("applications/" + scheme + ".desktop").constData(),
               "[Desktop Entry]\nType=Application\nName=Test\nExec=" + exec + "\nMimeType=" + type + ";\n");
         write("mimeapps.list", type + '=' + scheme + ".desktop\n", QFile::Append);
     }

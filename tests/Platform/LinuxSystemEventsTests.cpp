@@ -3,42 +3,29 @@
 #include "support/PrivateBus.h"
 
 #include <QDBusMessage>
-#include <QFile>
-#include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 using namespace mivora;
 
 namespace {
 
-/// What logind and timedated send, on a bus of the test's own.
-QDBusMessage signalOf(const char *path, const char *interface, const char *name)
-{
-    return QDBusMessage::createSignal(QLatin1String(path), QLatin1String(interface), QLatin1String(name));
-}
-
+/// logind and timedated are the test's, on a bus of its own, and so are the zone's file and the time of day.
 class SystemEventsTest : public testing::Test
 {
 protected:
-    void SetUp() override
+    SystemEventsTest()
     {
-        if (!support::PrivateBus::isInstalled())
-            GTEST_SKIP() << "dbus-daemon is not installed";
+        for (const char *service : {"org.freedesktop.login1", "org.freedesktop.timedate1"})
+            m_systemd.registerService(QLatin1String(service));
         QFile(m_folder.filePath(QStringLiteral("Berlin"))).open(QIODevice::WriteOnly);
         QFile(m_folder.filePath(QStringLiteral("Tokyo"))).open(QIODevice::WriteOnly);
-        link(QStringLiteral("Berlin"));
-        m_bus = std::make_unique<support::PrivateBus>();
-        m_systemd.emplace(m_bus->connection());
-        for (const char *service : {"org.freedesktop.login1", "org.freedesktop.timedate1"})
-            ASSERT_TRUE(m_systemd->registerService(QLatin1String(service)));
-        const LinuxSystemEvents::Sources sources{
-            m_bus->connection(), m_folder.filePath(QStringLiteral("localtime")), [this] { return m_now; },
-            [this](const QDateTime &) { return m_nextDay; }};
-        m_events = std::make_unique<LinuxSystemEvents>(sources);
+        link("Berlin");
+        m_events.emplace(LinuxSystemEvents::Sources{
+            m_bus.connection(), m_folder.filePath(QStringLiteral("localtime")), [this] { return m_now; },
+            [this](const QDateTime &) { return m_nextDay; }});
         const auto record = [this](const char *name, void (SystemEvents::*event)()) {
-            QObject::connect(m_events.get(), event, [this, name] { m_seen.emplace_back(name); });
+            QObject::connect(&*m_events, event, [this, name] { m_seen.emplace_back(name); });
         };
         record("wake", &SystemEvents::didWake);
         record("day", &SystemEvents::dayChanged);
@@ -46,28 +33,32 @@ protected:
         record("clock", &SystemEvents::clockChanged);
     }
 
+    void send(const char *path, const char *interface, const char *name, const QVariantList &arguments) const
+    {
+        auto signal =
+            QDBusMessage::createSignal(QLatin1String(path), QLatin1String(interface), QLatin1String(name));
+        signal.setArguments(arguments);
+        m_systemd.send(signal);
+    }
+
     void prepareForSleep(bool asleep) const
     {
-        m_systemd->send(
-            signalOf("/org/freedesktop/login1", "org.freedesktop.login1.Manager", "PrepareForSleep")
-            << asleep);
+        send("/org/freedesktop/login1", "org.freedesktop.login1.Manager", "PrepareForSleep", {asleep});
     }
 
     void changeTimedate(const QVariantMap &changed, const QStringList &invalidated) const
     {
-        m_systemd->send(
-            signalOf("/org/freedesktop/timedate1", "org.freedesktop.DBus.Properties", "PropertiesChanged")
-            << QStringLiteral("org.freedesktop.timedate1") << changed << invalidated);
+        send("/org/freedesktop/timedate1", "org.freedesktop.DBus.Properties", "PropertiesChanged",
+             {QStringLiteral("org.freedesktop.timedate1"), changed, invalidated});
     }
 
     /// Replaced by renaming, as timedated and installers do.
-    void link(const QString &zone) const
+    void link(const char *zone) const
     {
         const QString path = m_folder.filePath(QStringLiteral("localtime"));
-        QFile::link(zone, path + QStringLiteral(".new"));
-        ASSERT_EQ(std::rename(QFile::encodeName(path + QStringLiteral(".new")).constData(),
-                              QFile::encodeName(path).constData()),
-                  0);
+        const std::string newPath = QFile::encodeName(path).toStdString() + ".new";
+        QFile::link(QLatin1String(zone), QString::fromStdString(newPath));
+        ASSERT_EQ(std::rename(newPath.c_str(), QFile::encodeName(path).constData()), 0);
     }
 
     /// Waits for that many events, and compares all that came.
@@ -80,9 +71,9 @@ protected:
     QTemporaryDir m_folder;
     QDateTime m_now = QDateTime::currentDateTime();
     QDateTime m_nextDay = m_now.addDays(1);
-    std::unique_ptr<support::PrivateBus> m_bus;
-    std::optional<QDBusConnection> m_systemd;
-    std::unique_ptr<LinuxSystemEvents> m_events;
+    support::PrivateBus m_bus;
+    QDBusConnection m_systemd = m_bus.connection();
+    std::optional<LinuxSystemEvents> m_events;
     std::vector<std::string> m_seen;
 };
 
@@ -95,11 +86,11 @@ TEST_F(SystemEventsTest, zoneIsToldByTimedateHoweverItSaysSoAndByItsFile)
     changeTimedate({}, {QStringLiteral("Timezone")});
     expect({"zone", "zone"});
     QFile(m_folder.filePath(QStringLiteral("passwd"))).open(QIODevice::WriteOnly);
-    link(QStringLiteral("Tokyo"));
+    link("Tokyo");
     expect({"zone"});
     // Another zone can be another day.
     m_now = m_now.addDays(1);
-    link(QStringLiteral("Berlin"));
+    link("Berlin");
     expect({"zone", "day"});
 }
 
