@@ -9,7 +9,6 @@
 #include <QSslServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <QUrl>
 #include <gtest/gtest.h>
 
@@ -20,10 +19,6 @@ struct Answer
     int status = 200;
     QByteArray body = {};
     QByteArray header = {};
-    /// Says nothing at all, and keeps the connection.
-    bool isSilent = false;
-    /// Never comes to an end: the body again and again.
-    bool isEndless = false;
 };
 
 /// A publisher of updates with a web server that proves to be "localhost"; keys and signatures are made as
@@ -112,15 +107,9 @@ private:
     {
         requests << socket->readAll().split(' ').value(1);
         const Answer answer = answers.value(requests.last(), Answer{.status = 404});
-        if (answer.isSilent)
-            return;
         socket->write("HTTP/1.1 " + QByteArray::number(answer.status) + " Answer\r\nConnection: close\r\n" +
                       answer.header + "\r\n" + answer.body);
-        if (!answer.isEndless)
-            return socket->disconnectFromHost();
-        auto *timer = new QTimer(socket);
-        connect(timer, &QTimer::timeout, socket, [socket, answer] { socket->write(answer.body); });
-        timer->start(1);
+        socket->disconnectFromHost();
     }
 
     QTemporaryDir m_folder;

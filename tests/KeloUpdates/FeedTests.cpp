@@ -96,7 +96,7 @@ TEST_F(FeedTests, aServerIsGivenLittleTrustAndLittleRoom)
     for (const Answer &answer :
          {Answer{.status = 500, .body = document}, Answer{.status = 302, .header = "Location: /feed.sig\r\n"},
           Answer{.status = 301, .header = "Location: http://localhost/feed\r\n"},
-          Answer{.body = longest + ' '}, Answer{.body = QByteArray(10'000, ' '), .isEndless = true}}) {
+          Answer{.body = longest + ' '}}) {
         server.answers["/feed"] = answer;
         EXPECT_EQ(check(feed), "refused") << answer.status << ' ' << answer.body.size();
     }

@@ -8,56 +8,57 @@ namespace mivora {
 
 namespace {
 
-using Lines = std::vector<std::string>;
-
-/// The lines that every menu ends with, after those that are its own.
-Lines withEnd(Lines lines)
-{
-    for (const char *line : {"---", "Settings… ⌘,", "More Kelo apps…", "---", "Quit Mivora ⌘q"})
-        lines.push_back(line);
-    return lines;
-}
-
-} // namespace
+/// What every menu ends with.
+const std::string end = "---|Settings… ⌘,|More Kelo apps…|---|Quit Mivora ⌘q|";
 
 class StatusMenu : public testing::Test
 {
 public:
-    StatusMenu()
-    {
-        contents.authorization = CalendarAuthorization::granted;
-        contents.now = ten;
-        contents.locale = QLocale::c();
-    }
-
-    /// One line an entry: "---" for a separator, "(…)" around what is disabled, "⌘" before a key equivalent.
-    Lines lines()
+    /// The entries, each with "|" behind it: "---" for a separator, "(…)" around what is disabled, "⌘" before
+    /// a key equivalent.
+    std::string text()
     {
         menu.removeAll();
         fillStatusMenu(menu, contents, actions);
-        Lines result;
+        std::string text;
         for (const kelo::ClosureMenuItem &item : menu.items()) {
-            EXPECT_TRUE(item.isSeparator || item.isEnabled == bool(item.action)) << item.title.toStdString();
-            QString line = item.isSeparator ? QStringLiteral("---") : item.title;
-            if (!item.isEnabled && !item.isSeparator)
-                line = QLatin1Char('(') + line + QLatin1Char(')');
+            const std::string title = item.isSeparator ? "---" : item.title.toStdString();
+            EXPECT_TRUE(item.isSeparator || item.isEnabled == bool(item.action)) << title;
+            text += item.isEnabled ? title : "(" + title + ")";
             if (!item.keyEquivalent.isEmpty())
-                line += QStringLiteral(" ⌘") + item.keyEquivalent;
-            result.push_back(line.toStdString());
+                text += " ⌘" + item.keyEquivalent.toStdString();
+            text += '|';
         }
-        return result;
+        return text;
+    }
+
+    /// What comes of choosing every entry of that menu.
+    std::string chooseAll()
+    {
+        chosen.clear();
+        for (const kelo::ClosureMenuItem &item : menu.items()) {
+            if (item.action)
+                item.action();
+        }
+        return chosen;
     }
 
     std::function<void()> note(const char *action)
     {
-        return [this, action] { chosen.push_back(action); };
+        return [this, action] { (chosen += action) += '|'; };
     }
 
     const Timestamp nine = at("2026-03-10T09:00:00Z");
-    const std::vector<CalendarInfo> calendars{{"work", "Work", "", {}}, {"home", "Home", "", {}}};
-    Lines chosen;
-    MenuContents contents;
-    MenuActions actions{.join = [this](const Meeting &m) { chosen.push_back("join " + m.title); },
+    std::string chosen;
+    MenuContents contents{.authorization = CalendarAuthorization::granted,
+                          .today = {},
+                          .tomorrow = {},
+                          .now = ten,
+                          .calendars = {},
+                          .disabledCalendarIDs = {},
+                          .joinHotKey = {},
+                          .locale = QLocale::c()};
+    MenuActions actions{.join = [this](const Meeting &meeting) { note(meeting.title.c_str())(); },
                         .joinNext = note("join next"),
                         .allowCalendarAccess = note("allow"),
                         .openCalendarPrivacy = note("privacy"),
@@ -69,89 +70,71 @@ public:
     kelo::Menu menu;
 };
 
+} // namespace
+
 TEST_F(StatusMenu, listsMeetingsWithTimeStateAndService)
 {
-    const struct
-    {
-        const char *name;
-        Meeting meeting;
-        const char *line;
-    } rows[] = {
-        {"ahead", makeMeeting("Lunch", at("2026-03-10T12:30:00Z")), "(12:30  Lunch)"},
-        {"begins now", makeMeeting("Lunch", ten), "(10:00  Lunch  · now)"},
-        {"ends now", makeMeeting("Lunch", nine, Seconds(3600)), "(09:00  Lunch)"},
-        {"running, joinable", withLink(makeMeeting("Sync", nine, Seconds(3601))),
-         "09:00  Sync  · now  · Zoom"},
-        {"over, joinable", withLink(makeMeeting("Sync", nine), Service::meet), "09:00  Sync  · Google Meet"},
-        {"lines in a title", makeMeeting("A\r\nB\tC", nine), "(09:00  A B C)"},
+    const std::vector today{
+        makeMeeting("Ends now", nine, Seconds(3600)),
+        withLink(makeMeeting("Running", nine, Seconds(3601))),
+        withLink(makeMeeting("Over", nine), Service::meet),
+        makeMeeting("Begins now", ten),
+        makeMeeting("A\r\nB\tC", at("2026-03-10T12:30:00Z")),
     };
-
-    for (const auto &row : rows) {
-        contents.today = {&row.meeting, 1};
-        EXPECT_EQ(lines(), withEnd({row.line})) << row.name;
-    }
+    contents.today = today;
+    EXPECT_EQ(text(), "(09:00  Ends now)|09:00  Running  · now  · Zoom|09:00  Over  · Google Meet|"
+                      "(10:00  Begins now  · now)|(12:30  A B C)|" +
+                          end);
     const std::vector tomorrow{makeMeeting("Breakfast", nine + Seconds(86400))};
     contents.today = {};
     contents.tomorrow = tomorrow;
-    EXPECT_EQ(lines(), withEnd({"(No more meetings today)", "---", "(Tomorrow)", "(09:00  Breakfast)"}));
+    EXPECT_EQ(text(), "(No more meetings today)|---|(Tomorrow)|(09:00  Breakfast)|" + end);
 }
 
 TEST_F(StatusMenu, saysWhenNoCalendarIsLeft)
 {
-    const std::string none = "(No more meetings today)";
-    const std::string hint = "No calendars selected — open Settings…";
+    const std::vector<CalendarInfo> two{{"work", "Work", "", {}}, {"home", "Home", "", {}}};
 
     const struct
     {
         const char *name;
         std::vector<CalendarInfo> calendars;
         std::set<std::string> disabled;
-        bool isSaid;
+        const char *said;
     } rows[] = {
-        {"all on", calendars, {}, false},
-        {"one off", calendars, {"work"}, false},
-        {"all off", calendars, {"work", "home", "old"}, true},
-        {"none known, none off", {}, {}, false},
-        {"none known, one off", {}, {"old"}, true},
+        {"all on", two, {}, ""},
+        {"one off", two, {"work"}, ""},
+        {"all off", two, {"work", "home", "old"}, "No calendars selected — open Settings…|"},
+        {"none known, none off", {}, {}, ""},
+        {"none known, one off", {}, {"old"}, "No calendars selected — open Settings…|"},
     };
 
     for (const auto &row : rows) {
         contents.calendars = row.calendars;
         contents.disabledCalendarIDs = row.disabled;
-        EXPECT_EQ(lines(), withEnd(row.isSaid ? Lines{none, hint} : Lines{none})) << row.name;
+        EXPECT_EQ(text(), "(No more meetings today)|" + (row.said + end)) << row.name;
     }
 }
 
 TEST_F(StatusMenu, everyEntryDoesWhatItSays)
 {
-    const std::vector today{withLink(makeMeeting("Sync", ten)), makeMeeting("Lunch", ten)};
+    const std::vector today{withLink(makeMeeting("Sync", ten))};
     contents.today = today;
-    contents.calendars = calendars;
-    contents.disabledCalendarIDs = {"work", "home"};
+    contents.disabledCalendarIDs = {"work"};
     contents.joinHotKey = QStringLiteral("⇧⌘V");
     contents.canCheckForUpdates = true;
-    const auto chooseAll = [&] {
-        chosen.clear();
-        for (const kelo::ClosureMenuItem &item : menu.items()) {
-            if (item.action)
-                item.action();
-        }
-        return chosen;
-    };
-    EXPECT_EQ(lines(),
-              (Lines{"10:00  Sync  · now  · Zoom", "(10:00  Lunch  · now)",
-                     "No calendars selected — open Settings…", "---", "Join Next Meeting   ⇧⌘V",
-                     "Settings… ⌘,", "Check for Updates…", "More Kelo apps…", "---", "Quit Mivora ⌘q"}));
-    EXPECT_EQ(chooseAll(),
-              (Lines{"join Sync", "calendar settings", "join next", "settings", "updates", "maker", "quit"}));
+    EXPECT_EQ(text(), "10:00  Sync  · now  · Zoom|No calendars selected — open Settings…|---|"
+                      "Join Next Meeting   ⇧⌘V|Settings… ⌘,|Check for Updates…|More Kelo apps…|---|"
+                      "Quit Mivora ⌘q|");
+    EXPECT_EQ(chooseAll(), "Sync|calendar settings|join next|settings|updates|maker|quit|");
     contents.joinHotKey.reset();
     contents.canCheckForUpdates = false;
     contents.authorization = CalendarAuthorization::notDetermined;
-    EXPECT_EQ(lines(), withEnd({"Allow Calendar access…"}));
-    EXPECT_EQ(chooseAll().front(), "allow");
+    EXPECT_EQ(text(), "Allow Calendar access…|" + end);
+    EXPECT_EQ(chooseAll(), "allow|settings|maker|quit|");
     contents.authorization = CalendarAuthorization::denied;
-    EXPECT_EQ(lines(), withEnd({"Calendar access needed…"}));
-    EXPECT_EQ(chooseAll().front(), "privacy");
+    EXPECT_EQ(text(), "Calendar access needed…|" + end);
+    EXPECT_EQ(chooseAll(), "privacy|settings|maker|quit|");
 }
 
 } // namespace mivora
