@@ -18,7 +18,7 @@ void ConflictAlert::show(const QString &shortcut)
     m_message = tr("%1 is already in use").arg(shortcut);
     Q_EMIT messageChanged();
     if (!m_window.show())
-        m_notification.show({.summary = m_message, .body = informativeText(), .actions = {}, .stays = true});
+        m_notification.show({.summary = m_message, .body = informativeText(), .stays = true});
 }
 
 QString ConflictAlert::informativeText() const

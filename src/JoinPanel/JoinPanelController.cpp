@@ -4,6 +4,7 @@
 #include "KeloPanel/Screens.h"
 #include "Preferences/Preferences.h"
 
+#include <QKeyEvent>
 #include <QPointer>
 #include <algorithm>
 #include <array>
@@ -31,13 +32,12 @@ constexpr std::array panelKeys{
 
 } // namespace
 
-QPointF cornerOrigin(PanelCorner corner, const QRectF &visibleFrame, const QSizeF &panel)
+QPointF cornerOrigin(PanelCorner corner, const QRectF &area, const QSizeF &panel)
 {
     const bool isLeft = corner == PanelCorner::topLeft || corner == PanelCorner::bottomLeft;
     const bool isTop = corner == PanelCorner::topLeft || corner == PanelCorner::topRight;
-    return {isLeft ? visibleFrame.left() + cornerMargin : visibleFrame.right() - panel.width() - cornerMargin,
-            isTop ? visibleFrame.top() + cornerMargin
-                  : visibleFrame.bottom() - panel.height() - cornerMargin};
+    return {isLeft ? area.left() + cornerMargin : area.right() - panel.width() - cornerMargin,
+            isTop ? area.top() + cornerMargin : area.bottom() - panel.height() - cornerMargin};
 }
 
 JoinPanelController::JoinPanelController(const Preferences &prefs, kelo::ViewLoader &views,
@@ -49,15 +49,13 @@ JoinPanelController::JoinPanelController(const Preferences &prefs, kelo::ViewLoa
                     .component = QStringLiteral("JoinPanelView"),
                     .properties = {{QStringLiteral("model"), QVariant::fromValue<QObject *>(&m_model)}},
                     .size = contentSize,
-                    .cornerRadius = {},
-                    .title = QStringLiteral("Mivora"),
-                    .takesInput = true}),
+                    .title = QStringLiteral("Mivora")}),
       m_notification(m_model, bus), m_prefs(prefs)
 {
     m_controller.hidesOnResignKey = false;
     connect(&m_notification, &JoinNotification::failed, this, &JoinPanelController::notificationFailed);
     connectActions(actions);
-    m_controller.keyHandler = [panel = QPointer(this)](const kelo::KeyEvent &event) {
+    m_controller.keyHandler = [panel = QPointer(this)](const QKeyEvent &event) {
         return panel && panel->handleKey(event);
     };
 }
@@ -111,9 +109,9 @@ void JoinPanelController::hide()
     m_notification.hide();
 }
 
-bool JoinPanelController::handleKey(const kelo::KeyEvent &event) const
+bool JoinPanelController::handleKey(const QKeyEvent &event) const
 {
-    const auto virtualKey = kelo::virtualKeyForScanCode(event.nativeScanCode);
+    const auto virtualKey = kelo::virtualKeyForScanCode(event.nativeScanCode());
     const auto *key = std::find_if(panelKeys.begin(), panelKeys.end(), [&](const PanelKey &candidate) {
         return candidate.virtualKey == virtualKey;
     });
@@ -125,10 +123,10 @@ bool JoinPanelController::handleKey(const kelo::KeyEvent &event) const
 
 std::optional<QPointF> JoinPanelController::origin()
 {
-    const auto screen = kelo::mainScreen();
-    if (!screen)
+    const auto area = kelo::mainArea();
+    if (!area)
         return {};
-    return cornerOrigin(m_prefs.panelCorner(), screen->visibleFrame, m_controller.panel().frameSize());
+    return cornerOrigin(m_prefs.panelCorner(), *area, m_controller.panel().frameSize());
 }
 
 } // namespace mivora

@@ -9,6 +9,8 @@
 #include <QRectF>
 #include <functional>
 
+class QKeyEvent;
+
 namespace kelo {
 class ViewLoader;
 }
@@ -19,7 +21,7 @@ class Preferences;
 
 /// Where the top left corner of a panel's window lies that stands in a corner of the screen's free area, 12
 /// logical pixels from its edges. The window includes the room for the shadow. y grows downwards.
-QPointF cornerOrigin(PanelCorner corner, const QRectF &visibleFrame, const QSizeF &panel);
+QPointF cornerOrigin(PanelCorner corner, const QRectF &area, const QSizeF &panel);
 
 /// What the panel's buttons and keys do with the meeting on show.
 struct JoinPanelActions
@@ -59,7 +61,7 @@ public:
 
 private:
     void connectActions(const JoinPanelActions &actions);
-    bool handleKey(const kelo::KeyEvent &event) const;
+    bool handleKey(const QKeyEvent &event) const;
     std::optional<QPointF> origin();
     void notificationFailed();
 

@@ -1,10 +1,10 @@
 #include "KeloPanel/DesktopNotification.h"
 
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
+#include "Platform/linux/BusCall.h"
+
 #include <QDeadlineTimer>
 #include <QThread>
+#include <QTimer>
 #include <chrono>
 #include <utility>
 
@@ -18,6 +18,8 @@ const QString path = QStringLiteral("/org/freedesktop/Notifications");
 constexpr uint closedByUser = 2;
 constexpr int never = 0;
 constexpr int asUsual = -1;
+// Some desktops tell of the end before they tell of the action that brought it about.
+constexpr std::chrono::milliseconds actionDelay{100};
 
 QDBusMessage call(const QString &method)
 {
@@ -47,14 +49,14 @@ DesktopNotification::~DesktopNotification()
     while (!m_sending->isFinished() && !patience.hasExpired())
         QThread::msleep(2);
     if (m_sending->isFinished())
-        finishShowing(m_sending);
+        finishShowing(*m_sending);
 }
 
 void DesktopNotification::show(const NotificationContent &content)
 {
     listen();
     m_closesNext = false;
-    if (m_sending)
+    if (m_sending || m_ended != 0)
         m_next = content;
     else
         send(content);
@@ -64,6 +66,7 @@ void DesktopNotification::close()
 {
     m_next.reset();
     m_closesNext = m_sending != nullptr;
+    m_ended = 0;
     if (m_id == 0)
         return;
     m_bus.asyncCall(call(QStringLiteral("CloseNotification")) << std::exchange(m_id, 0));
@@ -87,47 +90,58 @@ void DesktopNotification::send(const NotificationContent &content)
                                  << QStringLiteral("Mivora") << m_id << QStringLiteral("app.kelo.Mivora")
                                  << content.summary << content.body.toHtmlEscaped()
                                  << flattened(content.actions) << hints << (content.stays ? never : asUsual);
-    auto *watcher = m_sending = new QDBusPendingCallWatcher(m_bus.asyncCall(request), this);
-    // A call without a bus has failed already, and its watcher never tells.
-    if (watcher->isError())
-        QMetaObject::invokeMethod(
-            this, [this, watcher] { finishShowing(watcher); }, Qt::QueuedConnection);
-    else
-        connect(watcher, &QDBusPendingCallWatcher::finished, this, &DesktopNotification::finishShowing);
+    m_sending =
+        mivora::callBus<uint>(m_bus, request, this, [this](const auto &reply) { finishShowing(reply); });
 }
 
-void DesktopNotification::finishShowing(QDBusPendingCallWatcher *watcher)
+void DesktopNotification::finishShowing(const QDBusPendingReply<uint> &reply)
 {
-    watcher->deleteLater();
-    const QDBusPendingReply<uint> reply = *watcher;
     m_sending = nullptr;
     m_id = reply.isValid() ? reply.value() : 0;
     if (std::exchange(m_closesNext, false))
         close();
-    else if (const auto next = std::exchange(m_next, std::nullopt))
-        send(*next);
-    else if (!reply.isValid())
+    else if (!sendNext() && !reply.isValid())
         Q_EMIT failed();
+}
+
+bool DesktopNotification::sendNext()
+{
+    if (m_sending || !m_next)
+        return false;
+    send(*std::exchange(m_next, std::nullopt));
+    return true;
 }
 
 void DesktopNotification::receiveAction(uint id, const QString &key)
 {
-    if (id == 0 || id != m_id)
+    if (id == 0 || (id != m_id && id != m_ended))
         return;
     // The desktop takes away what was acted upon, and tells so as if the user had closed it.
-    m_id = 0;
+    if (id == m_id)
+        m_id = 0;
+    m_ended = 0;
     Q_EMIT actionInvoked(key);
+    sendNext();
 }
 
 void DesktopNotification::receiveClosed(uint id, uint reason)
 {
     if (id == 0 || id != m_id)
         return;
-    m_id = 0;
+    m_ended = std::exchange(m_id, 0);
+    QTimer::singleShot(actionDelay, this, [this, id, reason] { finishClosing(id, reason); });
+}
+
+void DesktopNotification::finishClosing(uint id, uint reason)
+{
+    if (id != m_ended)
+        return;
+    m_ended = 0;
     if (reason == closedByUser)
         Q_EMIT dismissed();
     else
         Q_EMIT expired();
+    sendNext();
 }
 
 } // namespace kelo

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusPendingReply>
 #include <QList>
 #include <QObject>
 #include <QString>
@@ -21,8 +22,8 @@ struct NotificationContent
 {
     /// Plain text.
     QString summary;
-    QString body;
-    QList<NotificationAction> actions;
+    QString body{};
+    QList<NotificationAction> actions{};
     /// Whether it stays until it is closed; else the desktop takes it away after some seconds.
     bool stays = false;
 };
@@ -60,15 +61,19 @@ private Q_SLOTS:
 
 private:
     void listen();
-    void finishShowing(QDBusPendingCallWatcher *call);
     void send(const NotificationContent &content);
+    bool sendNext();
+    void finishShowing(const QDBusPendingReply<uint> &reply);
+    void finishClosing(uint id, uint reason);
 
     QDBusConnection m_bus;
     /// Given by the desktop; 0 when nothing is shown.
     uint m_id = 0;
+    /// What was closed a moment ago, by an action that is still to come or by nobody.
+    uint m_ended = 0;
     /// The call that the desktop hasn't answered yet.
     QDBusPendingCallWatcher *m_sending = nullptr;
-    /// What was asked for while the desktop hadn't answered yet.
+    /// What was asked for meanwhile.
     std::optional<NotificationContent> m_next;
     bool m_closesNext = false;
     bool m_listens = false;

@@ -92,8 +92,7 @@ bool FloatingPanel::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() != QEvent::KeyPress || !keyHandler)
         return QObject::eventFilter(watched, event);
-    const auto *key = static_cast<const QKeyEvent *>(event);
-    return keyHandler({key->nativeScanCode(), key->modifiers(), key->isAutoRepeat()});
+    return keyHandler(static_cast<const QKeyEvent &>(*event));
 }
 
 bool FloatingPanel::orderFront(Keyboard keyboard)

@@ -5,10 +5,11 @@
 
 #include <QObject>
 #include <QWindow>
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
+
+class QKeyEvent;
 
 namespace kelo {
 
@@ -29,25 +30,16 @@ enum class PanelPlatform {
 /// client can't place its windows there. MIVORA_PANEL=x11|window|notification overrules.
 PanelPlatform panelPlatform();
 
-/// A key that went down while a panel had the keyboard.
-struct KeyEvent
-{
-    /// The physical key as the window system names it: on X11 and Wayland the kernel's key code plus 8.
-    std::uint32_t nativeScanCode = 0;
-    Qt::KeyboardModifiers modifiers;
-    bool isRepeat = false;
-};
-
 /// What a panel shows and how large it is, in logical pixels.
 struct PanelContent
 {
     QString module;
     QString component;
-    QVariantMap properties;
+    QVariantMap properties{};
     QSize size;
     /// GlassSurface::panelCornerRadius() when absent.
-    std::optional<double> cornerRadius;
-    QString title;
+    std::optional<double> cornerRadius{};
+    QString title{};
     /// A panel that is only looked at lets clicks through.
     bool takesInput = true;
 };
@@ -64,7 +56,7 @@ public:
     ~FloatingPanel() override;
 
     /// Asked first about every key that goes down; true means that it was handled and goes nowhere else.
-    std::function<bool(const KeyEvent &)> keyHandler;
+    std::function<bool(const QKeyEvent &)> keyHandler;
     /// Called after the panel has lost the keyboard.
     std::function<void()> onResignKey;
 

@@ -41,7 +41,7 @@ std::optional<RunningApp> frontmostApp()
 FloatingPanelController::FloatingPanelController(ViewLoader &views, PanelContent content)
     : m_panel(views, std::move(content))
 {
-    m_panel.keyHandler = [this](const KeyEvent &event) {
+    m_panel.keyHandler = [this](const QKeyEvent &event) {
         requireMainThread();
         return keyHandler && keyHandler(event);
     };
@@ -57,16 +57,16 @@ FloatingPanelController::FloatingPanelController(ViewLoader &views, PanelContent
 void FloatingPanelController::show()
 {
     prepareToShow();
-    if (const auto screen = screenAt(QCursor::pos()))
-        m_panel.setOrigin(centredOrigin(screen->visibleFrame, m_panel.frameSize()));
+    if (const auto area = areaAt(QCursor::pos()))
+        m_panel.setOrigin(centredOrigin(*area, m_panel.frameSize()));
     m_panel.makeKeyAndOrderFront();
 }
 
 void FloatingPanelController::show(const QRect &rect)
 {
     prepareToShow();
-    if (const auto screen = screenTouching(rect))
-        m_panel.setOrigin(originNear(rect, screen->visibleFrame, m_panel.frameSize()));
+    if (const auto area = areaTouching(rect))
+        m_panel.setOrigin(originNear(rect, *area, m_panel.frameSize()));
     m_panel.makeKeyAndOrderFront();
 }
 
@@ -109,8 +109,8 @@ void FloatingPanelController::stayOnScreen()
     if (!isVisible())
         return;
     const QRect frame = m_panel.window()->geometry();
-    if (const auto screen = screenTouching(frame))
-        m_panel.setOrigin(originInside(frame.topLeft(), screen->visibleFrame, frame.size()));
+    if (const auto area = areaTouching(frame))
+        m_panel.setOrigin(originInside(frame.topLeft(), *area, frame.size()));
 }
 
 void FloatingPanelController::resignKey()

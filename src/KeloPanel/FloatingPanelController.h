@@ -29,7 +29,7 @@ public:
     FloatingPanelController(ViewLoader &views, PanelContent content);
 
     /// True means that the key was handled.
-    std::function<bool(const KeyEvent &)> keyHandler;
+    std::function<bool(const QKeyEvent &)> keyHandler;
     /// Called just before show() places the panel and orders it front.
     std::function<void()> onWillShow;
     /// Called after the panel was ordered out.
@@ -50,9 +50,9 @@ public:
 
     /// Shows the panel in the middle of the screen with the pointer, with the keyboard.
     void show();
-    /// Shows the panel below \a rect, which is in screen coordinates, with the keyboard.
+    /// Shows the panel below `rect`, which is in screen coordinates, with the keyboard.
     void show(const QRect &rect);
-    /// Shows the panel where \a origin says, or where it was last; the keyboard stays where it is, and
+    /// Shows the panel where `origin` says, or where it was last; the keyboard stays where it is, and
     /// neither previousApp nor onWillShow takes part. False when the view can't be shown.
     bool orderFrontRegardless(const std::optional<QPointF> &origin);
     /// Does nothing when the panel is hidden.

@@ -5,50 +5,60 @@
 #include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
+#include <algorithm>
 
 namespace kelo {
 
 namespace {
 
-ScreenArea areaOf(const QScreen &screen)
-{
-    return {screen.geometry(), workArea(screen)};
-}
-
-// The one of all screens, in the platform's order, that `pick` chooses when it is given them and the main
-// one.
-template<typename Pick> std::optional<ScreenArea> pickScreen(Pick pick)
-{
-    std::vector<ScreenArea> areas;
-    for (const QScreen *screen : QGuiApplication::screens())
-        areas.push_back(areaOf(*screen));
-    const auto main = mainScreen();
-    const ScreenArea *picked = pick(areas, main ? &*main : nullptr);
-    return picked ? std::optional(*picked) : std::nullopt;
-}
+constexpr double anchorGap = 12;
 
 } // namespace
 
-std::optional<ScreenArea> screenAt(const QPointF &point)
-{
-    return pickScreen(
-        [&](const auto &screens, const auto *main) { return screenContaining(screens, main, point); });
-}
-
-std::optional<ScreenArea> screenTouching(const QRectF &rect)
-{
-    return pickScreen(
-        [&](const auto &screens, const auto *main) { return screenIntersecting(screens, main, rect); });
-}
-
-std::optional<ScreenArea> mainScreen()
+std::optional<QRectF> mainArea()
 {
     for (const QScreen *screen : {screenOfActiveWindow(), QGuiApplication::screenAt(QCursor::pos()),
                                   QGuiApplication::primaryScreen()}) {
         if (screen)
-            return areaOf(*screen);
+            return workArea(*screen);
     }
     return {};
+}
+
+std::optional<QRectF> areaAt(const QPoint &point)
+{
+    const QScreen *screen = QGuiApplication::screenAt(point);
+    return screen ? workArea(*screen) : mainArea();
+}
+
+std::optional<QRectF> areaTouching(const QRect &rect)
+{
+    for (const QScreen *screen : QGuiApplication::screens()) {
+        if (screen->geometry().intersects(rect))
+            return workArea(*screen);
+    }
+    return mainArea();
+}
+
+QPointF centredOrigin(const QRectF &area, const QSizeF &panel)
+{
+    return {area.center().x() - panel.width() * 0.5,
+            area.bottom() - area.height() * 0.6 - panel.height() * 0.5};
+}
+
+QPointF originNear(const QRectF &anchor, const QRectF &area, const QSizeF &panel)
+{
+    const double x = anchor.center().x() - panel.width() * 0.5;
+    double y = anchor.bottom() + anchorGap;
+    if (y + panel.height() > area.bottom())
+        y = anchor.top() - anchorGap - panel.height();
+    return originInside({x, y}, area, panel);
+}
+
+QPointF originInside(const QPointF &origin, const QRectF &area, const QSizeF &panel)
+{
+    return {std::min(std::max(origin.x(), area.left()), area.right() - panel.width()),
+            std::max(std::min(origin.y(), area.bottom() - panel.height()), area.top())};
 }
 
 ScreenWatcher::ScreenWatcher(QObject *parent) : QObject(parent)

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "KeloPanel/PanelPlacement.h"
-
 #include <QObject>
+#include <QRectF>
 #include <QTimer>
 #include <optional>
 
@@ -10,13 +9,25 @@ class QScreen;
 
 namespace kelo {
 
-/// The screen where the user works: that of the active window; where there is none, or the desktop doesn't
-/// tell, that of the pointer; else the desktop's primary one. Nothing without screens.
-std::optional<ScreenArea> mainScreen();
+/// The free area, without the desktop's bars and docks, of the screen where the user works: that of the
+/// active window; where there is none, or the desktop doesn't tell, that of the pointer; else the desktop's
+/// primary one. Nothing without screens. y grows downwards, as everywhere in Qt.
+std::optional<QRectF> mainArea();
 
-/// The screen at a point of the desktop, or the first that a rectangle of it touches; else the main one.
-std::optional<ScreenArea> screenAt(const QPointF &point);
-std::optional<ScreenArea> screenTouching(const QRectF &rect);
+/// The free area of the screen at a point of the desktop, or of the first that a rectangle touches; else
+/// `mainArea`.
+std::optional<QRectF> areaAt(const QPoint &point);
+std::optional<QRectF> areaTouching(const QRect &rect);
+
+/// The top left corner of a panel in the middle, its centre at 60 % of the height counted from below.
+QPointF centredOrigin(const QRectF &area, const QSizeF &panel);
+
+/// The top left corner of a panel 12 below `anchor`; above it where there is no room, and never outside.
+QPointF originNear(const QRectF &anchor, const QRectF &area, const QSizeF &panel);
+
+/// The top left corner nearest to `origin` at which the panel is all inside. One larger than the area keeps
+/// its top and right edges on it.
+QPointF originInside(const QPointF &origin, const QRectF &area, const QSizeF &panel);
 
 /// Tells when screens come, go or change, or when the desktop's bars do.
 class ScreenWatcher final : public QObject

@@ -62,18 +62,17 @@ void ToastController::show(const QString &text)
     m_text = text;
     Q_EMIT textChanged();
     if (panelPlatform() == PanelPlatform::notification || !showPanel())
-        m_notification.show({.summary = text, .body = {}, .actions = {}, .stays = false});
+        m_notification.show({.summary = text});
 }
 
 bool ToastController::showPanel()
 {
     m_controller.panel().setContentSize(sizeFor(m_text));
     std::optional<QPointF> origin;
-    if (const auto screen = screenAt(QCursor::pos())) {
-        const QRectF visible = screen->visibleFrame;
+    if (const auto area = areaAt(QCursor::pos())) {
         const QSize frame = m_controller.panel().frameSize();
-        origin = QPointF(visible.center().x() - frame.width() * 0.5,
-                         visible.bottom() - visible.height() * elevation - frame.height());
+        origin = QPointF(area->center().x() - frame.width() * 0.5,
+                         area->bottom() - area->height() * elevation - frame.height());
     }
     if (!m_controller.orderFrontRegardless(origin))
         return false;

@@ -16,7 +16,7 @@ class ToastController final : public QObject
     Q_PROPERTY(QString text READ text NOTIFY textChanged)
 
 public:
-    /// \a views outlives the controller; nothing is loaded before the first message.
+    /// `views` outlives the controller; nothing is loaded before the first message.
     explicit ToastController(ViewLoader &views, const QDBusConnection &bus = QDBusConnection::sessionBus());
 
     /// Plain text, one sentence or two.

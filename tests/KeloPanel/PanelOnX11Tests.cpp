@@ -11,8 +11,6 @@
 
 namespace kelo {
 
-using mivora::X11Connection;
-
 namespace {
 
 /// A window that fills the screen, as a program's below a panel.
@@ -35,20 +33,6 @@ protected:
     }
 };
 
-// A click as the user's, by the X server's own idea of what lies there.
-void click(QPoint point)
-{
-    const X11Connection x11;
-    xcb_warp_pointer(x11.get(), XCB_WINDOW_NONE, x11.root(), 0, 0, 0, 0, std::int16_t(point.x()),
-                     std::int16_t(point.y()));
-    for (const int type : {XCB_BUTTON_PRESS, XCB_BUTTON_RELEASE})
-        xcb_test_fake_input(x11.get(), std::uint8_t(type), XCB_BUTTON_INDEX_1, XCB_CURRENT_TIME, XCB_NONE, 0,
-                            0, 0);
-    x11.flush();
-}
-
-} // namespace
-
 class PanelOnX11 : public testing::Test
 {
 public:
@@ -56,18 +40,15 @@ public:
 
     ~PanelOnX11() override { qunsetenv("MIVORA_COMPOSITING"); }
 
-    void showPanel(bool takesInput = true)
+    // A click as the user's, by the X server's own idea of what lies there.
+    void click(QPoint point)
     {
-        panel.emplace(mivora::sharedViews(), PanelContent{.module = QStringLiteral("KeloThemeViews"),
-                                                          .component = QStringLiteral("KeloCard"),
-                                                          .properties = {},
-                                                          .size = QSize(200, 100),
-                                                          .cornerRadius = {},
-                                                          .title = {},
-                                                          .takesInput = takesInput});
-        panel->hidesOnResignKey = false;
-        ASSERT_TRUE(panel->orderFrontRegardless(QPointF(300, 200)));
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(panel->panel().window()));
+        xcb_warp_pointer(x11.get(), XCB_WINDOW_NONE, x11.root(), 0, 0, 0, 0, std::int16_t(point.x()),
+                         std::int16_t(point.y()));
+        for (const int type : {XCB_BUTTON_PRESS, XCB_BUTTON_RELEASE})
+            xcb_test_fake_input(x11.get(), std::uint8_t(type), XCB_BUTTON_INDEX_1, XCB_CURRENT_TIME, XCB_NONE,
+                                0, 0, 0);
+        x11.flush();
     }
 
     bool hasKeyboard(const QWindow &window)
@@ -75,17 +56,24 @@ public:
         return QTest::qWaitFor([&] { return x11.inputFocus() == window.winId(); });
     }
 
-    const X11Connection x11;
+    const mivora::X11Connection x11;
     Below below;
-    std::optional<FloatingPanelController> panel;
+    PanelContent content{.module = QStringLiteral("KeloThemeViews"),
+                         .component = QStringLiteral("KeloCard"),
+                         .size = QSize(200, 100)};
 };
+
+} // namespace
 
 TEST_F(PanelOnX11, takesClicksOnItsCardAlone)
 {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&below));
     x11.setInputFocus(below.winId());
     ASSERT_TRUE(hasKeyboard(below));
-    showPanel();
+    FloatingPanelController panel(mivora::sharedViews(), content);
+    panel.hidesOnResignKey = false;
+    ASSERT_TRUE(panel.orderFrontRegardless(QPointF(300, 200)));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(panel.panel().window()));
     // The card is in the middle of its shadow: 28 on each side.
     const std::vector<QPoint> beside{{306, 278}, {550, 278}, {428, 206}, {428, 350}, {329, 229}};
     for (const QPoint &point : beside)
@@ -95,18 +83,33 @@ TEST_F(PanelOnX11, takesClicksOnItsCardAlone)
     EXPECT_EQ(x11.inputFocus(), below.winId());
 
     click({330, 278});
-    EXPECT_TRUE(hasKeyboard(*panel->panel().window())) << "a click gives it the keyboard";
+    EXPECT_TRUE(hasKeyboard(*panel.panel().window())) << "a click gives it the keyboard";
     EXPECT_EQ(below.presses.size(), beside.size());
-    panel->hide();
+    panel.hide();
     EXPECT_TRUE(hasKeyboard(below)) << "hiding gives it back";
+
+    content.takesInput = false;
+    FloatingPanelController toast(mivora::sharedViews(), content);
+    ASSERT_TRUE(toast.orderFrontRegardless(QPointF(300, 200)));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(toast.panel().window()));
+    click({330, 278});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return below.presses.size() > beside.size(); })) << "only looked at";
 }
 
-TEST_F(PanelOnX11, letsAllClicksThroughWhereItIsOnlyLookedAt)
+TEST_F(PanelOnX11, remembersWhoWasInFront)
 {
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&below));
-    showPanel(false);
-    click({428, 278});
-    EXPECT_TRUE(QTest::qWaitFor([&] { return below.presses.size() == 1; }));
+    FloatingPanelController panel(mivora::sharedViews(), content);
+    const auto showInFrontOf = [&](quint32 window, quint32 process) {
+        x11.setProperty(x11.root(), "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW, {window});
+        x11.setProperty(xcb_window_t(below.winId()), "_NET_WM_PID", XCB_ATOM_CARDINAL, {process});
+        panel.show();
+        panel.hide();
+        return panel.previousApp();
+    };
+    const auto window = quint32(below.winId());
+    EXPECT_EQ(showInFrontOf(window, 1), (RunningApp{1, QStringLiteral("KeloPanelX11Tests")}));
+    EXPECT_EQ(showInFrontOf(window, quint32(QCoreApplication::applicationPid())), std::nullopt) << "it is us";
+    EXPECT_EQ(showInFrontOf(XCB_WINDOW_NONE, 1), std::nullopt);
 }
 
 } // namespace kelo

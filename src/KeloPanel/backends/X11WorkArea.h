@@ -13,8 +13,8 @@ namespace kelo {
 /// What a bar of the desktop keeps for itself: the twelve numbers of EWMH's _NET_WM_STRUT_PARTIAL.
 using Strut = std::vector<std::uint32_t>;
 
-/// \a screen without the parts that \a struts keep. They count from the edges of the whole \a desktop. Values
-/// of another length than twelve are ignored.
+/// `screen` without the parts that `struts` keep. They count from the edges of the whole `desktop`. Values of
+/// another length than twelve are ignored.
 QRect withoutStruts(const QRect &screen, const QSize &desktop, std::span<const Strut> struts);
 
 /// The part of the screen that the desktop's bars leave free, in logical pixels. On X11 Qt knows it for a

@@ -13,10 +13,11 @@ inline constexpr int usualBusPatience = -1;
 
 /// Calls `message` on `bus` and returns at once. `answered` is called once, later and on `context`'s thread,
 /// with the reply or the error as a `QDBusPendingReply<Values...>`: also when there is no bus, and after
-/// `milliseconds` without a reply. It is not called when `context` is gone by then.
+/// `milliseconds` without a reply. It is not called when `context` is gone by then. The call is returned,
+/// which deletes itself once it is answered.
 template<typename... Values, typename Answered>
-void callBus(const QDBusConnection &bus, const QDBusMessage &message, QObject *context, Answered answered,
-             int milliseconds = usualBusPatience)
+QDBusPendingCallWatcher *callBus(const QDBusConnection &bus, const QDBusMessage &message, QObject *context,
+                                 Answered answered, int milliseconds = usualBusPatience)
 {
     auto *call = new QDBusPendingCallWatcher(bus.asyncCall(message, milliseconds), context);
     auto finish = [call, answered = std::move(answered)] {
@@ -28,6 +29,7 @@ void callBus(const QDBusConnection &bus, const QDBusMessage &message, QObject *c
         QMetaObject::invokeMethod(call, std::move(finish), Qt::QueuedConnection);
     else
         QObject::connect(call, &QDBusPendingCallWatcher::finished, call, std::move(finish));
+    return call;
 }
 
 } // namespace mivora
