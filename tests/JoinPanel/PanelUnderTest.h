@@ -20,15 +20,13 @@ struct PanelUnderTest
     Views release;
     kelo::ViewLoader &views = sharedViews();
     std::vector<std::string> actions;
-    JoinPanelController panel{
-        prefs,
-        views,
-        {.onJoin = record("join "), .onSnooze = record("snooze "), .onDismiss = record("dismiss ")},
-        Timestamp{}};
+    const JoinPanelActions recorded{
+        .onJoin = record("join "), .onSnooze = record("snooze "), .onDismiss = record("dismiss ")};
+    JoinPanelController panel{prefs, views, recorded, Timestamp{}};
 
     QWindow *window() { return panel.controller().panel().window(); }
 
-    /// An action that is written down with \a verb before the meeting's title.
+private:
     std::function<void(const Meeting &)> record(const std::string &verb)
     {
         return [this, verb](const Meeting &meeting) { actions.push_back(verb + meeting.title); };

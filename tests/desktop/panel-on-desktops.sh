@@ -8,35 +8,19 @@ desktop=$1 terminal=$2 BIN=$3
 need "$desktop" xprop
 [ "$desktop" = openbox ] || need Xwayland dbus-run-session
 
-# The outer X server stands for the screen, keyboard and mouse.
 screen
-outer=$DISPLAY
-user() { DISPLAY=$outer xdotool "$@"; }
 bus
-session=$run/session
-printf '#!/bin/sh\necho "$DISPLAY ${WAYLAND_DISPLAY:-none} ${XAUTHORITY:-none}" >%s.new\nmv %s.new %s\nexec sleep 1000\n' \
-    "$session" "$session" "$session" >"$run/started"
-chmod +x "$run/started"
-# No key repeats on its own, however slow the machine is.
 start_openbox() {
     xset r off
     window_manager
     start "$run/started"
-}
-start_sway() {
-    printf '%s\n' 'xwayland enable' 'default_border none' 'input * repeat_rate 0' "exec $run/started" >"$run/sway"
-    start env WLR_BACKENDS=x11 WLR_RENDERER=pixman WLR_X11_OUTPUTS=1 sway -c "$run/sway"
 }
 start_mutter() {
     printf '[org/gnome/desktop/peripherals/keyboard]\nrepeat=false\n' >"$XDG_CONFIG_HOME/glib-2.0/settings/keyfile"
     start env MUTTER_DEBUG_DUMMY_MODE_SPECS=1024x600 dbus-run-session -- mutter --wayland --nested -- "$run/started"
 }
 "start_$desktop"
-await test -s "$session" || { echo "$desktop doesn't start here" >&2; exit 77; }
-read -r DISPLAY WAYLAND_DISPLAY XAUTHORITY <"$session"
-export DISPLAY WAYLAND_DISPLAY XAUTHORITY
-[ "$WAYLAND_DISPLAY" != none ] || unset WAYLAND_DISPLAY
-[ "$XAUTHORITY" != none ] || unset XAUTHORITY
+enter_session
 
 QT_QPA_PLATFORM=$terminal "$BIN/key-log" >>"$run/typed" 2>>"$run/log" &
 processes+=($!)

@@ -28,7 +28,7 @@ finish() {
     [ "$status" -eq 0 ] || [ "$status" -eq 77 ] || cat "$run"/{log,printed} >&3
     wait
     # Of a test that has mounts of its own.
-    for folder in "$run/hanging" "$home/config" "$home/state"; do umount -l "$folder"; done
+    for folder in "$run/hanging" "$home/config"; do umount -l "$folder"; done
     rm -rf "$run"
 } 3>&2 2>/dev/null
 trap finish EXIT
@@ -64,7 +64,9 @@ screen() { # ARGUMENTS FOR THE X SERVER…
     start Xvfb -displayfd 8 -screen 0 1024x600x24 -nolisten tcp -noreset "$@" 8>&8
     read -r -t 20 -u 8 number
     export DISPLAY=:$number
+    outer=$DISPLAY
 }
+user() { DISPLAY=$outer xdotool "$@"; } # Keyboard and mouse before the screen, whatever runs on it.
 bus() {
     exec 7<> <(:)
     start dbus-daemon --session --nofork --nosyslog --print-address=7 7>&7
@@ -75,12 +77,27 @@ window_manager() {
     start openbox
     await sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"' || fail "no window manager appears"
 }
+# Whoever brings a display of its own, in a window on the screen, starts this to tell of it.
+printf '#!/bin/sh\necho "$DISPLAY ${WAYLAND_DISPLAY:-none} ${XAUTHORITY:-none}" >%s.new\nmv %s.new %s\nexec sleep 1000\n' \
+    "$run/session" "$run/session" "$run/session" >"$run/started"
+chmod +x "$run/started"
+start_sway() { # No key repeats on its own, however slow the machine is.
+    printf '%s\n' 'xwayland enable' 'default_border none' 'input * repeat_rate 0' "exec $run/started" >"$run/sway"
+    start env WLR_BACKENDS=x11 WLR_RENDERER=pixman WLR_X11_OUTPUTS=1 sway -c "$run/sway"
+}
+enter_session() {
+    await test -s "$run/session" || { echo "the desktop doesn't start here" >&2; exit 77; }
+    read -r DISPLAY WAYLAND_DISPLAY XAUTHORITY <"$run/session"
+    export DISPLAY WAYLAND_DISPLAY XAUTHORITY
+    [ "$WAYLAND_DISPLAY" != none ] || unset WAYLAND_DISPLAY
+    [ "$XAUTHORITY" != none ] || unset XAUTHORITY
+}
 property() { # SERVICE PATH INTERFACE NAME: of an object on the bus
     gdbus call --session --dest "$1" --object-path "$2" --method org.freedesktop.DBus.Properties.Get "$3" "$4"
 }
 watcher() { property org.kde.StatusNotifierWatcher /StatusNotifierWatcher org.kde.StatusNotifierWatcher "$1"; }
 has_host() { watcher IsStatusNotifierHostRegistered | grep -q true; }
-xfce_panel() { # PLUG-IN OF THE STATUS AREA, WHETHER DARK
+xfce_panel() { # PLUG-IN OF THE STATUS AREA
     local settings=$XDG_CONFIG_HOME/xfce4/xfconf/xfce-perchannel-xml
     mkdir -p "$settings"
     cat >"$settings/xfce4-panel.xml" <<END
@@ -88,7 +105,7 @@ xfce_panel() { # PLUG-IN OF THE STATUS AREA, WHETHER DARK
   <property name="configver" type="int" value="2"/>
   <property name="panels" type="array">
     <value type="int" value="1"/>
-    <property name="dark-mode" type="bool" value="$2"/>
+    <property name="dark-mode" type="bool" value="false"/>
     <property name="panel-1" type="empty">
       <property name="position" type="string" value="p=6;x=0;y=0"/>
       <property name="length" type="uint" value="100"/>

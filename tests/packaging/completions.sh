@@ -11,17 +11,10 @@ failures=0
 expected() { # shellcheck disable=SC2001
     "$program" "$@" nonsense 2>&1 | sed 's/.*expected \(one of \)*//; s/, got .*//; s/ (mivora .*//; s/-h, //' | tr -d ' ' | tr ',' '\n'
 }
-# missing SHELL LINE WORD…: those of the words that the shell doesn't offer after the line.
-missing() {
-    local offered
-    offered=$("by_$1" "$2")
-    printf '%s\n' "${@:3}" | grep -vxF -e "$offered" || true
-}
-# offers SHELL LINE WORD…
+# offers SHELL LINE WORD…: after the line.
 offers() {
     local left
-    left=$(missing "$@")
-    [ -n "$left" ] || return 0
+    left=$(printf '%s\n' "${@:3}" | grep -vxF -e "$("by_$1" "$2")") || return 0
     printf 'FAILED: after "%s" %s does not offer %s\n' "$2" "$1" "${left//$'\n'/, }" >&2
     failures=$((failures + 1))
 }

@@ -13,14 +13,9 @@ trap 'rm -rf "$run"' EXIT
 export prefix="$run/with blank" LC_ALL=C.UTF-8
 "$cmake" --install "$build" --prefix "$prefix" >/dev/null
 
-for validate in "desktop-file-validate $prefix/share/applications/app.kelo.Mivora.desktop" \
-    "appstreamcli validate --no-net $prefix/share/metainfo/app.kelo.Mivora.metainfo.xml"; do
-    program=${validate%% *} file=${validate#*/} arguments=${validate#* }
-    if command -v "$program" >/dev/null; then
-        # shellcheck disable=SC2086
-        "$program" ${arguments%%/*} "/$file"
-    fi
-done
+where_installed() { ! command -v "$1" >/dev/null || "$@"; }
+where_installed desktop-file-validate "$prefix/share/applications/app.kelo.Mivora.desktop"
+where_installed appstreamcli validate --no-net "$prefix/share/metainfo/app.kelo.Mivora.metainfo.xml"
 man --warnings --local-file "$prefix/share/man/man1/mivora.1.gz" 2>&1 >/dev/null | grep . && exit 1
 
 activate() {
