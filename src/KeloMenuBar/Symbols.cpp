@@ -15,17 +15,6 @@ namespace kelo {
 
 namespace {
 
-struct Symbol
-{
-    QLatin1String name;
-    QLatin1String files;
-};
-
-constexpr Symbol symbols[] = {
-    {QLatin1String("calendar.badge.clock"), QLatin1String("app.kelo.Mivora-clock")},
-    {QLatin1String("calendar.badge.exclamationmark"), QLatin1String("app.kelo.Mivora-exclamation")},
-};
-
 QString resourceFolder()
 {
     static const bool loaded = (loadResources(), true);
@@ -75,14 +64,12 @@ QString foundIconThemePath()
 
 SymbolFiles symbolFiles(const QString &symbol)
 {
-    const Symbol *found = symbols;
-    for (const Symbol &entry : symbols) {
-        if (symbol == entry.name)
-            found = &entry;
-    }
-    return {.symbolic = found->files + QLatin1String("-symbolic"),
-            .urgent = found->files + QLatin1String("-urgent"),
-            .drawing = resourceFolder() + found->files + QLatin1String("-22.svg")};
+    const QString files = symbol == QLatin1String("calendar.badge.exclamationmark")
+                              ? QStringLiteral("app.kelo.Mivora-exclamation")
+                              : QStringLiteral("app.kelo.Mivora-clock");
+    return {.symbolic = files + QLatin1String("-symbolic"),
+            .urgent = files + QLatin1String("-urgent"),
+            .drawing = resourceFolder() + files + QLatin1String("-22.svg")};
 }
 
 QString iconThemePath()

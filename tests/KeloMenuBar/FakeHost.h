@@ -4,14 +4,8 @@
 #include "support/PrivateBus.h"
 
 #include <QDBusMessage>
-#include <QEventLoop>
 #include <QObject>
 #include <QStringList>
-#include <QTimer>
-#include <functional>
-
-/// Runs the event loop until the condition holds; false when it still doesn't after five seconds.
-bool waitFor(const std::function<bool()> &condition);
 
 /// A program that shows status items: speaks to them over the bus as panels do, one message after the other.
 class FakeHost final : public QObject
@@ -33,22 +27,24 @@ public:
     /// Whether it draws its items, or only keeps the list of them; says so when that changes.
     void setDraws(bool draws);
 
+    /// Calls the item, or its menu.
+    QDBusMessage item(const char *method, const QVariantList &arguments);
+    QDBusMessage menu(const char *method, const QVariantList &arguments);
+
     /// A property of the item, as a panel reads it.
     QVariant property(const char *name);
 
-    /// Calls the item's menu.
-    QDBusMessage menu(const char *method, const QVariantList &arguments);
-
     /// Opens the menu as panels do: AboutToShow, then GetLayout.
     kelo::DBusMenuLayout open();
-    kelo::DBusMenuLayout layout();
     void click(int id);
 
 public Q_SLOTS:
-    void RegisterStatusNotifierItem(const QString &service);
+
+    void RegisterStatusNotifierItem(const QString &service) { registered << service; }
 
 private Q_SLOTS:
-    void record(const QDBusMessage &message);
+
+    void record(const QDBusMessage &message) { signalNames << message.member(); }
 
 private:
     QDBusMessage call(const char *path, const char *interface, const char *method,

@@ -1,5 +1,4 @@
-#include "KeloMenuBar/Presentation.h"
-#include "KeloMenuBar/backends/NotifierProperties.h"
+#include "KeloMenuBar/backends/Presentation.h"
 
 #include <gtest/gtest.h>
 

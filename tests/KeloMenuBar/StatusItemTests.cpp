@@ -1,147 +1,254 @@
 #include "FakeHost.h"
+#include "FakeTray.h"
 #include "KeloMenuBar/StatusItemController.h"
-#include "support/SharedViews.h"
+#include "support/AccessibleView.h"
+#include "support/FakeKeyboard.h"
+#include "support/KeptViews.h"
 
-#include <QCoreApplication>
-#include <QDBusArgument>
-#include <gmock/gmock.h>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QTest>
+#include <linux/input-event-codes.h>
 #include <optional>
 
 using namespace kelo;
 
 namespace {
 
+QWindow *openPopup()
+{
+    for (QWindow *window : QGuiApplication::topLevelWindows()) {
+        if (window->type() == Qt::Popup && window->isVisible())
+            return window;
+    }
+    return nullptr;
+}
+
 class StatusItemTest : public testing::Test
 {
 protected:
-    void SetUp() override
+    ~StatusItemTest() override { qunsetenv("MIVORA_TRAY"); }
+
+    void openMenu()
     {
-        if (!support::PrivateBus::isInstalled())
-            GTEST_SKIP() << "dbus-daemon is not installed";
-        m_bus.emplace();
+        if (!m_tray)
+            m_tray.emplace();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return m_tray->showsIcon(); }));
+        QTest::mouseClick(m_tray->icon(), Qt::LeftButton);
+        ASSERT_TRUE(QTest::qWaitFor([] { return openPopup() != nullptr; }));
     }
 
-    void TearDown() override { qunsetenv("MIVORA_TRAY"); }
-
-    std::unique_ptr<StatusItemController> makeItem()
+    // Whether these were chosen; the menu is closed then.
+    bool isChosen(const char *titles)
     {
-        const auto build = [this](Menu &menu) {
-            const int opening = ++m_openings;
-            menu.addItem(QStringLiteral("Opening %1").arg(opening), {},
-                         [this, opening] { m_chosen << opening; });
-            menu.addSeparator();
-        };
-        return std::make_unique<StatusItemController>(
-            QStringLiteral("calendar.badge.clock"), QStringLiteral("Mivora"), build,
-            QStringLiteral("app.kelo.Mivora"), mivora::sharedViews(), m_bus->connection());
+        return QTest::qWaitFor([&] { return m_chosen.join(u' ') == QLatin1String(titles) && !openPopup(); });
     }
 
-    static bool isShown(const FakeHost &host)
+    /// A host of this presentation that shows the item.
+    FakeHost &host(const char *presentation)
     {
-        return waitFor([&] { return !host.registered.isEmpty(); });
+        qputenv("MIVORA_TRAY", presentation);
+        m_host.emplace(m_bus);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !m_host->registered.isEmpty(); }));
+        return *m_host;
     }
 
-    // Lets everything that is under way arrive.
-    void settle(FakeHost &host) { host.property("Title"); }
-
-    std::optional<support::PrivateBus> m_bus;
-    int m_openings = 0;
-    QList<int> m_chosen;
+    support::PrivateBus m_bus;
+    std::optional<FakeTray> m_tray;
+    std::optional<FakeHost> m_host;
+    QStringList m_chosen;
+    QStringList m_titles{QStringLiteral("one"), QStringLiteral("off"), QStringLiteral("two")};
+    StatusItemController m_item{
+        QStringLiteral("calendar.badge.clock"),
+        QStringLiteral("Mivora"),
+        [this](Menu &menu) {
+            for (const QString &title : m_titles)
+                menu.addItem(title, title.first(1), [this, title] { m_chosen << title; }).isEnabled =
+                    title != QLatin1String("off");
+        },
+        QStringLiteral("app.kelo.Mivora"),
+        mivora::sharedViews(),
+        m_bus.connection()};
 };
 
 } // namespace
 
-TEST_F(StatusItemTest, runsWhatIsChosenAlsoFromTheOpeningBefore)
+TEST_F(StatusItemTest, isInTheTrayWhileNobodyElseDrawsIt)
 {
-    FakeHost host(*m_bus);
-    const auto item = makeItem();
-    ASSERT_TRUE(isShown(host));
-    const int before = host.open().children[0].id;
-    const int opening = m_openings;
-    const DBusMenuLayout now = host.open().children[0];
-    EXPECT_NE(now.id, before);
-    host.click(before);
-    EXPECT_TRUE(waitFor([&] { return m_chosen == QList<int>{opening}; }));
+    const auto isInTray = [this](bool wanted) {
+        return QTest::qWaitFor([&] { return m_tray->showsIcon() == wanted && !m_tray->icon() != wanted; });
+    };
+    m_tray.emplace();
+    EXPECT_TRUE(isInTray(true));
+    EXPECT_EQ(m_tray->wantedSize(), QSize(22, 22));
+    m_host.emplace(m_bus, false);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !m_host->registered.isEmpty(); }) && isInTray(true));
+    for (const bool draws : {true, false, true}) {
+        m_host->setDraws(draws);
+        EXPECT_TRUE(isInTray(!draws));
+    }
+    EXPECT_EQ(m_host->registered.size(), 1) << "the registration holds all the while";
+    m_host.reset();
+    EXPECT_TRUE(isInTray(true)) << "the host has gone";
+    m_tray.reset();
+    m_tray.emplace();
+    EXPECT_TRUE(isInTray(true)) << "the tray was started again";
+    for (const bool isVisible : {false, true}) {
+        m_item.setVisible(isVisible);
+        EXPECT_TRUE(isInTray(isVisible));
+    }
+}
 
+TEST_F(StatusItemTest, hasAMenuThatTheKeyboardReaches)
+{
+    support::FakeKeyboard keyboard;
+
+    const struct
+    {
+        const char *name;
+        std::vector<int> keys;
+        const char *chosen;
+    } rows[] = {
+        {"past the item that is off", {KEY_DOWN, KEY_DOWN, KEY_ENTER}, "two"},
+        {"round the end", {KEY_DOWN, KEY_UP, KEY_ENTER}, "two"},
+        {"from the end", {KEY_UP, KEY_DOWN, KEY_SPACE}, "one"},
+        {"to the end and back", {KEY_END, KEY_HOME, KEY_ENTER}, "one"},
+        {"to the end", {KEY_HOME, KEY_END, KEY_KPENTER}, "two"},
+        {"nothing to be chosen, and away", {KEY_ENTER, KEY_O, KEY_DOWN, KEY_ESC}, ""},
+    };
+
+    for (const auto &row : rows) {
+        m_chosen.clear();
+        openMenu();
+        for (const int key : row.keys)
+            keyboard.tap({key});
+        EXPECT_TRUE(isChosen(row.chosen)) << row.name << ": " << m_chosen.join(u' ').toStdString();
+    }
+    for (const auto &[key, chosen] : {std::pair(KEY_T, "two"), {KEY_O, "two one"}}) {
+        openMenu();
+        keyboard.tap({KEY_LEFTCTRL, key});
+        EXPECT_TRUE(isChosen(chosen)) << "by its key equivalent";
+    }
+}
+
+TEST_F(StatusItemTest, hasAMenuThatTheMouseReaches)
+{
+    QAccessible::setActive(true);
+    openMenu();
+    const support::AccessibleView view(*openPopup());
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return view.names(QAccessible::MenuItem).join(u' ') == QLatin1String("one off two"); }));
+    EXPECT_TRUE(view.click(QAccessible::MenuItem, QStringLiteral("off")));
+    ASSERT_TRUE(openPopup());
+    EXPECT_TRUE(view.click(QAccessible::MenuItem, QStringLiteral("two")));
+    EXPECT_TRUE(isChosen("two"));
+
+    // The button that opened the menu is held until it is over an item.
+    openMenu();
+    QWindow &popup = *openPopup();
+    const QPoint first(popup.width() / 2, 18);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&popup));
+    QTest::qWait(20);
+    QMouseEvent dragged(QEvent::MouseMove, first, popup.mapToGlobal(first), Qt::NoButton, Qt::LeftButton, {});
+    QMouseEvent released(QEvent::MouseButtonRelease, first, popup.mapToGlobal(first), Qt::LeftButton, {}, {});
+    QCoreApplication::sendEvent(&popup, &dragged);
+    QCoreApplication::processEvents();
+    QCoreApplication::sendEvent(&popup, &released);
+    EXPECT_TRUE(isChosen("two one"));
+
+    openMenu();
+    QTest::mousePress(openPopup(), Qt::LeftButton, {}, QPoint(-5, 5));
+    EXPECT_TRUE(isChosen("two one")) << "a click elsewhere closes it";
+}
+
+TEST_F(StatusItemTest, hasAMenuThatScrollsWhereItIsHigherThanTheScreen)
+{
+    for (int i = 0; i < 2000; ++i)
+        m_titles << QString::number(i);
+    openMenu();
+    EXPECT_TRUE(openPopup()->screen()->availableGeometry().contains(openPopup()->geometry()));
+    support::FakeKeyboard keyboard;
+    keyboard.tap({KEY_UP});
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return support::AccessibleView(*openPopup()).focused() == QLatin1String("1999"); }));
+    keyboard.tap({KEY_ENTER});
+    EXPECT_TRUE(isChosen("1999"));
+}
+
+TEST_F(StatusItemTest, hasAMenuForTheHostToDraw)
+{
+    FakeHost &host = this->host("label");
+    const DBusMenuLayout item = host.open().children[0];
     const QDBusMessage group =
-        host.menu("GetGroupProperties", {QVariant::fromValue(QList<int>{now.id}), QStringList()});
+        host.menu("GetGroupProperties", {QVariant::fromValue(QList<int>{item.id}), QStringList()});
     const auto properties = qdbus_cast<QList<DBusMenuProperties>>(group.arguments().value(0));
     ASSERT_EQ(properties.size(), 1);
-    EXPECT_EQ(properties[0].properties, now.properties);
-
-    const QVariantList events{QVariant::fromValue(
-        QList<DBusMenuEvent>{{12345, QStringLiteral("clicked"), QDBusVariant(QString()), 0}})};
-    const QDBusMessage reply = host.menu("EventGroup", events);
+    EXPECT_EQ(properties[0].properties.value(QStringLiteral("label")), QStringLiteral("one"));
+    const auto events = QVariant::fromValue(
+        QList<DBusMenuEvent>{{12345, QStringLiteral("clicked"), QDBusVariant(QString()), 0}});
+    const QDBusMessage reply = host.menu("EventGroup", {events});
     EXPECT_EQ(qdbus_cast<QList<int>>(reply.arguments().value(0)), QList<int>{12345});
     EXPECT_EQ(host.menu("GetLayout", {12345, -1, QStringList()}).type(), QDBusMessage::ErrorMessage);
+    host.click(item.id);
+    EXPECT_TRUE(isChosen("one"));
+    host.item("Activate", {10, 10});
+    ASSERT_TRUE(openPopup()) << "for hosts that draw none";
+    QTest::keyClick(openPopup(), Qt::Key_Escape);
 }
 
 TEST_F(StatusItemTest, announcesOnlyWhatHasChanged)
 {
-    qputenv("MIVORA_TRAY", "label");
-    FakeHost host(*m_bus);
-    const auto item = makeItem();
-    ASSERT_TRUE(isShown(host));
-    settle(host);
-
-    StatusItemState state = item->item().state();
+    FakeHost &host = this->host("label");
+    StatusItemState state = m_item.state();
+    const auto set = [&](auto StatusItemState::*member, const auto &value) {
+        state.*member = value;
+        m_item.setState(state);
+    };
 
     const struct
     {
         const char *name;
         std::function<void()> change;
-        QStringList expected;
+        const char *expected;
     } rows[] = {
-        {"title",
-         [&] { state.title = QStringLiteral("Review · 2m"); },
-         {QStringLiteral("NewTitle"), QStringLiteral("XAyatanaNewLabel")}},
-        {"same title", [&] { state.title = QStringLiteral("Review · 2m"); }, {}},
+        {"nothing yet", [] {}, ""},
+        {"title", [&] { set(&StatusItemState::title, QStringLiteral("Review · 2m")); },
+         "NewTitle XAyatanaNewLabel"},
         {"there and back",
          [&] {
-             state.isUrgent = true;
-             item->item().setState(state);
-             state.isUrgent = false;
+             set(&StatusItemState::isUrgent, true);
+             set(&StatusItemState::isUrgent, false);
          },
-         {}},
-        {"urgent", [&] { state.isUrgent = true; }, {QStringLiteral("NewIcon")}},
-        {"countdown, which a label does not show", [&] { state.countdown = QStringLiteral("2m"); }, {}},
-        {"tool tip", [&] { state.toolTip = QStringLiteral("Access?"); }, {QStringLiteral("NewToolTip")}},
+         ""},
+        {"urgent", [&] { set(&StatusItemState::isUrgent, true); }, "NewIcon"},
+        {"countdown, which a label does not show",
+         [&] { set(&StatusItemState::countdown, QStringLiteral("2m")); }, ""},
+        {"tool tip", [&] { set(&StatusItemState::toolTip, QStringLiteral("Access?")); }, "NewToolTip"},
+        {"visibility", [&] { set(&StatusItemState::isVisible, false); }, "NewStatus"},
     };
 
-    const auto takeSignals = [&] {
-        QCoreApplication::processEvents();
-        settle(host);
-        return std::exchange(host.signalNames, {});
-    };
-    takeSignals();
+    host.property("Title");
+    host.signalNames.clear();
     for (const auto &row : rows) {
         row.change();
-        item->item().setState(state);
-        EXPECT_EQ(takeSignals(), row.expected) << row.name;
+        QCoreApplication::processEvents();
+        // Answered after all signals.
+        host.property("Title");
+        EXPECT_EQ(std::exchange(host.signalNames, {}).join(u' '), QLatin1String(row.expected)) << row.name;
     }
-    item->setVisible(false);
-    EXPECT_FALSE(item->isVisible());
-    EXPECT_EQ(takeSignals(), QStringList{QStringLiteral("NewStatus")});
     EXPECT_EQ(host.property("Status"), QStringLiteral("Passive"));
 }
 
 TEST_F(StatusItemTest, givesPicturesInNetworkByteOrder)
 {
-    qputenv("MIVORA_TRAY", "wide");
-    FakeHost host(*m_bus);
-    const auto item = makeItem();
-    item->item().setState({.title = QStringLiteral("Review · 2m")});
-    ASSERT_TRUE(isShown(host));
-    const auto pixmaps = qdbus_cast<QList<NotifierPixmap>>(host.property("IconPixmap"));
+    m_item.setState({.title = QStringLiteral("Review · 2m")});
+    const auto pixmaps = qdbus_cast<QList<NotifierPixmap>>(host("wide").property("IconPixmap"));
     ASSERT_EQ(pixmaps.size(), 2);
     for (const NotifierPixmap &pixmap : pixmaps) {
         EXPECT_EQ(pixmap.bytes.size(), pixmap.width * pixmap.height * 4);
         EXPECT_GT(pixmap.width, 3 * pixmap.height);
         // The middle of the left edge is plate: opaque and dark, alpha first.
-        const char *pixel =
-            pixmap.bytes.constData() + static_cast<qsizetype>(pixmap.height / 2) * pixmap.width * 4;
-        EXPECT_EQ(static_cast<uchar>(pixel[0]), 255);
-        EXPECT_LT(static_cast<uchar>(pixel[1]), 64);
+        const QByteArray pixel = pixmap.bytes.mid(qsizetype(pixmap.height / 2) * pixmap.width * 4, 4);
+        EXPECT_EQ(pixel.toHex(), "ff1c1c1e");
     }
-    EXPECT_TRUE(host.property("IconName").toString().isEmpty());
 }

@@ -2,18 +2,49 @@
 
 #include <QGuiApplication>
 #include <QTimer>
+#include <utility>
+#include <xkbcommon/xkbcommon.h>
 
 namespace kelo {
 
 namespace {
 
-void replyUnknownId(const QDBusConnection &bus, const QDBusMessage &message, int id)
+/// The number of the menu itself.
+constexpr int rootId = 0;
+
+// Hosts announce one opening up to twice (AboutToShow and AboutToShowGroup), so the one before is two back.
+constexpr std::size_t keptOpenings = 3;
+
+// Keys are named by X: "comma" for ",".
+QString keyName(const QString &key)
 {
-    message.setDelayedReply(true);
-    bus.send(message.createErrorReply(QDBusError::InvalidArgs, QStringLiteral("No item %1").arg(id)));
+    char name[64] = {};
+    xkb_keysym_get_name(xkb_utf32_to_keysym(key.front().unicode()), name, sizeof name);
+    return QString::fromLatin1(name);
+}
+
+QList<QStringList> shortcut(const MenuItem &item)
+{
+    QStringList keys{QStringLiteral("Control")};
+    if (item.modifiers == KeyModifiers::CommandShift)
+        keys << QStringLiteral("Shift");
+    return {keys << keyName(item.keyEquivalent)};
 }
 
 } // namespace
+
+QVariantMap dbusMenuProperties(const MenuItem &item)
+{
+    if (item.isSeparator)
+        return {{QStringLiteral("type"), QStringLiteral("separator")}};
+    // A single underscore marks an access key.
+    QVariantMap properties{{QStringLiteral("label"), item.text().replace(u'_', QLatin1String("__"))}};
+    if (!item.isEnabled)
+        properties.insert(QStringLiteral("enabled"), false);
+    if (!item.keyEquivalent.isEmpty())
+        properties.insert(QStringLiteral("shortcut"), QVariant::fromValue(shortcut(item)));
+    return properties;
+}
 
 DBusMenu::DBusMenu(const QDBusConnection &bus, std::function<Menu()> build, QObject *exported)
     : QDBusAbstractAdaptor(exported), m_bus(bus), m_build(std::move(build))
@@ -29,52 +60,50 @@ QString DBusMenu::textDirection() const
 uint DBusMenu::GetLayout(int parentId, int recursionDepth, const QStringList &, const QDBusMessage &message,
                          DBusMenuLayout &layout)
 {
-    ensureBuilt();
-    if (const auto properties = m_generations.properties(parentId))
-        layout = {parentId, *properties, {}};
+    if (const auto found = properties(parentId))
+        layout = {parentId, *found, {}};
     else
-        replyUnknownId(m_bus, message, parentId);
-    if (parentId == MenuGenerations::rootId && recursionDepth != 0)
-        layout = m_generations.layout();
-    return m_generations.revision();
+        replyUnknownId(message, parentId);
+    if (parentId == rootId && recursionDepth != 0) {
+        for (const int id : currentIds())
+            layout.children << DBusMenuLayout{id, *properties(id), {}};
+    }
+    return m_revision;
 }
 
 QList<DBusMenuProperties> DBusMenu::GetGroupProperties(const QList<int> &ids, const QStringList &)
 {
-    ensureBuilt();
     QList<DBusMenuProperties> result;
-    for (const int id : ids) {
-        if (const auto properties = m_generations.properties(id))
-            result << DBusMenuProperties{id, *properties};
-    }
     // None asked for are all of them.
-    if (ids.isEmpty()) {
-        for (const DBusMenuLayout &item : m_generations.layout().children)
-            result << DBusMenuProperties{item.id, item.properties};
+    for (const int id : ids.isEmpty() ? currentIds() : ids) {
+        if (const auto found = properties(id))
+            result << DBusMenuProperties{id, *found};
     }
     return result;
 }
 
 QDBusVariant DBusMenu::GetProperty(int id, const QString &name, const QDBusMessage &message)
 {
-    ensureBuilt();
-    const auto properties = m_generations.properties(id);
-    if (properties && properties->contains(name))
-        return QDBusVariant(properties->value(name));
-    replyUnknownId(m_bus, message, id);
-    return {};
+    const QVariantMap found = properties(id).value_or(QVariantMap());
+    if (!found.contains(name))
+        replyUnknownId(message, id);
+    return QDBusVariant(found.value(name));
 }
 
 void DBusMenu::Event(int id, const QString &eventId, const QDBusVariant &, uint)
 {
-    handleEvent(id, eventId);
+    const ClosureMenuItem *clicked = eventId == QLatin1String("clicked") ? item(id) : nullptr;
+    // Afterwards, so that the host has its answer first, and from a copy: the action may rebuild the menu.
+    if (clicked && clicked->isEnabled && clicked->action)
+        QTimer::singleShot(0, this, std::function(clicked->action));
 }
 
 QList<int> DBusMenu::EventGroup(const QList<DBusMenuEvent> &events)
 {
     QList<int> idErrors;
     for (const DBusMenuEvent &event : events) {
-        if (!handleEvent(event.id, event.name))
+        Event(event.id, event.name, event.data, event.timestamp);
+        if (!contains(event.id))
             idErrors << event.id;
     }
     return idErrors;
@@ -82,45 +111,81 @@ QList<int> DBusMenu::EventGroup(const QList<DBusMenuEvent> &events)
 
 bool DBusMenu::AboutToShow(int id)
 {
-    if (id != MenuGenerations::rootId)
+    if (id != rootId)
         return false;
-    rebuild();
+    build();
+    Q_EMIT LayoutUpdated(m_revision, rootId);
     return true;
 }
 
 QList<int> DBusMenu::AboutToShowGroup(const QList<int> &ids, QList<int> &idErrors)
 {
-    for (int id : ids) {
-        if (!m_generations.contains(id))
+    for (const int id : ids) {
+        if (!contains(id))
             idErrors << id;
     }
-    return ids.contains(MenuGenerations::rootId) && AboutToShow(MenuGenerations::rootId)
-               ? QList<int>{MenuGenerations::rootId}
-               : QList<int>{};
+    return ids.contains(rootId) && AboutToShow(rootId) ? QList<int>{rootId} : QList<int>{};
 }
 
-void DBusMenu::ensureBuilt()
+void DBusMenu::build()
 {
-    // Hosts read the layout when they find the item, long before the menu is opened.
-    if (m_generations.revision() == 0)
-        m_generations.replace(m_build());
+    m_openings.push_back({m_nextId, m_build()});
+    if (m_openings.size() > keptOpenings)
+        m_openings.pop_front();
+    m_nextId += static_cast<int>(m_openings.back().menu.items().size());
+    ++m_revision;
 }
 
-void DBusMenu::rebuild()
+// Hosts read the layout when they find the item, long before the menu is opened.
+const DBusMenu::Opening &DBusMenu::current()
 {
-    m_generations.replace(m_build());
-    Q_EMIT LayoutUpdated(m_generations.revision(), MenuGenerations::rootId);
+    if (m_openings.empty())
+        build();
+    return m_openings.back();
 }
 
-bool DBusMenu::handleEvent(int id, const QString &eventId)
+const ClosureMenuItem *DBusMenu::item(int id) const
 {
-    if (eventId == QLatin1String("clicked")) {
-        // Afterwards, so that the host has its answer first, and from a copy: the action may rebuild the
-        // menu.
-        if (auto action = m_generations.action(id))
-            QTimer::singleShot(0, this, std::move(action));
+    for (const Opening &opening : m_openings) {
+        // Compared first: the number comes from the bus, and may be too low to be subtracted from.
+        if (id < opening.firstId)
+            continue;
+        const auto index = static_cast<std::size_t>(id - opening.firstId);
+        const auto &items = opening.menu.items();
+        if (index < items.size())
+            return &items[index];
     }
-    return m_generations.contains(id);
+    return nullptr;
+}
+
+/// Whether the number is the menu's own or an item's that can still be clicked.
+bool DBusMenu::contains(int id) const
+{
+    return id == rootId || item(id);
+}
+
+/// Of the menu itself or of a current item.
+std::optional<QVariantMap> DBusMenu::properties(int id)
+{
+    const int firstId = current().firstId;
+    if (id == rootId)
+        return QVariantMap{{QStringLiteral("children-display"), QStringLiteral("submenu")}};
+    const MenuItem *found = id >= firstId ? item(id) : nullptr;
+    return found ? std::optional(dbusMenuProperties(*found)) : std::nullopt;
+}
+
+QList<int> DBusMenu::currentIds()
+{
+    QList<int> ids;
+    for (int id = current().firstId; id < m_nextId; ++id)
+        ids << id;
+    return ids;
+}
+
+void DBusMenu::replyUnknownId(const QDBusMessage &message, int id) const
+{
+    message.setDelayedReply(true);
+    m_bus.send(message.createErrorReply(QDBusError::InvalidArgs, QStringLiteral("No item %1").arg(id)));
 }
 
 } // namespace kelo

@@ -1,16 +1,23 @@
 #pragma once
 
-#include "KeloMenuBar/backends/MenuGenerations.h"
+#include "KeloMenuBar/Menu.h"
+#include "KeloMenuBar/backends/BusTypes.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <functional>
+#include <optional>
 
 namespace kelo {
 
-/// com.canonical.dbusmenu on the object that is its parent. The menu is built when the host is about to show
-/// it. Hosts get all properties, whichever they ask for.
+/// The properties of an item as com.canonical.dbusmenu has them; those with their default value left out.
+QVariantMap dbusMenuProperties(const MenuItem &item);
+
+/// com.canonical.dbusmenu on the object that is its parent: items by number, anew each time that the host is
+/// about to show the menu. Hosts get all properties, whichever they ask for.
+///
+/// Numbers are never used again, so that a host cannot mix up two openings. A click may come when the next
+/// opening has already been built: the items of the last few openings therefore stay alive.
 class DBusMenu final : public QDBusAbstractAdaptor
 {
     Q_OBJECT
@@ -47,13 +54,26 @@ Q_SIGNALS:
     void LayoutUpdated(uint revision, int parent);
 
 private:
-    void ensureBuilt();
-    void rebuild();
-    bool handleEvent(int id, const QString &eventId);
+    struct Opening
+    {
+        int firstId = 1;
+        Menu menu;
+    };
+
+    void build();
+    const Opening &current();
+    const ClosureMenuItem *item(int id) const;
+    bool contains(int id) const;
+    std::optional<QVariantMap> properties(int id);
+    QList<int> currentIds();
+    void replyUnknownId(const QDBusMessage &message, int id) const;
 
     QDBusConnection m_bus;
     std::function<Menu()> m_build;
-    MenuGenerations m_generations;
+    // The current one is the last.
+    std::deque<Opening> m_openings;
+    int m_nextId = 1;
+    uint m_revision = 0;
 };
 
 } // namespace kelo

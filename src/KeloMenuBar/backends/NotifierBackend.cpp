@@ -2,30 +2,63 @@
 
 #include "KeloMenuBar/backends/DBusMenu.h"
 #include "KeloMenuBar/backends/NotifierItem.h"
+#include "Platform/linux/BusCall.h"
 
+#include <QFile>
 #include <utility>
 
 namespace kelo {
 
-NotifierBackend::NotifierBackend(const QDBusConnection &bus, const QString &id, std::function<Menu()> build,
-                                 std::function<void(QPoint)> openMenu)
-    : m_bus(bus), m_openMenu(std::move(openMenu)),
+using mivora::callBus;
+
+namespace {
+
+const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
+const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
+
+QDBusMessage busCall(const QString &method, const QString &argument)
+{
+    const auto bus = QStringLiteral("org.freedesktop.DBus");
+    return QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus, method)
+           << argument;
+}
+
+QDBusMessage watcherCall(const QString &owner, const QString &interface, const QString &method)
+{
+    return QDBusMessage::createMethodCall(owner, watcherPath, interface, method);
+}
+
+// Empty if the process is not visible from here, as from within a sandbox.
+QString processName(uint pid)
+{
+    QFile file(QStringLiteral("/proc/%1/comm").arg(pid));
+    return pid != 0 && file.open(QIODevice::ReadOnly) ? QString::fromLocal8Bit(file.readAll()).trimmed()
+                                                      : QString();
+}
+
+} // namespace
+
+NotifierBackend::NotifierBackend(const QDBusConnection &bus, const QString &id, const StatusItemState &state,
+                                 std::function<Menu()> build, std::function<void(QPoint)> openMenu)
+    : m_bus(bus), m_watcher(watcherName, bus, QDBusServiceWatcher::WatchForOwnerChange), m_state(state),
+      m_openMenu(std::move(openMenu)),
       m_item(new NotifierItem(
-          bus, id, [this](QPoint point) { return this->openMenu(point); }, &m_itemObject)),
-      m_host(bus)
+          bus, id, [this](QPoint point) { return this->openMenu(point); }, &m_itemObject))
 {
     new DBusMenu(bus, std::move(build), &m_menuObject);
     m_bus.registerObject(QLatin1String(NotifierItem::objectPath), &m_itemObject);
     m_bus.registerObject(QLatin1String(NotifierItem::menuPath), &m_menuObject);
-    connect(&m_host, &NotifierHost::appeared, this, &NotifierBackend::adopt);
-    connect(&m_host, &NotifierHost::absent, this, [this] {
-        m_hasWatcher = false;
-        setHasHost(false);
-    });
-    connect(&m_host, &NotifierHost::drawnChanged, this, [this](bool isDrawn) {
-        if (m_hasWatcher && isDrawn != m_hasHost)
-            setHasHost(isDrawn);
-    });
+    connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString &, const QString &, const QString &owner) { setOwner(owner); });
+    // From any sender: with a name, Qt would wait for its owner here.
+    for (const char *change : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
+        m_bus.connect({}, watcherPath, watcherName, QLatin1String(change), this, SLOT(askDrawn()));
+    // The connection's own word: a bus that is gone tells of nobody's end.
+    m_bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
+                  QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
+                  SLOT(loseBus()));
+    callBus<QString>(m_bus, busCall(QStringLiteral("GetNameOwner"), watcherName), this,
+                     [this](const auto &owner) { setOwner(owner.isValid() ? owner.value() : QString()); });
 }
 
 NotifierBackend::~NotifierBackend()
@@ -34,20 +67,78 @@ NotifierBackend::~NotifierBackend()
     m_bus.unregisterObject(QLatin1String(NotifierItem::objectPath));
 }
 
-void NotifierBackend::show(const StatusItemState &state)
+void NotifierBackend::update()
 {
-    m_state = state;
-    publish();
+    if (m_presentation)
+        m_item->setProperties(notifierProperties(m_state, *m_presentation));
 }
 
-void NotifierBackend::adopt(const StatusHost &host)
+void NotifierBackend::setOwner(const QString &owner)
 {
-    m_hasWatcher = true;
-    m_hostOpensMenu = opensRefusedMenu(host);
-    m_presentation = presentationOverride().value_or(presentationFor(host));
-    publish();
-    m_host.registerItem();
+    if (!owner.isEmpty() && owner == m_owner)
+        return;
+    m_owner = owner;
+    m_host = {.desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP")};
+    if (!owner.isEmpty())
+        return askProcess();
+    m_presentation.reset();
+    setHasHost(false);
+}
+
+void NotifierBackend::loseBus()
+{
+    setOwner({});
+}
+
+void NotifierBackend::askProcess()
+{
+    callBus<uint>(m_bus, busCall(QStringLiteral("GetConnectionUnixProcessID"), m_owner), this,
+                  [this, owner = m_owner](const auto &pid) {
+                      if (owner != m_owner)
+                          return;
+                      m_host.process = processName(pid.isValid() ? pid.value() : 0);
+                      askIndicator();
+                  });
+}
+
+void NotifierBackend::askIndicator()
+{
+    callBus<bool>(
+        m_bus, busCall(QStringLiteral("NameHasOwner"), QStringLiteral("org.ayatana.indicator.application")),
+        this, [this, owner = m_owner](const auto &isThere) {
+            if (owner != m_owner)
+                return;
+            m_host.hasAyatanaIndicator = isThere.isValid() && isThere.value();
+            registerItem();
+        });
+}
+
+void NotifierBackend::registerItem()
+{
+    m_presentation = presentationOverride().value_or(presentationFor(m_host));
+    update();
+    // The unique name: hosts take it as well as a name of the form org.kde.StatusNotifierItem-…, which a
+    // sandbox would not let us have. A host that does not answer just shows nothing.
+    m_bus.asyncCall(watcherCall(m_owner, watcherName, QStringLiteral("RegisterStatusNotifierItem"))
+                    << m_bus.baseService());
     setHasHost(true);
+    askDrawn();
+}
+
+// The watcher may be a program that only keeps the list of items.
+void NotifierBackend::askDrawn()
+{
+    if (!m_presentation)
+        return;
+    const auto call =
+        watcherCall(m_owner, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"))
+        << watcherName << QStringLiteral("IsStatusNotifierHostRegistered");
+    callBus<QDBusVariant>(m_bus, call, this, [this, owner = m_owner](const auto &answer) {
+        // Watchers that leave the property out draw the items themselves.
+        const bool isDrawn = !answer.isValid() || answer.value().variant() != QVariant(false);
+        if (owner == m_owner && isDrawn != m_hasHost)
+            setHasHost(isDrawn);
+    });
 }
 
 void NotifierBackend::setHasHost(bool hasHost)
@@ -58,16 +149,10 @@ void NotifierBackend::setHasHost(bool hasHost)
 
 bool NotifierBackend::openMenu(QPoint point)
 {
-    if (m_hostOpensMenu)
+    if (opensRefusedMenu(m_host))
         return false;
     m_openMenu(point);
     return true;
-}
-
-void NotifierBackend::publish()
-{
-    if (m_hasWatcher)
-        m_item->setProperties(notifierProperties(m_state, m_presentation));
 }
 
 } // namespace kelo

@@ -1,29 +1,31 @@
 #pragma once
 
-#include "KeloMenuBar/StatusItem.h"
-#include "KeloMenuBar/backends/NotifierHost.h"
+#include "KeloMenuBar/backends/Presentation.h"
 
-#include <QObject>
+#include <QDBusConnection>
+#include <QDBusServiceWatcher>
 #include <QPoint>
-#include <functional>
 
 namespace kelo {
 
 class NotifierItem;
 
-/// Shows the item in a StatusNotifier host, with its menu over com.canonical.dbusmenu.
+/// Shows the item in a StatusNotifier host, with its menu over com.canonical.dbusmenu: that of the owner of
+/// org.kde.StatusNotifierWatcher, whenever it comes, goes or is replaced. Nobody is waited for: a watcher
+/// that does not answer is taken at its best.
 class NotifierBackend final : public QObject
 {
     Q_OBJECT
 
 public:
     /// One item per connection. `build` makes the menu anew; `openMenu` shows it in a window of our own.
-    NotifierBackend(const QDBusConnection &bus, const QString &id, std::function<Menu()> build,
-                    std::function<void(QPoint)> openMenu);
+    /// `state` outlives the backend.
+    NotifierBackend(const QDBusConnection &bus, const QString &id, const StatusItemState &state,
+                    std::function<Menu()> build, std::function<void(QPoint)> openMenu);
     ~NotifierBackend() override;
 
-    /// Shows this state from now on.
-    void show(const StatusItemState &state);
+    /// Shows the state as it is now.
+    void update();
 
     /// Whether there is a host that draws the item, as far as is known.
     bool hasHost() const { return m_hasHost; }
@@ -32,25 +34,32 @@ Q_SIGNALS:
     /// Whether there is a host that shows the item. Said once it is known, and at each change.
     void hostChanged(bool isThere);
 
+private Q_SLOTS:
+    void askDrawn();
+    void loseBus();
+
 private:
-    void adopt(const StatusHost &host);
+    void setOwner(const QString &owner);
+    void askProcess();
+    void askIndicator();
+    void registerItem();
     void setHasHost(bool hasHost);
     bool openMenu(QPoint point);
-    void publish();
 
     QDBusConnection m_bus;
+    QDBusServiceWatcher m_watcher;
+    const StatusItemState &m_state;
     std::function<void(QPoint)> m_openMenu;
     // What is exported: the interfaces are its adaptors.
     QObject m_itemObject;
     QObject m_menuObject;
     NotifierItem *m_item = nullptr;
-    NotifierHost m_host;
-    StatusItemState m_state;
-    Presentation m_presentation = Presentation::Square;
+    // The watcher's unique name; empty if there is none.
+    QString m_owner;
+    StatusHost m_host;
     // Nothing is drawn or looked up before there is somebody to show it to.
-    bool m_hasWatcher = false;
+    std::optional<Presentation> m_presentation;
     bool m_hasHost = false;
-    bool m_hostOpensMenu = false;
 };
 
 } // namespace kelo

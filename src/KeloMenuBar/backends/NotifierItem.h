@@ -1,7 +1,7 @@
 #pragma once
 
 #include "KeloMenuBar/backends/BusTypes.h"
-#include "KeloMenuBar/backends/NotifierProperties.h"
+#include "KeloMenuBar/backends/Presentation.h"
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnection>

@@ -1,8 +1,9 @@
-#include "KeloMenuBar/Presentation.h"
+#include "KeloMenuBar/backends/Presentation.h"
+
+#include "KeloMenuBar/Symbols.h"
 
 #include <QStringList>
 #include <algorithm>
-#include <iterator>
 
 namespace kelo {
 
@@ -61,6 +62,30 @@ std::optional<Presentation> presentationOfDesktop(const QString &desktop)
     return std::nullopt;
 }
 
+// The host reserves the room of the guide: with every digit the widest one, the icons beside don't move
+// each time that a minute passes.
+QString guideFor(QString label)
+{
+    std::ranges::replace_if(
+        label, [](QChar character) { return character.isDigit(); }, QChar(u'0'));
+    return label;
+}
+
+void setLabel(NotifierProperties &properties, const StatusItemState &state)
+{
+    const SymbolFiles files = symbolFiles(state.icon);
+    properties.iconName = state.isUrgent ? files.urgent : files.symbolic;
+    properties.iconThemePath = iconThemePath();
+    properties.label = state.title.trimmed();
+    properties.labelGuide = guideFor(properties.label);
+}
+
+StatusPicture picture(const StatusItemState &state, StatusPicture::Shape shape)
+{
+    const QString &text = shape == StatusPicture::Shape::Wide ? state.title : state.countdown;
+    return {.shape = shape, .symbol = state.icon, .text = text.trimmed(), .isUrgent = state.isUrgent};
+}
+
 } // namespace
 
 Presentation presentationFor(const StatusHost &host)
@@ -77,13 +102,31 @@ Presentation presentationFor(const StatusHost &host)
 
 bool opensRefusedMenu(const StatusHost &host)
 {
-    return std::any_of(std::begin(plasma), std::end(plasma),
-                       [&](QLatin1String process) { return host.process == process; });
+    return std::ranges::any_of(plasma, [&](QLatin1String process) { return host.process == process; });
 }
 
 std::optional<Presentation> presentationOverride()
 {
     return find(overrides, qEnvironmentVariable("MIVORA_TRAY"));
+}
+
+NotifierProperties notifierProperties(const StatusItemState &state, Presentation presentation)
+{
+    NotifierProperties properties;
+    const QString title = state.title.trimmed();
+    properties.title = title.isEmpty() ? state.accessibilityDescription : title;
+    // Never NeedsAttention: hosts then paint over the item, or make it blink. Passive ones are not shown at
+    // all.
+    properties.status = state.isVisible ? QStringLiteral("Active") : QStringLiteral("Passive");
+    properties.iconDescription = state.accessibilityDescription;
+    properties.toolTip = state.toolTip;
+    if (presentation == Presentation::Label)
+        setLabel(properties, state);
+    else
+        properties.picture =
+            picture(state, presentation == Presentation::Wide ? StatusPicture::Shape::Wide
+                                                              : StatusPicture::Shape::Square);
+    return properties;
 }
 
 } // namespace kelo

@@ -1,0 +1,102 @@
+#include "KeloMenuBar/backends/DBusMenu.h"
+
+#include <QCoreApplication>
+#include <climits>
+#include <gmock/gmock.h>
+
+using namespace kelo;
+
+TEST(DBusMenu, leavesOutPropertiesThatAreTheDefault)
+{
+    using Shortcut = QList<QStringList>;
+    const QString label = QStringLiteral("label");
+    const QString key = QStringLiteral("shortcut");
+
+    const struct
+    {
+        const char *name;
+        MenuItem item;
+        QVariantMap expected;
+    } rows[] = {
+        {"plain", {.title = QStringLiteral("Open")}, {{label, QStringLiteral("Open")}}},
+        {"underscores are not access keys",
+         {.title = QStringLiteral("a_b__c")},
+         {{label, QStringLiteral("a__b____c")}}},
+        {"the time stays in front of a title in Arabic",
+         {.title = QStringLiteral("09:05  اجتماع  · Zoom")},
+         {{label, QStringLiteral("\u200E09:05  اجتماع  · Zoom")}}},
+        {"disabled",
+         {.title = QStringLiteral("Lunch"), .isEnabled = false},
+         {{label, QStringLiteral("Lunch")}, {QStringLiteral("enabled"), false}}},
+        {"separator", {.isSeparator = true}, {{QStringLiteral("type"), QStringLiteral("separator")}}},
+        {"letter",
+         {.title = QStringLiteral("Quit"), .keyEquivalent = QStringLiteral("q")},
+         {{label, QStringLiteral("Quit")},
+          {key, QVariant::fromValue(Shortcut{{QStringLiteral("Control"), QStringLiteral("q")}})}}},
+        {"with Shift",
+         {.title = QStringLiteral("Redo"),
+          .keyEquivalent = QStringLiteral("z"),
+          .modifiers = KeyModifiers::CommandShift},
+         {{label, QStringLiteral("Redo")},
+          {key, QVariant::fromValue(
+                    Shortcut{{QStringLiteral("Control"), QStringLiteral("Shift"), QStringLiteral("z")}})}}},
+        {"punctuation has a name",
+         {.title = QStringLiteral("Settings…"), .keyEquivalent = QStringLiteral(",")},
+         {{label, QStringLiteral("Settings…")},
+          {key, QVariant::fromValue(Shortcut{{QStringLiteral("Control"), QStringLiteral("comma")}})}}},
+    };
+
+    for (const auto &row : rows)
+        EXPECT_EQ(dbusMenuProperties(row.item), row.expected) << row.name;
+}
+
+TEST(DBusMenu, keepsThreeOpeningsWithNumbersOfTheirOwn)
+{
+    std::vector<int> chosen;
+    const auto build = [&chosen, opening = 0]() mutable {
+        Menu menu;
+        menu.addItem(QStringLiteral("on"), {}, [&chosen, now = ++opening] { chosen.push_back(now); });
+        menu.addItem(QStringLiteral("off"), {}, [&chosen] { chosen.push_back(0); }).isEnabled = false;
+        return menu;
+    };
+    QObject exported;
+    DBusMenu menu(QDBusConnection(QStringLiteral("none")), build, &exported);
+    const auto layout = [&menu](int id, int depth) {
+        DBusMenuLayout layout;
+        const uint revision = menu.GetLayout(id, depth, {}, QDBusMessage(), layout);
+        return std::pair(revision, layout.children);
+    };
+    // Before anybody opens it.
+    EXPECT_EQ(menu.GetProperty(2, QStringLiteral("enabled"), QDBusMessage()).variant(), false);
+    EXPECT_EQ(menu.AboutToShow(1), false);
+    EXPECT_EQ(menu.AboutToShow(0), true);
+    QList<int> unknown;
+    EXPECT_EQ(menu.AboutToShowGroup({0, 3, 5}, unknown), QList<int>{0});
+    EXPECT_EQ(unknown, QList<int>{5});
+    EXPECT_EQ(menu.AboutToShowGroup({3}, unknown), QList<int>{});
+    EXPECT_EQ(menu.AboutToShow(0), true);
+
+    const auto [revision, items] = layout(0, -1);
+    EXPECT_EQ(revision, 4U);
+    ASSERT_EQ(items.size(), 2);
+    EXPECT_EQ(items[0].id, 7);
+    EXPECT_EQ(items[1].id, 8);
+    EXPECT_EQ(layout(0, 0).second.size() + layout(7, -1).second.size(), 0);
+    const auto group = [&menu](const QList<int> &ids) {
+        std::vector<std::pair<int, QString>> labels;
+        for (const DBusMenuProperties &item : menu.GetGroupProperties(ids, {}))
+            labels.emplace_back(item.id, item.properties.value(QStringLiteral("label")).toString());
+        return labels;
+    };
+    const std::pair<int, QString> on(7, QStringLiteral("on")), off(8, QStringLiteral("off")), root(0, {});
+    EXPECT_THAT(group({}), testing::ElementsAre(on, off));
+    EXPECT_THAT(group({8, 6, 9, 0}), testing::ElementsAre(off, root)) << "only the current ones are told";
+
+    QList<DBusMenuEvent> events{{7, QStringLiteral("opened"), QDBusVariant(QString()), 0}};
+    for (const int id : {INT_MIN, -1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, INT_MAX})
+        events << DBusMenuEvent{id, QStringLiteral("clicked"), QDBusVariant(QString()), 0};
+    EXPECT_EQ(menu.EventGroup(events), (QList<int>{INT_MIN, -1, 1, 2, 9, INT_MAX}));
+    EXPECT_THAT(chosen, testing::IsEmpty()) << "the host has its answer first";
+    QCoreApplication::processEvents();
+    EXPECT_THAT(chosen, testing::ElementsAre(2, 3, 4));
+}
