@@ -10,7 +10,6 @@
 #include <QFile>
 #include <cstdlib>
 #include <iostream>
-#include <libecal/libecal.h>
 
 namespace {
 
@@ -26,10 +25,6 @@ void check(const GError *error)
 ECalClient *openCalendar()
 {
     GError *error = nullptr;
-    // This process outlives its bus.
-    GDBusConnection *bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, &error);
-    check(error);
-    g_dbus_connection_set_exit_on_close(bus, FALSE);
     ESourceRegistry *registry = e_source_registry_new_sync(nullptr, &error);
     check(error);
     ESource *source = e_source_registry_ref_source(registry, "system-calendar");
@@ -63,7 +58,7 @@ int main(int argc, char **argv)
     }
     const QString file = QDir::current().absoluteFilePath(QString::fromLocal8Bit(argv[1]));
     const support::EdsWorld world;
-    const QString folder = world.path(QStringLiteral("data/evolution/calendar/system"));
+    const QString folder = world.path(QStringLiteral("XDG_DATA_HOME/evolution/calendar/system"));
     QDir().mkpath(folder);
     QFile::copy(file, folder + QStringLiteral("/calendar.ics"));
 

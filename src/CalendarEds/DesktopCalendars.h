@@ -2,7 +2,6 @@
 
 #include <QtPlugin>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,7 +23,7 @@ struct ObjectName
 struct CalendarObject
 {
     ObjectName name;
-    /// A whole VEVENT, with its BEGIN and END.
+    /// A whole VEVENT, with its BEGIN and END, and the end of the last line.
     std::string text;
 };
 
@@ -34,11 +33,11 @@ struct DesktopCalendar
     /// Stable between starts.
     std::string id;
     std::string title;
-    /// The name of the account that holds it.
-    std::optional<std::string> account;
-    /// As iCalendar writes colours: "#rrggbb" or a name of CSS 3.
-    std::optional<std::string> color;
-    /// The e-mail addresses of its owner, in lower case; none when the account doesn't tell.
+    /// The name of the account that holds it; may be empty.
+    std::string account;
+    /// As iCalendar writes colours: "#rrggbb" or a name of CSS 3; may be empty.
+    std::string color;
+    /// What the account tells of its owner: e-mail addresses, and user names that are none.
     std::vector<std::string> ownerAddresses;
 
     friend bool operator==(const DesktopCalendar &, const DesktopCalendar &) = default;
@@ -47,7 +46,7 @@ struct DesktopCalendar
 struct DesktopAccounts
 {
     std::vector<DesktopCalendar> calendars;
-    /// The addresses that the user sends mail from, in lower case.
+    /// The addresses that the user sends mail from.
     std::vector<std::string> mailAddresses;
 
     friend bool operator==(const DesktopAccounts &, const DesktopAccounts &) = default;
@@ -62,7 +61,8 @@ enum class DesktopAccess {
     unavailable,
 };
 
-/// Told of the desktop's calendars, on the thread that called DesktopCalendars::run().
+/// Told of the desktop's calendars, on the thread that called DesktopCalendars::run(). A calendar that the
+/// functions name is among those of the last setAccounts().
 class DesktopCalendarsReader
 {
 public:
@@ -83,10 +83,10 @@ public:
     /// A name without recurrenceID takes the whole event away, with all that overrides it.
     virtual void removeObjects(const std::string &calendarID, const std::vector<ObjectName> &names) = 0;
 
-    /// What a calendar means by a TZID: a whole VTIMEZONE.
+    /// What a calendar means by a TZID: a whole VTIMEZONE, as above.
     virtual void putTimeZone(const std::string &calendarID, const std::string &id, std::string text) = 0;
 
-    /// All that was told belongs together and can be shown. \a hasAll tells whether every calendar has
+    /// All that was told belongs together and can be shown. `hasAll` tells whether every calendar has
     /// answered once, be it with a failure.
     virtual void settle(bool hasAll) = 0;
 
@@ -109,8 +109,8 @@ class DesktopCalendars
 public:
     virtual ~DesktopCalendars() = default;
 
-    /// Tells \a reader of all calendars, and of the objects that touch \a interval or recur at all, and then
-    /// of their changes until stop() is called. \a service is the name on the session bus.
+    /// Tells `reader` of all calendars, and of the objects that touch `interval` or recur at all, and then
+    /// of their changes until stop() is called. `service` is the name on the session bus.
     virtual void run(const std::string &service, DesktopInterval interval,
                      DesktopCalendarsReader &reader) = 0;
 

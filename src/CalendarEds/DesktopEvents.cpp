@@ -2,7 +2,6 @@
 
 #include "Calendar/CalendarColor.h"
 #include "Calendar/CalendarLog.h"
-#include "ICalendar/ContentLine.h"
 
 #include <algorithm>
 #include <utility>
@@ -11,53 +10,22 @@ namespace mivora {
 
 namespace {
 
-/// For searching: long lines are folded anywhere.
-std::string unfoldedText(const std::vector<const std::string *> &objects)
+/// The addresses in `texts`, as `ical::mailAddress()` writes them. A path with an address in it is none.
+std::vector<std::string> addressesIn(const std::vector<std::string> &texts)
 {
-    std::string text, buffer;
-    for (const std::string *object : objects)
-        for (std::string_view rest = *object; !rest.empty();)
-            text.append(ical::unfolded(ical::takeLine(rest), buffer)).append(1, '\n');
-    return text;
-}
-
-/// As one text, with those of `timeZones` that it may name.
-std::string calendarText(const std::vector<const std::string *> &objects,
-                         const std::map<std::string, std::string> &timeZones)
-{
-    static constexpr std::string_view begin = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n", end = "END:VCALENDAR\r\n";
-    std::string text(begin);
-    const std::string searched = timeZones.empty() ? std::string() : unfoldedText(objects);
-    for (const auto &[id, definition] : timeZones)
-        if (searched.find(id) != std::string::npos)
-            text.append(definition);
-    for (const std::string *object : objects)
-        text.append(*object);
-    return text.append(end);
-}
-
-void ensureLineEnd(std::string &text)
-{
-    if (!text.ends_with('\n'))
-        text.append("\r\n");
+    std::vector<std::string> addresses;
+    for (const std::string &text : texts)
+        if (std::string address = ical::mailAddress(text);
+            !address.empty() && address.find('/') == std::string::npos)
+            addresses.push_back(std::move(address));
+    return addresses;
 }
 
 AuthorizationStatus statusFor(DesktopAccess access)
 {
-    switch (access) {
-    case DesktopAccess::granted:
+    if (access == DesktopAccess::granted)
         return AuthorizationStatus::fullAccess;
-    case DesktopAccess::refused:
-        return AuthorizationStatus::restricted;
-    case DesktopAccess::unavailable:
-        break;
-    }
-    return AuthorizationStatus::denied;
-}
-
-bool isSameWindow(const EventWindow &left, const EventWindow &right)
-{
-    return left.from == right.from && left.to == right.to && left.zone == right.zone;
+    return access == DesktopAccess::refused ? AuthorizationStatus::restricted : AuthorizationStatus::denied;
 }
 
 } // namespace
@@ -67,8 +35,6 @@ DesktopEvents::DesktopEvents(EventWindow window, std::vector<std::string> addres
     : m_addresses(std::move(addresses)), m_deliver(std::move(deliver)), m_window(std::move(window)),
       m_wantedWindow(m_window)
 {
-    for (std::string &address : m_addresses)
-        address = ical::mailAddress(address);
 }
 
 void DesktopEvents::setWindow(EventWindow window)
@@ -90,13 +56,15 @@ void DesktopEvents::setAccess(DesktopAccess access)
 
 void DesktopEvents::setAccounts(DesktopAccounts accounts)
 {
-    std::vector<std::string> userAddresses = m_addresses;
-    userAddresses.insert(userAddresses.end(), accounts.mailAddresses.begin(), accounts.mailAddresses.end());
+    std::vector<std::string> ofUser = m_addresses;
+    ofUser.insert(ofUser.end(), accounts.mailAddresses.begin(), accounts.mailAddresses.end());
     m_order.clear();
     for (DesktopCalendar &info : accounts.calendars) {
         m_order.push_back(info.id);
         Calendar &calendar = m_calendars[info.id];
-        const auto &addresses = info.ownerAddresses.empty() ? userAddresses : info.ownerAddresses;
+        std::vector<std::string> addresses = addressesIn(info.ownerAddresses);
+        if (addresses.empty())
+            addresses = addressesIn(ofUser);
         if (addresses != std::exchange(calendar.addresses, addresses))
             markAll(calendar);
         calendar.info = std::move(info);
@@ -112,65 +80,48 @@ void DesktopEvents::setAccounts(DesktopAccounts accounts)
 
 void DesktopEvents::startLoad(const std::string &calendarID)
 {
-    Calendar *calendar = find(calendarID);
-    if (!calendar)
-        return;
-    for (auto &[uid, event] : calendar->events)
+    for (auto &[uid, event] : m_calendars.at(calendarID).events)
         for (auto &[recurrenceID, object] : event.objects)
             object.isDoubtful = true;
 }
 
 void DesktopEvents::finishLoad(const std::string &calendarID)
 {
-    Calendar *calendar = find(calendarID);
-    if (!calendar)
-        return;
-    for (auto &[uid, event] : calendar->events) {
+    Calendar &calendar = m_calendars.at(calendarID);
+    for (auto &[uid, event] : calendar.events)
         if (std::erase_if(event.objects, [](const auto &object) { return object.second.isDoubtful; }) > 0)
-            calendar->changed.try_emplace(uid, Reason::newContext);
-    }
+            calendar.changed.insert(uid);
 }
 
 void DesktopEvents::putObjects(const std::string &calendarID, std::vector<CalendarObject> objects)
 {
-    Calendar *calendar = find(calendarID);
-    if (!calendar)
-        return;
+    Calendar &calendar = m_calendars.at(calendarID);
     for (CalendarObject &object : objects) {
-        ensureLineEnd(object.text);
-        Object &known = calendar->events[object.name.uid].objects[object.name.recurrenceID];
+        Object &known = calendar.events[object.name.uid].objects[object.name.recurrenceID];
         known.isDoubtful = false;
         if (object.text != std::exchange(known.text, object.text))
-            calendar->changed.insert_or_assign(object.name.uid, Reason::newText);
+            calendar.changed.insert(object.name.uid);
     }
 }
 
 void DesktopEvents::removeObjects(const std::string &calendarID, const std::vector<ObjectName> &names)
 {
-    Calendar *calendar = find(calendarID);
-    if (!calendar)
-        return;
+    Calendar &calendar = m_calendars.at(calendarID);
     for (const ObjectName &name : names) {
-        const auto event = calendar->events.find(name.uid);
-        if (event == calendar->events.end())
-            continue;
+        auto &objects = calendar.events[name.uid].objects;
         if (name.recurrenceID.empty())
-            event->second.objects.clear();
+            objects.clear();
         else
-            event->second.objects.erase(name.recurrenceID);
-        calendar->changed.try_emplace(name.uid, Reason::newContext);
+            objects.erase(name.recurrenceID);
+        calendar.changed.insert(name.uid);
     }
 }
 
 void DesktopEvents::putTimeZone(const std::string &calendarID, const std::string &id, std::string text)
 {
-    Calendar *calendar = find(calendarID);
-    if (!calendar)
-        return;
-    ensureLineEnd(text);
-    if (text == std::exchange(calendar->timeZones[id], text))
-        return;
-    markAll(*calendar);
+    Calendar &calendar = m_calendars.at(calendarID);
+    if (text != std::exchange(calendar.timeZones[id], text))
+        markAll(calendar);
 }
 
 void DesktopEvents::settle(bool hasAll)
@@ -194,7 +145,7 @@ void DesktopEvents::report(const std::string &message)
 void DesktopEvents::takeWindow()
 {
     EventWindow wanted = window();
-    if (isSameWindow(wanted, m_window))
+    if (wanted == m_window)
         return;
     m_window = std::move(wanted);
     for (auto &[id, calendar] : m_calendars)
@@ -206,8 +157,8 @@ MeetingChanges DesktopEvents::update()
 {
     MeetingChanges changes{.removed = std::exchange(m_dropped, {}), .added = {}};
     for (auto &[id, calendar] : m_calendars)
-        for (const auto &[uid, reason] : std::exchange(calendar.changed, {}))
-            expand(calendar, uid, reason, changes);
+        for (const std::string &uid : std::exchange(calendar.changed, {}))
+            expand(calendar, uid, changes);
     return changes;
 }
 
@@ -218,50 +169,48 @@ std::vector<CalendarInfo> DesktopEvents::calendars() const
         const DesktopCalendar &info = m_calendars.at(id).info;
         all.push_back({.id = std::string(idPrefix) + id,
                        .title = info.title,
-                       .accountTitle = info.account.value_or(""),
-                       .color = info.color ? colorFrom(*info.color) : std::nullopt});
+                       .accountTitle = info.account,
+                       .color = colorFrom(info.color)});
     }
     return all;
-}
-
-DesktopEvents::Calendar *DesktopEvents::find(const std::string &id)
-{
-    const auto found = m_calendars.find(id);
-    return found == m_calendars.end() ? nullptr : &found->second;
 }
 
 void DesktopEvents::markAll(Calendar &calendar)
 {
     for (const auto &[uid, event] : calendar.events)
-        calendar.changed.try_emplace(uid, Reason::newContext);
+        calendar.changed.insert(uid);
 }
 
-void DesktopEvents::expand(Calendar &calendar, const std::string &uid, Reason reason, MeetingChanges &changes)
+void DesktopEvents::expand(Calendar &calendar, const std::string &uid, MeetingChanges &changes)
 {
-    const auto event = calendar.events.find(uid);
-    if (event == calendar.events.end())
-        return;
-    Meetings meetings = meetingsOf(calendar, event->second, reason);
-    keepUnchanged(std::move(event->second.meetings), meetings, changes);
-    event->second.meetings = std::move(meetings);
-    if (event->second.objects.empty())
-        calendar.events.erase(event);
-}
-
-Meetings DesktopEvents::meetingsOf(const Calendar &calendar, const Event &event, Reason reason)
-{
-    Meetings meetings;
+    Event &event = calendar.events[uid];
+    Meetings meetings = meetingsOf(calendar, event);
+    keepUnchanged(std::move(event.meetings), meetings, changes);
+    event.meetings = std::move(meetings);
     if (event.objects.empty())
-        return meetings;
-    std::vector<const std::string *> texts;
+        calendar.events.erase(uid);
+}
+
+Meetings DesktopEvents::meetingsOf(const Calendar &calendar, const Event &event)
+{
+    if (event.objects.empty())
+        return {};
+    std::string text("BEGIN:VCALENDAR\r\nVERSION:2.0\r\n");
+    for (const auto &[id, definition] : calendar.timeZones)
+        text.append(definition);
     for (const auto &[recurrenceID, object] : event.objects)
-        texts.push_back(&object.text);
-    ical::CalendarText text = ical::readCalendarText(calendarText(texts, calendar.timeZones), m_window);
-    // Other days don't make an old problem new.
-    if (reason == Reason::newText && !text.problems.empty())
-        report("an event of the calendar \"" + calendar.info.title + "\": " + text.problems.front().message);
+        text.append(object.text);
+    ical::CalendarText read = ical::readCalendarText(text.append("END:VCALENDAR\r\n"), m_window);
+    if (!read.problems.empty()) {
+        const std::string problem =
+            "an event of the calendar \"" + calendar.info.title + "\": " + read.problems.front().message;
+        // It is read again for other days.
+        if (m_problems.insert(problem).second)
+            report(problem);
+    }
+    Meetings meetings;
     const std::string calendarID = std::string(idPrefix) + calendar.info.id;
-    for (ical::Occurrence &occurrence : text.occurrences)
+    for (ical::Occurrence &occurrence : read.occurrences)
         meetings.push_back(meetingOf(std::move(occurrence), calendarID, calendar.addresses));
     return meetings;
 }

@@ -5,6 +5,7 @@
 
 #include <map>
 #include <mutex>
+#include <set>
 #include <unordered_map>
 
 namespace mivora {
@@ -50,9 +51,6 @@ private:
         Meetings meetings;
     };
 
-    /// What an event has to be expanded again for.
-    enum class Reason { newContext, newText };
-
     struct Calendar
     {
         DesktopCalendar info;
@@ -61,17 +59,16 @@ private:
         std::unordered_map<std::string, Event> events;
         /// VTIMEZONEs by their identifiers.
         std::map<std::string, std::string> timeZones;
-        /// By UID.
-        std::map<std::string, Reason> changed;
+        /// The UIDs of events that are to be expanded again.
+        std::set<std::string> changed;
     };
 
-    Calendar *find(const std::string &id);
     static void markAll(Calendar &calendar);
     void takeWindow();
     MeetingChanges update();
     std::vector<CalendarInfo> calendars() const;
-    void expand(Calendar &calendar, const std::string &uid, Reason reason, MeetingChanges &changes);
-    Meetings meetingsOf(const Calendar &calendar, const Event &event, Reason reason);
+    void expand(Calendar &calendar, const std::string &uid, MeetingChanges &changes);
+    Meetings meetingsOf(const Calendar &calendar, const Event &event);
 
     std::vector<std::string> m_addresses;
     CalendarLoader::Deliver m_deliver;
@@ -86,6 +83,8 @@ private:
     /// Of calendars that went.
     Meetings m_dropped;
     std::vector<CalendarInfo> m_told;
+    /// Those that were logged.
+    std::set<std::string> m_problems;
 };
 
 } // namespace mivora

@@ -2,10 +2,22 @@
 
 #include "Calendar/CalendarLog.h"
 #include "Platform/PluginFile.h"
+#include "Platform/linux/BusCall.h"
+
+#include <algorithm>
 
 namespace mivora {
 
 namespace {
+
+const QString busName = QStringLiteral("org.freedesktop.DBus");
+const QString busPath = QStringLiteral("/org/freedesktop/DBus");
+
+/// The number at the end grows with changes that old programs can't follow; the library knows its own.
+bool isSourcesName(const QString &name)
+{
+    return name.startsWith(QLatin1String("org.gnome.evolution.dataserver.Sources"));
+}
 
 DesktopInterval intervalOf(const EventWindow &window)
 {
@@ -41,12 +53,12 @@ DesktopLoader::~DesktopLoader()
 
 void DesktopLoader::start(const EventWindow &window, Deliver deliver)
 {
-    m_events = std::make_unique<DesktopEvents>(window, m_setup.addresses, deliver);
-    m_service = std::make_unique<DesktopService>(m_setup.bus);
-    QObject::connect(m_service.get(), &DesktopService::found, [this](const QString &name) {
-        m_thread = std::thread([this, service = name.toStdString()] { run(service); });
-    });
-    QObject::connect(m_service.get(), &DesktopService::missing, [deliver] { deliver(StoreUpdate()); });
+    m_deliver = deliver;
+    m_events = std::make_unique<DesktopEvents>(window, m_setup.addresses, std::move(deliver));
+    // It may be installed later.
+    m_setup.bus.connect(busName, busPath, busName, QStringLiteral("ActivatableServicesChanged"), this,
+                        SLOT(lookForServer()));
+    lookForServer();
 }
 
 void DesktopLoader::setWindow(const EventWindow &window)
@@ -59,26 +71,45 @@ void DesktopLoader::setWindow(const EventWindow &window)
         m_desktop->setInterval(intervalOf(window));
 }
 
-void DesktopLoader::run(const std::string &service)
+void DesktopLoader::lookForServer()
 {
-    if (const auto interval = makeDesktop())
-        m_desktop->run(service, *interval, *m_events);
+    // Something else than the bus may have started it, such as a session manager.
+    lookForServer(QStringLiteral("ListActivatableNames"), [this] {
+        lookForServer(QStringLiteral("ListNames"), [this] { m_deliver(StoreUpdate()); });
+    });
 }
 
-std::optional<DesktopInterval> DesktopLoader::makeDesktop()
+void DesktopLoader::lookForServer(const QString &method, const std::function<void()> &ifMissing)
+{
+    const auto call = QDBusMessage::createMethodCall(busName, busPath, busName, method);
+    callBus<QStringList>(
+        m_setup.bus, call, this, [this, ifMissing](const QDBusPendingReply<QStringList> &reply) {
+            const QStringList names = reply.isValid() ? reply.value() : QStringList();
+            const auto name = std::find_if(names.begin(), names.end(), isSourcesName);
+            if (m_thread.joinable())
+                return;
+            if (name == names.end())
+                ifMissing();
+            else
+                m_thread = std::thread([this, service = name->toStdString()] { run(service); });
+        });
+}
+
+void DesktopLoader::run(const std::string &service)
 {
     // Loading the libraries takes a while: outside of the lock.
     std::unique_ptr<DesktopCalendars> desktop = m_setup.factory();
     if (!desktop) {
         m_events->setAccess(DesktopAccess::unavailable);
-        m_events->settle(true);
-        return std::nullopt;
+        return m_events->settle(true);
     }
-    const std::lock_guard lock(m_mutex);
-    if (m_isStopping)
-        return std::nullopt;
-    m_desktop = std::move(desktop);
-    return intervalOf(m_events->window());
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_isStopping)
+            return;
+        m_desktop = std::move(desktop);
+    }
+    m_desktop->run(service, intervalOf(m_events->window()), *m_events);
 }
 
 } // namespace mivora

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "CalendarEds/DesktopEvents.h"
-#include "CalendarEds/DesktopService.h"
 
 #include <QDBusConnection>
 #include <thread>
@@ -19,8 +18,10 @@ std::unique_ptr<DesktopCalendars> makeEdsCalendars();
 /// Nothing of it is loaded where the session bus doesn't know the server. Access is full while the server can
 /// be had, restricted when the bus refuses it, else denied. While it is away for a moment the last answer
 /// stands.
-class DesktopLoader final : public CalendarLoader
+class DesktopLoader final : public QObject, public CalendarLoader
 {
+    Q_OBJECT
+
 public:
     struct Setup
     {
@@ -40,12 +41,13 @@ public:
     void setWindow(const EventWindow &window) override;
 
 private:
+    Q_SLOT void lookForServer();
+    void lookForServer(const QString &method, const std::function<void()> &ifMissing);
     void run(const std::string &service);
-    std::optional<DesktopInterval> makeDesktop();
 
     Setup m_setup;
+    Deliver m_deliver;
     std::unique_ptr<DesktopEvents> m_events;
-    std::unique_ptr<DesktopService> m_service;
     std::mutex m_mutex;
     std::unique_ptr<DesktopCalendars> m_desktop;
     bool m_isStopping = false;

@@ -19,6 +19,8 @@ struct EventWindow
     Timestamp from{};
     Timestamp to{};
     QTimeZone zone;
+
+    friend bool operator==(const EventWindow &, const EventWindow &) = default;
 };
 
 /// A line that could not be understood; what it belongs to is left out.

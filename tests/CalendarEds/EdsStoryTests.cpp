@@ -1,11 +1,13 @@
 #include "CalendarEds/DesktopLoader.h"
-#include "CalendarEds/EdsMaker.h"
 #include "CalendarEds/EdsWorld.h"
-#include "CalendarEds/RadicaleServer.h"
 #include "CalendarFolder/LoadedStore.h"
 
 #include <QDirIterator>
 #include <QElapsedTimer>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <csignal>
 #include <gmock/gmock.h>
 
@@ -14,41 +16,110 @@ namespace mivora {
 namespace {
 
 using namespace std::chrono_literals;
-using support::EdsMaker;
 using support::EdsWorld;
-using testing::HasSubstr;
 
 /// A VEVENT of an hour.
 std::string event(const std::string &uid, const std::string &start, const std::string &more = {})
 {
-    std::string text = "BEGIN:VEVENT\r\nUID:";
-    text.append(uid).append("\r\nDTSTAMP:20260101T000000Z\r\nDTSTART").append(start);
-    text.append("\r\nDURATION:PT1H\r\nSUMMARY:").append(uid).append("\r\n");
-    return text.append(more).append("END:VEVENT\r\n");
+    const std::string calendar = eventText(uid, start, more);
+    const std::size_t begin = calendar.find("BEGIN:VEVENT");
+    return calendar.substr(begin, calendar.find("END:VCALENDAR") - begin);
 }
 
-std::string calendarText(const std::string &events)
+/// A calendar as the server stores what it knows of it.
+QByteArray source(const QByteArray &title, const QByteArray &parent, const QByteArray &more)
 {
-    return "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//Example//EN\r\n" + events + "END:VCALENDAR\r\n";
+    return "[Data Source]\nDisplayName=" + title + "\nEnabled=true\nParent=" + parent + "\n[Calendar]\n" +
+           more;
 }
 
-/// The store over the real server, for the days around 10 March 2026 in UTC.
+/// A CalDAV server on this machine alone, with a calendar of "ann", whose password is "secret".
+class Radicale
+{
+public:
+    static bool isInstalled()
+    {
+        return !QStandardPaths::findExecutable(QStringLiteral("radicale")).isEmpty();
+    }
+
+    Radicale()
+    {
+        QTcpServer probe;
+        probe.listen(QHostAddress::LocalHost);
+        m_port = probe.serverPort();
+        probe.close();
+        m_folder.write("users", "ann:secret\n");
+        m_folder.write("collection-root/ann/work/.Radicale.props", "{\"tag\": \"VCALENDAR\"}");
+        m_folder.write("config", "[server]\nhosts = 127.0.0.1:" + std::to_string(m_port) +
+                                     "\n[auth]\ntype = htpasswd\nhtpasswd_encryption = plain\n"
+                                     "htpasswd_filename = " +
+                                     m_folder.path("users") +
+                                     "\n[storage]\nfilesystem_folder = " + m_folder.path() + '\n');
+        m_process.setStandardErrorFile(QProcess::nullDevice());
+        m_process.start(QStringLiteral("radicale"),
+                        {QStringLiteral("--config"), QString::fromStdString(m_folder.path("config"))});
+        waitFor([this] {
+            QTcpSocket client;
+            client.connectToHost(QHostAddress::LocalHost, m_port);
+            return client.waitForConnected(100);
+        });
+    }
+
+    ~Radicale()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+
+    QByteArray source() const
+    {
+        return mivora::source("Work", "caldav-stub",
+                              "BackendName=caldav\n[Authentication]\nHost=127.0.0.1\nUser=ann\nPort=" +
+                                  QByteArray::number(m_port) +
+                                  "\n[Security]\nMethod=none\n[WebDAV Backend]\nResourcePath=/ann/work/\n"
+                                  "EmailAddress=ann@example.com\n");
+    }
+
+    void put(const std::string &text) { m_folder.write("collection-root/ann/work/guarded.ics", text); }
+
+private:
+    CalendarFolder m_folder;
+    QProcess m_process;
+    quint16 m_port = 0;
+};
+
+/// The store over the real server, for the days around 10 March 2026 in UTC. Each test has a calendar of its
+/// own, and finds the server not running.
 class EdsStoryTest : public testing::Test
 {
 protected:
-    void SetUp() override
+    static void SetUpTestSuite()
     {
         if (!EdsWorld::isInstalled())
-            GTEST_SKIP() << "Evolution Data Server is not installed";
+            return;
+        std::map<QString, QByteArray> sources{
+            {QStringLiteral("local"), source("Work", "local-stub", "BackendName=local\nColor=#3584e4\n")},
+            {QStringLiteral("imported"), source("Imported", "local-stub", "BackendName=local\n")},
+            {QStringLiteral("unknown"), source("Unknown kind", "local-stub", "BackendName=nonesuch\n")}};
+        if (Radicale::isInstalled())
+            sources[QStringLiteral("net")] = server.emplace().source();
+        world.emplace(sources);
     }
 
-    void enter(const EdsWorld::Setup &setup = {{}, {}})
+    static void TearDownTestSuite()
     {
-        store.reset();
-        world = std::make_unique<EdsWorld>(setup);
+        world.reset();
+        server.reset();
     }
 
-    void openStore()
+    void SetUp() override
+    {
+        if (!world)
+            GTEST_SKIP() << "Evolution Data Server is not installed";
+        killServer();
+    }
+
+    void openStore(AuthorizationStatus expected = AuthorizationStatus::fullAccess)
     {
         MemoryStore::Loaders loaders;
         loaders.push_back(std::make_unique<DesktopLoader>(
@@ -56,12 +127,25 @@ protected:
         store = std::make_unique<MemoryStore>(
             access, windowAround(at("2026-03-10T08:00:00Z"), QTimeZone::utc()), std::move(loaders));
         ASSERT_TRUE(waitFor([this] { return store->isLoaded(); }, 40s));
+        EXPECT_EQ(store->authorizationStatus(), expected);
+    }
+
+    /// For both of its programs.
+    bool waitForServer()
+    {
+        return waitFor(
+            [this] {
+                return store->authorizationStatus() == AuthorizationStatus::fullAccess &&
+                       world->signalAll(0) >= 2;
+            },
+            40s);
     }
 
     std::string titles(const char *from = "2026-03-10T00:00:00Z", int days = 1)
     {
         std::string titles;
-        for (const auto &meeting : store->meetings(at(from), at(from) + Seconds(86400 * days), std::nullopt))
+        for (const auto &meeting :
+             store->meetings(at(from), at(from) + Seconds(86400 * days), {{"desktop:" + calendar}}))
             titles += (titles.empty() ? "" : ", ") + meeting->title;
         return titles;
     }
@@ -71,7 +155,7 @@ protected:
         return waitFor([&] { return titles(from, days) == wanted; }, 40s);
     }
 
-    std::string titleOf(const std::string &calendar)
+    std::string description()
     {
         for (const CalendarInfo &known : store->calendars())
             if (known.id == "desktop:" + calendar)
@@ -79,62 +163,79 @@ protected:
         return "none";
     }
 
+    /// As when it crashes.
+    void killServer()
+    {
+        world->signalAll(SIGKILL);
+        EXPECT_TRUE(waitFor([] { return world->signalAll(0) == 0; }));
+    }
+
+    static inline std::optional<Radicale> server;
+    static inline std::optional<EdsWorld> world;
     AccessMemory access{QDir::temp().filePath(QStringLiteral("unused")), AccessMemory::Permission::given};
-    std::unique_ptr<EdsWorld> world;
     std::unique_ptr<MemoryStore> store;
+    std::string calendar;
 };
 
 } // namespace
 
-TEST_F(EdsStoryTest, toldOfALocalCalendar)
+TEST_F(EdsStoryTest, tellsWhetherTheServerCanBeHad)
 {
-    enter();
-    world->writeSource(QStringLiteral("unknown"), "[Data Source]\nDisplayName=Unknown kind\nEnabled=true\n"
-                                                  "Parent=local-stub\n[Calendar]\nBackendName=nonesuch\n");
-    EdsMaker maker;
-    const std::string calendar = maker.addCalendar("Work");
-    maker.addCalDav("Nobody there", 1, "/none/", "me@example.com");
+    world->setStart("exit 1");
+    openStore(AuthorizationStatus::denied);
+    world->setStart("sleep 2; exec \"$@\"");
+    EXPECT_TRUE(waitForServer());
+    world->setStart("exec \"$@\"");
+    store.reset();
+    killServer();
+    world->bus().reload("<deny send_destination=\"org.gnome.evolution.dataserver.Sources5\"/>");
+    openStore(AuthorizationStatus::restricted);
+    world->bus().reload();
+    EXPECT_TRUE(waitForServer());
+}
+
+TEST_F(EdsStoryTest, followsALocalCalendar)
+{
+    calendar = "local";
     testing::internal::CaptureStderr();
     openStore();
     EXPECT_THAT(testing::internal::GetCapturedStderr(),
-                HasSubstr("the calendar \"Unknown kind\" can't be opened"));
-    EXPECT_EQ(titleOf(calendar), "On This Computer/Work#3584e4");
-    maker.edit(calendar, "DisplayName", "Office");
-    EXPECT_TRUE(waitFor([&] { return titleOf(calendar) == "On This Computer/Office#3584e4"; }, 20s));
+                testing::HasSubstr("the calendar \"Unknown kind\" can't be opened"));
+    EXPECT_EQ(description(), "On This Computer/Work#3584e4");
+    const auto source = world->source("local");
+    e_source_set_display_name(source.get(), "Office");
+    EXPECT_TRUE(e_source_write_sync(source.get(), nullptr, nullptr));
+    EXPECT_TRUE(waitFor([&] { return description() == "On This Computer/Office#3584e4"; }, 40s));
 
-    maker.create(calendar, event("series", ":20260301T090000Z", "RRULE:FREQ=DAILY;COUNT=60\r\n"));
-    EXPECT_TRUE(waitForTitles("series")) << titles();
+    world->import("local", eventText("series", "20260301T090000Z", "RRULE:FREQ=DAILY;COUNT=60\r\n"));
+    EXPECT_TRUE(waitForTitles("series"));
     // To another day of the window, to a day far outside of it, and back.
-    for (const char *start : {":20260312T150000Z", ":20270601T150000Z", ":20260310T200000Z"}) {
-        maker.modify(calendar, event("series", start, "RECURRENCE-ID:20260310T090000Z\r\n"),
-                     EdsMaker::Which::thisOne);
-        EXPECT_TRUE(waitForTitles(std::string_view(start).starts_with(":20260310") ? "series" : "")) << start;
+    for (const char *start : {"20260312T150000Z", "20270601T150000Z", "20260310T200000Z"}) {
+        world->modify("local", event("series", start, "RECURRENCE-ID:20260310T090000Z\r\n"),
+                      E_CAL_OBJ_MOD_THIS);
+        EXPECT_TRUE(waitForTitles(std::string_view(start).starts_with("20260310") ? "series" : "")) << start;
     }
-    maker.remove(calendar, "series", "20260311T090000Z", EdsMaker::Which::thisOne);
+    world->remove("local", "series", "20260311T090000Z", E_CAL_OBJ_MOD_THIS);
     EXPECT_TRUE(waitForTitles("", "2026-03-11T00:00:00Z"));
-    maker.remove(calendar, "series");
+    world->remove("local", "series", nullptr, E_CAL_OBJ_MOD_ALL);
     EXPECT_TRUE(waitForTitles("", "2026-03-09T00:00:00Z", 4));
 
-    maker.create(calendar, event("later", ":20260601T090000Z"));
+    world->import("local", eventText("later", "20260601T090000Z"));
     EXPECT_TRUE(waitForTitles("later", "2026-06-01T00:00:00Z"));
-    // The server never finishes to expand this one.
-    maker.import(calendar, calendarText(event("30 February", ":20260101T090000Z",
-                                              "RRULE:FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30\r\n") +
-                                        event("after it", ":20260310T090000Z")));
-    EXPECT_TRUE(waitForTitles("after it"));
+    // The server never finishes to expand the first.
+    std::string endless =
+        eventText("30 February", "20260101T090000Z", "RRULE:FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30\r\n");
+    world->import("local", endless.insert(endless.find("END:VCALENDAR"), event("after", "20260310T090000Z")));
+    EXPECT_TRUE(waitForTitles("after"));
     openStore();
-    EXPECT_TRUE(waitForTitles("after it"));
+    EXPECT_TRUE(waitForTitles("after"));
 
     // It dies and comes back, hangs and is left.
-    for (const pid_t process : world->processes())
-        kill(process, SIGKILL);
-    EXPECT_EQ(titles(), "after it");
-    EXPECT_TRUE(waitFor([&] { return !world->processOf(EdsWorld::calendarName); }));
-    EdsMaker().modify(calendar, event("after it", ":20260310T090000Z", "STATUS:CANCELLED\r\n"));
+    killServer();
+    EXPECT_EQ(titles(), "after");
+    world->modify("local", event("after", "20260310T090000Z", "STATUS:CANCELLED\r\n"), E_CAL_OBJ_MOD_ALL);
     EXPECT_TRUE(waitForTitles(""));
-    const std::vector<pid_t> servers = world->processes();
-    for (const pid_t process : servers)
-        kill(process, SIGSTOP);
+    EXPECT_GE(world->signalAll(SIGSTOP), 2U);
     QElapsedTimer timer;
     timer.start();
     titles("2026-07-20T00:00:00Z");
@@ -143,94 +244,70 @@ TEST_F(EdsStoryTest, toldOfALocalCalendar)
     EXPECT_LT(timer.elapsed(), 5000);
 }
 
-TEST_F(EdsStoryTest, toldOfAnAccountOnTheNet)
+TEST_F(EdsStoryTest, followsAnAccountOnTheNet)
 {
-    if (!support::RadicaleServer::isInstalled())
-        GTEST_SKIP() << "Radicale or curl is not installed";
-    enter();
-    support::RadicaleServer server;
-    const auto put = [&](const char *start, const std::string &more = {}) {
-        return server.put(
-            QStringLiteral("/ann/work/guarded.ics"),
-            calendarText(event("Guarded", start,
-                               more + "ORGANIZER:mailto:bob@example.com\r\n"
-                                      "ATTENDEE;PARTSTAT=ACCEPTED:mailto:ann@example.com\r\n")));
+    if (!server)
+        GTEST_SKIP() << "Radicale is not installed";
+    calendar = "net";
+    const auto guarded = [](const char *start, const std::string &more) {
+        return eventText("Guarded", start,
+                         more + "ORGANIZER:mailto:bob@example.com\r\n"
+                                "ATTENDEE;PARTSTAT=ACCEPTED:mailto:ann@example.com\r\n");
     };
-    ASSERT_TRUE(server.makeCalendar(QStringLiteral("/ann/work/")) && put(":20260310T090000Z"));
-    EdsMaker maker;
-    const std::string calendar =
-        maker.addCalDav("Work", server.port(), "/ann/work/", "ann@example.com", "ann");
-    maker.create(maker.addCalendar("Open"), event("Open", ":20260310T100000Z"));
+    server->put(guarded("20260310T090000Z", {}));
     testing::internal::CaptureStderr();
     openStore();
     std::string log;
-    EXPECT_TRUE(waitForTitles("Open"));
-    EXPECT_TRUE(waitFor(
-        [&] {
-            log += testing::internal::GetCapturedStderr();
-            testing::internal::CaptureStderr();
-            return log.find("\"Work\" is not signed in") != log.npos;
-        },
-        20s))
-        << log;
+    const auto isAsked = [&] {
+        log += testing::internal::GetCapturedStderr();
+        testing::internal::CaptureStderr();
+        return log.find("\"Work\" is not signed in") != log.npos;
+    };
+    EXPECT_TRUE(waitFor(isAsked, 40s)) << log;
     testing::internal::GetCapturedStderr();
-    maker.signIn(calendar, "ann", "secret");
-    ASSERT_TRUE(waitForTitles("Guarded, Open")) << titles();
+    EXPECT_EQ(titles(), "");
+    const std::unique_ptr<ENamedParameters, decltype(&e_named_parameters_free)> password(
+        e_named_parameters_new(), &e_named_parameters_free);
+    e_named_parameters_set(password.get(), E_SOURCE_CREDENTIAL_USERNAME, "ann");
+    e_named_parameters_set(password.get(), E_SOURCE_CREDENTIAL_PASSWORD, "secret");
+    EXPECT_TRUE(
+        e_source_invoke_authenticate_sync(world->source("net").get(), password.get(), nullptr, nullptr));
+    ASSERT_TRUE(waitForTitles("Guarded"));
     const auto meeting = store->meetings(at("2026-03-10T09:00:00Z"), at("2026-03-10T09:30:00Z"), {}).at(0);
     EXPECT_EQ(meeting->participation, Participation::accepted);
-    EXPECT_TRUE(put(":20260311T090000Z", "SEQUENCE:1\r\n"));
-    maker.refresh(calendar);
+    server->put(guarded("20260311T090000Z", "SEQUENCE:1\r\n"));
+    EXPECT_TRUE(e_client_refresh_sync(E_CLIENT(world->client("net").get()), nullptr, nullptr));
     EXPECT_TRUE(waitForTitles("Guarded", "2026-03-11T00:00:00Z"));
 }
 
 TEST_F(EdsStoryTest, readsTheSameAsFromFiles)
 {
     // A calendar's files in the server, and the same as a folder, in the week of a change of the clocks.
-    enter();
     const std::string folder = std::string(MIVORA_TEST_DATA) + "/calendars";
-    EdsMaker maker;
-    const std::string calendar = maker.addCalendar("Work");
     for (QDirIterator files(QString::fromStdString(folder), {QStringLiteral("*.ics")}, QDir::Files,
                             QDirIterator::Subdirectories);
          files.hasNext();) {
         QFile file(files.next());
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        maker.import(calendar, file.readAll().toStdString());
+        world->import("imported", file.readAll().toStdString());
     }
     openStore();
     LoadedStore asFolder({folder}, {"me@example.com"});
-    const auto meetings = [](EventStore &asked) {
+    using Selection = std::optional<std::set<std::string>>;
+    const auto meetings = [](MemoryStore &asked, const Selection &ids) {
         std::multiset<std::tuple<std::string, std::string, Timestamp, std::int64_t, bool>> found;
+        asked.setTimeZone(zoneNamed("Europe/Berlin"));
         for (const auto &m :
-             asked.meetings(at("2026-03-23T00:00:00+01:00"), at("2026-04-01T00:00:00+02:00"), std::nullopt))
+             asked.meetings(at("2026-03-23T00:00:00+01:00"), at("2026-04-01T00:00:00+02:00"), ids))
             found.emplace(m->id, m->title + (m->joinLink ? m->joinLink->webURL.text() : ""), m->end,
                           m->attendeeCount, m->isAllDay);
         return found;
     };
-    for (EventStore *each :
-         {static_cast<EventStore *>(store.get()), static_cast<EventStore *>(&asFolder.store())})
-        each->setTimeZone(zoneNamed("Europe/Berlin"));
-    waitFor(
-        [&] {
-            return meetings(asFolder.store()).size() > 10 && meetings(*store) == meetings(asFolder.store());
-        },
-        20s);
-    EXPECT_THAT(meetings(*store), testing::ContainerEq(meetings(asFolder.store())));
-    EXPECT_GT(meetings(*store).size(), 10U);
-}
-
-TEST_F(EdsStoryTest, isDeniedOrRestrictedWhereTheServerCantBeHad)
-{
-    enter({.wrapper = QStringLiteral("/bin/false"), .busRules = {}});
-    openStore();
-    EXPECT_EQ(store->authorizationStatus(), AuthorizationStatus::denied);
-    enter(
-        {.wrapper = {}, .busRules = "<deny send_destination=\"org.gnome.evolution.dataserver.Sources5\"/>"});
-    openStore();
-    EXPECT_EQ(store->authorizationStatus(), AuthorizationStatus::restricted);
-    enter({.wrapper = QStringLiteral("/bin/sh -c 'sleep 2; exec \"$@\"' sh"), .busRules = {}});
-    openStore();
-    EXPECT_EQ(store->authorizationStatus(), AuthorizationStatus::fullAccess);
+    const auto inServer = [&] { return meetings(*store, {{"desktop:imported"}}); };
+    const auto inFiles = [&] { return meetings(asFolder.store(), std::nullopt); };
+    waitFor([&] { return inFiles().size() > 10 && inServer() == inFiles(); }, 20s);
+    EXPECT_THAT(inServer(), testing::ContainerEq(inFiles()));
+    EXPECT_GT(inServer().size(), 10U);
 }
 
 } // namespace mivora

@@ -3,8 +3,6 @@
 #include <QDBusConnectionInterface>
 #include <QDBusReply>
 #include <QDir>
-#include <QFile>
-#include <QThread>
 #include <algorithm>
 #include <csignal>
 #include <stdexcept>
@@ -13,15 +11,14 @@ namespace support {
 
 namespace {
 
-const QString systemServices = QStringLiteral("/usr/share/dbus-1/services/");
-const QString names[] = {QStringLiteral("org.gnome.evolution.dataserver.AddressBook10"),
-                         QString::fromLatin1(EdsWorld::calendarName),
-                         QString::fromLatin1(EdsWorld::sourcesName)};
+using mivora::GlibObject;
 
-QByteArray contentOf(const QString &path)
+const QString services[] = {QString::fromLatin1(EdsWorld::calendarName),
+                            QString::fromLatin1(EdsWorld::sourcesName)};
+
+QString serviceFile(const QString &name)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return QStringLiteral("/usr/share/dbus-1/services/%1.service").arg(name);
 }
 
 void write(const QString &path, const QByteArray &text)
@@ -32,24 +29,14 @@ void write(const QString &path, const QByteArray &text)
         throw std::runtime_error("can't write " + path.toStdString());
 }
 
-std::vector<pid_t> childrenOf(pid_t parent)
+/// Calls a function of GLib's, which takes an error last.
+template<typename Function, typename... Arguments> auto called(Function function, Arguments... arguments)
 {
-    std::vector<pid_t> children;
-    const QByteArray list = contentOf(QStringLiteral("/proc/%1/task/%1/children").arg(parent));
-    for (const QByteArray &process : list.simplified().split(' '))
-        if (!process.isEmpty())
-            children.push_back(process.toInt());
-    return children;
-}
-
-bool waitForEnd(pid_t process)
-{
-    for (int waited = 0; waited < 300; ++waited) {
-        if (kill(process, 0) != 0)
-            return true;
-        QThread::msleep(10);
-    }
-    return false;
+    GError *error = nullptr;
+    const auto result = function(arguments..., nullptr, &error);
+    if (const mivora::GlibError owner(error); error)
+        throw std::runtime_error(error->message);
+    return result;
 }
 
 } // namespace
@@ -57,84 +44,94 @@ bool waitForEnd(pid_t process)
 bool EdsWorld::isInstalled()
 {
     return PrivateBus::isInstalled() &&
-           std::all_of(std::begin(names), std::end(names), [](const QString &name) {
-               return QFile::exists(systemServices + name + QStringLiteral(".service"));
-           });
+           std::all_of(std::begin(services), std::end(services),
+                       [](const QString &name) { return QFile::exists(serviceFile(name)); });
 }
 
-EdsWorld::EdsWorld(const Setup &setup)
+EdsWorld::EdsWorld(const std::map<QString, QByteArray> &sources)
 {
-    const std::pair<const char *, const char *> folders[] = {
-        {"HOME", "home"},
-        {"XDG_CONFIG_HOME", "config"},
-        {"XDG_DATA_HOME", "data"},
-        {"XDG_CACHE_HOME", "cache"},
-        {"XDG_STATE_HOME", "state"},
-        {"XDG_RUNTIME_DIR", "run"},
-    };
-    for (const auto &[variable, folder] : folders) {
-        const QString path = m_home.filePath(QString::fromLatin1(folder));
-        QDir().mkpath(path);
-        QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        qputenv(variable, QFile::encodeName(path));
+    for (const char *folder : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_STATE_HOME",
+                               "XDG_RUNTIME_DIR"}) {
+        QDir().mkpath(path(QLatin1String(folder)));
+        qputenv(folder, QFile::encodeName(path(QLatin1String(folder))));
     }
     // No services of GNOME's but those of the test.
     qputenv("GIO_USE_VFS", "local");
     qputenv("GSETTINGS_BACKEND", "memory");
     qputenv("DBUS_SYSTEM_BUS_ADDRESS", "disabled:");
-    writeServices(setup.wrapper);
-    m_bus = std::make_unique<PrivateBus>(m_home.filePath(QStringLiteral("services")), setup.busRules);
+    for (const auto &[id, text] : sources)
+        write(path(QStringLiteral("XDG_CONFIG_HOME/evolution/sources/%1.source").arg(id)), text);
+    const QByteArray start = "Exec=/bin/sh " + path(QStringLiteral("start ")).toUtf8();
+    for (const QString &name : services) {
+        QFile file(serviceFile(name));
+        file.open(QIODevice::ReadOnly);
+        write(path(QStringLiteral("services/%1.service").arg(name)), file.readAll().replace("Exec=", start));
+    }
+    setStart("exec \"$@\"");
+    m_bus = std::make_unique<PrivateBus>(path(QStringLiteral("services")));
     m_bus->enter();
-    m_connection = std::make_unique<QDBusConnection>(m_bus->connection());
+    m_connection = m_bus->connection();
+    // Else GLib ends the process with the bus.
+    const GlibObject<GDBusConnection> session(called(g_bus_get_sync, G_BUS_TYPE_SESSION));
+    g_dbus_connection_set_exit_on_close(session.get(), FALSE);
 }
 
 EdsWorld::~EdsWorld()
 {
-    const std::vector<pid_t> servers = processes();
-    for (const pid_t process : servers)
-        kill(process, SIGCONT);
-    m_connection.reset();
-    m_bus.reset();
-    for (const pid_t process : servers) {
-        if (!waitForEnd(process))
-            kill(process, SIGKILL);
+    signalAll(SIGKILL);
+}
+
+void EdsWorld::setStart(const QByteArray &script) const
+{
+    write(path(QStringLiteral("start")), script);
+}
+
+std::size_t EdsWorld::signalAll(int signal) const
+{
+    QDBusConnectionInterface *names = m_connection.interface();
+    std::size_t count = 0;
+    for (const QString &name : names->registeredServiceNames().value()) {
+        const QDBusReply<uint> process = names->servicePid(name);
+        if (name.startsWith(QLatin1String("org.gnome.evolution.dataserver.")) && process.isValid())
+            count += kill(pid_t(process.value()), signal) == 0;
     }
+    return count;
 }
 
-void EdsWorld::writeSource(const QString &id, const QByteArray &text) const
+GlibObject<ESource> EdsWorld::source(const char *id) const
 {
-    write(m_home.filePath(QStringLiteral("config/evolution/sources/") + id + QStringLiteral(".source")),
-          text);
+    const GlibObject<ESourceRegistry> registry(called(e_source_registry_new_sync));
+    return GlibObject<ESource>(e_source_registry_ref_source(registry.get(), id));
 }
 
-void EdsWorld::writeServices(const QString &wrapper) const
+GlibObject<ECalClient> EdsWorld::client(const char *calendar) const
 {
-    const QString folder = m_home.filePath(QStringLiteral("services"));
-    for (const QString &name : names) {
-        QByteArray service = contentOf(systemServices + name + QStringLiteral(".service"));
-        service.replace("Exec=", QByteArray("Exec=" + wrapper.toUtf8() + ' '));
-        write(folder + QLatin1Char('/') + name + QStringLiteral(".service"), service);
-    }
+    const GlibObject<ESource> opened = source(calendar);
+    return GlibObject<ECalClient>(E_CAL_CLIENT(
+        called(e_cal_client_connect_sync, opened.get(), E_CAL_CLIENT_SOURCE_TYPE_EVENTS, G_MAXUINT32)));
 }
 
-std::optional<pid_t> EdsWorld::processOf(const char *name) const
+void EdsWorld::import(const char *calendar, const std::string &text) const
 {
-    const QDBusReply<uint> reply = m_connection->interface()->servicePid(QString::fromLatin1(name));
-    return reply.isValid() ? std::optional(pid_t(reply.value())) : std::nullopt;
+    const GlibObject<ICalComponent> events(i_cal_component_new_from_string(text.c_str()));
+    // As one that is published, whatever it was sent as.
+    i_cal_component_set_method(events.get(), I_CAL_METHOD_PUBLISH);
+    called(e_cal_client_receive_objects_sync, client(calendar).get(), events.get(),
+           E_CAL_OPERATION_FLAG_NONE);
 }
 
-std::vector<pid_t> EdsWorld::processes() const
+void EdsWorld::modify(const char *calendar, const std::string &event, ECalObjModType which) const
 {
-    std::vector<pid_t> found;
-    for (const QString &name : names) {
-        const auto process = processOf(name.toLatin1().constData());
-        if (!process)
-            continue;
-        found.push_back(*process);
-        const std::vector<pid_t> children = childrenOf(*process);
-        found.insert(found.end(), children.begin(), children.end());
-    }
-    return found;
+    const GlibObject<ICalComponent> component(i_cal_component_new_from_string(event.c_str()));
+    called(e_cal_client_modify_object_sync, client(calendar).get(), component.get(), which,
+           E_CAL_OPERATION_FLAG_NONE);
+}
+
+void EdsWorld::remove(const char *calendar, const char *uid, const char *recurrenceID,
+                      ECalObjModType which) const
+{
+    called(e_cal_client_remove_object_sync, client(calendar).get(), uid, recurrenceID, which,
+           E_CAL_OPERATION_FLAG_NONE);
 }
 
 } // namespace support

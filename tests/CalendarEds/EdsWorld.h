@@ -1,15 +1,19 @@
 #pragma once
 
+#include "CalendarEds/plugin/Glib.h"
 #include "support/PrivateBus.h"
 
 #include <QTemporaryDir>
-#include <QtGlobal>
-#include <optional>
+#include <libecal/libecal.h>
+#include <map>
 
 namespace support {
 
-/// Evolution Data Server for one test program: the real one, on a bus and in a home of its own. Its programs
-/// are gone when this is.
+/// The real Evolution Data Server, on a bus and in a home of its own. There is one for a whole process:
+/// libraries keep their connection to the session bus, and remember where the home is.
+///
+/// Calendars are changed as another program would do it: each function waits for the server, and throws
+/// std::runtime_error when it refuses.
 class EdsWorld final
 {
 public:
@@ -19,38 +23,36 @@ public:
     /// Whether it can be run here.
     static bool isInstalled();
 
-    struct Setup
-    {
-        /// Put before the servers' command lines: a program that starts them, or doesn't.
-        QString wrapper = {};
-        /// Further elements of the bus's policy.
-        QByteArray busRules = {};
-    };
-
-    /// Becomes the environment of this process and of those that it starts.
-    explicit EdsWorld(const Setup &setup = {{}, {}});
+    /// Becomes the environment of this process and of those that it starts. `sources` are calendars beside
+    /// the server's own "system-calendar", by identifier, as it stores them.
+    explicit EdsWorld(const std::map<QString, QByteArray> &sources = {});
     ~EdsWorld();
     Q_DISABLE_COPY_MOVE(EdsWorld)
-
-    /// A source as the server stores it; before the server is first used.
-    void writeSource(const QString &id, const QByteArray &text) const;
 
     QString path(const QString &relative) const { return m_home.filePath(relative); }
 
     PrivateBus &bus() { return *m_bus; }
 
-    /// The process that owns a name on the bus; nothing when nobody does.
-    std::optional<pid_t> processOf(const char *name) const;
+    /// Has the server's programs started by a script of the shell, where "$@" is the command.
+    void setStart(const QByteArray &script) const;
 
-    /// Every process of the server that runs now: those that own names, and their children.
-    std::vector<pid_t> processes() const;
+    /// Sends `signal` to every process of the server; returns how many there are.
+    std::size_t signalAll(int signal) const;
+
+    mivora::GlibObject<ESource> source(const char *id) const;
+    mivora::GlibObject<ECalClient> client(const char *calendar) const;
+
+    /// All events and time zones of a VCALENDAR.
+    void import(const char *calendar, const std::string &text) const;
+
+    /// `event` is a VEVENT.
+    void modify(const char *calendar, const std::string &event, ECalObjModType which) const;
+    void remove(const char *calendar, const char *uid, const char *recurrenceID, ECalObjModType which) const;
 
 private:
-    void writeServices(const QString &wrapper) const;
-
     QTemporaryDir m_home;
     std::unique_ptr<PrivateBus> m_bus;
-    std::unique_ptr<QDBusConnection> m_connection;
+    QDBusConnection m_connection{QString()};
 };
 
 } // namespace support

@@ -3,6 +3,7 @@
 #include "support/ServerProcess.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QFile>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -15,12 +16,12 @@ namespace support {
 class PrivateBus final
 {
 public:
-    /// `rules` are further elements of the bus's policy. Throws std::runtime_error when the daemon can't be
-    /// started.
-    explicit PrivateBus(const QString &serviceFolder = {}, const QByteArray &rules = {})
-        : m_server(QStringLiteral("dbus-daemon"),
+    /// Throws std::runtime_error when the daemon can't be started.
+    explicit PrivateBus(const QString &serviceFolder = {})
+        : m_serviceFolder(serviceFolder.isEmpty() ? m_folder.path() : serviceFolder),
+          m_server(QStringLiteral("dbus-daemon"),
                    {QStringLiteral("--nofork"), QStringLiteral("--print-address"),
-                    QStringLiteral("--config-file=") + writeConfiguration(serviceFolder, rules)})
+                    QStringLiteral("--config-file=") + writeConfiguration({})})
     {
     }
 
@@ -51,17 +52,26 @@ public:
     /// starts from now on.
     void enter() const { qputenv("DBUS_SESSION_BUS_ADDRESS", address()); }
 
-private:
-    QString writeConfiguration(const QString &serviceFolder, const QByteArray &rules) const
+    /// Has the daemon look at its services anew, as after an installation, and gives its policy `rules` as
+    /// further elements.
+    void reload(const QByteArray &rules = {})
     {
-        const QString folder = m_folder.path();
+        writeConfiguration(rules);
+        const QString name = QStringLiteral("org.freedesktop.DBus");
+        connection().call(QDBusMessage::createMethodCall(name, QStringLiteral("/org/freedesktop/DBus"), name,
+                                                         QStringLiteral("ReloadConfig")));
+    }
+
+private:
+    QString writeConfiguration(const QByteArray &rules) const
+    {
         const QString text =
             QStringLiteral(
                 "<busconfig><type>session</type><listen>unix:path=%1/bus</listen><auth>EXTERNAL</auth>"
                 "<servicedir>%2</servicedir><policy context=\"default\">"
                 "<allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/>"
                 "<allow own=\"*\"/>%3</policy></busconfig>")
-                .arg(folder, serviceFolder.isEmpty() ? folder : serviceFolder, QString::fromUtf8(rules));
+                .arg(m_folder.path(), m_serviceFolder, QString::fromUtf8(rules));
         QFile file(m_folder.filePath(QStringLiteral("bus.conf")));
         if (!file.open(QFile::WriteOnly) || file.write(text.toUtf8()) < 0)
             throw std::runtime_error("the bus configuration can't be written");
@@ -69,6 +79,7 @@ private:
     }
 
     QTemporaryDir m_folder;
+    QString m_serviceFolder;
     ServerProcess m_server;
     QStringList m_connections;
 };

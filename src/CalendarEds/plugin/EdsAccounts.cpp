@@ -1,35 +1,12 @@
 #include "CalendarEds/plugin/EdsAccounts.h"
 
-#include "CalendarEds/plugin/GlibPointers.h"
-
-#include <algorithm>
+#include "CalendarEds/plugin/Glib.h"
 
 namespace mivora {
 
 namespace {
 
-/// A list of addresses, each once and in lower case.
-class AddressList
-{
-public:
-    /// Takes \a text when it is an address; user names of accounts often are.
-    void add(std::string text)
-    {
-        for (char &c : text)
-            c = g_ascii_tolower(c);
-        static constexpr std::string_view scheme = "mailto:";
-        if (text.starts_with(scheme))
-            text.erase(0, scheme.size());
-        const bool isAddress = text.find('@') != std::string::npos && text.find('/') == std::string::npos;
-        if (isAddress && std::find(m_addresses.begin(), m_addresses.end(), text) == m_addresses.end())
-            m_addresses.push_back(std::move(text));
-    }
-
-    std::vector<std::string> take() { return std::move(m_addresses); }
-
-private:
-    std::vector<std::string> m_addresses;
-};
+using Texts = std::vector<std::string>;
 
 template<typename Extension> Extension *extensionOf(ESource *source, const char *name)
 {
@@ -44,26 +21,26 @@ GlibObject<ESource> parentOf(ESourceRegistry *registry, ESource *source)
     return GlibObject<ESource>(id.empty() ? nullptr : e_source_registry_ref_source(registry, id.c_str()));
 }
 
-void addFrom(ESource *source, AddressList &addresses)
+void addFrom(ESource *source, Texts &addresses)
 {
     if (auto *webdav = extensionOf<ESourceWebdav>(source, E_SOURCE_EXTENSION_WEBDAV_BACKEND))
-        addresses.add(takeText(e_source_webdav_dup_email_address(webdav)));
+        addresses.push_back(takeText(e_source_webdav_dup_email_address(webdav)));
     if (auto *local = extensionOf<ESourceLocal>(source, E_SOURCE_EXTENSION_LOCAL_BACKEND))
-        addresses.add(takeText(e_source_local_dup_email_address(local)));
+        addresses.push_back(takeText(e_source_local_dup_email_address(local)));
     if (auto *goa = extensionOf<ESourceGoa>(source, E_SOURCE_EXTENSION_GOA))
-        addresses.add(takeText(e_source_goa_dup_address(goa)));
+        addresses.push_back(takeText(e_source_goa_dup_address(goa)));
     if (auto *collection = extensionOf<ESourceCollection>(source, E_SOURCE_EXTENSION_COLLECTION))
-        addresses.add(takeText(e_source_collection_dup_identity(collection)));
+        addresses.push_back(takeText(e_source_collection_dup_identity(collection)));
     if (auto *login = extensionOf<ESourceAuthentication>(source, E_SOURCE_EXTENSION_AUTHENTICATION))
-        addresses.add(takeText(e_source_authentication_dup_user(login)));
+        addresses.push_back(takeText(e_source_authentication_dup_user(login)));
 }
 
-void addIdentity(ESource *source, AddressList &addresses)
+void addIdentity(ESource *source, Texts &addresses)
 {
     auto *identity = extensionOf<ESourceMailIdentity>(source, E_SOURCE_EXTENSION_MAIL_IDENTITY);
     if (!identity)
         return;
-    addresses.add(takeText(e_source_mail_identity_dup_address(identity)));
+    addresses.push_back(takeText(e_source_mail_identity_dup_address(identity)));
     GHashTable *aliases = e_source_mail_identity_get_aliases_as_hash_table(identity);
     if (!aliases)
         return;
@@ -71,12 +48,12 @@ void addIdentity(ESource *source, AddressList &addresses)
     gpointer address = nullptr;
     g_hash_table_iter_init(&iterator, aliases);
     while (g_hash_table_iter_next(&iterator, &address, nullptr))
-        addresses.add(static_cast<const gchar *>(address));
+        addresses.push_back(static_cast<const gchar *>(address));
     g_hash_table_destroy(aliases);
 }
 
 /// Of all mail accounts, or of those that belong to \a parent.
-void addIdentities(ESourceRegistry *registry, const char *parent, AddressList &addresses)
+void addIdentities(ESourceRegistry *registry, const char *parent, Texts &addresses)
 {
     GList *sources = e_source_registry_list_enabled(registry, E_SOURCE_EXTENSION_MAIL_IDENTITY);
     for (GList *at = sources; at; at = at->next) {
@@ -87,10 +64,9 @@ void addIdentities(ESourceRegistry *registry, const char *parent, AddressList &a
     g_list_free_full(sources, g_object_unref);
 }
 
-std::vector<std::string> ownersOf(ESourceRegistry *registry, ESource *calendar, const std::string &address)
+Texts ownersOf(ESourceRegistry *registry, ESource *calendar, const std::string &address)
 {
-    AddressList addresses;
-    addresses.add(address);
+    Texts addresses{address};
     GlibObject<ESource> source = sharedObject(calendar);
     // An account's addresses stand with the account, or with its mail.
     for (int depth = 0; source && depth < 8; ++depth) {
@@ -99,12 +75,7 @@ std::vector<std::string> ownersOf(ESourceRegistry *registry, ESource *calendar, 
             addIdentities(registry, e_source_get_uid(source.get()), addresses);
         source = parentOf(registry, source.get());
     }
-    return addresses.take();
-}
-
-std::optional<std::string> nonEmpty(std::string text)
-{
-    return text.empty() ? std::nullopt : std::optional(std::move(text));
+    return addresses;
 }
 
 } // namespace
@@ -115,18 +86,18 @@ DesktopCalendar describeCalendar(ESourceRegistry *registry, ESource *source, con
     calendar.id = e_source_get_uid(source);
     calendar.title = takeText(e_source_dup_display_name(source));
     if (const auto parent = parentOf(registry, source))
-        calendar.account = nonEmpty(takeText(e_source_dup_display_name(parent.get())));
+        calendar.account = takeText(e_source_dup_display_name(parent.get()));
     if (auto *shown = extensionOf<ESourceSelectable>(source, E_SOURCE_EXTENSION_CALENDAR))
-        calendar.color = nonEmpty(takeText(e_source_selectable_dup_color(shown)));
+        calendar.color = takeText(e_source_selectable_dup_color(shown));
     calendar.ownerAddresses = ownersOf(registry, source, address);
     return calendar;
 }
 
 std::vector<std::string> mailAddresses(ESourceRegistry *registry)
 {
-    AddressList addresses;
+    Texts addresses;
     addIdentities(registry, nullptr, addresses);
-    return addresses.take();
+    return addresses;
 }
 
 } // namespace mivora

@@ -6,11 +6,11 @@
 
 namespace mivora {
 
-/// \a source, a calendar, as the program knows it. \a address is what the calendar itself calls its e-mail
+/// `source`, a calendar, as the program knows it. `address` is what the calendar itself calls its e-mail
 /// address; may be empty.
 DesktopCalendar describeCalendar(ESourceRegistry *registry, ESource *source, const std::string &address);
 
-/// The addresses of the user's mail accounts, in lower case.
+/// The addresses of the user's mail accounts.
 std::vector<std::string> mailAddresses(ESourceRegistry *registry);
 
 } // namespace mivora

@@ -1,6 +1,7 @@
 #include "CalendarEds/plugin/EdsCalendar.h"
 
-#include "CalendarEds/plugin/EdsObjects.h"
+#include <QDateTime>
+#include <set>
 
 namespace mivora {
 
@@ -8,6 +9,67 @@ namespace {
 
 /// Opens without waiting for a server on the net: what is known of it is there at once.
 constexpr guint32 withoutWaiting = G_MAXUINT32;
+
+/// The events of `components`, a list of ICalComponent.
+std::vector<CalendarObject> readObjects(const GSList *components)
+{
+    std::vector<CalendarObject> objects;
+    for (; components; components = components->next) {
+        auto *component = static_cast<ICalComponent *>(components->data);
+        const gchar *uid = i_cal_component_get_uid(component);
+        if (!uid || i_cal_component_isa(component) != I_CAL_VEVENT_COMPONENT)
+            continue;
+        std::string recurrenceID = takeText(e_cal_util_component_get_recurid_as_string(component));
+        objects.push_back(
+            {{uid, std::move(recurrenceID)}, takeText(i_cal_component_as_ical_string(component))});
+    }
+    return objects;
+}
+
+/// The names of `ids`, a list of ECalComponentId.
+std::vector<ObjectName> readNames(const GSList *ids)
+{
+    std::vector<ObjectName> names;
+    for (; ids; ids = ids->next) {
+        const auto *id = static_cast<const ECalComponentId *>(ids->data);
+        const gchar *recurrenceID = e_cal_component_id_get_rid(id);
+        names.push_back({e_cal_component_id_get_uid(id), recurrenceID ? recurrenceID : ""});
+    }
+    return names;
+}
+
+/// Every TZID in `components`.
+std::set<std::string> timeZonesIn(const GSList *components)
+{
+    std::set<std::string> ids;
+    for (; components; components = components->next)
+        i_cal_component_foreach_tzid(
+            static_cast<ICalComponent *>(components->data),
+            [](ICalParameter *parameter, gpointer data) {
+                if (const gchar *id = i_cal_parameter_get_tzid(parameter))
+                    static_cast<std::set<std::string> *>(data)->insert(id);
+            },
+            &ids);
+    return ids;
+}
+
+std::string isoTime(double seconds)
+{
+    return QDateTime::fromSecsSinceEpoch(qint64(seconds), Qt::UTC)
+        .toString(QStringLiteral("yyyyMMdd'T'HHmmss'Z'"))
+        .toStdString();
+}
+
+/// A query for what touches `interval`, and for everything that recurs or overrides an occurrence.
+///
+/// A server judges each component by itself: it wouldn't tell that an occurrence was moved out of the
+/// interval.
+std::string queryFor(const DesktopInterval &interval)
+{
+    // In this order: what recurs is then not expanded by the server, which some rules keep busy for minutes.
+    return "(or (has-recurrences?) (occur-in-time-range? (make-time \"" + isoTime(interval.from) +
+           "\") (make-time \"" + isoTime(interval.to) + "\")))";
+}
 
 } // namespace
 
@@ -47,9 +109,10 @@ void EdsCalendar::handleClient(GAsyncResult *result)
     if (!client)
         return fail("can't be opened", error);
     m_client.reset(E_CAL_CLIENT(client));
-    g_signal_connect(
-        client, "backend-died",
-        G_CALLBACK(+[](EClient *, gpointer self) { static_cast<EdsCalendar *>(self)->handleDeath(); }), this);
+    g_signal_connect(client, "backend-died", G_CALLBACK(+[](EClient *, gpointer self) {
+                         static_cast<EdsCalendar *>(self)->fail("lost its server", nullptr);
+                     }),
+                     this);
     askAddress();
     makeView();
 }
@@ -163,7 +226,6 @@ void EdsCalendar::askTimeZone(const std::string &id)
 {
     if (!m_zones.insert(id).second)
         return;
-    ++m_zonesAwaited;
     e_cal_client_get_timezone(
         m_client.get(), id.c_str(), m_calls->cancellable(), &GlibCalls::finish,
         m_calls->then([this, id](GObject *, GAsyncResult *result) { takeTimeZone(id, result); }));
@@ -171,7 +233,6 @@ void EdsCalendar::askTimeZone(const std::string &id)
 
 void EdsCalendar::takeTimeZone(const std::string &id, GAsyncResult *result)
 {
-    --m_zonesAwaited;
     ICalTimezone *zone = nullptr;
     // The zone stays the client's.
     if (e_cal_client_get_timezone_finish(m_client.get(), result, &zone, nullptr) && zone) {
@@ -180,11 +241,6 @@ void EdsCalendar::takeTimeZone(const std::string &id, GAsyncResult *result)
             m_reader.putTimeZone(m_id, id, takeText(i_cal_component_as_ical_string(definition.get())));
     }
     m_onNews();
-}
-
-void EdsCalendar::handleDeath()
-{
-    fail("lost its server", nullptr);
 }
 
 void EdsCalendar::fail(const std::string &what, const GError *error)
@@ -198,7 +254,7 @@ void EdsCalendar::fail(const std::string &what, const GError *error)
     m_reported = std::move(message);
     m_hasAnswered = true;
     close();
-    m_retry.start(m_backoff.next(Backoff::Clock::now()));
+    m_retry.start();
     m_onNews();
 }
 
@@ -208,7 +264,6 @@ void EdsCalendar::close()
     m_viewCalls.reset();
     m_calls.reset();
     m_zones.clear();
-    m_zonesAwaited = 0;
     if (m_client)
         g_signal_handlers_disconnect_by_data(m_client.get(), this);
     m_client.reset();

@@ -1,10 +1,7 @@
 #pragma once
 
 #include "CalendarEds/DesktopCalendars.h"
-#include "CalendarEds/plugin/Backoff.h"
-#include "CalendarEds/plugin/GlibCall.h"
-#include "CalendarEds/plugin/GlibRelay.h"
-#include "CalendarEds/plugin/GlibTimer.h"
+#include "CalendarEds/plugin/Glib.h"
 
 #include <libecal/libecal.h>
 #include <set>
@@ -15,7 +12,7 @@ namespace mivora {
 class EdsCalendar
 {
 public:
-    /// \a onNews is called when the reader was told something, or address() or hasAnswered() is another.
+    /// `onNews` is called when the reader was told something, or address() or hasAnswered() is another.
     EdsCalendar(ESource *source, DesktopInterval interval, DesktopCalendarsReader &reader,
                 std::function<void()> onNews);
     ~EdsCalendar();
@@ -27,9 +24,6 @@ public:
 
     /// Whether it was loaded, or failed, once.
     bool hasAnswered() const { return m_hasAnswered; }
-
-    /// Whether something is awaited that belongs to what the reader was told.
-    bool isWaiting() const { return m_zonesAwaited > 0; }
 
     void setInterval(DesktopInterval interval);
 
@@ -46,7 +40,6 @@ private:
     void handleComplete(const GError *error);
     void askTimeZone(const std::string &id);
     void takeTimeZone(const std::string &id, GAsyncResult *result);
-    void handleDeath();
     void fail(const std::string &what, const GError *error);
     void close();
     void closeView();
@@ -63,12 +56,10 @@ private:
     std::unique_ptr<GlibRelay> m_relay;
     /// Those that were asked for; each is asked once.
     std::set<std::string> m_zones;
-    int m_zonesAwaited = 0;
     bool m_hasAnswered = false;
     /// What was logged last: a calendar that stays away is not reported with every attempt.
     std::string m_reported;
-    Backoff m_backoff;
-    GlibTimer m_retry;
+    Retry m_retry;
     /// Of the client, and of the view: replaced with them.
     std::unique_ptr<GlibCalls> m_calls;
     std::unique_ptr<GlibCalls> m_viewCalls;

@@ -14,8 +14,6 @@ using std::chrono::milliseconds;
 constexpr milliseconds quietTime{30};
 /// A storm of changes is shown at least this often.
 constexpr milliseconds longestBurst{250};
-/// For what belongs to changes but is still awaited.
-constexpr milliseconds longestWait{1000};
 constexpr milliseconds patience{10'000};
 
 DesktopAccess accessAfter(const GError &error)
@@ -39,19 +37,12 @@ bool isTimeout(const GError &error)
 
 EdsSession::EdsSession(GDBusConnection *bus, const std::string &service, DesktopInterval interval,
                        DesktopCalendarsReader &reader)
-    : m_bus(bus), m_interval(interval), m_reader(reader), m_retry([this] { connect(); }),
-      m_settle([this] { settle(); }), m_patience([this] {
-          m_waitedEnough = true;
-          noteNews();
-      })
+    : m_bus(bus), m_interval(interval), m_reader(reader), m_retry([this] { connect(); })
 {
-    const auto appeared = +[](GDBusConnection *, const gchar *, const gchar *, gpointer self) {
-        static_cast<EdsSession *>(self)->m_isServerThere = true;
-    };
     const auto vanished = +[](GDBusConnection *, const gchar *, gpointer self) {
         static_cast<EdsSession *>(self)->handleServerGone();
     };
-    m_watch = g_bus_watch_name_on_connection(bus, service.c_str(), G_BUS_NAME_WATCHER_FLAGS_NONE, appeared,
+    m_watch = g_bus_watch_name_on_connection(bus, service.c_str(), G_BUS_NAME_WATCHER_FLAGS_NONE, nullptr,
                                              vanished, this, nullptr);
     connect();
 }
@@ -90,21 +81,25 @@ void EdsSession::handleRegistry(GAsyncResult *result)
     m_reported.clear();
     m_reader.setAccess(DesktopAccess::granted);
     m_waitedEnough = false;
-    m_patience.start(patience);
+    const auto endPatience = [this] {
+        m_waitedEnough = true;
+        noteNews();
+    };
+    m_patience = runLater(endPatience, patience);
     followRegistry();
-    noteAccounts();
+    noteNews();
 }
 
 void EdsSession::followRegistry()
 {
     const auto note =
-        +[](ESourceRegistry *, ESource *, gpointer self) { static_cast<EdsSession *>(self)->noteAccounts(); };
+        +[](ESourceRegistry *, ESource *, gpointer self) { static_cast<EdsSession *>(self)->noteNews(); };
     for (const char *signal :
          {"source-added", "source-changed", "source-removed", "source-enabled", "source-disabled"})
         g_signal_connect(m_registry.get(), signal, G_CALLBACK(note), this);
-    const auto credentials = +[](ESourceRegistry *, ESource *source, ESourceCredentialsReason reason,
-                                 const gchar *, GTlsCertificateFlags, const GError *error, gpointer self) {
-        static_cast<EdsSession *>(self)->reportCredentials(source, reason, error);
+    const auto credentials = +[](ESourceRegistry *, ESource *source, ESourceCredentialsReason, const gchar *,
+                                 GTlsCertificateFlags, const GError *error, gpointer self) {
+        static_cast<EdsSession *>(self)->reportCredentials(source, error);
     };
     g_signal_connect(m_registry.get(), "credentials-required", G_CALLBACK(credentials), this);
 }
@@ -112,7 +107,7 @@ void EdsSession::followRegistry()
 void EdsSession::handleServerGone()
 {
     // Also called at first, when the server has yet to be started.
-    if (!std::exchange(m_isServerThere, false) || !m_registry)
+    if (!m_registry)
         return;
     // What was read stays; the server is started anew.
     disconnect();
@@ -123,14 +118,14 @@ void EdsSession::retryLater()
 {
     // A bus that is gone doesn't come back: what was read stays as it is.
     if (!g_dbus_connection_is_closed(m_bus))
-        m_retry.start(m_backoff.next(Backoff::Clock::now()));
+        m_retry.start();
 }
 
 void EdsSession::disconnect()
 {
     m_calls.reset();
     m_calendars.clear();
-    m_patience.stop();
+    m_patience.reset();
     if (m_registry)
         g_signal_handlers_disconnect_by_data(m_registry.get(), this);
     m_registry.reset();
@@ -153,20 +148,14 @@ void EdsSession::handleFailure(const GError &error)
     noteNews();
 }
 
-void EdsSession::noteAccounts()
-{
-    m_accountsDiffer = true;
-    noteNews();
-}
-
 void EdsSession::noteNews()
 {
     const auto now = Clock::now();
-    if (!m_settle.isRunning())
+    if (!m_settle)
         m_unsettledSince = now;
     // In a long burst the timer runs off.
     if (now - m_unsettledSince < longestBurst)
-        m_settle.start(quietTime);
+        m_settle = runLater([this] { settle(); }, quietTime);
 }
 
 void EdsSession::updateAccounts()
@@ -205,19 +194,16 @@ void EdsSession::followCalendars(const std::vector<GlibObject<ESource>> &sources
             calendar = std::move(known->second);
         else
             calendar =
-                std::make_unique<EdsCalendar>(source.get(), m_interval, m_reader, [this] { noteAccounts(); });
+                std::make_unique<EdsCalendar>(source.get(), m_interval, m_reader, [this] { noteNews(); });
     }
     m_calendars = std::move(calendars);
 }
 
 void EdsSession::settle()
 {
-    if (m_registry && std::exchange(m_accountsDiffer, false))
+    m_settle.reset();
+    if (m_registry)
         updateAccounts();
-    if (isWaiting() && Clock::now() - m_unsettledSince < longestWait) {
-        m_settle.start(quietTime);
-        return;
-    }
     m_reader.settle(hasAll());
 }
 
@@ -229,24 +215,16 @@ bool EdsSession::hasAll() const
                                          [](const auto &calendar) { return calendar.second->hasAnswered(); });
 }
 
-bool EdsSession::isWaiting() const
+void EdsSession::reportCredentials(ESource *source, const GError *error)
 {
-    return std::any_of(m_calendars.begin(), m_calendars.end(),
-                       [](const auto &calendar) { return calendar.second->isWaiting(); });
-}
-
-void EdsSession::reportCredentials(ESource *source, ESourceCredentialsReason reason, const GError *error)
-{
-    const auto [known, isNew] = m_credentialsAsked.try_emplace(e_source_get_uid(source), reason);
-    if (!isNew && std::exchange(known->second, reason) == reason)
-        return;
     std::string message = '"' + takeText(e_source_dup_display_name(source));
     message.append("\" is not signed in");
     if (error)
         message.append(" (").append(error->message).append(1, ')');
     // A server that can't be reached looks to the library as if it had refused the password.
     message.append("; if it wants a password, the desktop's calendar or its online accounts ask for it");
-    m_reader.report(message);
+    if (m_credentialsAsked.insert(message).second)
+        m_reader.report(message);
 }
 
 } // namespace mivora

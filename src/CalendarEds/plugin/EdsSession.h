@@ -10,7 +10,7 @@ namespace mivora {
 class EdsSession
 {
 public:
-    /// Begins at once. \a bus and \a reader outlive the session.
+    /// Begins at once. `bus` and `reader` outlive the session.
     EdsSession(GDBusConnection *bus, const std::string &service, DesktopInterval interval,
                DesktopCalendarsReader &reader);
     ~EdsSession();
@@ -29,37 +29,32 @@ private:
     void disconnect();
     void handleFailure(const GError &error);
     void retryLater();
-    void noteAccounts();
     void noteNews();
     void updateAccounts();
     DesktopAccounts accountsOf(const std::vector<GlibObject<ESource>> &sources) const;
     void followCalendars(const std::vector<GlibObject<ESource>> &sources);
     void settle();
     bool hasAll() const;
-    bool isWaiting() const;
-    void reportCredentials(ESource *source, ESourceCredentialsReason reason, const GError *error);
+    void reportCredentials(ESource *source, const GError *error);
 
     /// Outlives the session.
     GDBusConnection *m_bus;
     DesktopInterval m_interval;
     DesktopCalendarsReader &m_reader;
     guint m_watch = 0;
-    bool m_isServerThere = false;
     GlibObject<ESourceRegistry> m_registry;
     std::map<std::string, std::unique_ptr<EdsCalendar>> m_calendars;
     std::optional<DesktopAccounts> m_accounts;
-    bool m_accountsDiffer = false;
     /// The server couldn't be had at the last attempt.
     bool m_hasFailed = false;
     Clock::time_point m_unsettledSince{};
     /// Calendars that take longer than this don't hold up the others.
     bool m_waitedEnough = false;
-    std::map<std::string, ESourceCredentialsReason> m_credentialsAsked;
+    std::set<std::string> m_credentialsAsked;
     std::string m_reported;
-    Backoff m_backoff;
-    GlibTimer m_retry;
-    GlibTimer m_settle;
-    GlibTimer m_patience;
+    Retry m_retry;
+    GlibSource m_settle;
+    GlibSource m_patience;
     std::unique_ptr<GlibCalls> m_calls;
 };
 
