@@ -38,26 +38,15 @@ OnboardingModel::OnboardingModel(std::chrono::milliseconds tick)
     connect(&m_tick, &QTimer::timeout, this, &OnboardingModel::updateCanSkip);
 }
 
-OnboardingModel::~OnboardingModel()
-{
-    close();
-}
-
 void OnboardingModel::open(std::vector<OnboardingStep> steps, const QString &finishTitle, int startAt)
 {
-    disappear();
     // The old steps' models stay until the view has let go of them.
     const std::vector<OnboardingStep> replaced = std::exchange(m_steps, std::move(steps));
     m_finishTitle = finishTitle;
     m_index = clampedIndex(startAt, m_steps.size());
     Q_EMIT indexChanged();
     Q_EMIT pagesChanged();
-    appear();
-}
-
-void OnboardingModel::close()
-{
-    disappear();
+    watchStep();
 }
 
 QVariantList OnboardingModel::pages() const
@@ -91,38 +80,24 @@ void OnboardingModel::advance()
             finish();
         return;
     }
-    disappear();
     ++m_index;
     Q_EMIT indexChanged();
-    appear();
+    watchStep();
 }
 
-void OnboardingModel::appear()
+void OnboardingModel::watchStep()
 {
-    if (m_steps.empty())
-        return;
-    m_isShowing = true;
-    const OnboardingStep &step = m_steps[m_index];
-    if (step.onAppear)
-        step.onAppear();
-    // A step that waits for nothing costs nothing.
-    if (step.isComplete)
-        m_tick.start();
+    m_tick.start();
     updateCanSkip();
-}
-
-void OnboardingModel::disappear()
-{
-    if (!std::exchange(m_isShowing, false))
-        return;
-    m_tick.stop();
-    if (const auto &onDisappear = m_steps[m_index].onDisappear)
-        onDisappear();
 }
 
 void OnboardingModel::updateCanSkip()
 {
-    const bool canSkip = !m_steps.empty() && m_steps[m_index].isComplete && !m_steps[m_index].isComplete();
+    const bool isWaiting = !m_steps.empty() && m_steps[m_index].isComplete;
+    // A step that waits for nothing costs nothing.
+    if (!isWaiting)
+        m_tick.stop();
+    const bool canSkip = isWaiting && !m_steps[m_index].isComplete();
     if (std::exchange(m_canSkip, canSkip) != canSkip)
         Q_EMIT canSkipChanged();
 }

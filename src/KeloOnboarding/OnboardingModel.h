@@ -23,9 +23,6 @@ struct OnboardingStep
     /// Whether what the step waits for has happened. Asked every second while the step is on show, so it must
     /// be cheap. Absent when the step waits for nothing.
     std::function<bool()> isComplete;
-    /// Called when the step comes on show and when it leaves, by moving on or with the window.
-    std::function<void()> onAppear;
-    std::function<void()> onDisappear;
 };
 
 /// The state of the walkthrough that its view shows. It moves forward only, one step at a time.
@@ -42,13 +39,12 @@ class OnboardingModel final : public QObject
 public:
     /// Once in a `tick` the step on show is asked whether it is complete.
     explicit OnboardingModel(std::chrono::milliseconds tick = std::chrono::seconds(1));
-    ~OnboardingModel() override;
 
     /// Shows `steps` from the one at `startAt`, which is clamped to them, in place of those on show.
     void open(std::vector<OnboardingStep> steps, const QString &finishTitle, int startAt);
 
-    /// The window is gone: the step on show disappears and nothing is polled any more.
-    void close();
+    /// The window is gone: no step is asked any more.
+    void close() { m_tick.stop(); }
 
     /// For each step the address of its view as `source` and its model as `model`.
     QVariantList pages() const;
@@ -84,14 +80,12 @@ Q_SIGNALS:
     void canSkipChanged();
 
 private:
-    void appear();
-    void disappear();
+    void watchStep();
     void updateCanSkip();
 
     std::vector<OnboardingStep> m_steps;
     QString m_finishTitle;
     int m_index = 0;
-    bool m_isShowing = false;
     bool m_canSkip = false;
     QTimer m_tick;
 };

@@ -9,22 +9,16 @@
 namespace mivora {
 
 CalendarStepModel::CalendarStepModel(EventSource &source, std::function<void()> refresh,
-                                     LinkOpener openSystemSettings, std::chrono::milliseconds pollInterval)
-    : m_source(source), m_refresh(std::move(refresh)), m_openSystemSettings(std::move(openSystemSettings))
+                                     LinkOpener openSystemSettings)
+    : m_source(source), m_refresh(std::move(refresh)), m_openSystemSettings(std::move(openSystemSettings)),
+      m_status(source.authorization())
 {
-    m_timer.setInterval(pollInterval);
-    connect(&m_timer, &QTimer::timeout, this, &CalendarStepModel::poll);
 }
 
-void CalendarStepModel::appear()
+void CalendarStepModel::update()
 {
-    setStatus(m_source.authorization());
-    m_timer.start();
-}
-
-void CalendarStepModel::disappear()
-{
-    m_timer.stop();
+    if (readStatus())
+        m_refresh();
 }
 
 QString CalendarStepModel::symbol() const
@@ -36,19 +30,17 @@ void CalendarStepModel::requestAccess()
 {
     if (std::exchange(m_isAsking, true))
         return;
-    m_source.requestAccess([model = QPointer(this), before = m_changes](bool) {
+    m_source.requestAccess([model = QPointer(this)](bool) {
         if (model)
-            model->finishRequest(before);
+            model->finishRequest();
     });
 }
 
-// The poll may have seen the new permission before the answer came, and refreshed then.
-void CalendarStepModel::finishRequest(int changesBefore)
+void CalendarStepModel::finishRequest()
 {
     m_isAsking = false;
-    setStatus(m_source.authorization());
-    if (m_changes == changesBefore)
-        m_refresh();
+    readStatus();
+    m_refresh();
 }
 
 void CalendarStepModel::openCalendarPrivacy() const
@@ -61,20 +53,14 @@ void CalendarStepModel::openInternetAccounts() const
     m_openSystemSettings(QLatin1String(internetAccountsLink));
 }
 
-void CalendarStepModel::setStatus(CalendarAuthorization status)
+// Whether it is another one.
+bool CalendarStepModel::readStatus()
 {
-    if (std::exchange(m_status, status) != status)
-        Q_EMIT statusChanged();
-}
-
-void CalendarStepModel::poll()
-{
-    const CalendarAuthorization status = m_source.authorization();
-    if (status == m_status)
-        return;
-    ++m_changes;
-    setStatus(status);
-    m_refresh();
+    const CalendarAuthorization before = std::exchange(m_status, m_source.authorization());
+    if (m_status == before)
+        return false;
+    Q_EMIT statusChanged();
+    return true;
 }
 
 } // namespace mivora

@@ -3,8 +3,6 @@
 #include "Meetings/CalendarInfo.h"
 
 #include <QObject>
-#include <QTimer>
-#include <chrono>
 #include <functional>
 
 namespace mivora {
@@ -24,17 +22,12 @@ class CalendarStepModel final : public QObject
 public:
     using LinkOpener = std::function<void(const QString &link)>;
 
-    /// `refresh` is called after every change of the permission that the step sees. `openSystemSettings` is
-    /// given links into the system settings. `source` must outlive the model.
-    CalendarStepModel(EventSource &source, std::function<void()> refresh, LinkOpener openSystemSettings,
-                      std::chrono::milliseconds pollInterval = std::chrono::seconds(1));
+    /// `refresh` is called after every change of the permission that the step sees, and after every answer.
+    /// `openSystemSettings` is given links into the system settings. `source` must outlive the model.
+    CalendarStepModel(EventSource &source, std::function<void()> refresh, LinkOpener openSystemSettings);
 
-    /// The step comes on show: from now on the permission is read once in a poll interval.
-    void appear();
-    void disappear();
-
-    /// The permission as the step last saw it.
-    CalendarAuthorization status() const { return m_status; }
+    /// Reads the permission anew. To be called again and again while the step is on show.
+    void update();
 
     /// The name of the icon's symbol.
     QString symbol() const;
@@ -56,18 +49,14 @@ Q_SIGNALS:
     void statusChanged();
 
 private:
-    void setStatus(CalendarAuthorization status);
-    void poll();
-    void finishRequest(int changesBefore);
+    bool readStatus();
+    void finishRequest();
 
     EventSource &m_source;
     std::function<void()> m_refresh;
     LinkOpener m_openSystemSettings;
-    CalendarAuthorization m_status = CalendarAuthorization::notDetermined;
+    CalendarAuthorization m_status;
     bool m_isAsking = false;
-    /// How many changes poll() has seen.
-    int m_changes = 0;
-    QTimer m_timer;
 };
 
 } // namespace mivora

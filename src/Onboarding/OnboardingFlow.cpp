@@ -60,9 +60,10 @@ std::vector<kelo::OnboardingStep> OnboardingFlow::steps() const
     const auto access = std::make_shared<CalendarStepModel>(
         m_source, [this] { m_scheduler.refresh(); }, m_openSystemSettings);
     auto calendar = makeStep("calendar", "CalendarStep", access);
-    calendar.isComplete = [this] { return hasAccess(); };
-    calendar.onAppear = [access] { access->appear(); };
-    calendar.onDisappear = [access] { access->disappear(); };
+    calendar.isComplete = [access] {
+        access->update();
+        return access->isGranted();
+    };
     return {makeStep("welcome", "WelcomeStep"), calendar,
             makeStep("first", "FirstMeetingStep",
                      std::make_shared<FirstMeetingModel>(m_scheduler, m_formatTime))};

@@ -31,11 +31,6 @@ const Page &row(SettingsPage page)
 
 } // namespace
 
-QString rawValue(SettingsPage page)
-{
-    return row(page).rawValue;
-}
-
 std::optional<SettingsPage> settingsPageFromRawValue(const QString &raw)
 {
     for (const SettingsPage page : allSettingsPages) {

@@ -14,10 +14,7 @@ enum class SettingsPage { general, calendars };
 
 inline constexpr std::array allSettingsPages{SettingsPage::general, SettingsPage::calendars};
 
-/// The name by which a page is asked for, such as "general".
-QString rawValue(SettingsPage page);
-
-/// The page with the name `raw` (case-sensitive), or nothing.
+/// The page that is asked for by the name `raw`, such as "general" (case-sensitive); or nothing.
 std::optional<SettingsPage> settingsPageFromRawValue(const QString &raw);
 
 /// What stands in the sidebar and in the window's title.

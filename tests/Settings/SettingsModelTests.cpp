@@ -8,92 +8,88 @@ namespace mivora {
 
 namespace {
 
-CalendarInfo calendar(const std::string &id, const std::string &account = {})
+CalendarInfo calendar(const std::string &title, const std::string &account)
 {
-    return {id, "The " + id, account, std::nullopt};
+    return {title, title, account, account == "aaa" ? std::optional(Color{1, 2, 3}) : std::nullopt};
 }
 
-/// "ACCOUNT: TITLE" of each row, with a line where an account begins and where it ends.
-std::vector<std::string> rows(const QAbstractItemModel &list)
+/// "ACCOUNT TITLE COLOUR" of each row, with a line where an account begins and where it ends.
+std::string rows(const QAbstractItemModel &list)
 {
-    std::vector<std::string> found;
+    QStringList found;
     for (int i = 0; i < list.rowCount(); ++i) {
         const auto read = [&](int role) { return list.index(i, 0).data(role); };
-        const std::string begin = read(CalendarListModel::IsFirstRole).toBool() ? "-" : "";
-        const std::string end = read(CalendarListModel::IsLastRole).toBool() ? "-" : "";
-        found.push_back(begin + read(CalendarListModel::AccountRole).toString().toStdString() + ": " +
-                        read(CalendarListModel::TitleRole).toString().toStdString() + end);
+        const auto line = [&](int role) { return read(role).toBool() ? QStringLiteral("-") : QString(); };
+        found.append(line(CalendarListModel::IsFirstRole) + read(CalendarListModel::AccountRole).toString() +
+                     u' ' + read(CalendarListModel::TitleRole).toString() +
+                     read(CalendarListModel::ColorRole).toString() + line(CalendarListModel::IsLastRole));
     }
-    return found;
+    return found.join(u'|').toStdString();
 }
 
 constexpr kelo::HotKeyCombo working{9, kelo::controlKey};
 
 } // namespace
 
-class SettingsModelTest : public testing::Test
+class SettingsModelTest : public testing::Test, public SettingsUnderTest
 {
 protected:
-    MemoryDefaultsStore m_store{MemoryDefaultsStore::Kind::standard};
-    FakeLoginItem m_loginItem;
-    Preferences m_prefs{m_store, m_loginItem};
-    FakeEventSource m_source;
-    kelo::FakeHotKeyService m_service;
-    bool m_isFree = true;
-    GeneralPageModel m_page{m_prefs, m_service, [this](const auto &) { return m_isFree; }};
+    GeneralPageModel page{prefs, service, [this](const auto &) { return isFree; }};
 };
 
 TEST_F(SettingsModelTest, saysWhatIsChosenAndTakesWhatThereIs)
 {
-    m_prefs.setLeadMinutes(7);
-    EXPECT_EQ(m_page.leadMinutesIndex(), -1);
-    EXPECT_EQ(m_page.leadMinutesText(), QStringLiteral("7 minutes before"));
-    m_page.setLeadMinutesIndex(-1);
-    m_page.setPanelCornerIndex(4);
-    EXPECT_EQ(m_prefs.leadMinutes(), 7);
-    EXPECT_EQ(m_prefs.panelCorner(), PanelCorner::topRight);
-    m_page.setPanelCornerIndex(2);
-    EXPECT_EQ(m_prefs.panelCorner(), PanelCorner::bottomRight);
+    prefs.setLeadMinutes(7);
+    EXPECT_EQ(page.leadMinutesIndex(), -1);
+    EXPECT_EQ(page.leadMinutesText(), QStringLiteral("7 minutes before"));
+    page.setLeadMinutesIndex(-1);
+    page.setPanelCornerIndex(4);
+    EXPECT_EQ(prefs.leadMinutes(), 7);
+    EXPECT_EQ(prefs.panelCorner(), PanelCorner::topRight);
+    page.setPanelCornerIndex(0);
+    EXPECT_EQ(prefs.panelCorner(), PanelCorner::topRight);
+    EXPECT_EQ(settingsPageFromRawValue(QStringLiteral("calendars")), SettingsPage::calendars);
+    EXPECT_EQ(settingsPageFromRawValue(QStringLiteral("Calendars")), std::nullopt);
 }
 
 TEST_F(SettingsModelTest, writesTheShortcut)
 {
-    QSignalSpy announced(&m_prefs, &Preferences::joinHotKeyChanged);
-    QSignalSpy written(&m_prefs, &Preferences::joinHotKeyWasSet);
-    m_page.setUseHotKey(true);
-    EXPECT_EQ(m_prefs.joinHotKey(), GeneralPageModel::defaultCombo);
-    m_page.recorder()->reset();
+    QSignalSpy announced(&prefs, &Preferences::joinHotKeyChanged);
+    QSignalSpy written(&prefs, &Preferences::joinHotKeyWasSet);
+    page.setUseHotKey(true);
+    EXPECT_EQ(prefs.joinHotKey(), GeneralPageModel::defaultCombo);
+    page.recorder()->reset();
     EXPECT_EQ(announced.count(), 1);
     EXPECT_EQ(written.count(), 2) << "an equal combination is written, but not announced";
-    Q_EMIT m_page.recorder()->comboChosen(working);
-    EXPECT_EQ(m_prefs.joinHotKey(), working);
-    m_page.setUseHotKey(false);
-    EXPECT_TRUE(m_store.value(settingsKey::joinHotKey).isUndefined());
-    m_page.setUseHotKey(true);
-    EXPECT_EQ(m_prefs.joinHotKey(), working) << "the last one, not the default";
-    m_store.changeFromOutside(
+    Q_EMIT page.recorder()->comboChosen(working);
+    EXPECT_EQ(prefs.joinHotKey(), working);
+    page.setUseHotKey(false);
+    EXPECT_EQ(prefs.joinHotKey(), std::nullopt);
+    page.setUseHotKey(true);
+    EXPECT_EQ(prefs.joinHotKey(), working) << "the last one, not the default";
+    store.changeFromOutside(
         [](DefaultsStore &store) { store.setValue(settingsKey::joinHotKey, QJsonValue::Undefined); });
-    EXPECT_FALSE(m_page.useHotKey());
+    EXPECT_FALSE(page.useHotKey());
 }
 
 TEST_F(SettingsModelTest, tellsOfAShortcutThatIsInUseAndKeepsTheWorkingOne)
 {
-    m_isFree = false;
-    m_page.setUseHotKey(true);
-    EXPECT_TRUE(m_page.useHotKey()) << "so that another can be chosen";
-    EXPECT_EQ(m_page.hotKeyConflict(), QStringLiteral("⇧⌘J is already in use. Choose a different shortcut."));
-    EXPECT_TRUE(m_store.value(settingsKey::joinHotKey).isUndefined());
-    m_page.begin();
-    EXPECT_FALSE(m_page.useHotKey()) << "the page is built anew";
+    isFree = false;
+    page.setUseHotKey(true);
+    EXPECT_TRUE(page.useHotKey()) << "so that another can be chosen";
+    EXPECT_EQ(page.hotKeyConflict(), QStringLiteral("⇧⌘J is already in use. Choose a different shortcut."));
+    EXPECT_EQ(prefs.joinHotKey(), std::nullopt);
+    page.begin();
+    EXPECT_FALSE(page.useHotKey()) << "the page is built anew";
 
-    m_isFree = true;
-    Q_EMIT m_page.recorder()->comboChosen(working);
-    EXPECT_EQ(m_page.hotKeyConflict(), QString());
-    m_isFree = false;
-    m_page.recorder()->reset();
-    EXPECT_EQ(m_prefs.joinHotKey(), working);
-    EXPECT_EQ(m_page.recorder()->combo(), working);
-    EXPECT_NE(m_page.hotKeyConflict(), QString());
+    isFree = true;
+    Q_EMIT page.recorder()->comboChosen(working);
+    EXPECT_EQ(page.hotKeyConflict(), QString());
+    isFree = false;
+    page.recorder()->reset();
+    EXPECT_EQ(prefs.joinHotKey(), working);
+    EXPECT_EQ(page.recorder()->combo(), working);
+    EXPECT_NE(page.hotKeyConflict(), QString());
 }
 
 TEST_F(SettingsModelTest, listsCalendarsByAccountAndKeepsRowsThatStay)
@@ -101,38 +97,36 @@ TEST_F(SettingsModelTest, listsCalendarsByAccountAndKeepsRowsThatStay)
     const struct
     {
         std::vector<CalendarInfo> calendars;
-        std::vector<std::string> rows;
-        int inserted = 0;
-        int removed = 0;
+        const char *rows;
+        const char *changes;
     } steps[] = {
-        {{calendar("b", "iCloud"), calendar("a", "aaa"), calendar("x"), calendar("a2", "iCloud")},
-         {"-Calendars: The x-", "-aaa: The a-", "-iCloud: The b", "iCloud: The a2-"},
-         4},
-        {{calendar("b", "iCloud"), calendar("a", "aaa"), calendar("x"), calendar("z", "Zzz"),
-          calendar("a2", "iCloud")},
-         {"-Calendars: The x-", "-Zzz: The z-", "-aaa: The a-", "-iCloud: The b", "iCloud: The a2-"},
-         1},
-        {{calendar("a", "aaa"), calendar("x"), calendar("z", "Zzz")},
-         {"-Calendars: The x-", "-Zzz: The z-", "-aaa: The a-"},
-         0,
-         2},
+        {{calendar("b", "iCloud"), calendar("a", "aaa"), calendar("x", ""), calendar("a2", "iCloud")},
+         "-Calendars x-|-aaa a#010203-|-iCloud b|iCloud a2-",
+         "+0-3"},
+        {{calendar("b", "iCloud"), calendar("z", "Zzz"), calendar("a", "aaa"), calendar("x", "")},
+         "-Calendars x-|-Zzz z-|-aaa a#010203-|-iCloud b-",
+         "-1-3 +1-3"},
+        {{calendar("a", "aaa"), calendar("x", ""), calendar("z", "Zzz")},
+         "-Calendars x-|-Zzz z-|-aaa a#010203-",
+         "-3-3"},
     };
 
-    CalendarsPageModel model(m_prefs, m_source, {});
+    CalendarsPageModel model(prefs, source, {});
     const auto *list = model.calendars();
-    int inserted = 0;
-    int removed = 0;
-    QObject::connect(list, &QAbstractItemModel::rowsInserted, list,
-                     [&](const QModelIndex &, int first, int last) { inserted += last - first + 1; });
-    QObject::connect(list, &QAbstractItemModel::rowsRemoved, list,
-                     [&](const QModelIndex &, int first, int last) { removed += last - first + 1; });
+    QStringList changes;
+    const auto recorder = [&](QChar sign) {
+        return [&, sign](const QModelIndex &, int first, int last) {
+            changes.append(sign + QString::number(first) + u'-' + QString::number(last));
+        };
+    };
+    QObject::connect(list, &QAbstractItemModel::rowsInserted, list, recorder(u'+'));
+    QObject::connect(list, &QAbstractItemModel::rowsRemoved, list, recorder(u'-'));
     for (const auto &step : steps) {
-        inserted = removed = 0;
-        m_source.known = step.calendars;
+        changes.clear();
+        source.known = step.calendars;
         model.reload();
         EXPECT_EQ(rows(*list), step.rows);
-        EXPECT_EQ(inserted, step.inserted);
-        EXPECT_EQ(removed, step.removed);
+        EXPECT_EQ(changes.join(u' ').toStdString(), step.changes);
     }
 }
 

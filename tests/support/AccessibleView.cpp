@@ -1,5 +1,6 @@
 #include "support/AccessibleView.h"
 
+#include <QSignalSpy>
 #include <QTest>
 #include <QWindow>
 #include <algorithm>
@@ -23,7 +24,7 @@ void collect(QAccessibleInterface *from, QList<QAccessibleInterface *> &found)
 QList<QAccessibleInterface *> AccessibleView::all() const
 {
     QList<QAccessibleInterface *> found;
-    collect(QAccessible::queryAccessibleInterface(&m_window), found);
+    collect(QAccessible::queryAccessibleInterface(m_window), found);
     return found;
 }
 
@@ -69,22 +70,31 @@ bool AccessibleView::click(QAccessible::Role role, const QString &name, double p
     QAccessibleInterface *item = find(role, name);
     if (!item)
         return false;
-    const QRect rect = item->rect().translated(-m_window.position());
-    QTest::mouseClick(&m_window, Qt::LeftButton, {},
+    const QRect rect = item->rect().translated(-m_window->position());
+    QTest::mouseClick(m_window, Qt::LeftButton, {},
                       {rect.left() + int(rect.width() * place), rect.center().y()});
-    // What follows a click may be animated.
-    QTest::qWait(50);
+    settle();
     return true;
 }
 
 void AccessibleView::type(Qt::Key key, Qt::KeyboardModifiers modifiers) const
 {
-    QTest::keyClick(&m_window, key, modifiers);
+    QTest::keyClick(m_window, key, modifiers);
+}
+
+void AccessibleView::settle() const
+{
+    if (!m_window)
+        return;
+    // By their names: they are QQuickWindow's, which tests don't link.
+    QSignalSpy drawn(m_window, SIGNAL(frameSwapped()));
+    QMetaObject::invokeMethod(m_window, "update");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !m_window || !m_window->isExposed() || !drawn.isEmpty(); }));
 }
 
 QString AccessibleView::focused() const
 {
-    const auto *item = QAccessible::queryAccessibleInterface(m_window.focusObject());
+    const auto *item = QAccessible::queryAccessibleInterface(m_window->focusObject());
     if (item && item->state().focusable)
         return item->text(QAccessible::Name);
     // Of what has a name the keyboard may be in a nameless part.

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <QAccessible>
+#include <QPointer>
 #include <QString>
 #include <QStringList>
+#include <QWindow>
 #include <string>
 #include <vector>
-
-class QWindow;
 
 namespace support {
 
@@ -14,8 +14,7 @@ namespace support {
 class AccessibleView final
 {
 public:
-    /// The window outlives the view.
-    explicit AccessibleView(QWindow &window) : m_window(window) {}
+    explicit AccessibleView(QWindow &window) : m_window(&window) {}
 
     /// The visible item with the role and the name; null when there is none.
     QAccessibleInterface *find(QAccessible::Role role, const QString &name) const;
@@ -35,13 +34,17 @@ public:
     /// Types the key into the window.
     void type(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const;
 
+    /// Waits until what was done to the window is drawn, and all of it has its place.
+    void settle() const;
+
     /// The name of the item that has the keyboard.
     QString focused() const;
 
 private:
     QList<QAccessibleInterface *> all() const;
 
-    QWindow &m_window;
+    /// Null once a click has ended it.
+    QPointer<QWindow> m_window;
 };
 
 } // namespace support

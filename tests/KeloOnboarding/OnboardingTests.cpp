@@ -1,0 +1,117 @@
+#include "KeloOnboarding/OnboardingWindowController.h"
+#include "support/KeptViews.h"
+
+#include <QPointer>
+#include <QSignalSpy>
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace kelo {
+
+namespace {
+
+// Any component of the views will do for a step.
+std::vector<OnboardingStep> steps(int count)
+{
+    std::vector<OnboardingStep> steps(count);
+    for (OnboardingStep &step : steps) {
+        step.module = QStringLiteral("KeloThemeViews");
+        step.component = QStringLiteral("KeloCard");
+    }
+    return steps;
+}
+
+} // namespace
+
+TEST(OnboardingModel, startsOnAStepThatThereIs)
+{
+    const struct
+    {
+        int count;
+        int startAt;
+        int index;
+        const char *mainTitle;
+    } rows[] = {{3, -3, 0, "Continue"}, {3, 1, 1, "Continue"}, {3, 2, 2, "Done"},
+                {3, 3, 2, "Done"},      {1, 0, 0, "Done"},     {0, 5, 0, "Done"}};
+
+    for (const auto &row : rows) {
+        OnboardingModel model;
+        model.open(steps(row.count), QStringLiteral("Done"), row.startAt);
+        EXPECT_EQ(model.index(), row.index) << row.count << " steps from " << row.startAt;
+        EXPECT_EQ(model.mainTitle().toStdString(), row.mainTitle) << row.count << " from " << row.startAt;
+        EXPECT_EQ(model.pages().size(), row.count);
+    }
+}
+
+TEST(OnboardingModel, offersToSkipWhatIsNotComplete)
+{
+    bool isComplete = true;
+    std::vector<OnboardingStep> two = steps(2);
+    two[0].isComplete = [&] { return isComplete; };
+    OnboardingModel model{std::chrono::milliseconds(20)};
+    model.open(two, QStringLiteral("Done"), 0);
+    EXPECT_FALSE(model.canSkip());
+    for (const bool now : {false, true, false}) {
+        QSignalSpy canSkipChanged(&model, &OnboardingModel::canSkipChanged);
+        isComplete = now;
+        EXPECT_TRUE(canSkipChanged.wait());
+        EXPECT_EQ(model.canSkip(), !now);
+    }
+    model.advance();
+    EXPECT_FALSE(model.canSkip()) << "what waits for nothing isn't skipped";
+}
+
+TEST(OnboardingModel, movesLikeASpringThatPassesItsEndOnceByALittle)
+{
+    const QEasingCurve curve = OnboardingModel().motion();
+    double furthest = 0;
+    for (int i = 0; i <= 1000; ++i)
+        furthest = std::max(furthest, curve.valueForProgress(i / 1000.0));
+    EXPECT_NEAR(curve.valueForProgress(0), 0, 1e-9);
+    // A damping of 0.85 passes the end by exp(-pi * 0.85 / sqrt(1 - 0.85^2)).
+    EXPECT_NEAR(furthest, 1.0063, 0.0005);
+    EXPECT_EQ(curve.valueForProgress(1), 1);
+    // Half of the undamped period: nearly there.
+    EXPECT_NEAR(curve.valueForProgress(0.25 / 0.65), 0.91, 0.03);
+}
+
+TEST(OnboardingWindowController, showsAWindowThatCannotBeResized)
+{
+    OnboardingWindowController controller(mivora::sharedViews(), QStringLiteral("Welcome"), {500, 400}, {});
+    EXPECT_FALSE(controller.window());
+    controller.show(steps(2), QStringLiteral("Done"), 0);
+    const QWindow *window = controller.window();
+    ASSERT_TRUE(window && window->isVisible());
+    EXPECT_EQ(window->title(), QStringLiteral("Welcome"));
+    EXPECT_EQ(window->maximumSize(), QSize(500, 400));
+    EXPECT_FALSE(window->flags() & (Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint));
+    EXPECT_TRUE(window->flags() & Qt::WindowCloseButtonHint);
+}
+
+TEST(OnboardingWindowController, finishesOnceHoweverTheUserEndsIt)
+{
+    for (const bool isByTheButton : {true, false}) {
+        int ends = 0;
+        OnboardingWindowController once(mivora::sharedViews(), QString(), {500, 400}, [&ends] { ++ends; });
+        once.show(steps(2), QString(), 0);
+        const QPointer<QWindow> window = once.window();
+        if (isByTheButton) {
+            once.model().advance();
+            EXPECT_EQ(once.model().index(), 1);
+            EXPECT_EQ(ends, 0);
+            once.model().advance();
+            once.model().advance();
+        } else {
+            window->close();
+        }
+        EXPECT_EQ(ends, 1);
+        EXPECT_FALSE(once.window());
+        QCoreApplication::processEvents();
+        EXPECT_FALSE(window) << "the window was not let go";
+        once.show(steps(1), QString(), 0);
+        once.window()->close();
+        EXPECT_EQ(ends, 1) << "it finishes no more";
+    }
+}
+
+} // namespace kelo
