@@ -1,8 +1,8 @@
+#include "JoinPanel/PanelUnderTest.h"
 #include "KeloUpdates/UpdateWindow.h"
 #include "Onboarding/FirstRun.h"
 #include "Settings/SettingsUnderTest.h"
 #include "Translations/InstallTranslations.h"
-#include "JoinPanel/PanelUnderTest.h"
 #include "support/KeptViews.h"
 
 #include <QQuickItem>
@@ -16,7 +16,7 @@ namespace mivora {
 
 namespace {
 
-/// The texts below \a item that are cut off, or that reach beyond \a room or their row.
+/// The texts below `item` that are cut off, or that reach beyond `room` or their row.
 void findClippedTexts(QQuickItem *item, const QRectF &room, std::vector<std::string> &clipped)
 {
     if (!item->isVisible())
@@ -61,7 +61,6 @@ std::vector<std::string> clippedTexts(QWindow *window)
     view->update();
     if (!frames.wait())
         return {"nothing is drawn"};
-    QTest::qWait(20);
     takePicture(*view);
     std::vector<std::string> clipped;
     findClippedTexts(view->contentItem(), QRectF(QPointF(), view->contentItem()->size()), clipped);

@@ -3,6 +3,7 @@
 #include "Platform/linux/PortalRequest.h"
 
 #include <QDBusArgument>
+#include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
@@ -10,7 +11,7 @@
 
 namespace support {
 
-/// A desktop portal with global shortcuts and the start at login, and a user who answers at once.
+/// A desktop portal with settings, global shortcuts and the start at login, and a user who answers at once.
 class FakePortal final : public QDBusVirtualObject
 {
 public:
@@ -27,6 +28,7 @@ public:
     explicit FakePortal(const QDBusConnection &bus, Shortcuts shortcuts = Shortcuts::Present)
         : m_bus(bus), m_shortcuts(shortcuts)
     {
+        qDBusRegisterMetaType<QMap<QString, QVariantMap>>();
         m_bus.registerVirtualObject(mivora::portalPath, this, QDBusConnection::SubPath);
         m_bus.registerService(mivora::portalService);
     }
@@ -47,6 +49,15 @@ public:
                           << QVariantMap());
     }
 
+    /// A setting of the group has changed.
+    void changeSetting(const QString &group, const QString &key, const QVariant &value)
+    {
+        auto signal =
+            QDBusMessage::createSignal(mivora::portalPath, QStringLiteral("org.freedesktop.portal.Settings"),
+                                       QStringLiteral("SettingChanged"));
+        m_bus.send(signal << group << key << QVariant::fromValue(QDBusVariant(value)));
+    }
+
     QString introspect(const QString &) const override { return {}; }
 
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &) override
@@ -57,6 +68,8 @@ public:
         return true;
     }
 
+    /// All settings, by their groups.
+    QMap<QString, QVariantMap> settings;
     std::vector<Bound> bound;
     QStringList closed;
     /// What the user answers to BindShortcuts: 0 yes, 1 no.
@@ -81,6 +94,8 @@ private:
             backgroundRequests.push_back(qdbus_cast<QVariantMap>(arguments.at(1)));
             return respond(message, backgroundRequests.back(), backgroundResponse);
         }
+        if (method == QLatin1String("ReadAll"))
+            return {QVariant::fromValue(settings)};
         if (method == QLatin1String("Close")) {
             closed.append(message.path());
             return {};
