@@ -4,7 +4,7 @@
 #include "KeloHotkey/KeyboardLayout.h"
 #include "KeloHotkey/VirtualKeys.h"
 #include "KeloHotkey/backends/KeyboardGrab.h"
-#include "KeloHotkey/backends/X11Keyboard.h"
+#include "Platform/linux/X11Connection.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -32,12 +32,22 @@ bool isShortcut(const HotKeyCombo &combo)
     return !isShiftAtMost && !isReserved;
 }
 
+// Desktops turn the server's bell into their alert sound.
+void ringBell()
+{
+    if (!mivora::X11Connection::isAvailable())
+        return;
+    const mivora::X11Connection x11;
+    // 0: as loud as the user has set it.
+    xcb_bell(x11.get(), 0);
+    x11.flush();
+}
+
 } // namespace
 
 HotKeyRecorder::HotKeyRecorder(HotKeyService &service, const HotKeyCombo &combo,
                                const HotKeyCombo &defaultCombo, QObject *parent)
-    : QObject(parent), beep(X11Keyboard::ringBell), m_service(&service), m_combo(combo),
-      m_defaultCombo(defaultCombo)
+    : QObject(parent), beep(ringBell), m_service(&service), m_combo(combo), m_defaultCombo(defaultCombo)
 {
     KeyboardLayout::onChange(this, [this] { Q_EMIT keyCapsChanged(); });
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &HotKeyRecorder::updateGrab);

@@ -2,7 +2,7 @@
 
 #include "KeloHotkey/backends/PortalService.h"
 #include "KeloHotkey/backends/X11GrabService.h"
-#include "KeloHotkey/backends/X11Keyboard.h"
+#include "Platform/linux/X11Connection.h"
 
 #include <QDBusConnection>
 #include <QLoggingCategory>
@@ -13,23 +13,6 @@ namespace {
 
 Q_LOGGING_CATEGORY(hotKeyLog, "kelo.hotkey")
 
-/// Stands in where no shortcut can be registered, and says so once in the log.
-class NoService final : public HotKeyService
-{
-public:
-    explicit NoService(const HotKeyPurpose &purpose) { purpose.logAdvice(); }
-
-    bool canRegister() const override { return false; }
-
-    bool registerHotKey(const HotKeyCombo &, std::uint32_t) override { return false; }
-
-    void unregisterHotKey(std::uint32_t) override {}
-
-    void suspend() override {}
-
-    void resume() override {}
-};
-
 } // namespace
 
 void HotKeyPurpose::logAdvice() const
@@ -37,16 +20,6 @@ void HotKeyPurpose::logAdvice() const
     qCInfo(hotKeyLog,
            "This session has no global shortcuts for applications. Bind \"%s\" to a key in the compositor.",
            qUtf8Printable(command));
-}
-
-HotKeyEnvironment HotKeyEnvironment::current()
-{
-    return {
-        .isOnX11 = X11Keyboard::connection() != nullptr,
-        .isWaylandSession =
-            !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") || qgetenv("XDG_SESSION_TYPE") == "wayland",
-        .overrule = qgetenv("MIVORA_HOTKEY"),
-    };
 }
 
 HotKeyServiceKind chooseHotKeyService(const HotKeyEnvironment &environment)
@@ -61,18 +34,20 @@ HotKeyServiceKind chooseHotKeyService(const HotKeyEnvironment &environment)
     return HotKeyServiceKind::Portal;
 }
 
-std::unique_ptr<HotKeyService> makeHotKeyService(const HotKeyPurpose &purpose,
-                                                 const HotKeyEnvironment &environment)
+std::unique_ptr<HotKeyService> makeHotKeyService(const HotKeyPurpose &purpose)
 {
-    switch (chooseHotKeyService(environment)) {
-    case HotKeyServiceKind::X11Grabs:
-        return std::make_unique<X11GrabService>(X11Keyboard::connection());
-    case HotKeyServiceKind::Portal:
-        return std::make_unique<PortalService>(purpose, QDBusConnection::sessionBus());
-    case HotKeyServiceKind::None:
-        break;
-    }
-    return std::make_unique<NoService>(purpose);
+    const HotKeyServiceKind kind = chooseHotKeyService({
+        .isOnX11 = mivora::X11Connection::isAvailable(),
+        .isWaylandSession =
+            !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") || qgetenv("XDG_SESSION_TYPE") == "wayland",
+        .overrule = qgetenv("MIVORA_HOTKEY"),
+    });
+    if (kind == HotKeyServiceKind::X11Grabs)
+        return std::make_unique<X11GrabService>();
+    // Without a bus there is no portal: nothing can be registered, and the log says so.
+    return std::make_unique<PortalService>(purpose, kind == HotKeyServiceKind::Portal
+                                                        ? QDBusConnection::sessionBus()
+                                                        : QDBusConnection(QString()));
 }
 
 } // namespace kelo

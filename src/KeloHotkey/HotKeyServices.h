@@ -32,17 +32,12 @@ struct HotKeyEnvironment
     bool isWaylandSession = false;
     /// MIVORA_HOTKEY: "x11", "portal" or "none" overrules; anything else doesn't count.
     QByteArray overrule;
-
-    /// That of the running application.
-    static HotKeyEnvironment current();
 };
 
 /// X11 grabs where they see every key, the portal in Wayland sessions.
 HotKeyServiceKind chooseHotKeyService(const HotKeyEnvironment &environment);
 
-/// The service for the environment. Never null.
-std::unique_ptr<HotKeyService>
-makeHotKeyService(const HotKeyPurpose &purpose,
-                  const HotKeyEnvironment &environment = HotKeyEnvironment::current());
+/// The service for the running application. Never null.
+std::unique_ptr<HotKeyService> makeHotKeyService(const HotKeyPurpose &purpose);
 
 } // namespace kelo

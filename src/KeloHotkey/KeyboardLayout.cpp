@@ -2,6 +2,7 @@
 
 #include "KeloHotkey/backends/LatinLayout.h"
 #include "KeloHotkey/backends/X11Keyboard.h"
+#include "Platform/linux/X11Connection.h"
 
 #include <QCoreApplication>
 #include <QPointer>
@@ -31,39 +32,32 @@ constexpr FixedName fixedNames[] = {
 class CurrentLayout final : public QObject
 {
 public:
-    explicit CurrentLayout(QObject *parent) : QObject(parent)
+    explicit CurrentLayout(QObject *application) : QObject(application)
     {
-        connect(&m_keyboard, &X11Keyboard::keymapChanged, this, &CurrentLayout::forget);
-        connect(&m_keyboard, &X11Keyboard::layoutSwitched, this, &CurrentLayout::forget);
+        connect(&keyboard, &X11Keyboard::changed, this, [this] { m_layout.reset(); });
     }
 
     /// That of the application, made with the first use.
     static CurrentLayout &instance()
     {
         static QPointer<CurrentLayout> current;
-        QObject *application = QCoreApplication::instance();
-        if (!current || current->parent() != application) {
-            delete current;
-            current = new CurrentLayout(application);
-        }
+        if (!current)
+            current = new CurrentLayout(QCoreApplication::instance());
         return *current;
     }
 
     const LatinLayout &layout()
     {
-        if (!m_layout) {
-            auto *connection = X11Keyboard::connection();
-            m_layout = connection ? LatinLayout::fromDisplay(connection) : LatinLayout::fromNames();
-        }
+        if (!m_layout)
+            m_layout = mivora::X11Connection::isAvailable()
+                           ? LatinLayout::fromDisplay(mivora::X11Connection().get())
+                           : LatinLayout::fromNames();
         return *m_layout;
     }
 
-    const X11Keyboard &keyboard() const { return m_keyboard; }
+    X11Keyboard keyboard;
 
 private:
-    void forget() { m_layout.reset(); }
-
-    X11Keyboard m_keyboard;
     std::optional<LatinLayout> m_layout;
 };
 
@@ -104,9 +98,7 @@ QString symbolName(std::uint16_t keyCode)
 
 void onChange(QObject *context, const std::function<void()> &changed)
 {
-    const X11Keyboard &keyboard = CurrentLayout::instance().keyboard();
-    QObject::connect(&keyboard, &X11Keyboard::keymapChanged, context, changed);
-    QObject::connect(&keyboard, &X11Keyboard::layoutSwitched, context, changed);
+    QObject::connect(&CurrentLayout::instance().keyboard, &X11Keyboard::changed, context, changed);
 }
 
 } // namespace kelo::KeyboardLayout

@@ -1,10 +1,12 @@
 #include "KeloHotkey/HotKeyRecorder.h"
 
-#include "KeloHotkey/backends/X11Keyboard.h"
+#include "Platform/linux/X11Connection.h"
 #include "support/FakeHotKeyService.h"
 #include "support/FakeKeyboard.h"
 #include "support/OtherClient.h"
 
+#include <QKeyEvent>
+#include <QShortcut>
 #include <QSignalSpy>
 #include <QTest>
 #include <QWindow>
@@ -12,10 +14,11 @@
 #include <linux/input-event-codes.h>
 
 using namespace kelo;
+using mivora::X11Connection;
 
 namespace {
 
-/// The recorder's window, which has the keyboard and counts what reaches it.
+/// The recorder's window, which has the keyboard and notes what is typed into it.
 class KeyWindow final : public QWindow
 {
 public:
@@ -24,35 +27,23 @@ public:
         resize(200, 100);
         show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(this));
-        takeFocus();
+        giveFocus(xcb_window_t(winId()));
     }
 
-    void takeFocus()
+    void giveFocus(xcb_window_t window)
     {
-        focus(static_cast<xcb_window_t>(winId()));
-        EXPECT_TRUE(QTest::qWaitFor([this] { return isActive(); }));
+        X11Connection().setInputFocus(window);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return isActive() == (window == winId()); }));
     }
 
-    void loseFocus()
-    {
-        // Without any focus the server drops all keys, those of window managers as well.
-        focus(xcb_setup_roots_iterator(xcb_get_setup(X11Keyboard::connection())).data->root);
-        EXPECT_TRUE(QTest::qWaitFor([this] { return !isActive(); }));
-    }
-
-    int presses = 0;
+    QString typed;
 
 private:
-    static void focus(xcb_window_t window)
-    {
-        xcb_set_input_focus(X11Keyboard::connection(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
-        xcb_flush(X11Keyboard::connection());
-    }
-
-    void keyPressEvent(QKeyEvent *) override { ++presses; }
+    void keyPressEvent(QKeyEvent *event) override { typed += event->text(); }
 };
 
 constexpr HotKeyCombo commandShiftJ{38, commandKey | shiftKey};
+constexpr std::initializer_list<int> altF4 = {KEY_LEFTALT, KEY_F4};
 
 class HotKeyRecorderTest : public testing::Test
 {
@@ -66,8 +57,9 @@ protected:
 
     void tap(std::initializer_list<int> keys)
     {
+        // Until the server has done what it was asked before.
+        X11Connection().inputFocus();
         m_keyboard.tap(keys);
-        QTest::qWait(60);
     }
 
     FakeHotKeyService m_service;
@@ -95,11 +87,7 @@ TEST_F(HotKeyRecorderTest, judgesEveryKeyAndLetsNoneThrough)
         {{KEY_V}, beeped},
         {{KEY_LEFTSHIFT, KEY_V}, beeped},
         {{KEY_LEFTMETA, KEY_V}, beeped},
-        {{KEY_LEFTMETA, KEY_C}, beeped},
-        {{KEY_LEFTMETA, KEY_X}, beeped},
         {{KEY_LEFTMETA, KEY_Q}, beeped},
-        {{KEY_LEFTMETA, KEY_W}, beeped},
-        {{KEY_LEFTMETA, KEY_TAB}, beeped},
         {{KEY_LEFTMETA, KEY_SPACE}, beeped},
         {{KEY_MUTE}, beeped},
         {{KEY_LEFTMETA, KEY_LEFTSHIFT, KEY_V}, accepted, {9, commandKey | shiftKey}},
@@ -110,6 +98,8 @@ TEST_F(HotKeyRecorderTest, judgesEveryKeyAndLetsNoneThrough)
         {{KEY_LEFTMETA, KEY_ESC}, cancelled},
     };
 
+    const QShortcut closing(QKeySequence(QStringLiteral("Ctrl+W")), &m_window);
+    QSignalSpy closed(&closing, &QShortcut::activated);
     for (const auto &row : rows) {
         const std::string keys = testing::PrintToString(std::vector<int>(row.keys));
         m_recorder.setCombo(before);
@@ -117,15 +107,16 @@ TEST_F(HotKeyRecorderTest, judgesEveryKeyAndLetsNoneThrough)
         m_beeps = 0;
         m_recorder.toggle();
         tap(row.keys);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return m_beeps > 0 || !m_recorder.isRecording(); })) << keys;
         EXPECT_EQ(m_recorder.isRecording(), row.outcome == beeped) << keys;
-        EXPECT_EQ(m_beeps, row.outcome == beeped ? 1 : 0) << keys;
         EXPECT_EQ(m_recorder.combo(), row.outcome == accepted ? row.combo : before) << keys;
         EXPECT_EQ(m_chosen.size(), row.outcome == accepted ? 1u : 0u) << keys;
-        EXPECT_EQ(m_window.presses, 0) << keys;
         m_recorder.stop();
     }
-    tap({KEY_V});
-    EXPECT_EQ(m_window.presses, 1) << "keys arrive again";
+    tap({KEY_Z});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_window.typed.endsWith(u'z'); })) << "keys arrive again";
+    EXPECT_EQ(m_window.typed, QStringLiteral("z"));
+    EXPECT_EQ(closed.count(), 0);
 }
 
 TEST_F(HotKeyRecorderTest, takesTheKeyboardFromTheWindowManagerAndFromShortcutsWhileItsWindowHasIt)
@@ -133,23 +124,20 @@ TEST_F(HotKeyRecorderTest, takesTheKeyboardFromTheWindowManagerAndFromShortcutsW
     // A window manager that closes windows by Alt and F4.
     support::OtherClient manager;
     ASSERT_TRUE(manager.grab(KEY_F4 + 8, XCB_MOD_MASK_1));
-    tap({KEY_LEFTALT, KEY_F4});
-    EXPECT_EQ(manager.presses(), 1) << "its own while nothing is recorded";
     m_recorder.toggle();
     EXPECT_TRUE(m_service.isSuspended());
-    tap({KEY_V});
-    EXPECT_TRUE(m_service.isSuspended());
-    m_window.loseFocus();
+    // Without any focus the server drops all keys, those of window managers as well.
+    m_window.giveFocus(X11Connection().root());
     EXPECT_FALSE(m_service.isSuspended()) << "elsewhere the shortcut works";
     EXPECT_TRUE(m_recorder.isRecording());
-    tap({KEY_LEFTALT, KEY_F4});
+    tap(altF4);
     EXPECT_EQ(manager.presses(), 1) << "the keyboard is elsewhere";
-    m_window.takeFocus();
+    m_window.giveFocus(xcb_window_t(m_window.winId()));
     EXPECT_TRUE(m_service.isSuspended());
-    tap({KEY_LEFTALT, KEY_F4});
-    EXPECT_EQ(m_chosen, (std::vector{HotKeyCombo{118, optionKey}}));
+    tap(altF4);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_chosen == std::vector{HotKeyCombo{118, optionKey}}; }));
     EXPECT_EQ(manager.presses(), 0);
-    tap({KEY_LEFTALT, KEY_F4});
+    tap(altF4);
     EXPECT_EQ(manager.presses(), 1) << "recording is over";
     EXPECT_EQ(m_service.suspensions, 2);
     EXPECT_EQ(m_service.resumptions, 2);
@@ -165,7 +153,8 @@ TEST_F(HotKeyRecorderTest, offersToGoBackToTheDefault)
     EXPECT_TRUE(m_chosen.empty()) << "nobody chose that";
     m_recorder.toggle();
     EXPECT_FALSE(m_recorder.canReset());
-    EXPECT_EQ(m_recorder.toolTip(), QStringLiteral("Press Esc to cancel"));
+    m_recorder.reset();
+    EXPECT_TRUE(m_chosen.empty()) << "while it records there is nothing to reset";
     m_recorder.toggle();
     m_recorder.reset();
     EXPECT_EQ(m_chosen, std::vector{commandShiftJ});
@@ -174,13 +163,13 @@ TEST_F(HotKeyRecorderTest, offersToGoBackToTheDefault)
 TEST_F(HotKeyRecorderTest, namesKeysAsTheKeyboardDoes)
 {
     m_recorder.setCombo({12, commandKey | controlKey});
-    EXPECT_EQ(m_recorder.keyCaps().join(u' '), QStringLiteral("⌃ ⌘ Q"));
     QSignalSpy keyCaps(&m_recorder, &HotKeyRecorder::keyCapsChanged);
     ASSERT_TRUE(m_keyboard.setLayout(QStringLiteral("fr")));
     EXPECT_TRUE(QTest::qWaitFor([&] { return !keyCaps.isEmpty(); }));
-    EXPECT_EQ(m_recorder.keyCaps().last(), QStringLiteral("A"));
+    EXPECT_EQ(m_recorder.displayString(), QStringLiteral("⌃⌘A"));
     m_recorder.toggle();
     tap({KEY_LEFTMETA, KEY_LEFTCTRL, KEY_A});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !m_recorder.isRecording(); }));
     EXPECT_EQ(m_recorder.combo(), (HotKeyCombo{0, commandKey | controlKey})) << "the key, not its letter";
     ASSERT_TRUE(m_keyboard.setLayout(QStringLiteral("us")));
 }

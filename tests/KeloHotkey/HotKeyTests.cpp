@@ -1,5 +1,6 @@
 #include "KeloHotkey/HotKey.h"
 
+#include "KeloHotkey/HotKeyServices.h"
 #include "support/FakeHotKeyService.h"
 
 #include <QCoreApplication>
@@ -7,16 +8,61 @@
 
 namespace kelo {
 
-class HotKeyTest : public testing::Test
+TEST(HotKeyCombo, isReadFromItsStoredFormOnly)
 {
-protected:
+    const struct
+    {
+        const char *json;
+        std::optional<HotKeyCombo> combo;
+    } cases[] = {
+        {R"({"keyCode":9,"modifiers":768})", HotKeyCombo::defaultCombo},
+        {R"({"modifiers":0,"keyCode":4294967295,"more":[]})", HotKeyCombo{4294967295, 0}},
+        {R"({"keyCode":9})", {}},
+        {R"({"modifiers":768})", {}},
+        {R"({"keyCode":true,"modifiers":768})", {}},
+        {R"({"keyCode":-1,"modifiers":768})", {}},
+        {R"({"keyCode":9.5,"modifiers":768})", {}},
+        {R"({"keyCode":9,"modifiers":4294967296})", {}},
+    };
+
+    for (const auto &row : cases)
+        EXPECT_EQ(HotKeyCombo::fromJson(row.json), row.combo) << row.json;
+}
+
+TEST(HotKeyCombo, isShownInTheFixedOrderOfModifiers)
+{
+    EXPECT_EQ(HotKeyCombo::defaultCombo.displayString(), QStringLiteral("⇧⌘V"));
+    EXPECT_EQ((HotKeyCombo{49, optionKey | controlKey}).displayString(), QStringLiteral("⌃⌥Space"));
+    EXPECT_EQ((HotKeyCombo{105, 0x1b00}).keyCaps().join(QLatin1Char(' ')), QStringLiteral("⌃ ⌥ ⇧ ⌘ #105"));
+    EXPECT_EQ((HotKeyCombo{65535, 0xe4ff}).displayString(), QStringLiteral("#65535"));
+}
+
+TEST(HotKeyServices, areChosenByTheSession)
+{
+    using enum HotKeyServiceKind;
+
+    const struct
+    {
+        bool isOnX11;
+        bool isWaylandSession;
+        QByteArray overrule;
+        HotKeyServiceKind expected;
+    } cases[] = {
+        {true, false, "", X11Grabs},     {true, true, "", Portal},      {false, true, "", Portal},
+        {false, false, "", None},        {true, true, "x11", X11Grabs}, {false, true, "x11", None},
+        {true, false, "portal", Portal}, {true, false, "none", None},   {true, false, "wayland", X11Grabs},
+    };
+
+    for (const auto &[isOnX11, isWaylandSession, overrule, expected] : cases)
+        EXPECT_EQ(chooseHotKeyService({isOnX11, isWaylandSession, overrule}), expected)
+            << isOnX11 << isWaylandSession << overrule.constData();
+}
+
+TEST(HotKey, runsItsActionFromTheEventLoopForItsOwnNumberUntilItIsReleased)
+{
     FakeHotKeyService service;
     int runs = 0;
-};
-
-TEST_F(HotKeyTest, runsItsActionFromTheEventLoopForItsOwnNumberUntilItIsReleased)
-{
-    auto hotKey = HotKey::create(service, {}, [this] { ++runs; });
+    auto hotKey = HotKey::create(service, {}, [&] { ++runs; });
     Q_EMIT service.pressed(hotKey->id());
     Q_EMIT service.pressed(hotKey->id() + 1);
     EXPECT_EQ(runs, 0);
@@ -30,17 +76,19 @@ TEST_F(HotKeyTest, runsItsActionFromTheEventLoopForItsOwnNumberUntilItIsReleased
     EXPECT_TRUE(service.registered.empty());
 }
 
-TEST_F(HotKeyTest, canBeReleasedByItsOwnAction)
+TEST(HotKey, canBeReleasedByItsOwnAction)
 {
+    FakeHotKeyService service;
     std::unique_ptr<HotKey> hotKey;
     const std::string longText(100, 'x');
+    std::string seen;
     hotKey = HotKey::create(service, {}, [&, longText] {
         hotKey.reset();
-        runs += longText.size() == 100;
+        seen = longText;
     });
     Q_EMIT service.pressed(hotKey->id());
     QCoreApplication::processEvents();
-    EXPECT_EQ(runs, 1);
+    EXPECT_EQ(seen, longText);
 }
 
 } // namespace kelo

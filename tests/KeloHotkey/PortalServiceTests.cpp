@@ -10,8 +10,6 @@
 using namespace kelo;
 using support::FakePortal;
 
-namespace {
-
 class PortalServiceTest : public testing::Test
 {
 protected:
@@ -20,96 +18,97 @@ protected:
         if (!support::PrivateBus::isInstalled())
             GTEST_SKIP() << "dbus-daemon is not installed";
         m_bus = std::make_unique<support::PrivateBus>();
+        startPortal();
     }
 
-    // A service whose portal has answered.
-    std::unique_ptr<PortalService> readyService()
+    void startPortal(FakePortal::Shortcuts shortcuts = FakePortal::Shortcuts::Present)
     {
-        auto service = std::make_unique<PortalService>(m_purpose, m_bus->connection());
-        EXPECT_FALSE(service->canRegister()) << "before the portal has answered";
-        EXPECT_TRUE(QTest::qWaitFor([&] { return service->canRegister(); }));
-        return service;
+        m_portal.reset();
+        m_portal = std::make_unique<FakePortal>(m_bus->connection(), shortcuts);
+    }
+
+    // Until the portal has answered.
+    void startService()
+    {
+        m_service = std::make_unique<PortalService>(m_purpose, m_bus->connection());
+        EXPECT_TRUE(QTest::qWaitFor([&] { return m_service->canRegister(); }));
+    }
+
+    std::unique_ptr<HotKey> create(const HotKeyCombo &combo = HotKeyCombo::defaultCombo)
+    {
+        return HotKey::create(*m_service, combo, [this] { ++m_runs; });
+    }
+
+    bool areBound(std::size_t count) const
+    {
+        return QTest::qWaitFor([&] { return m_portal->bound.size() == count; });
     }
 
     const HotKeyPurpose m_purpose{QStringLiteral("join"), QStringLiteral("Join"), QStringLiteral("app join")};
     std::unique_ptr<support::PrivateBus> m_bus;
+    std::unique_ptr<FakePortal> m_portal;
+    std::unique_ptr<PortalService> m_service;
+    int m_runs = 0;
 };
 
-} // namespace
-
-TEST_F(PortalServiceTest, bindsTheCombinationAndFires)
+TEST_F(PortalServiceTest, bindsTheCombinationAndFiresUnlessItIsSuspended)
 {
-    FakePortal portal(m_bus->connection());
-    const auto service = readyService();
-    int runs = 0;
-    auto hotKey = HotKey::create(*service, HotKeyCombo::defaultCombo, [&] { ++runs; });
-    ASSERT_TRUE(hotKey);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return portal.bound.size() == 1; }));
-    EXPECT_EQ(portal.bound[0].name, QStringLiteral("join-9-768"));
-    EXPECT_EQ(portal.bound[0].description, QStringLiteral("Join"));
-    EXPECT_EQ(portal.bound[0].trigger, QStringLiteral("SHIFT+LOGO+v"));
+    startService();
+    auto hotKey = create();
+    EXPECT_FALSE(create());
+    EXPECT_FALSE(create({400, commandKey}));
+    ASSERT_TRUE(areBound(1));
+    const FakePortal::Bound bound = m_portal->bound[0];
+    EXPECT_EQ(bound.name, QStringLiteral("join-9-768"));
+    EXPECT_EQ(bound.description, QStringLiteral("Join"));
+    EXPECT_EQ(bound.trigger, QStringLiteral("SHIFT+LOGO+v"));
 
-    portal.activate(portal.bound[0].session);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return runs == 1; }));
-    portal.activate(QStringLiteral("/org/freedesktop/portal/desktop/session/someone/else"));
-    service->suspend();
-    portal.activate(portal.bound[0].session);
-    QTest::qWait(100);
-    EXPECT_EQ(runs, 1);
+    m_portal->activate(bound.session);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_runs == 1; }));
+    m_portal->activate(QStringLiteral("/org/freedesktop/portal/desktop/session/someone/else"));
+    m_service->suspend();
+    m_portal->activate(bound.session);
+    // Its session comes after all that the portal has told before.
+    const auto other = create({11, controlKey | optionKey});
+    ASSERT_TRUE(areBound(2));
+    EXPECT_EQ(m_portal->bound[1].trigger, QStringLiteral("CTRL+ALT+b"));
+    EXPECT_EQ(m_runs, 1);
+    m_service->resume();
+    m_portal->activate(m_portal->bound[1].session);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_runs == 2; }));
 
     hotKey.reset();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return portal.closed == QStringList{portal.bound[0].session}; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_portal->closed == QStringList{bound.session}; }));
 }
 
 TEST_F(PortalServiceTest, closesASessionThatComesTooLate)
 {
-    FakePortal portal(m_bus->connection());
-    const auto service = readyService();
-    HotKey::create(*service, HotKeyCombo::defaultCombo, [] {}).reset();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return portal.closed.size() == 1; }));
-    EXPECT_TRUE(portal.bound.empty());
+    startService();
+    create().reset();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_portal->closed.size() == 1; }));
+    EXPECT_TRUE(m_portal->bound.empty());
 }
 
-TEST_F(PortalServiceTest, refusesWhatCanNotBeRegisteredButNotWhatTheUserRefuses)
+TEST_F(PortalServiceTest, waitsForAPortalAndBindsAnewWhenItComesBack)
 {
-    FakePortal portal(m_bus->connection());
-    portal.bindResponse = 1;
-    const auto service = readyService();
-    const auto hotKey = HotKey::create(*service, HotKeyCombo::defaultCombo, [] {});
-    EXPECT_TRUE(hotKey);
-    EXPECT_FALSE(HotKey::create(*service, HotKeyCombo::defaultCombo, [] {}));
-    EXPECT_FALSE(HotKey::create(*service, {400, commandKey}, [] {}));
-}
-
-TEST_F(PortalServiceTest, bindsAnewWhenThePortalComesBack)
-{
-    auto portal = std::make_unique<FakePortal>(m_bus->connection());
-    const auto service = readyService();
-    int runs = 0;
-    const auto hotKey = HotKey::create(*service, HotKeyCombo::defaultCombo, [&] { ++runs; });
-    ASSERT_TRUE(QTest::qWaitFor([&] { return portal->bound.size() == 1; }));
-    portal.reset();
-    portal = std::make_unique<FakePortal>(m_bus->connection());
-    ASSERT_TRUE(QTest::qWaitFor([&] { return portal->bound.size() == 1; }));
-    portal->activate(portal->bound[0].session);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return runs == 1; }));
-}
-
-TEST_F(PortalServiceTest, saysOnceWhatToDoWithoutAPortalAndWaitsForOne)
-{
+    startPortal(FakePortal::Shortcuts::Missing);
     testing::internal::CaptureStderr();
-    PortalService service(m_purpose, m_bus->connection());
+    m_service = std::make_unique<PortalService>(m_purpose, m_bus->connection());
     int changes = 0;
-    QObject::connect(&service, &HotKeyService::availabilityChanged, [&] { ++changes; });
-    QTest::qWait(200);
-    auto portal = std::make_unique<FakePortal>(m_bus->connection(), FakePortal::Shortcuts::Missing);
-    QTest::qWait(200);
+    QObject::connect(m_service.get(), &HotKeyService::availabilityChanged, [&] { ++changes; });
+    EXPECT_FALSE(create()) << "before the portal has answered";
+    startPortal(FakePortal::Shortcuts::Missing);
+    startPortal();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_service->canRegister(); }));
     const std::string log = testing::internal::GetCapturedStderr();
-    EXPECT_FALSE(service.canRegister());
     EXPECT_NE(log.find("\"app join\""), std::string::npos) << log;
-    EXPECT_EQ(log.find("\"app join\""), log.rfind("\"app join\"")) << log;
-    portal.reset();
-    portal = std::make_unique<FakePortal>(m_bus->connection());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return changes == 1; }));
-    EXPECT_TRUE(service.canRegister());
+    EXPECT_EQ(log.find("\"app join\""), log.rfind("\"app join\"")) << "what to do is said once";
+
+    const auto hotKey = create();
+    ASSERT_TRUE(areBound(1));
+    startPortal();
+    ASSERT_TRUE(areBound(1));
+    m_portal->activate(m_portal->bound[0].session);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_runs == 1; }));
+    EXPECT_EQ(changes, 1);
 }

@@ -3,6 +3,7 @@
 #include <QProcess>
 #include <cstdlib>
 #include <initializer_list>
+#include <linux/input-event-codes.h>
 #include <stdexcept>
 #include <vector>
 #include <xcb/xcb.h>
@@ -51,10 +52,15 @@ public:
             release(*key);
     }
 
+    /// Goes on to the next of several layouts. It is Menu.
+    static constexpr int layoutKey = KEY_COMPOSE;
+
     /// Gives the display another keyboard layout (setxkbmap's "fr", "ru,us", …). False when that failed.
     static bool setLayout(const QString &layout)
     {
-        return QProcess::execute(QStringLiteral("setxkbmap"), {QStringLiteral("-layout"), layout}) == 0;
+        return QProcess::execute(QStringLiteral("setxkbmap"),
+                                 {QStringLiteral("-layout"), layout, QStringLiteral("-option"),
+                                  QStringLiteral("grp:menu_toggle")}) == 0;
     }
 
 private:

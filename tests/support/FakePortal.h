@@ -72,8 +72,6 @@ public:
     QMap<QString, QVariantMap> settings;
     std::vector<Bound> bound;
     QStringList closed;
-    /// What the user answers to BindShortcuts: 0 yes, 1 no.
-    uint bindResponse = 0;
     /// The options of each RequestBackground.
     std::vector<QVariantMap> backgroundRequests;
     /// What the user answers to it: 0 yes, 1 no.
@@ -88,7 +86,7 @@ private:
             return respond(message, qdbus_cast<QVariantMap>(arguments.at(0)), 0);
         if (method == QLatin1String("BindShortcuts")) {
             bind(arguments);
-            return respond(message, qdbus_cast<QVariantMap>(arguments.at(3)), bindResponse);
+            return respond(message, qdbus_cast<QVariantMap>(arguments.at(3)), 0);
         }
         if (method == QLatin1String("RequestBackground")) {
             backgroundRequests.push_back(qdbus_cast<QVariantMap>(arguments.at(1)));

@@ -31,8 +31,10 @@ public:
     /// How often its keys were pressed since the last call.
     int presses()
     {
+        // An answer of the server comes after all presses so far.
+        std::free(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
         int count = 0;
-        while (auto *event = xcb_poll_for_event(m_connection)) {
+        while (auto *event = xcb_poll_for_queued_event(m_connection)) {
             count += (event->response_type & 0x7f) == XCB_KEY_PRESS ? 1 : 0;
             std::free(event);
         }

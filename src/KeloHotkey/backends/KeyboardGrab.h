@@ -3,7 +3,6 @@
 #include <QTimer>
 
 class QWindow;
-struct xcb_connection_t;
 
 namespace kelo {
 
@@ -24,10 +23,7 @@ public:
     void prolong();
 
 private:
-    void release();
-
-    /// Null when nothing is grabbed.
-    xcb_connection_t *m_connection = nullptr;
+    /// Runs while the keyboard is grabbed.
     QTimer m_limit;
 };
 

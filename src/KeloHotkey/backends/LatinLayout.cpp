@@ -18,31 +18,13 @@ struct DeadKey
     char16_t spacing;
 };
 
-// Dead keys have no character of their own; these are what the key cap shows.
+// Dead keys have no character of their own; this is what the key caps show of those that Latin layouts have
+// without modifiers.
 constexpr DeadKey deadKeys[] = {
-    {XKB_KEY_dead_grave, u'`'},
-    {XKB_KEY_dead_acute, u'´'},
-    {XKB_KEY_dead_circumflex, u'^'},
-    {XKB_KEY_dead_tilde, u'~'},
-    {XKB_KEY_dead_macron, u'¯'},
-    {XKB_KEY_dead_breve, u'˘'},
-    {XKB_KEY_dead_abovedot, u'˙'},
-    {XKB_KEY_dead_diaeresis, u'¨'},
-    {XKB_KEY_dead_abovering, u'˚'},
-    {XKB_KEY_dead_doubleacute, u'˝'},
-    {XKB_KEY_dead_caron, u'ˇ'},
-    {XKB_KEY_dead_cedilla, u'¸'},
-    {XKB_KEY_dead_ogonek, u'˛'},
-    {XKB_KEY_dead_iota, u'ͺ'},
-    {XKB_KEY_dead_belowdot, u'.'},
-    {XKB_KEY_dead_stroke, u'/'},
-    {XKB_KEY_dead_perispomeni, u'~'},
-    {XKB_KEY_dead_psili, u'᾿'},
-    {XKB_KEY_dead_dasia, u'῾'},
-    {XKB_KEY_dead_voiced_sound, u'゛'},
-    {XKB_KEY_dead_semivoiced_sound, u'゜'},
-    {XKB_KEY_dead_currency, u'¤'},
-    {XKB_KEY_dead_greek, u'µ'},
+    {XKB_KEY_dead_grave, u'`'},       {XKB_KEY_dead_acute, u'´'},     {XKB_KEY_dead_circumflex, u'^'},
+    {XKB_KEY_dead_tilde, u'~'},       {XKB_KEY_dead_diaeresis, u'¨'}, {XKB_KEY_dead_abovering, u'˚'},
+    {XKB_KEY_dead_doubleacute, u'˝'}, {XKB_KEY_dead_caron, u'ˇ'},     {XKB_KEY_dead_cedilla, u'¸'},
+    {XKB_KEY_dead_ogonek, u'˛'},      {XKB_KEY_dead_belowdot, u'.'},  {XKB_KEY_dead_stroke, u'/'},
 };
 
 // Null where the XKB data isn't installed.

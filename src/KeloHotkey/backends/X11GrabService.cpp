@@ -4,16 +4,13 @@
 
 #include <QCoreApplication>
 #include <algorithm>
-#include <cstdlib>
 
 namespace kelo {
 
-X11GrabService::X11GrabService(xcb_connection_t *connection)
-    : m_connection(connection), m_root(xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root),
-      m_modifiers(X11Modifiers::current(connection))
+X11GrabService::X11GrabService() : m_modifiers(X11Modifiers::current(m_x11))
 {
     m_keymapTimer.setSingleShot(true);
-    connect(&m_keyboard, &X11Keyboard::keymapChanged, &m_keymapTimer, qOverload<>(&QTimer::start));
+    connect(&m_keyboard, &X11Keyboard::changed, &m_keymapTimer, qOverload<>(&QTimer::start));
     connect(&m_keymapTimer, &QTimer::timeout, this, &X11GrabService::adoptModifiers);
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
@@ -21,7 +18,7 @@ X11GrabService::X11GrabService(xcb_connection_t *connection)
 X11GrabService::~X11GrabService()
 {
     // The display may be gone with the application.
-    if (X11Keyboard::connection() == m_connection)
+    if (mivora::X11Connection::isAvailable())
         ungrabAll();
 }
 
@@ -89,14 +86,12 @@ bool X11GrabService::grab(const Key &key)
 {
     std::vector<xcb_void_cookie_t> requests;
     for (const std::uint16_t mask : masks(key))
-        requests.push_back(xcb_grab_key_checked(m_connection, false, m_root, mask, key.code,
+        requests.push_back(xcb_grab_key_checked(m_x11.get(), false, m_x11.root(), mask, key.code,
                                                 XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
     bool isGrabbed = true;
     for (const xcb_void_cookie_t request : requests) {
-        if (xcb_generic_error_t *error = xcb_request_check(m_connection, request)) {
+        if (mivora::owned(xcb_request_check(m_x11.get(), request)))
             isGrabbed = false;
-            std::free(error);
-        }
     }
     if (!isGrabbed)
         ungrab(key);
@@ -106,8 +101,8 @@ bool X11GrabService::grab(const Key &key)
 void X11GrabService::ungrab(const Key &key)
 {
     for (const std::uint16_t mask : masks(key))
-        xcb_ungrab_key(m_connection, key.code, m_root, mask);
-    xcb_flush(m_connection);
+        xcb_ungrab_key(m_x11.get(), key.code, m_x11.root(), mask);
+    m_x11.flush();
     m_held = 0;
 }
 
@@ -126,7 +121,7 @@ void X11GrabService::ungrabAll()
 // Physical keys keep their codes in every keymap, but the modifiers may have moved.
 void X11GrabService::adoptModifiers()
 {
-    const X11Modifiers modifiers = X11Modifiers::current(m_connection);
+    const X11Modifiers modifiers = X11Modifiers::current(m_x11);
     if (modifiers == m_modifiers)
         return;
     ungrabAll();
@@ -135,10 +130,8 @@ void X11GrabService::adoptModifiers()
         grabAll();
 }
 
-bool X11GrabService::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
+bool X11GrabService::nativeEventFilter(const QByteArray &, void *message, qintptr *)
 {
-    if (m_registered.empty() || eventType != "xcb_generic_event_t")
-        return false;
     const auto *event = static_cast<const xcb_generic_event_t *>(message);
     const int type = event->response_type & 0x7f;
     if (type == XCB_KEY_PRESS)
@@ -150,10 +143,11 @@ bool X11GrabService::nativeEventFilter(const QByteArray &eventType, void *messag
 
 bool X11GrabService::keyPressed(const xcb_key_press_event_t &event)
 {
-    const Key pressedKey{event.detail, static_cast<std::uint16_t>(event.state & m_modifiers.relevant())};
+    const std::uint16_t relevant = m_modifiers.mask(commandKey | shiftKey | optionKey | controlKey);
+    const Key pressedKey{event.detail, static_cast<std::uint16_t>(event.state & relevant)};
     const auto found = std::ranges::find_if(
         m_registered, [&](const auto &registered) { return key(registered.second) == pressedKey; });
-    if (m_isSuspended || event.event != m_root || found == m_registered.end())
+    if (m_isSuspended || event.event != m_x11.root() || found == m_registered.end())
         return false;
     // A held key repeats as presses, or as a release and a press at the same time.
     const bool isRepeat =

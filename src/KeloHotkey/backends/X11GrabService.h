@@ -3,23 +3,22 @@
 #include "KeloHotkey/HotKeyService.h"
 #include "KeloHotkey/backends/X11Keyboard.h"
 #include "KeloHotkey/backends/X11Modifiers.h"
+#include "Platform/linux/X11Connection.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QTimer>
 #include <map>
 #include <vector>
-#include <xcb/xcb.h>
 
 namespace kelo {
 
-/// Shortcuts as passive key grabs on the root window of an X server.
+/// Shortcuts as passive key grabs on the root window of an X server. Only where the application has one.
 class X11GrabService final : public HotKeyService, public QAbstractNativeEventFilter
 {
     Q_OBJECT
 
 public:
-    /// `connection` is the application's own, so that its events pass the application's event filters.
-    explicit X11GrabService(xcb_connection_t *connection);
+    X11GrabService();
     ~X11GrabService() override;
 
     bool canRegister() const override { return true; }
@@ -52,8 +51,7 @@ private:
     bool keyPressed(const xcb_key_press_event_t &event);
     void keyReleased(const xcb_key_release_event_t &event);
 
-    xcb_connection_t *m_connection = nullptr;
-    xcb_window_t m_root = 0;
+    mivora::X11Connection m_x11;
     X11Keyboard m_keyboard;
     X11Modifiers m_modifiers;
     /// Collects the burst of events that a change of the keymap is.

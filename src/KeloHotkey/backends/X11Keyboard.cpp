@@ -1,7 +1,8 @@
 #include "KeloHotkey/backends/X11Keyboard.h"
 
+#include "Platform/linux/X11Connection.h"
+
 #include <QCoreApplication>
-#include <QGuiApplication>
 
 // The header has a member with the name of a C++ keyword.
 #define explicit isExplicit
@@ -15,63 +16,32 @@ namespace {
 constexpr std::uint16_t layoutParts = XCB_XKB_STATE_PART_GROUP_STATE | XCB_XKB_STATE_PART_GROUP_BASE |
                                       XCB_XKB_STATE_PART_GROUP_LATCH | XCB_XKB_STATE_PART_GROUP_LOCK;
 
-int xkbEventCode(xcb_connection_t *connection)
+// Of an event of the extension. All of them share one code; the second byte says which it is.
+bool isChange(const xcb_generic_event_t *event)
 {
-    const auto *extension = connection ? xcb_get_extension_data(connection, &xcb_xkb_id) : nullptr;
-    return extension && extension->present ? extension->first_event : -1;
+    if (event->pad0 == XCB_XKB_STATE_NOTIFY)
+        return reinterpret_cast<const xcb_xkb_state_notify_event_t *>(event)->changed & layoutParts;
+    return event->pad0 == XCB_XKB_NEW_KEYBOARD_NOTIFY || event->pad0 == XCB_XKB_MAP_NOTIFY;
 }
 
 } // namespace
 
-X11Keyboard::X11Keyboard(QObject *parent) : QObject(parent), m_xkbEvent(xkbEventCode(connection()))
+X11Keyboard::X11Keyboard()
 {
-    if (auto *application = QCoreApplication::instance())
-        application->installNativeEventFilter(this);
-}
-
-X11Keyboard::~X11Keyboard() = default;
-
-xcb_connection_t *X11Keyboard::connection()
-{
-    const auto *application = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
-    const auto *x11 =
-        application ? application->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
-    return x11 ? x11->connection() : nullptr;
-}
-
-void X11Keyboard::ringBell()
-{
-    xcb_connection_t *display = connection();
-    if (!display)
+    if (!mivora::X11Connection::isAvailable())
         return;
-    // 0: as loud as the user has set it.
-    xcb_bell(display, 0);
-    xcb_flush(display);
+    const auto *extension = xcb_get_extension_data(mivora::X11Connection().get(), &xcb_xkb_id);
+    if (extension && extension->present)
+        m_xkbEvent = extension->first_event;
+    QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
-bool X11Keyboard::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
+bool X11Keyboard::nativeEventFilter(const QByteArray &, void *message, qintptr *)
 {
-    if (m_xkbEvent < 0 || eventType != "xcb_generic_event_t")
-        return false;
     const auto *event = static_cast<const xcb_generic_event_t *>(message);
     const int type = event->response_type & 0x7f;
-    if (type == XCB_MAPPING_NOTIFY)
-        Q_EMIT keymapChanged();
-    if (type != m_xkbEvent)
-        return false;
-    // All events of the extension share one code; the second byte says which it is.
-    switch (event->pad0) {
-    case XCB_XKB_NEW_KEYBOARD_NOTIFY:
-    case XCB_XKB_MAP_NOTIFY:
-        Q_EMIT keymapChanged();
-        break;
-    case XCB_XKB_STATE_NOTIFY:
-        if (static_cast<const xcb_xkb_state_notify_event_t *>(message)->changed & layoutParts)
-            Q_EMIT layoutSwitched();
-        break;
-    default:
-        break;
-    }
+    if (type == XCB_MAPPING_NOTIFY || (type == m_xkbEvent && isChange(event)))
+        Q_EMIT changed();
     return false;
 }
 

@@ -3,8 +3,6 @@
 #include <QAbstractNativeEventFilter>
 #include <QObject>
 
-struct xcb_connection_t;
-
 namespace kelo {
 
 /// Tells when the X server's keyboard changes. Silent where the application has no X display.
@@ -15,22 +13,14 @@ class X11Keyboard final : public QObject, public QAbstractNativeEventFilter
     Q_OBJECT
 
 public:
-    explicit X11Keyboard(QObject *parent = nullptr);
-    ~X11Keyboard() override;
-
-    /// The application's connection to the X server; null when it runs on something else.
-    static xcb_connection_t *connection();
-
-    /// Rings the server's bell, which desktops turn into their alert sound. Silent without an X display.
-    static void ringBell();
+    X11Keyboard();
 
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
 
 Q_SIGNALS:
-    /// The keymap or the meaning of the modifiers is another one. Comes in bursts.
-    void keymapChanged();
-    /// The user switched to another layout of the keymap.
-    void layoutSwitched();
+    /// The keymap or the meaning of the modifiers is another one, or the user switched to another layout of
+    /// the keymap. Comes in bursts.
+    void changed();
 
 private:
     int m_xkbEvent = -1;

@@ -2,7 +2,9 @@
 
 #include <cstdint>
 
-struct xcb_connection_t;
+namespace mivora {
+class X11Connection;
+}
 
 namespace kelo {
 
@@ -17,13 +19,10 @@ struct X11Modifiers
     friend bool operator==(const X11Modifiers &, const X11Modifiers &) = default;
 
     /// Asks the server. Alt and Super have their customary modifiers when no key is theirs.
-    static X11Modifiers current(xcb_connection_t *connection);
+    static X11Modifiers current(const mivora::X11Connection &x11);
 
     /// The mask of a grab for HotKeyModifier bits, without locks.
     std::uint16_t mask(std::uint32_t hotKeyModifiers) const;
-
-    /// What mask() can give: all else in an event's state doesn't matter.
-    std::uint16_t relevant() const;
 };
 
 } // namespace kelo
