@@ -6,31 +6,32 @@ using namespace kelo;
 
 TEST(Presentation, followsTheHost)
 {
-    struct Case
+    using enum Presentation;
+
+    const struct
     {
-        const char *name;
-        StatusHost host;
+        const char *process;
+        bool hasAyatanaIndicator;
+        const char *desktop;
         Presentation expected;
+    } rows[] = {
+        {"gnome-shell", false, "", Label},
+        {"waybar", false, "", Wide},
+        {"waybar", true, "", Wide},
+        // A plug-in of a panel for Ayatana's service.
+        {"stranger", true, "", Label},
+        {"stranger", false, "GNOME", Square},
+        // In a sandbox the desktop is all that is known.
+        {"", false, "ubuntu:GNOME", Label},
+        {"", false, "", Square},
     };
 
-    const Case cases[] = {
-        {"shell", {.process = QStringLiteral("gnome-shell")}, Presentation::Label},
-        {"waybar", {.process = QStringLiteral("waybar")}, Presentation::Wide},
-        {"Ayatana's service is not waybar's concern",
-         {.process = QStringLiteral("waybar"), .hasAyatanaIndicator = true},
-         Presentation::Wide},
-        {"plug-in of a panel with Ayatana's service",
-         {.process = QStringLiteral("stranger"), .hasAyatanaIndicator = true},
-         Presentation::Label},
-        {"stranger", {.process = QStringLiteral("stranger")}, Presentation::Square},
-        {"a stranger's desktop does not matter",
-         {.process = QStringLiteral("stranger"), .desktop = QStringLiteral("GNOME")},
-         Presentation::Square},
-        {"sandbox", {.desktop = QStringLiteral("ubuntu:GNOME")}, Presentation::Label},
-        {"nothing known", {}, Presentation::Square},
-    };
-    for (const Case &test : cases)
-        EXPECT_EQ(presentationFor(test.host), test.expected) << test.name;
+    for (const auto &[process, hasAyatanaIndicator, desktop, expected] : rows)
+        EXPECT_EQ(presentationFor({QLatin1String(process), hasAyatanaIndicator, QLatin1String(desktop)}),
+                  expected)
+            << process << ' ' << desktop;
+    EXPECT_TRUE(opensRefusedMenu({.process = QStringLiteral("kded5")}));
+    EXPECT_FALSE(opensRefusedMenu({.process = QStringLiteral("waybar")}));
 }
 
 TEST(NotifierProperties, eachPresentationGivesTheHostOneThingToDraw)

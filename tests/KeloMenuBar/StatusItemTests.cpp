@@ -200,42 +200,20 @@ TEST_F(StatusItemTest, announcesOnlyWhatHasChanged)
 {
     FakeHost &host = this->host("label");
     StatusItemState state = m_item.state();
-    const auto set = [&](auto StatusItemState::*member, const auto &value) {
-        state.*member = value;
-        m_item.setState(state);
-    };
-
-    const struct
-    {
-        const char *name;
-        std::function<void()> change;
-        const char *expected;
-    } rows[] = {
-        {"nothing yet", [] {}, ""},
-        {"title", [&] { set(&StatusItemState::title, QStringLiteral("Review · 2m")); },
-         "NewTitle XAyatanaNewLabel"},
-        {"there and back",
-         [&] {
-             set(&StatusItemState::isUrgent, true);
-             set(&StatusItemState::isUrgent, false);
-         },
-         ""},
-        {"urgent", [&] { set(&StatusItemState::isUrgent, true); }, "NewIcon"},
-        {"countdown, which a label does not show",
-         [&] { set(&StatusItemState::countdown, QStringLiteral("2m")); }, ""},
-        {"tool tip", [&] { set(&StatusItemState::toolTip, QStringLiteral("Access?")); }, "NewToolTip"},
-        {"visibility", [&] { set(&StatusItemState::isVisible, false); }, "NewStatus"},
-    };
-
-    host.property("Title");
-    host.signalNames.clear();
-    for (const auto &row : rows) {
-        row.change();
+    const auto saysOf = [&](auto StatusItemState::*member, const auto &...values) {
+        host.signalNames.clear();
+        ((state.*member = values, m_item.setState(state)), ...);
         QCoreApplication::processEvents();
         // Answered after all signals.
         host.property("Title");
-        EXPECT_EQ(std::exchange(host.signalNames, {}).join(u' '), QLatin1String(row.expected)) << row.name;
-    }
+        return host.signalNames.join(u' ').toStdString();
+    };
+    EXPECT_EQ(saysOf(&StatusItemState::isUrgent, true, false), "") << "there and back";
+    EXPECT_EQ(saysOf(&StatusItemState::isUrgent, true), "NewIcon");
+    EXPECT_EQ(saysOf(&StatusItemState::title, QStringLiteral("Review · 2m")), "NewTitle XAyatanaNewLabel");
+    EXPECT_EQ(saysOf(&StatusItemState::countdown, QStringLiteral("2m")), "") << "a label doesn't show it";
+    EXPECT_EQ(saysOf(&StatusItemState::toolTip, QStringLiteral("Access?")), "NewToolTip");
+    EXPECT_EQ(saysOf(&StatusItemState::isVisible, false), "NewStatus");
     EXPECT_EQ(host.property("Status"), QStringLiteral("Passive"));
 }
 

@@ -33,13 +33,13 @@ public:
             "-addext subjectAltName=DNS:localhost -keyout tls.key -out tls.pem");
         openssl("genpkey -algorithm ed25519 -out key.pem");
         QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-        configuration.setLocalCertificate(QSslCertificate(contentOf("tls.pem")));
-        configuration.setPrivateKey(QSslKey(contentOf("tls.key"), QSsl::Ec));
+        configuration.setLocalCertificate(certificate());
+        configuration.setPrivateKey(QSslKey(openssl("pkey -in tls.key"), QSsl::Ec));
         configuration.setPeerVerifyMode(QSslSocket::VerifyNone);
         setSslConfiguration(configuration);
         connect(this, &QTcpServer::pendingConnectionAvailable, this, [this] {
             while (QTcpSocket *socket = nextPendingConnection())
-                connect(socket, &QTcpSocket::readyRead, socket, [this, socket] { answer(socket); });
+                connect(socket, &QTcpSocket::readyRead, socket, [this, socket] { answer(*socket); });
         });
         EXPECT_TRUE(listen(QHostAddress::LocalHost));
     }
@@ -48,7 +48,7 @@ public:
     void trust() const
     {
         QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-        configuration.setCaCertificates({QSslCertificate(contentOf("tls.pem"))});
+        configuration.setCaCertificates({certificate()});
         QSslConfiguration::setDefaultConfiguration(configuration);
     }
 
@@ -63,17 +63,15 @@ public:
     QByteArray sign(const QByteArray &document) const
     {
         QFile file(m_folder.filePath(QStringLiteral("document")));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(document) == document.size() &&
-                    file.flush());
-        openssl("pkeyutl -sign -rawin -inkey key.pem -in document -out document.sig");
-        return contentOf("document.sig");
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(document) == document.size());
+        file.close();
+        return openssl("pkeyutl -sign -rawin -inkey key.pem -in document");
     }
 
     /// Answers with the document and its signature.
     void publish(const QByteArray &document)
     {
-        answers["/feed"] = {.body = document};
-        answers["/feed.sig"] = {.body = sign(document)};
+        answers = {{"/feed", {.body = document}}, {"/feed.sig", {.body = sign(document)}}};
     }
 
     void publishVersion(const QByteArray &version)
@@ -97,19 +95,15 @@ private:
         return process.readAllStandardOutput();
     }
 
-    QByteArray contentOf(const char *name) const
-    {
-        QFile file(m_folder.filePath(QLatin1String(name)));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    QSslCertificate certificate() const { return QSslCertificate(openssl("x509 -in tls.pem")); }
 
-    void answer(QTcpSocket *socket)
+    void answer(QTcpSocket &socket)
     {
-        requests << socket->readAll().split(' ').value(1);
+        requests << socket.readAll().split(' ').value(1);
         const Answer answer = answers.value(requests.last(), Answer{.status = 404});
-        socket->write("HTTP/1.1 " + QByteArray::number(answer.status) + " Answer\r\nConnection: close\r\n" +
-                      answer.header + "\r\n" + answer.body);
-        socket->disconnectFromHost();
+        socket.write("HTTP/1.1 " + QByteArray::number(answer.status) + " Answer\r\nConnection: close\r\n" +
+                     answer.header + "\r\n" + answer.body);
+        socket.disconnectFromHost();
     }
 
     QTemporaryDir m_folder;

@@ -1,0 +1,199 @@
+#include "KeloPanel/ToastController.h"
+#include "Platform/linux/X11Connection.h"
+#include "support/KeptViews.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QTest>
+#include <gmock/gmock.h>
+#include <xcb/xtest.h>
+
+namespace kelo {
+
+using testing::ElementsAre;
+
+namespace {
+
+/// A window that fills the screen, as a program's below a panel.
+class Below final : public QWindow
+{
+public:
+    Below()
+    {
+        setFlags(Qt::BypassWindowManagerHint);
+        setGeometry(QGuiApplication::primaryScreen()->geometry());
+        show();
+    }
+
+    std::vector<QPoint> presses;
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override
+    {
+        presses.push_back(event->globalPosition().toPoint());
+    }
+};
+
+class PanelTest : public testing::Test
+{
+public:
+    PanelTest()
+    {
+        controller.onWillShow = [this] { calls.emplace_back(controller.isVisible() ? "late" : "willShow"); };
+        controller.onDidHide = [this] { calls.emplace_back(controller.isVisible() ? "early" : "didHide"); };
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&below));
+    }
+
+    ~PanelTest() override { qunsetenv("MIVORA_COMPOSITING"); }
+
+    QWindow &window() { return *controller.panel().window(); }
+
+    // A click as the user's, by the X server's own idea of what lies there.
+    void click(QPoint point)
+    {
+        xcb_warp_pointer(x11.get(), XCB_WINDOW_NONE, x11.root(), 0, 0, 0, 0, std::int16_t(point.x()),
+                         std::int16_t(point.y()));
+        for (const int type : {XCB_BUTTON_PRESS, XCB_BUTTON_RELEASE})
+            xcb_test_fake_input(x11.get(), std::uint8_t(type), XCB_BUTTON_INDEX_1, XCB_CURRENT_TIME, XCB_NONE,
+                                0, 0, 0);
+        x11.flush();
+    }
+
+    bool hasKeyboard(const QWindow &window)
+    {
+        return QTest::qWaitFor([&] { return x11.inputFocus() == window.winId(); });
+    }
+
+    // Before a panel is made.
+    const bool hasShadow = qputenv("MIVORA_COMPOSITING", "1");
+    const mivora::X11Connection x11;
+    Below below;
+    FloatingPanelController controller{mivora::sharedViews(),
+                                       {.module = QStringLiteral("KeloThemeViews"),
+                                        .component = QStringLiteral("KeloCard"),
+                                        .size = QSize(200, 100)}};
+    std::vector<std::string> calls;
+};
+
+} // namespace
+
+TEST_F(PanelTest, tellsBeforeShowingAndAfterHiding)
+{
+    controller.hide();
+    EXPECT_FALSE(controller.panel().window()) << "nothing is loaded before it is shown";
+    controller.show();
+    EXPECT_TRUE(controller.isVisible());
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    EXPECT_EQ(window().geometry().center().x(), screen.center().x());
+    EXPECT_LT(window().geometry().center().y(), screen.center().y());
+    controller.toggle();
+    EXPECT_FALSE(controller.isVisible());
+    controller.toggle();
+    controller.hide();
+    controller.show(QRect(300, 0, 20, 20));
+    EXPECT_EQ(window().position(), QPoint(310 - window().width() / 2, 32));
+    controller.hide();
+    EXPECT_THAT(calls, ElementsAre("willShow", "didHide", "willShow", "didHide", "willShow", "didHide"));
+}
+
+TEST_F(PanelTest, orderedFrontItAsksNobodyAndKeepsItsPlace)
+{
+    EXPECT_TRUE(controller.orderFrontRegardless(QPointF(30, 40)));
+    controller.panel().releaseView();
+    EXPECT_TRUE(controller.isVisible()) << "a visible panel keeps its view";
+    controller.hide();
+    controller.panel().releaseView();
+    EXPECT_FALSE(controller.panel().window());
+    EXPECT_TRUE(controller.orderFrontRegardless({}));
+    EXPECT_EQ(window().position(), QPoint(30, 40));
+    EXPECT_THAT(calls, ElementsAre("didHide"));
+}
+
+TEST_F(PanelTest, losingTheKeyboardHidesItWhenWanted)
+{
+    for (const bool hides : {true, false}) {
+        calls.clear();
+        controller.hidesOnResignKey = hides;
+        controller.show();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return controller.panel().isKey(); }));
+        x11.setInputFocus(xcb_window_t(below.winId()));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return below.isActive(); }));
+        EXPECT_EQ(controller.isVisible(), !hides);
+        EXPECT_EQ(calls.size(), hides ? 2U : 1U);
+        controller.hide();
+    }
+}
+
+TEST_F(PanelTest, handledKeysGoNoFurther)
+{
+    controller.show();
+    controller.keyHandler = [](const QKeyEvent &event) { return event.nativeScanCode() == 36; };
+    const auto goesOn = [&](QEvent::Type type, quint32 scanCode) {
+        QKeyEvent event(type, Qt::Key_unknown, Qt::NoModifier, scanCode, 0, 0);
+        return !static_cast<QObject &>(controller.panel()).eventFilter(&window(), &event);
+    };
+    EXPECT_FALSE(goesOn(QEvent::KeyPress, 36));
+    EXPECT_TRUE(goesOn(QEvent::KeyRelease, 36));
+    EXPECT_TRUE(goesOn(QEvent::KeyPress, 44));
+}
+
+TEST_F(PanelTest, takesClicksOnItsCardAlone)
+{
+    x11.setInputFocus(xcb_window_t(below.winId()));
+    ASSERT_TRUE(hasKeyboard(below));
+    controller.hidesOnResignKey = false;
+    ASSERT_TRUE(controller.orderFrontRegardless(QPointF(300, 200)));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));
+    // The card is in the middle of its shadow: 28 on each side.
+    const std::vector<QPoint> beside{{306, 278}, {550, 278}, {428, 206}, {428, 350}, {329, 229}};
+    for (const QPoint &point : beside)
+        click(point);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return below.presses.size() == beside.size(); }));
+    EXPECT_EQ(below.presses, beside);
+    EXPECT_EQ(x11.inputFocus(), below.winId());
+
+    click({330, 278});
+    EXPECT_TRUE(hasKeyboard(window())) << "a click gives it the keyboard";
+    EXPECT_EQ(below.presses.size(), beside.size());
+    controller.hide();
+    EXPECT_TRUE(hasKeyboard(below)) << "hiding gives it back";
+}
+
+TEST_F(PanelTest, remembersWhoWasInFront)
+{
+    const auto showInFrontOf = [&](quint32 window, quint32 process) {
+        x11.setProperty(x11.root(), "_NET_ACTIVE_WINDOW", XCB_ATOM_WINDOW, {window});
+        x11.setProperty(xcb_window_t(below.winId()), "_NET_WM_PID", XCB_ATOM_CARDINAL, {process});
+        controller.show();
+        return controller.previousApp();
+    };
+    const auto window = quint32(below.winId());
+    EXPECT_EQ(showInFrontOf(window, 1), (RunningApp{1, QStringLiteral("KeloPanelTests")}));
+    EXPECT_EQ(showInFrontOf(window, quint32(QCoreApplication::applicationPid())), std::nullopt) << "it is us";
+    EXPECT_EQ(showInFrontOf(XCB_WINDOW_NONE, 1), std::nullopt);
+}
+
+TEST_F(PanelTest, oneToastReplacesTheOtherLetsClicksThroughAndGoes)
+{
+    ToastController toast(mivora::sharedViews(), QDBusConnection(QStringLiteral("none")));
+    const auto geometryAfter = [&](const char *text) {
+        toast.show(QLatin1String(text));
+        std::vector<QRect> found;
+        for (QWindow *window : QGuiApplication::topLevelWindows()) {
+            if (window->title() == QLatin1String("Mivora") && QTest::qWaitForWindowExposed(window))
+                found.push_back(window->geometry());
+        }
+        EXPECT_EQ(found.size(), 1U);
+        return found.front();
+    };
+    const int narrow = geometryAfter("Short.").width();
+    const QRect wide = geometryAfter("Couldn't open Google Meet. Link copied.");
+    EXPECT_GT(wide.width(), narrow);
+    click(wide.center());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return below.presses.size() == 1; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !toast.isVisible(); }, 8000)) << "it goes by itself";
+}
+
+} // namespace kelo
