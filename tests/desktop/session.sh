@@ -121,6 +121,24 @@ END
 }
 
 mivora() { "$BIN/mivora" "$@"; }
+printed=$run/printed
+start_program() { # [VARIABLE=VALUE…]: $printed has what it prints
+    env "$@" "$BIN/mivora" >"$printed" 2>&1 9<&- &
+    program=$!
+    processes+=("$program")
+}
+has_ended() { ! kill -0 "$program" 2>/dev/null || grep -q '^State:.Z' "/proc/$program/status" 2>/dev/null; }
+ends_with() { # STATUS
+    local status=0
+    await has_ended || fail "it ends"
+    wait "$program" || status=$?
+    [ "$status" -eq "$1" ] || fail "it ends with $1, not $status"
+}
+quit() {
+    await mivora quit || fail "it can be told to quit"
+    ends_with 0
+}
+is_open() { xdotool search --onlyvisible --name "^$1\$"; }
 event() { # ID TITLE SECONDS-FROM-NOW [LINK]
     printf '%s\r\n' BEGIN:VCALENDAR VERSION:2.0 BEGIN:VEVENT "UID:$1" "SUMMARY:$2" "DURATION:PT30M" \
         "DTSTART:$(date -u -d "$3 seconds" +%Y%m%dT%H%M%SZ)" "URL:${4:-https://zoom.us/j/1}" END:VEVENT END:VCALENDAR \
