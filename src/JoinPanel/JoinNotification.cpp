@@ -76,10 +76,10 @@ void JoinNotification::update()
     content.body = m_model.timeText();
     if (m_model.hasLink()) {
         content.body += QStringLiteral(" · ") + m_model.serviceName();
-        content.actions = {{QStringLiteral("default"), tr("Join")}, {QStringLiteral("join"), tr("Join")}};
+        content.actions = {QStringLiteral("default"), tr("Join"), QStringLiteral("join"), tr("Join")};
     }
-    content.actions << kelo::NotificationAction{QStringLiteral("snooze"), tr("Snooze 1 min")}
-                    << kelo::NotificationAction{QStringLiteral("dismiss"), tr("Dismiss")};
+    content.actions << QStringLiteral("snooze") << tr("Snooze 1 min") << QStringLiteral("dismiss")
+                    << tr("Dismiss");
     content.stays = true;
     m_notification.show(content);
 }

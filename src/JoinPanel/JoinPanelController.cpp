@@ -5,7 +5,6 @@
 #include "Preferences/Preferences.h"
 
 #include <QKeyEvent>
-#include <QPointer>
 #include <algorithm>
 #include <array>
 
@@ -55,17 +54,15 @@ JoinPanelController::JoinPanelController(const Preferences &prefs, kelo::ViewLoa
     m_controller.hidesOnResignKey = false;
     connect(&m_notification, &JoinNotification::failed, this, &JoinPanelController::notificationFailed);
     connectActions(actions);
-    m_controller.keyHandler = [panel = QPointer(this)](const QKeyEvent &event) {
-        return panel && panel->handleKey(event);
-    };
+    m_controller.keyHandler = [this](const QKeyEvent &event) { return handleKey(event); };
 }
 
 void JoinPanelController::connectActions(const JoinPanelActions &actions)
 {
     const auto withMeeting = [this](const std::function<void(const Meeting &)> &action) {
-        return [panel = QPointer(this), action] {
+        return [this, action] {
             // A copy: the action may well change the panel's meeting.
-            if (const auto meeting = panel ? panel->m_model.meeting() : std::nullopt; meeting && action)
+            if (const auto meeting = m_model.meeting(); meeting && action)
                 action(*meeting);
         };
     };

@@ -26,14 +26,6 @@ QDBusMessage call(const QString &method)
     return QDBusMessage::createMethodCall(service, path, service, method);
 }
 
-QStringList flattened(const QList<NotificationAction> &actions)
-{
-    QStringList list;
-    for (const NotificationAction &action : actions)
-        list << action.key << action.label;
-    return list;
-}
-
 } // namespace
 
 DesktopNotification::DesktopNotification(const QDBusConnection &bus, QObject *parent)
@@ -88,8 +80,8 @@ void DesktopNotification::send(const NotificationContent &content)
     const QVariantMap hints{{QStringLiteral("desktop-entry"), QStringLiteral("app.kelo.Mivora")}};
     const QDBusMessage request = call(QStringLiteral("Notify"))
                                  << QStringLiteral("Mivora") << m_id << QStringLiteral("app.kelo.Mivora")
-                                 << content.summary << content.body.toHtmlEscaped()
-                                 << flattened(content.actions) << hints << (content.stays ? never : asUsual);
+                                 << content.summary << content.body.toHtmlEscaped() << content.actions
+                                 << hints << (content.stays ? never : asUsual);
     m_sending =
         mivora::callBus<uint>(m_bus, request, this, [this](const auto &reply) { finishShowing(reply); });
 }

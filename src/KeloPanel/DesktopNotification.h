@@ -2,28 +2,21 @@
 
 #include <QDBusConnection>
 #include <QDBusPendingReply>
-#include <QList>
 #include <QObject>
-#include <QString>
+#include <QStringList>
 #include <optional>
 
 class QDBusPendingCallWatcher;
 
 namespace kelo {
 
-/// A button of a notification; the key "default" stands for a click on the notification itself.
-struct NotificationAction
-{
-    QString key;
-    QString label;
-};
-
 struct NotificationContent
 {
     /// Plain text.
     QString summary;
     QString body{};
-    QList<NotificationAction> actions{};
+    /// Keys and labels of its buttons in turn; the key "default" is a click on the notification itself.
+    QStringList actions{};
     /// Whether it stays until it is closed; else the desktop takes it away after some seconds.
     bool stays = false;
 };

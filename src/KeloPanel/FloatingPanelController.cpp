@@ -1,5 +1,6 @@
 #include "KeloPanel/FloatingPanelController.h"
 
+#include "KeloPanel/Screens.h"
 #include "Platform/linux/X11Connection.h"
 
 #include <QCoreApplication>
@@ -51,7 +52,10 @@ FloatingPanelController::FloatingPanelController(ViewLoader &views, PanelContent
     };
     m_releaseTimer.setSingleShot(true);
     connect(&m_releaseTimer, &QTimer::timeout, &m_panel, &FloatingPanel::releaseView);
-    connect(&m_screens, &ScreenWatcher::changed, this, &FloatingPanelController::stayOnScreen);
+    // Once for changes that come together.
+    m_screensSettle.setSingleShot(true);
+    connect(&m_screensSettle, &QTimer::timeout, this, &FloatingPanelController::stayOnScreen);
+    startWhenScreensChange(m_screensSettle);
 }
 
 void FloatingPanelController::show()

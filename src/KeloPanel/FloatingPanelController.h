@@ -1,7 +1,6 @@
 #pragma once
 
 #include "KeloPanel/FloatingPanel.h"
-#include "KeloPanel/Screens.h"
 
 #include <QObject>
 #include <QTimer>
@@ -67,7 +66,7 @@ private:
     FloatingPanel m_panel;
     std::optional<RunningApp> m_previousApp;
     QTimer m_releaseTimer;
-    ScreenWatcher m_screens;
+    QTimer m_screensSettle;
 };
 
 } // namespace kelo

@@ -5,6 +5,7 @@
 #include <QCursor>
 #include <QGuiApplication>
 #include <QScreen>
+#include <QTimer>
 #include <algorithm>
 
 namespace kelo {
@@ -61,23 +62,19 @@ QPointF originInside(const QPointF &origin, const QRectF &area, const QSizeF &pa
             std::max(std::min(origin.y(), area.bottom() - panel.height()), area.top())};
 }
 
-ScreenWatcher::ScreenWatcher(QObject *parent) : QObject(parent)
+void startWhenScreensChange(QTimer &timer)
 {
-    m_settle.setSingleShot(true);
-    connect(&m_settle, &QTimer::timeout, this, &ScreenWatcher::changed);
+    const auto start = qOverload<>(&QTimer::start);
+    const auto watch = [&timer, start](const QScreen *screen) {
+        QObject::connect(screen, &QScreen::geometryChanged, &timer, start);
+        QObject::connect(screen, &QScreen::availableGeometryChanged, &timer, start);
+    };
     for (const QScreen *screen : QGuiApplication::screens())
         watch(screen);
-    const auto later = qOverload<>(&QTimer::start);
-    connect(qGuiApp, &QGuiApplication::screenAdded, this, &ScreenWatcher::watch);
-    connect(qGuiApp, &QGuiApplication::screenAdded, &m_settle, later);
-    connect(qGuiApp, &QGuiApplication::screenRemoved, &m_settle, later);
-    connect(qGuiApp, &QGuiApplication::primaryScreenChanged, &m_settle, later);
-}
-
-void ScreenWatcher::watch(const QScreen *screen)
-{
-    connect(screen, &QScreen::geometryChanged, &m_settle, qOverload<>(&QTimer::start));
-    connect(screen, &QScreen::availableGeometryChanged, &m_settle, qOverload<>(&QTimer::start));
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &timer, watch);
+    QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &timer, start);
+    QObject::connect(qGuiApp, &QGuiApplication::screenRemoved, &timer, start);
+    QObject::connect(qGuiApp, &QGuiApplication::primaryScreenChanged, &timer, start);
 }
 
 } // namespace kelo

@@ -1,11 +1,9 @@
 #pragma once
 
-#include <QObject>
 #include <QRectF>
-#include <QTimer>
 #include <optional>
 
-class QScreen;
+class QTimer;
 
 namespace kelo {
 
@@ -29,22 +27,7 @@ QPointF originNear(const QRectF &anchor, const QRectF &area, const QSizeF &panel
 /// its top and right edges on it.
 QPointF originInside(const QPointF &origin, const QRectF &area, const QSizeF &panel);
 
-/// Tells when screens come, go or change, or when the desktop's bars do.
-class ScreenWatcher final : public QObject
-{
-    Q_OBJECT
-
-public:
-    explicit ScreenWatcher(QObject *parent = nullptr);
-
-Q_SIGNALS:
-    /// Once for changes that come together.
-    void changed();
-
-private:
-    void watch(const QScreen *screen);
-
-    QTimer m_settle;
-};
+/// Starts the timer when screens come, go or change, or when the desktop's bars do.
+void startWhenScreensChange(QTimer &timer);
 
 } // namespace kelo

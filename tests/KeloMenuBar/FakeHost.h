@@ -16,8 +16,16 @@ class FakeHost final : public QObject
 
 public:
     /// Takes the watcher's name on a connection of its own; the name is given up at the end.
-    explicit FakeHost(support::PrivateBus &bus, bool draws = true);
-    ~FakeHost() override;
+    explicit FakeHost(support::PrivateBus &bus, bool draws = true) : m_bus(bus.connection()), m_draws(draws)
+    {
+        kelo::registerBusTypes();
+        m_bus.registerObject(m_watcherPath, this,
+                             QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllProperties);
+        m_bus.connect({}, m_itemPath, m_itemInterface, {}, this, SLOT(record(QDBusMessage)));
+        m_bus.registerService(m_watcher);
+    }
+
+    ~FakeHost() override { QDBusConnection::disconnectFromBus(m_bus.name()); }
 
     /// What was registered with this host.
     QStringList registered;
@@ -25,18 +33,46 @@ public:
     QStringList signalNames;
 
     /// Whether it draws its items, or only keeps the list of them; says so when that changes.
-    void setDraws(bool draws);
+    void setDraws(bool draws)
+    {
+        m_draws = draws;
+        const auto change = draws ? QStringLiteral("StatusNotifierHostRegistered")
+                                  : QStringLiteral("StatusNotifierHostUnregistered");
+        m_bus.send(QDBusMessage::createSignal(m_watcherPath, m_watcher, change));
+    }
 
     /// Calls the item, or its menu.
-    QDBusMessage item(const char *method, const QVariantList &arguments);
-    QDBusMessage menu(const char *method, const QVariantList &arguments);
+    QDBusMessage item(const char *method, const QVariantList &arguments)
+    {
+        return call(m_itemPath, m_itemInterface, method, arguments);
+    }
+
+    QDBusMessage menu(const char *method, const QVariantList &arguments)
+    {
+        return call(m_itemPath + QStringLiteral("/Menu"), QStringLiteral("com.canonical.dbusmenu"), method,
+                    arguments);
+    }
 
     /// A property of the item, as a panel reads it.
-    QVariant property(const char *name);
+    QVariant property(const char *name)
+    {
+        const QDBusMessage reply = call(m_itemPath, QStringLiteral("org.freedesktop.DBus.Properties"), "Get",
+                                        {m_itemInterface, QLatin1String(name)});
+        return reply.arguments().value(0).value<QDBusVariant>().variant();
+    }
 
     /// Opens the menu as panels do: AboutToShow, then GetLayout.
-    kelo::DBusMenuLayout open();
-    void click(int id);
+    kelo::DBusMenuLayout open()
+    {
+        menu("AboutToShow", {0});
+        const QDBusMessage reply = menu("GetLayout", {0, -1, QStringList()});
+        return qdbus_cast<kelo::DBusMenuLayout>(reply.arguments().value(1));
+    }
+
+    void click(int id)
+    {
+        menu("Event", {id, QStringLiteral("clicked"), QVariant::fromValue(QDBusVariant(QString())), 0U});
+    }
 
 public Q_SLOTS:
 
@@ -47,9 +83,20 @@ private Q_SLOTS:
     void record(const QDBusMessage &message) { signalNames << message.member(); }
 
 private:
-    QDBusMessage call(const char *path, const char *interface, const char *method,
-                      const QVariantList &arguments);
+    // Who answers may be in this thread: the event loop goes on.
+    QDBusMessage call(const QString &path, const QString &interface, const char *method,
+                      const QVariantList &arguments)
+    {
+        auto message =
+            QDBusMessage::createMethodCall(registered.constLast(), path, interface, QLatin1String(method));
+        message.setArguments(arguments);
+        return m_bus.call(message, QDBus::BlockWithGui);
+    }
 
+    const QString m_watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
+    const QString m_watcherPath = QStringLiteral("/StatusNotifierWatcher");
+    const QString m_itemInterface = QStringLiteral("org.kde.StatusNotifierItem");
+    const QString m_itemPath = QStringLiteral("/StatusNotifierItem");
     QDBusConnection m_bus;
     bool m_draws = true;
 };

@@ -45,7 +45,7 @@ TEST_F(DesktopNotificationTest, replacesWhatItShowed)
     notification->show({.summary = QStringLiteral("One"), .body = QStringLiteral("a <b>")});
     ASSERT_TRUE(waitForCalls(1));
     notification->show(
-        {.summary = QStringLiteral("Two"), .actions = {{QStringLiteral("x"), QStringLiteral("X")}}});
+        {.summary = QStringLiteral("Two"), .actions = {QStringLiteral("x"), QStringLiteral("X")}});
     show("Three");
     ASSERT_TRUE(waitForCalls(2));
     EXPECT_THAT(desktop.calls, ElementsAre("notify 0 One|a &lt;b&gt;||-1", "notify 7 Three|||0"))
