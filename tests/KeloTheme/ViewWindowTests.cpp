@@ -34,13 +34,16 @@ TEST(ViewWindow, comesAndGoesAndKeepsItsPlace)
 
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
     window->setPosition(11, 22);
-    QTest::qWait(20);
+    QCoreApplication::processEvents();
     window->close();
     EXPECT_EQ(closed.count(), 1);
     EXPECT_FALSE(card.isVisible());
     card.setTitle(QStringLiteral("Other"));
     card.show();
-    QTest::qWait(100);
+    ViewWindow closedLater(mivora::sharedViews(), cardSpec(), std::chrono::milliseconds(50));
+    closedLater.show();
+    closedLater.close();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !closedLater.window(); }));
     ASSERT_EQ(card.window(), window) << "it is in use again";
     EXPECT_EQ(window->title(), QStringLiteral("Other"));
     card.close();

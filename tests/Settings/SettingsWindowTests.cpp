@@ -24,16 +24,6 @@ const QString lengthStepper = QStringLiteral("Title length");
 const QString recorder = QStringLiteral("Shortcut");
 const QString accessButton = QStringLiteral("Open System Settings…");
 
-std::vector<CalendarInfo> manyCalendars(int count)
-{
-    std::vector<CalendarInfo> calendars;
-    for (int i = 0; i < count; ++i) {
-        const std::string account = "Account " + std::to_string(10 + i % 12);
-        calendars.push_back({std::to_string(i), "Calendar " + std::to_string(i), account, std::nullopt});
-    }
-    return calendars;
-}
-
 } // namespace
 
 class SettingsWindowTest : public testing::Test, public SettingsUnderTest
@@ -112,24 +102,17 @@ TEST_F(SettingsWindowTest, writesEveryTogglesPreference)
 TEST_F(SettingsWindowTest, stepsTheTitleLengthWithinItsRange)
 {
     const AccessibleView view = open(general);
-
-    const struct
-    {
-        int before;
-        double place;
-        int after;
-    } rows[] = {{59, 0.75, 60}, {60, 0.75, 60}, {9, 0.25, 8}, {8, 0.25, 8}};
-
-    for (const auto &row : rows) {
-        prefs.setTitleWidth(row.before);
-        ASSERT_TRUE(view.click(QAccessible::SpinBox, lengthStepper, row.place));
-        EXPECT_EQ(prefs.titleWidth(), row.after);
+    for (const auto &[before, place, after] :
+         {std::tuple(59, 0.75, 60), {60, 0.75, 60}, {9, 0.25, 8}, {8, 0.25, 8}}) {
+        prefs.setTitleWidth(before);
+        ASSERT_TRUE(view.click(QAccessible::SpinBox, lengthStepper, place));
+        EXPECT_EQ(prefs.titleWidth(), after);
     }
     EXPECT_EQ(view.find(QAccessible::SpinBox, lengthStepper)->text(QAccessible::Description),
               QStringLiteral("8 characters"));
     prefs.setShowTitle(false);
     ASSERT_TRUE(view.click(QAccessible::SpinBox, lengthStepper, 0.75));
-    EXPECT_EQ(prefs.titleWidth(), 8);
+    EXPECT_EQ(prefs.titleWidth(), 8) << "it is disabled";
 }
 
 TEST_F(SettingsWindowTest, picksFromLists)
@@ -138,25 +121,11 @@ TEST_F(SettingsWindowTest, picksFromLists)
     ASSERT_TRUE(view.click(QAccessible::ComboBox, leadPicker));
     ASSERT_TRUE(view.click(QAccessible::ListItem, QStringLiteral("5 minutes before")));
     EXPECT_EQ(prefs.leadMinutes(), 5);
+    EXPECT_FALSE(view.find(QAccessible::ListItem, QStringLiteral("5 minutes before")));
     EXPECT_EQ(view.focused(), leadPicker);
-
-    const struct
-    {
-        std::vector<Qt::Key> keys;
-        int minutes;
-    } rows[] = {
-        {{Qt::Key_Space, Qt::Key_Up, Qt::Key_Up, Qt::Key_Return}, 1},
-        {{Qt::Key_Return, Qt::Key_Home, Qt::Key_Escape}, 1},
-        {{Qt::Key_Up}, 0},
-    };
-
-    for (const auto &row : rows) {
-        for (const Qt::Key key : row.keys)
-            view.type(key);
-        EXPECT_EQ(prefs.leadMinutes(), row.minutes);
-        EXPECT_FALSE(view.find(QAccessible::ListItem, QStringLiteral("5 minutes before")));
-    }
-
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Up, Qt::Key_Up, Qt::Key_Return})
+        view.type(key);
+    EXPECT_EQ(prefs.leadMinutes(), 1);
     ASSERT_TRUE(view.click(QAccessible::ComboBox, QStringLiteral("Panel position")));
     ASSERT_TRUE(view.click(QAccessible::ListItem, QStringLiteral("Bottom left")));
     EXPECT_EQ(prefs.panelCorner(), PanelCorner::bottomLeft);
@@ -211,11 +180,9 @@ TEST_F(SettingsWindowTest, switchesCalendarsAndFollowsTheStore)
     const AccessibleView view = open(calendars);
     ASSERT_TRUE(view.click(QAccessible::CheckBox, QStringLiteral("Work")));
     EXPECT_EQ(prefs.disabledCalendarIDs(), (std::set<std::string>{"gone", "w"}));
-    EXPECT_FALSE(view.isChecked(QStringLiteral("Work")));
     prefs.setDisabledCalendarIDs({"h"});
     EXPECT_TRUE(view.isChecked(QStringLiteral("Work")));
     EXPECT_FALSE(view.isChecked(QStringLiteral("Home")));
-
     source.known.push_back({"t", "Team", "Google", std::nullopt});
     controller.calendarsChanged();
     view.settle();
@@ -245,7 +212,9 @@ TEST_F(SettingsWindowTest, explainsMissingAccess)
 TEST_F(SettingsWindowTest, reachesAllOfManyCalendarsByKeyboard)
 {
     constexpr int count = 45;
-    source.known = manyCalendars(count);
+    for (int i = 0; i < count; ++i)
+        source.known.push_back({std::to_string(i), "Calendar " + std::to_string(i),
+                                "Account " + std::to_string(10 + i % 12), std::nullopt});
     const AccessibleView view = open(calendars);
     EXPECT_LT(view.names(QAccessible::CheckBox).size(), 40) << "only what is in sight exists";
 
