@@ -4,15 +4,25 @@
 
 #include <QDBusConnection>
 #include <QObject>
+#include <optional>
+
+class QDBusMessage;
 
 namespace kelo {
 
-class PortalSettings;
+/// What the desktop says about its looks through org.freedesktop.portal.Settings.
+struct DesktopLooks
+{
+    std::optional<ColorScheme> scheme;
+    QColor accent;
+    double textScale = 1;
+};
 
 /// How the desktop wants its programs to look, live: light or dark, the accent colour, the size of text.
 ///
 /// The scheme is the portal's; where it has no preference, that of the platform's palette.
-/// MIVORA_APPEARANCE=light|dark overrules both. Views see it as the QML singleton `Appearance`.
+/// MIVORA_APPEARANCE=light|dark overrules both. Views see it as the QML singleton `Appearance`. Nothing waits
+/// for the portal's answers.
 class Appearance final : public QObject
 {
     Q_OBJECT
@@ -38,11 +48,17 @@ Q_SIGNALS:
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
+private Q_SLOTS:
+    // Takes the message as it is: QtDBus knows the type of its last argument only after the first message.
+    void readOne(const QDBusMessage &signal);
+
 private:
+    void readAll();
     void update();
     ColorScheme scheme() const;
 
-    PortalSettings *m_portal = nullptr;
+    QDBusConnection m_bus;
+    DesktopLooks m_looks;
     ColorScheme m_scheme = ColorScheme::light;
     SystemColors m_colors;
     double m_textScale = 1;

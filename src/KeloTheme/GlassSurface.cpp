@@ -3,7 +3,6 @@
 #include "Platform/linux/X11Connection.h"
 
 #include <QPainter>
-#include <QWindow>
 
 namespace kelo {
 
@@ -54,14 +53,6 @@ FloatingFrame GlassSurface::floating(const QSize &size, std::optional<double> co
     constexpr int margin = floatingShadowMargin;
     return {size.grownBy({margin, margin, margin, margin}), QRect(QPoint(margin, margin), size), radius,
             false};
-}
-
-void GlassSurface::configure(QWindow &window, const QSize &size, const QString &title)
-{
-    window.setTitle(title);
-    window.resize(size);
-    window.setMinimumSize(size);
-    window.setMaximumSize(size);
 }
 
 } // namespace kelo

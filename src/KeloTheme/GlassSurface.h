@@ -3,10 +3,7 @@
 #include <QImage>
 #include <QRect>
 #include <QSize>
-#include <QString>
 #include <optional>
-
-class QWindow;
 
 namespace kelo {
 
@@ -58,9 +55,6 @@ public:
 
     /// The frame of a panel with content of `size`; without `cornerRadius` it is panelCornerRadius().
     static FloatingFrame floating(const QSize &size, std::optional<double> cornerRadius = {});
-
-    /// Dresses an ordinary window for content of `size` that is not to be resized.
-    static void configure(QWindow &window, const QSize &size, const QString &title);
 };
 
 } // namespace kelo

@@ -29,53 +29,31 @@ double luminance(const QColor &color)
     return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
 }
 
-SystemColors light()
+SystemColors colorsOf(ColorScheme scheme)
 {
+    const auto pick = [&](const QColor &light, const QColor &dark) {
+        return scheme == ColorScheme::dark ? dark : light;
+    };
     SystemColors colors;
-    colors.label = black(0.86);
-    colors.secondaryLabel = black(0.6);
-    colors.tertiaryLabel = black(0.38);
-    colors.separator = black(0.1);
-    colors.windowBackground = QColor(0xf4f4f6);
-    colors.sidebarBackground = QColor(0xeaeaee);
-    colors.groupBackground = QColor(0xffffff);
-    colors.control = black(0.07);
-    colors.controlHovered = black(0.1);
-    colors.controlPressed = black(0.16);
-    colors.controlBorder = black(0.04);
-    colors.orange = QColor(0xb84d00);
-    colors.red = QColor(0xd7263d);
-    colors.green = QColor(0x1f8f45);
-    colors.panel = QColor(0xf8f8fa);
-    colors.panelBorder = black(0.12);
-    colors.panelHighlight = white(0.9);
-    colors.cardFill = black(0.055);
-    colors.cardBorder = black(0.09);
-    return colors;
-}
-
-SystemColors dark()
-{
-    SystemColors colors;
-    colors.label = white(0.92);
-    colors.secondaryLabel = white(0.62);
-    colors.tertiaryLabel = white(0.38);
-    colors.separator = white(0.12);
-    colors.windowBackground = QColor(0x1f1f22);
-    colors.sidebarBackground = QColor(0x27272b);
-    colors.groupBackground = QColor(0x2b2b2f);
-    colors.control = white(0.12);
-    colors.controlHovered = white(0.17);
-    colors.controlPressed = white(0.24);
-    colors.controlBorder = white(0.05);
-    colors.orange = QColor(0xffa033);
-    colors.red = QColor(0xff6b70);
-    colors.green = QColor(0x3ecf6b);
-    colors.panel = QColor(0x29292d);
-    colors.panelBorder = black(0.55);
-    colors.panelHighlight = white(0.14);
-    colors.cardFill = white(0.055);
-    colors.cardBorder = white(0.09);
+    colors.label = pick(black(0.86), white(0.92));
+    colors.secondaryLabel = pick(black(0.6), white(0.62));
+    colors.tertiaryLabel = pick(black(0.38), white(0.38));
+    colors.separator = pick(black(0.1), white(0.12));
+    colors.windowBackground = pick(QColor(0xf4f4f6), QColor(0x1f1f22));
+    colors.sidebarBackground = pick(QColor(0xeaeaee), QColor(0x27272b));
+    colors.groupBackground = pick(QColor(0xffffff), QColor(0x2b2b2f));
+    colors.control = pick(black(0.07), white(0.12));
+    colors.controlHovered = pick(black(0.1), white(0.17));
+    colors.controlPressed = pick(black(0.16), white(0.24));
+    colors.controlBorder = pick(black(0.04), white(0.05));
+    colors.orange = pick(QColor(0xb84d00), QColor(0xffa033));
+    colors.red = pick(QColor(0xd7263d), QColor(0xff6b70));
+    colors.green = pick(QColor(0x1f8f45), QColor(0x3ecf6b));
+    colors.panel = pick(QColor(0xf8f8fa), QColor(0x29292d));
+    colors.panelBorder = pick(black(0.12), black(0.55));
+    colors.panelHighlight = pick(white(0.9), white(0.14));
+    colors.cardFill = pick(black(0.055), white(0.055));
+    colors.cardBorder = pick(black(0.09), white(0.09));
     return colors;
 }
 
@@ -102,7 +80,7 @@ double contrast(const QColor &one, const QColor &other)
 
 SystemColors SystemColors::of(ColorScheme scheme, const QColor &accent)
 {
-    SystemColors colors = scheme == ColorScheme::dark ? dark() : light();
+    SystemColors colors = colorsOf(scheme);
     colors.accent = accent.isValid() ? accent.toRgb() : QColor(defaultAccent);
     // White is the habit on buttons of any strong colour; dark text is for the light ones, such as yellow.
     colors.accentLabel = contrast(colors.accent, Qt::white) >= 3 ? QColor(Qt::white) : QColor(0x1c1c1e);

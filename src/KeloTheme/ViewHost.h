@@ -41,13 +41,6 @@ struct ViewSpec
     QObject *surface = nullptr;
 };
 
-/// What views need of the program.
-struct ViewContext
-{
-    /// Seen by QML as the singleton `Appearance`; outlives every view.
-    QObject *appearance = nullptr;
-};
-
 /// Makes windows out of QML. Implemented by the plug-in mivora-views, so that the program itself need not
 /// link Qt Quick; ViewLoader finds it.
 class ViewHost
@@ -55,8 +48,9 @@ class ViewHost
 public:
     virtual ~ViewHost() = default;
 
-    /// Called before all else; again only when no window is left.
-    virtual void start(const ViewContext &context) = 0;
+    /// Called before all else; again only when no window is left. QML sees `appearance` as the singleton
+    /// `Appearance`; it outlives every view.
+    virtual void start(QObject &appearance) = 0;
 
     /// A hidden window that belongs to the caller; null, with a line in the log, when the view can't be made.
     virtual QWindow *createWindow(const ViewSpec &spec) = 0;

@@ -29,7 +29,7 @@ bool ViewLoader::load()
     if (m_hasFailed)
         qCCritical(log).noquote() << "The views can't be loaded:" << m_plugin.errorText();
     else
-        m_host->start({&m_appearance});
+        m_host->start(m_appearance);
     return m_host;
 }
 

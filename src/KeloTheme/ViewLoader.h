@@ -24,8 +24,6 @@ public:
     /// To be called after a window was deleted that is not needed soon: frees the engine with the last one.
     void releaseUnused();
 
-    bool isLoaded() const { return m_host; }
-
 private:
     bool load();
 

@@ -1,6 +1,5 @@
 #include "KeloTheme/ViewWindow.h"
 
-#include "KeloTheme/GlassSurface.h"
 #include "KeloTheme/ViewLoader.h"
 
 #include <QCoreApplication>
@@ -79,10 +78,10 @@ bool ViewWindow::make()
     m_window.reset(m_views.createWindow(m_spec));
     if (!m_window)
         return false;
-    if (m_spec.minimumSize.isValid())
-        m_window->setMinimumSize(m_spec.minimumSize);
-    else
-        GlassSurface::configure(*m_window, m_spec.size, m_spec.title);
+    const bool isResizable = m_spec.minimumSize.isValid();
+    m_window->setMinimumSize(isResizable ? m_spec.minimumSize : m_spec.size);
+    if (!isResizable)
+        m_window->setMaximumSize(m_spec.size);
     m_window->setFlags(m_spec.flags);
     const QPoint middle = m_window->screen()->availableGeometry().center();
     m_window->setPosition(m_position.value_or(middle - QRect(QPoint(), m_spec.size).center()));

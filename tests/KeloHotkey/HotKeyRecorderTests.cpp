@@ -97,8 +97,8 @@ TEST_F(HotKeyRecorderTest, judgesEveryKeyAndLetsNoneThrough)
     const QShortcut closing(QKeySequence(QStringLiteral("Ctrl+W")), &m_window);
     QSignalSpy closed(&closing, &QShortcut::activated);
     for (const auto &row : rows) {
-        m_outcome = QStringLiteral("cancelled");
         m_recorder.toggle();
+        m_outcome = QStringLiteral("cancelled");
         tap(row.keys);
         EXPECT_TRUE(QTest::qWaitFor([&] { return m_outcome == u"beep" || !m_recorder.isRecording(); }));
         EXPECT_EQ(m_outcome.toStdString(), row.outcome);
@@ -131,8 +131,7 @@ TEST_F(HotKeyRecorderTest, takesTheKeyboardFromTheWindowManagerAndFromShortcutsW
     EXPECT_EQ(manager.presses(), 0);
     tap(altF4);
     EXPECT_EQ(manager.presses(), 1) << "recording is over";
-    EXPECT_EQ(m_service.suspensions, 2);
-    EXPECT_EQ(m_service.resumptions, 2);
+    EXPECT_FALSE(m_service.isSuspended());
 }
 
 TEST_F(HotKeyRecorderTest, offersToGoBackToTheDefault)

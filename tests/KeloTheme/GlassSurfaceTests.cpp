@@ -4,13 +4,7 @@
 
 namespace kelo {
 
-class GlassSurfaceTest : public testing::Test
-{
-public:
-    void TearDown() override { qunsetenv("MIVORA_COMPOSITING"); }
-};
-
-TEST_F(GlassSurfaceTest, framesGrowByTheShadowOnlyWhereWindowsAreBlended)
+TEST(GlassSurface, framesGrowByTheShadowOnlyWhereWindowsAreBlended)
 {
     qputenv("MIVORA_COMPOSITING", "1");
     EXPECT_EQ(GlassSurface::floating({380, 150}),
@@ -19,9 +13,10 @@ TEST_F(GlassSurfaceTest, framesGrowByTheShadowOnlyWhereWindowsAreBlended)
     qputenv("MIVORA_COMPOSITING", "0");
     EXPECT_EQ(GlassSurface::floating({380, 150}),
               (FloatingFrame{{380, 150}, QRect(0, 0, 380, 150), 14, true}));
+    qunsetenv("MIVORA_COMPOSITING");
 }
 
-TEST_F(GlassSurfaceTest, maskIsRoundAtTheCornersAndFullElsewhere)
+TEST(GlassSurface, maskIsRoundAtTheCornersAndFullElsewhere)
 {
     const auto [mask, inset] = GlassSurface::roundedMask(14);
     ASSERT_EQ(mask.size(), QSize(29, 29));

@@ -38,11 +38,7 @@ struct FirstRun
                         source,
                         scheduler,
                         [this](const QString &link) { opened.append(link); },
-                        [](Timestamp time) {
-                            return QDateTime::fromSecsSinceEpoch(qint64(time.time_since_epoch().count()),
-                                                                 Qt::UTC)
-                                .toString(QStringLiteral("h:mm AP"));
-                        }};
+                        [](Timestamp) { return QStringLiteral("11:00 AM"); }};
 };
 
 } // namespace mivora

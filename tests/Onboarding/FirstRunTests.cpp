@@ -8,15 +8,12 @@
 
 #include <QSignalSpy>
 #include <QTest>
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 namespace mivora {
 
 using enum CalendarAuthorization;
 using support::AccessibleView;
-using testing::Contains;
-using testing::ElementsAre;
-using testing::Not;
 
 class FirstRunTest : public testing::Test
 {
@@ -33,6 +30,11 @@ public:
     int index() const { return run.flow.window()->model().index(); }
 
     AccessibleView view() const { return AccessibleView(*window()); }
+
+    bool says(const char *text) const
+    {
+        return view().names(QAccessible::StaticText).contains(QString::fromUtf8(text));
+    }
 
     FirstRun run{notDetermined};
 };
@@ -82,12 +84,10 @@ TEST_F(FirstRunTest, offersWhatTheAccessLeavesToDo)
     EXPECT_TRUE(run.source.accessAnswer);
     EXPECT_EQ(run.opened,
               QStringList({QLatin1String(calendarPrivacyLink), QLatin1String(internetAccountsLink)}));
-    EXPECT_THAT(view().allNames(), Contains("Access granted"));
+    EXPECT_TRUE(says("Access granted"));
     view().type(Qt::Key_Return);
     EXPECT_EQ(index(), 2);
-    EXPECT_TRUE(QTest::qWaitFor([&] {
-        return testing::Value(view().allNames(), Not(Contains("Access granted")));
-    })) << "the step that was left is gone";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !says("Access granted"); })) << "the step that was left is gone";
 }
 
 TEST_F(FirstRunTest, refreshesAfterEveryChangeOfTheAccessAndEveryAnswer)
@@ -119,24 +119,25 @@ TEST_F(FirstRunTest, endsWithTheNextMeetingAsItIsFound)
 {
     run.source.access = granted;
     show(FirstRunStep::firstMeeting);
-    EXPECT_THAT(view().allNames(), Contains("No meetings today"));
+    EXPECT_TRUE(says(
+        "You're all set. The countdown appears in the menu bar as soon as something is on your calendar."));
 
     Meeting standup = makeMeeting("Daily\nstandup", at("2026-03-10T11:00:00Z"));
     standup.calendarColor = Color{226, 120, 40};
     run.source.events = {standup};
     run.scheduler.refresh();
-    EXPECT_THAT(view().allNames(), Contains("Daily standup, 11:00 AM · no link"));
+    EXPECT_TRUE(says("Daily standup, 11:00 AM · no link"));
     EXPECT_EQ(FirstMeetingModel(run.scheduler, {}).color(), QStringLiteral("#e27828"));
     run.source.events = {withLink(standup)};
     run.scheduler.refresh();
-    EXPECT_THAT(view().allNames(), Contains("Daily standup, 11:00 AM · Zoom"));
+    EXPECT_TRUE(says("Daily standup, 11:00 AM · Zoom"));
 
     std::vector<std::string> calls;
     QObject::connect(&run.prefs, &Preferences::hasCompletedOnboardingChanged, &run.prefs,
                      [&] { calls.emplace_back(run.flow.window() ? "remembered" : "too late"); });
     run.scheduler.onRefresh = [&] { calls.emplace_back(run.flow.window() ? "too early" : "refreshed"); };
     view().type(Qt::Key_Return);
-    EXPECT_THAT(calls, ElementsAre("remembered", "refreshed"));
+    EXPECT_EQ(calls, (std::vector<std::string>{"remembered", "refreshed"}));
     EXPECT_FALSE(run.flow.window());
 }
 

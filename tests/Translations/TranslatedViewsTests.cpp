@@ -102,25 +102,15 @@ TEST_P(TranslatedViews, settingsHaveRoom)
 TEST_P(TranslatedViews, walkthroughHasRoom)
 {
     using enum CalendarAuthorization;
-    const std::vector<Meeting> review{withLink(makeMeeting("Review", at("2026-03-10T10:30:00Z")))};
-
-    const struct
-    {
-        FirstRunStep step;
-        CalendarAuthorization access;
-        std::vector<Meeting> events;
-    } rows[] = {
-        {FirstRunStep::welcome, notDetermined, {}}, {FirstRunStep::calendar, notDetermined, {}},
-        {FirstRunStep::calendar, denied, {}},       {FirstRunStep::calendar, granted, {}},
-        {FirstRunStep::firstMeeting, granted, {}},  {FirstRunStep::firstMeeting, granted, review},
-    };
-
-    for (const auto &row : rows) {
-        FirstRun run(row.access);
-        run.source.events = row.events;
+    for (const auto access : {notDetermined, denied, granted}) {
+        FirstRun run(access);
+        if (access == granted)
+            run.source.events = {withLink(makeMeeting("Review", at("2026-03-10T10:30:00Z")))};
         run.scheduler.refresh();
-        run.flow.show(row.step);
-        EXPECT_EQ(clippedTexts(run.flow.window()->window()), none) << int(row.step) << int(row.access);
+        for (const auto step : {FirstRunStep::welcome, FirstRunStep::calendar, FirstRunStep::firstMeeting}) {
+            run.flow.show(step);
+            EXPECT_EQ(clippedTexts(run.flow.window()->window()), none) << int(step) << int(access);
+        }
     }
 }
 

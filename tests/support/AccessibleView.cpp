@@ -48,16 +48,6 @@ QStringList AccessibleView::names(QAccessible::Role role) const
     return names;
 }
 
-std::vector<std::string> AccessibleView::allNames() const
-{
-    std::vector<std::string> names;
-    for (QAccessibleInterface *item : all()) {
-        if (const QString name = item->text(QAccessible::Name); !name.isEmpty())
-            names.push_back(name.toStdString());
-    }
-    return names;
-}
-
 bool AccessibleView::isChecked(const QString &name) const
 {
     QAccessibleInterface *item = find(QAccessible::CheckBox, name);

@@ -5,8 +5,6 @@
 #include <QString>
 #include <QStringList>
 #include <QWindow>
-#include <string>
-#include <vector>
 
 namespace support {
 
@@ -21,9 +19,6 @@ public:
 
     /// The names of all visible items with the role, from top to bottom.
     QStringList names(QAccessible::Role role) const;
-
-    /// The names of all that is visible and has one, in the order in which a screen reader comes to it.
-    std::vector<std::string> allNames() const;
 
     /// Whether the check box of this name is checked. A missing one counts as a failure.
     bool isChecked(const QString &name) const;

@@ -1,8 +1,10 @@
 #include "KeloHotkey/backends/PortalService.h"
 
+#include "KeloHotkey/KeyboardLayout.h"
 #include "KeloHotkey/VirtualKeys.h"
-#include "KeloHotkey/backends/PortalShortcut.h"
 
+#include <QDBusArgument>
+#include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <algorithm>
 #include <utility>
@@ -11,13 +13,176 @@ namespace kelo {
 
 using mivora::portalPath;
 using mivora::PortalPeer;
+using mivora::PortalRequest;
 using mivora::portalService;
+
+namespace {
+
+const QString shortcutsInterface = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
+
+/// An element of the list of shortcuts that BindShortcuts takes, a(sa{sv}).
+struct PortalShortcutEntry
+{
+    QString name;
+    QVariantMap properties;
+};
+
+QDBusArgument &operator<<(QDBusArgument &argument, const PortalShortcutEntry &entry)
+{
+    argument.beginStructure();
+    argument << entry.name << entry.properties;
+    argument.endStructure();
+    return argument;
+}
+
+// The type can only be registered with both directions.
+const QDBusArgument &operator>>(const QDBusArgument &argument, PortalShortcutEntry &entry)
+{
+    argument.beginStructure();
+    argument >> entry.name >> entry.properties;
+    argument.endStructure();
+    return argument;
+}
+
+// Portals are documented to send the session as a text, but some send an object path.
+QString sessionPath(const QVariant &handle)
+{
+    if (handle.metaType() == QMetaType::fromType<QDBusObjectPath>())
+        return handle.value<QDBusObjectPath>().path();
+    return handle.toString();
+}
+
+// Desktops remember the keys of a shortcut by its name and then ignore the wanted ones. With the combination
+// in the name, another combination is another shortcut.
+QString shortcutName(const HotKeyPurpose &purpose, const HotKeyCombo &combo)
+{
+    return QStringLiteral("%1-%2-%3").arg(purpose.name).arg(combo.keyCode).arg(combo.modifiers);
+}
+
+// The combination as the freedesktop "shortcuts" text: "SHIFT+LOGO+v". The key is named by what it types on
+// the user's layout. Empty when it has no name.
+QString portalTrigger(const HotKeyCombo &combo)
+{
+    // Combinations that can be registered have a key code of 16 bits.
+    const QString key = KeyboardLayout::symbolName(static_cast<std::uint16_t>(combo.keyCode));
+    if (key.isEmpty())
+        return {};
+    QStringList parts;
+    if (combo.modifiers & controlKey)
+        parts.append(QStringLiteral("CTRL"));
+    if (combo.modifiers & optionKey)
+        parts.append(QStringLiteral("ALT"));
+    if (combo.modifiers & shiftKey)
+        parts.append(QStringLiteral("SHIFT"));
+    if (combo.modifiers & commandKey)
+        parts.append(QStringLiteral("LOGO"));
+    return (parts << key).join(QLatin1Char('+'));
+}
+
+} // namespace
+
+/// One combination bound at the portal, in a session of its own: a session can be given shortcuts only once.
+class PortalShortcut final : public QObject
+{
+public:
+    PortalShortcut(const HotKeyCombo &combo, const HotKeyPurpose &purpose)
+        : m_combo(combo), m_purpose(purpose)
+    {
+    }
+
+    const HotKeyCombo &combo() const { return m_combo; }
+
+    /// Empty while there is no session.
+    const QString &session() const { return m_session; }
+
+    /// Creates a session and binds the combination in it. The user may be asked. A former session is
+    /// forgotten.
+    void bind(const PortalPeer &peer);
+
+    /// Ends the session. One that is just being created is ended when it is there.
+    static void release(std::unique_ptr<PortalShortcut> shortcut);
+
+private:
+    void sessionCreated(const QVariantMap &results);
+    void bindShortcut();
+    void closeSession();
+
+    HotKeyCombo m_combo;
+    HotKeyPurpose m_purpose;
+    std::optional<PortalPeer> m_peer;
+    QString m_session;
+    /// The session is being created: until it is there it can't be closed.
+    bool m_isCreating = false;
+    bool m_isReleased = false;
+};
+
+void PortalShortcut::bind(const PortalPeer &peer)
+{
+    qDeleteAll(findChildren<PortalRequest *>());
+    m_peer = peer;
+    m_session.clear();
+    m_isCreating = true;
+    auto *request = new PortalRequest(peer, this);
+    connect(request, &PortalRequest::succeeded, this, &PortalShortcut::sessionCreated);
+    connect(request, &PortalRequest::failed, this, [this] { sessionCreated({}); });
+    QDBusMessage call = peer.call(portalPath, shortcutsInterface, QStringLiteral("CreateSession"));
+    call << QVariantMap{{QStringLiteral("handle_token"), request->token()},
+                        {QStringLiteral("session_handle_token"), PortalRequest::newToken()}};
+    request->send(call);
+}
+
+void PortalShortcut::release(std::unique_ptr<PortalShortcut> shortcut)
+{
+    if (!shortcut->m_isCreating)
+        return shortcut->closeSession();
+    shortcut->m_isReleased = true;
+    // It ends itself when its session is there.
+    static_cast<void>(shortcut.release());
+}
+
+void PortalShortcut::sessionCreated(const QVariantMap &results)
+{
+    m_isCreating = false;
+    m_session = sessionPath(results.value(QStringLiteral("session_handle")));
+    if (m_isReleased) {
+        closeSession();
+        deleteLater();
+    } else if (!m_session.isEmpty()) {
+        bindShortcut();
+    }
+}
+
+// A refusal by the user is final and no conflict: the desktop's own settings are the place to change it.
+void PortalShortcut::bindShortcut()
+{
+    const QVariantMap properties{{QStringLiteral("description"), m_purpose.description},
+                                 {QStringLiteral("preferred_trigger"), portalTrigger(m_combo)}};
+    auto *request = new PortalRequest(*m_peer, this);
+    QDBusMessage call = m_peer->call(portalPath, shortcutsInterface, QStringLiteral("BindShortcuts"));
+    call << QVariant::fromValue(QDBusObjectPath(m_session))
+         << QVariant::fromValue(QList<PortalShortcutEntry>{{shortcutName(m_purpose, m_combo), properties}})
+         << QString() << QVariantMap{{QStringLiteral("handle_token"), request->token()}};
+    request->send(call);
+}
+
+void PortalShortcut::closeSession()
+{
+    if (!m_session.isEmpty())
+        m_peer->bus.send(m_peer->call(m_session, QStringLiteral("org.freedesktop.portal.Session"),
+                                      QStringLiteral("Close")));
+}
 
 PortalService::PortalService(const HotKeyPurpose &purpose, const QDBusConnection &bus)
     : m_purpose(purpose), m_bus(bus), m_watcher(portalService, bus, QDBusServiceWatcher::WatchForOwnerChange)
 {
+    qDBusRegisterMetaType<PortalShortcutEntry>();
+    qDBusRegisterMetaType<QList<PortalShortcutEntry>>();
+    // A portal that went away is started again by the next call; its shortcuts are back when it is.
     connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
-            [this](const QString &, const QString &, const QString &owner) { portalOwnerChanged(owner); });
+            [this](const QString &, const QString &, const QString &owner) {
+                if (!owner.isEmpty())
+                    probe();
+            });
     probe();
 }
 
@@ -52,13 +217,6 @@ void PortalService::setPeer(std::optional<PortalPeer> peer)
     }
     if (name.isEmpty() != formerName.isEmpty())
         Q_EMIT availabilityChanged();
-}
-
-void PortalService::portalOwnerChanged(const QString &owner)
-{
-    // A portal that went away is started again by the next call; its shortcuts are back when it is.
-    if (!owner.isEmpty())
-        probe();
 }
 
 bool PortalService::registerHotKey(const HotKeyCombo &combo, std::uint32_t id)

@@ -38,7 +38,6 @@ private Q_SLOTS:
 private:
     void probe();
     void setPeer(std::optional<mivora::PortalPeer> peer);
-    void portalOwnerChanged(const QString &owner);
 
     HotKeyPurpose m_purpose;
     QDBusConnection m_bus;

@@ -2,7 +2,6 @@
 
 #include "KeloHotkey/HotKeyService.h"
 #include "KeloHotkey/backends/X11Keyboard.h"
-#include "KeloHotkey/backends/X11Modifiers.h"
 #include "Platform/linux/X11Connection.h"
 
 #include <QAbstractNativeEventFilter>
@@ -11,6 +10,20 @@
 #include <vector>
 
 namespace kelo {
+
+/// Which of an X server's eight modifiers mean what; the keymap decides that.
+struct X11Modifiers
+{
+    std::uint16_t alt = 0;
+    std::uint16_t super = 0;
+    /// 0 when no key is Num Lock.
+    std::uint16_t numLock = 0;
+
+    friend bool operator==(const X11Modifiers &, const X11Modifiers &) = default;
+
+    /// The mask of a grab for HotKeyModifier bits, without locks.
+    std::uint16_t mask(std::uint32_t hotKeyModifiers) const;
+};
 
 /// Shortcuts as passive key grabs on the root window of an X server. Only where the application has one.
 class X11GrabService final : public HotKeyService, public QAbstractNativeEventFilter

@@ -1,13 +1,15 @@
 #include "KeloTheme/plugin/ViewsPlugin.h"
 
-#include "KeloTheme/plugin/ViewImages.h"
-
 #include <QCoreApplication>
+#include <QIcon>
 #include <QJSEngine>
 #include <QLoggingCategory>
+#include <QPainter>
 #include <QPixmapCache>
 #include <QQmlComponent>
+#include <QQuickImageProvider>
 #include <QQuickItem>
+#include <QSvgRenderer>
 #include <algorithm>
 #include <malloc.h>
 #include <utility>
@@ -18,6 +20,47 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, "kelo.views")
 
+/// "image://symbol/NAME/COLOR": one of the theme's symbols, drawn in one colour at the size asked for.
+class SymbolImages final : public QQuickImageProvider
+{
+public:
+    SymbolImages() : QQuickImageProvider(Image) {}
+
+    QImage requestImage(const QString &id, QSize *size, const QSize &requestedSize) override
+    {
+        const auto slash = id.lastIndexOf(QLatin1Char('/'));
+        QSvgRenderer symbol(QStringLiteral(":/KeloThemeViews/symbols/") + id.left(slash) +
+                            QStringLiteral(".svg"));
+        if (!symbol.isValid())
+            return {};
+        *size = requestedSize.isValid() ? requestedSize : symbol.defaultSize();
+        QImage image(*size, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        symbol.render(&painter);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(image.rect(), QColor(id.mid(slash + 1)));
+        return image;
+    }
+};
+
+// For window frames and task bars of X11, in the sizes that these ask for. Wayland's take it from the desktop
+// entry.
+QIcon applicationIcon()
+{
+    QSvgRenderer drawing(QStringLiteral(":/KeloTheme/app.kelo.Mivora.svg"));
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128}) {
+        QPixmap pixmap(size, size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        drawing.render(&painter);
+        painter.end();
+        icon.addPixmap(pixmap);
+    }
+    return icon;
+}
+
 QUrl componentUrl(const QString &module, const QString &component)
 {
     return QUrl(QStringLiteral("qrc:/") + module + QLatin1Char('/') + component + QStringLiteral(".qml"));
@@ -27,7 +70,9 @@ QUrl componentUrl(const QString &module, const QString &component)
 QQuickItem *makeItem(QQmlEngine &engine, QQuickWindow &window, const QUrl &url, const QVariantMap &properties)
 {
     QQmlComponent component(&engine, url);
-    auto *item = qobject_cast<QQuickItem *>(component.createWithInitialProperties(properties));
+    // Qt 6.4 crashes when a component with errors is to make something.
+    QObject *made = component.isReady() ? component.createWithInitialProperties(properties) : nullptr;
+    auto *item = qobject_cast<QQuickItem *>(made);
     if (!item) {
         qCCritical(log).noquote() << "The view can't be shown:" << component.errorString();
         return nullptr;
@@ -82,14 +127,14 @@ ViewsPlugin::ViewsPlugin()
 {
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     qmlRegisterSingletonType<QObject>("KeloAppearance", 1, 0, "Appearance",
-                                      [this](QQmlEngine *, QJSEngine *) { return m_context.appearance; });
+                                      [this](QQmlEngine *, QJSEngine *) { return m_appearance; });
 }
 
-void ViewsPlugin::start(const ViewContext &context)
+void ViewsPlugin::start(QObject &appearance)
 {
     m_engine.reset();
-    m_context = context;
-    QJSEngine::setObjectOwnership(context.appearance, QJSEngine::CppOwnership);
+    m_appearance = &appearance;
+    QJSEngine::setObjectOwnership(m_appearance, QJSEngine::CppOwnership);
 }
 
 QQmlEngine &ViewsPlugin::engine()

@@ -21,7 +21,7 @@ class ViewsPlugin final : public QObject, public ViewHost
 public:
     ViewsPlugin();
 
-    void start(const ViewContext &context) override;
+    void start(QObject &appearance) override;
     QWindow *createWindow(const ViewSpec &spec) override;
     void releaseUnused() override;
     void end() override;
@@ -29,7 +29,7 @@ public:
 private:
     QQmlEngine &engine();
 
-    ViewContext m_context;
+    QObject *m_appearance = nullptr;
     std::unique_ptr<QQmlEngine> m_engine;
     std::vector<QPointer<QQuickWindow>> m_windows;
 };
