@@ -29,8 +29,7 @@ constexpr std::array panelKeys{
     PanelKey{kelo::virtualEscape, &JoinPanelModel::dismiss},
 };
 
-} // namespace
-
+// Where the top left corner of a panel's window lies. The window includes the room for the shadow.
 QPointF cornerOrigin(PanelCorner corner, const QRectF &area, const QSizeF &panel)
 {
     const bool isLeft = corner == PanelCorner::topLeft || corner == PanelCorner::bottomLeft;
@@ -38,6 +37,8 @@ QPointF cornerOrigin(PanelCorner corner, const QRectF &area, const QSizeF &panel
     return {isLeft ? area.left() + cornerMargin : area.right() - panel.width() - cornerMargin,
             isTop ? area.top() + cornerMargin : area.bottom() - panel.height() - cornerMargin};
 }
+
+} // namespace
 
 JoinPanelController::JoinPanelController(const Preferences &prefs, kelo::ViewLoader &views,
                                          const JoinPanelActions &actions, Timestamp now,

@@ -3,10 +3,9 @@
 #include "JoinPanel/JoinNotification.h"
 #include "JoinPanel/JoinPanelModel.h"
 #include "KeloPanel/FloatingPanelController.h"
-#include "Preferences/PanelCorner.h"
 
 #include <QObject>
-#include <QRectF>
+#include <QPointF>
 #include <functional>
 
 class QKeyEvent;
@@ -18,10 +17,6 @@ class ViewLoader;
 namespace mivora {
 
 class Preferences;
-
-/// Where the top left corner of a panel's window lies that stands in a corner of the screen's free area, 12
-/// logical pixels from its edges. The window includes the room for the shadow. y grows downwards.
-QPointF cornerOrigin(PanelCorner corner, const QRectF &area, const QSizeF &panel);
 
 /// What the panel's buttons and keys do with the meeting on show.
 struct JoinPanelActions

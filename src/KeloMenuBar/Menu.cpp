@@ -23,21 +23,16 @@ QKeySequence MenuItem::shortcut() const
     return QKeySequence((hasShift ? QStringLiteral("Ctrl+Shift+") : QStringLiteral("Ctrl+")) + keyEquivalent);
 }
 
-ClosureMenuItem::ClosureMenuItem(const QString &title, std::function<void()> action,
-                                 const QString &keyEquivalent)
-    : MenuItem{.title = title, .keyEquivalent = keyEquivalent}, action(std::move(action))
-{
-}
-
 ClosureMenuItem &Menu::addItem(const QString &title, const QString &keyEquivalent,
                                std::function<void()> action)
 {
-    return m_items.emplace_back(title, std::move(action), keyEquivalent);
+    return m_items.emplace_back(
+        ClosureMenuItem{{.title = title, .keyEquivalent = keyEquivalent}, std::move(action)});
 }
 
 void Menu::addSeparator()
 {
-    m_items.emplace_back(QString(), nullptr, QString()).isSeparator = true;
+    m_items.push_back({{.isSeparator = true}, nullptr});
 }
 
 void Menu::removeAll()

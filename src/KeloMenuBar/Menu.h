@@ -37,8 +37,6 @@ struct MenuItem
 /// A menu item that runs a closure when it is chosen.
 struct ClosureMenuItem : MenuItem
 {
-    ClosureMenuItem(const QString &title, std::function<void()> action, const QString &keyEquivalent);
-
     /// A separator, or an item that does nothing, has none.
     std::function<void()> action;
 };

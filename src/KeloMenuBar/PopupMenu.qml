@@ -47,7 +47,7 @@ Rectangle {
             text: modelData.title
             // Screen readers follow the keyboard.
             onHighlightedChanged: if (highlighted) forceActiveFocus()
-            onHoveredChanged: root.menu.current = hovered ? index : -1
+            onHoveredChanged: root.menu.current = hovered && enabled ? index : -1
             onClicked: root.menu.choose(index)
 
             Accessible.ignored: modelData.isSeparator

@@ -68,8 +68,6 @@ public:
     /// The size of the window, with the room for the shadow.
     QSize frameSize();
 
-    QPoint origin() const { return m_origin; }
-
     /// Takes effect at once when the panel is visible.
     void setOrigin(const QPointF &origin);
 

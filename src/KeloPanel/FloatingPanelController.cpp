@@ -48,7 +48,8 @@ FloatingPanelController::FloatingPanelController(ViewLoader &views, PanelContent
     };
     m_panel.onResignKey = [this] {
         requireMainThread();
-        resignKey();
+        if (hidesOnResignKey)
+            hide();
     };
     m_releaseTimer.setSingleShot(true);
     connect(&m_releaseTimer, &QTimer::timeout, &m_panel, &FloatingPanel::releaseView);
@@ -115,12 +116,6 @@ void FloatingPanelController::stayOnScreen()
     const QRect frame = m_panel.window()->geometry();
     if (const auto area = areaTouching(frame))
         m_panel.setOrigin(originInside(frame.topLeft(), *area, frame.size()));
-}
-
-void FloatingPanelController::resignKey()
-{
-    if (hidesOnResignKey)
-        hide();
 }
 
 } // namespace kelo

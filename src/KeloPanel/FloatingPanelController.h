@@ -60,7 +60,6 @@ public:
 
 private:
     void prepareToShow();
-    void resignKey();
     void stayOnScreen();
 
     FloatingPanel m_panel;

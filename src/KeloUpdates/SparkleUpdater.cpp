@@ -9,7 +9,7 @@ bool startsUpdater(const QJsonValue &publicKey)
 }
 
 SparkleUpdater::SparkleUpdater(const QJsonObject &information, const UpdaterHost &host)
-    : m_controller(startsUpdater(information.value(publicKeyKey)) ? Starting::yes : Starting::no,
+    : m_controller(startsUpdater(information.value(publicKeyKey)),
                    {.address = QUrl(information.value(feedKey).toString(), QUrl::StrictMode),
                     .publicKey = information.value(publicKeyKey).toString(),
                     .runningVersion = host.program.version},

@@ -22,14 +22,14 @@ std::chrono::minutes untilFirstLook()
 
 } // namespace
 
-StandardUpdaterController::StandardUpdaterController(Starting starting, UpdateFeed feed, UpdaterHost host)
-    : m_starting(starting), m_feed(std::move(feed)), m_host(std::move(host)),
+StandardUpdaterController::StandardUpdaterController(bool startingUpdater, UpdateFeed feed, UpdaterHost host)
+    : m_isStarted(startingUpdater), m_feed(std::move(feed)), m_host(std::move(host)),
       m_window(m_host.views, m_host.program.name)
 {
     connect(&m_window, &UpdateWindow::chosen, this, &StandardUpdaterController::perform);
     connect(&m_timer, &QTimer::timeout, this, &StandardUpdaterController::tick);
     m_timer.setTimerType(Qt::VeryCoarseTimer);
-    if (isStarted())
+    if (m_isStarted)
         m_timer.start(untilFirstLook());
 }
 
@@ -63,12 +63,12 @@ bool StandardUpdaterController::isDue()
     constexpr qint64 day = std::chrono::seconds(24h).count();
     const auto last = QDateTime::fromString(memory().value(lastCheckKey).toString(), Qt::ISODate);
     const qint64 passed = last.secsTo(m_host.now());
-    return isStarted() && (!last.isValid() || passed < 0 || passed >= day);
+    return m_isStarted && (!last.isValid() || passed < 0 || passed >= day);
 }
 
 void StandardUpdaterController::checkForUpdates()
 {
-    if (!isStarted())
+    if (!m_isStarted)
         return show(notConfiguredPage(m_host.program), Stage::idle);
     m_isAsked = true;
     const Stage before = m_stage;

@@ -8,13 +8,6 @@
 
 namespace kelo {
 
-enum class Starting {
-    /// Looks for updates by itself as well.
-    yes,
-    /// There is no key to trust an update by, so none is ever looked for.
-    no,
-};
-
 /// What the controller needs of the program around it.
 struct UpdaterHost
 {
@@ -34,7 +27,8 @@ class StandardUpdaterController final : public QObject
     Q_OBJECT
 
 public:
-    StandardUpdaterController(Starting starting, UpdateFeed feed, UpdaterHost host);
+    /// Without `startingUpdater` there is no key to trust an update by: none is ever looked for.
+    StandardUpdaterController(bool startingUpdater, UpdateFeed feed, UpdaterHost host);
     ~StandardUpdaterController() override;
 
     /// The user asks: says in the window what comes of it, whatever it is.
@@ -46,8 +40,6 @@ public:
 
     /// Until tick(); below zero when nothing is ever looked for.
     std::chrono::milliseconds untilTick() const { return m_timer.remainingTimeAsDuration(); }
-
-    bool isStarted() const { return m_starting == Starting::yes; }
 
     bool isChecking() const { return m_stage == Stage::checking; }
 
@@ -64,7 +56,7 @@ private:
     void perform(UpdateAction action);
     void stop();
 
-    Starting m_starting;
+    bool m_isStarted = false;
     UpdateFeed m_feed;
     UpdaterHost m_host;
     mivora::PluginFile m_plugin{"mivora-updates", "MIVORA_UPDATES"};

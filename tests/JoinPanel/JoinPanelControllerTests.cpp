@@ -6,6 +6,7 @@
 
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QTest>
 #include <gmock/gmock.h>
 #include <linux/input-event-codes.h>
@@ -60,17 +61,22 @@ TEST_F(JoinPanelControllerTest, actionsConcernTheMeetingOnShowNow)
     EXPECT_EQ(panel.model().now(), now + Seconds(60));
 }
 
-TEST_F(JoinPanelControllerTest, aNewCornerCountsFromTheNextShowingOn)
+TEST_F(JoinPanelControllerTest, standsInTheCornerThatWasChosenBeforeItWasShown)
 {
-    panel.show(review, now);
-    const QPoint before = window()->position();
-    prefs.setPanelCorner(PanelCorner::bottomLeft);
+    const QRect room = QGuiApplication::primaryScreen()->availableGeometry().adjusted(12, 12, -12, -12);
+    const auto placeIn = [&](PanelCorner corner) {
+        panel.hide();
+        prefs.setPanelCorner(corner);
+        panel.show(review, now);
+        return window()->geometry();
+    };
+    EXPECT_EQ(placeIn(PanelCorner::topLeft).topLeft(), room.topLeft());
+    EXPECT_EQ(placeIn(PanelCorner::bottomLeft).bottomLeft(), room.bottomLeft());
+    EXPECT_EQ(placeIn(PanelCorner::bottomRight).bottomRight(), room.bottomRight());
+    EXPECT_EQ(placeIn(PanelCorner::topRight).topRight(), room.topRight());
+    prefs.setPanelCorner(PanelCorner::topLeft);
     panel.show(lunch, now);
-    EXPECT_EQ(window()->position(), before);
-    panel.hide();
-    panel.show(lunch, now);
-    EXPECT_LT(window()->x(), before.x());
-    EXPECT_GT(window()->y(), before.y());
+    EXPECT_EQ(window()->geometry().topRight(), room.topRight());
 }
 
 TEST_F(JoinPanelControllerTest, hasButtonsThatDoWhatTheySay)

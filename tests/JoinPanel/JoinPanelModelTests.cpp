@@ -1,6 +1,5 @@
 #include "JoinPanel/JoinPanelModel.h"
 
-#include "JoinPanel/JoinPanelController.h"
 #include "support/MeetingFactory.h"
 
 #include <QSignalSpy>
@@ -55,16 +54,6 @@ TEST(JoinPanelModel, showsServiceAndColour)
     EXPECT_FALSE(model.hasLink());
     EXPECT_EQ(model.serviceName() + model.accentColor(), QString());
     EXPECT_EQ(changed.count(), 2);
-}
-
-TEST(CornerPlacement, keepsTwelveFromTheEdgesOfTheFreeArea)
-{
-    const QRectF visible(1920, 28, 1280, 740);
-    const QSizeF panel(436, 206);
-    EXPECT_EQ(cornerOrigin(PanelCorner::topRight, visible, panel), QPointF(2752, 40));
-    EXPECT_EQ(cornerOrigin(PanelCorner::topLeft, visible, panel), QPointF(1932, 40));
-    EXPECT_EQ(cornerOrigin(PanelCorner::bottomRight, visible, panel), QPointF(2752, 550));
-    EXPECT_EQ(cornerOrigin(PanelCorner::bottomLeft, visible, panel), QPointF(1932, 550));
 }
 
 } // namespace mivora

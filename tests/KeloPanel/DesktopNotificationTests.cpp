@@ -19,7 +19,6 @@ public:
         tell(&DesktopNotification::actionInvoked, "action");
         tell(&DesktopNotification::dismissed, "dismissed");
         tell(&DesktopNotification::expired, "expired");
-        tell(&DesktopNotification::failed, "failed");
     }
 
     template<typename Signal> void tell(Signal signal, const char *name)

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The real program in the status area of a desktop: makes pictures of its item at rest, urgent and with its menu open,
+# The real program in the status area of a desktop: makes pictures of its item at rest and with its menu open,
 # chooses the first meeting with the pointer and looks what was opened.
 #   tray-on-desktops.sh xfce|indicator|waybar BIN_FOLDER OUTPUT_FOLDER
 host_name=$1 BIN=$(realpath "$2") output=$(realpath -m "$3")
@@ -46,16 +46,11 @@ patience=60 await has_host || fail "a status area appears"
 
 record_links
 used_before
-# The last minute is urgent; the panel would cover the menu.
-mivora defaults write leadMinutes 0
 event planning "Planning" 3300 https://meet.google.com/abc-defg-hij
 event review "Design review" 1500 https://zoom.us/j/123456789
 start "$BIN/mivora"
 await tells 'Design review' || fail "it shows the meeting"
 picture rest
-event review "Design review" 55 https://zoom.us/j/123456789
-await tells '"urgent": *true' || fail "the last minute is urgent"
-picture urgent
 chooses_the_first() { # The first opening of some hosts only asks for the menu.
     user mousemove $icon sleep 0.3 click 1
     picture menu

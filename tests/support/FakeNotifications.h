@@ -24,6 +24,7 @@ public:
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
     {
         const QVariantList arguments = message.arguments();
+        QVariantList reply;
         if (message.member() == QLatin1String("Notify")) {
             const QStringList parts{arguments[3].toString(), arguments[4].toString(),
                                     arguments[5].toStringList().join(QLatin1Char(',')),
@@ -32,12 +33,11 @@ public:
                             parts.join(QLatin1Char('|')).toStdString());
             const uint replaced = arguments[1].toUInt();
             id = replaced != 0 ? replaced : id + 1;
-            connection.send(message.createReply(id));
-            ++answered;
-            return true;
+            reply << id;
+        } else {
+            calls.push_back("close " + arguments.value(0).toString().toStdString());
         }
-        calls.push_back("close " + arguments.value(0).toString().toStdString());
-        connection.send(message.createReply());
+        connection.send(message.createReply(reply));
         ++answered;
         return true;
     }

@@ -56,7 +56,7 @@ NotifierBackend::NotifierBackend(const QDBusConnection &bus, const QString &id, 
     // The connection's own word: a bus that is gone tells of nobody's end.
     m_bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
                   QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
-                  SLOT(loseBus()));
+                  SLOT(setOwner()));
     callBus<QString>(m_bus, busCall(QStringLiteral("GetNameOwner"), watcherName), this,
                      [this](const auto &owner) { setOwner(owner.isValid() ? owner.value() : QString()); });
 }
@@ -83,11 +83,6 @@ void NotifierBackend::setOwner(const QString &owner)
         return askProcess();
     m_presentation.reset();
     setHasHost(false);
-}
-
-void NotifierBackend::loseBus()
-{
-    setOwner({});
 }
 
 void NotifierBackend::askProcess()

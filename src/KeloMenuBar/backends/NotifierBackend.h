@@ -36,10 +36,9 @@ Q_SIGNALS:
 
 private Q_SLOTS:
     void askDrawn();
-    void loseBus();
+    void setOwner(const QString &owner = {});
 
 private:
-    void setOwner(const QString &owner);
     void askProcess();
     void askIndicator();
     void registerItem();

@@ -19,17 +19,11 @@ NotifierItem::NotifierItem(const QDBusConnection &bus, const QString &id,
     registerBusTypes();
 }
 
-void NotifierItem::setProperties(const NotifierProperties &properties)
+void NotifierItem::setProperties(const NotifierProperties &now)
 {
-    const NotifierProperties before = std::exchange(m_properties, properties);
-    if (before.picture != m_properties.picture)
+    const NotifierProperties before = std::exchange(m_properties, now);
+    if (before.picture != now.picture)
         m_pixmaps.clear();
-    announceChanges(before);
-}
-
-void NotifierItem::announceChanges(const NotifierProperties &before)
-{
-    const NotifierProperties &now = m_properties;
     if (now.title != before.title)
         Q_EMIT NewTitle();
     if (now.status != before.status)

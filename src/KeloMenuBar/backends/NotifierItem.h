@@ -48,7 +48,7 @@ public:
                  QObject *exported);
 
     /// Shows these properties from now on; announces those that are different from before.
-    void setProperties(const NotifierProperties &properties);
+    void setProperties(const NotifierProperties &now);
 
     QString category() const { return QStringLiteral("ApplicationStatus"); }
 
@@ -103,7 +103,6 @@ Q_SIGNALS:
 
 private:
     void openMenu(QPoint point, const QDBusMessage &call);
-    void announceChanges(const NotifierProperties &before);
 
     QDBusConnection m_bus;
     QString m_id;
