@@ -5,10 +5,10 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDeadlineTimer>
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTimeZone>
+#include <filesystem>
+#include <fstream>
 #include <string>
 
 namespace mivora {
@@ -59,36 +59,28 @@ public:
 
     void makeFolder(const std::string &relative) const
     {
-        QDir().mkpath(QString::fromStdString(path(relative)));
+        std::filesystem::create_directories(path(relative));
     }
 
     /// Writes a file, and the folders to it.
     void write(const std::string &relative, const std::string &text) const
     {
-        const std::size_t slash = relative.rfind('/');
-        if (slash != std::string::npos)
-            makeFolder(relative.substr(0, slash));
-        QFile file(QString::fromStdString(path(relative)));
-        if (!file.open(QIODevice::WriteOnly) || file.write(text.data(), qint64(text.size())) < 0)
-            qFatal("can't write %s", qPrintable(file.fileName()));
+        std::filesystem::create_directories(std::filesystem::path(path(relative)).parent_path());
+        std::ofstream file(path(relative));
+        if (!(file << text).flush())
+            throw std::runtime_error("can't write " + relative);
     }
 
     void rename(const std::string &from, const std::string &to) const
     {
-        if (std::rename(path(from).c_str(), path(to).c_str()) != 0)
-            qFatal("can't rename %s", from.c_str());
+        std::filesystem::rename(path(from), path(to));
     }
 
-    void remove(const std::string &relative) const
-    {
-        const QString target = QString::fromStdString(path(relative));
-        if (!QFile::remove(target))
-            QDir(target).removeRecursively();
-    }
+    void remove(const std::string &relative) const { std::filesystem::remove_all(path(relative)); }
 
     void link(const std::string &target, const std::string &relative) const
     {
-        QFile::link(QString::fromStdString(target), QString::fromStdString(path(relative)));
+        std::filesystem::create_symlink(target, path(relative));
     }
 
 private:

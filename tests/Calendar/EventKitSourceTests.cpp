@@ -1,6 +1,6 @@
 #include "Calendar/EventKitSource.h"
 
-#include "Calendar/CalendarFolder.h"
+#include "Calendar/CalendarColor.h"
 #include "Calendar/FakeEventStore.h"
 
 #include <gmock/gmock.h>
@@ -32,14 +32,12 @@ TEST_F(EventKitSourceTest, mapsTheAuthorizationAndGivesNothingWithoutFullAccess)
 {
     store->storeCalendars = {{"work", "Work", {}, {}}};
     store->add("Meeting", 0);
-    const std::vector<std::pair<AuthorizationStatus, CalendarAuthorization>> cases{
-        {AuthorizationStatus::notDetermined, CalendarAuthorization::notDetermined},
-        {AuthorizationStatus::restricted, CalendarAuthorization::denied},
-        {AuthorizationStatus::denied, CalendarAuthorization::denied},
-        {AuthorizationStatus::fullAccess, CalendarAuthorization::granted},
-        {AuthorizationStatus::writeOnly, CalendarAuthorization::denied},
-    };
-    for (const auto &[status, expected] : cases) {
+    for (const auto &[status, expected] :
+         {std::pair(AuthorizationStatus::notDetermined, CalendarAuthorization::notDetermined),
+          {AuthorizationStatus::restricted, CalendarAuthorization::denied},
+          {AuthorizationStatus::denied, CalendarAuthorization::denied},
+          {AuthorizationStatus::fullAccess, CalendarAuthorization::granted},
+          {AuthorizationStatus::writeOnly, CalendarAuthorization::denied}}) {
         store->status = status;
         const std::size_t count = expected == CalendarAuthorization::granted ? 1 : 0;
         EXPECT_EQ(source.authorization(), expected);
@@ -82,21 +80,29 @@ TEST_F(EventKitSourceTest, queriesOnlyCalendarsThatExist)
     EXPECT_EQ(store->lastSelection, std::nullopt);
 }
 
-TEST_F(EventKitSourceTest, seesAnEditedEventAndAnotherColour)
+TEST_F(EventKitSourceTest, takesTheColourFromTheCalendar)
 {
-    store->storeCalendars = {{"work", "Work", {}, Color{1, 2, 3}}};
-    store->add("before", 0).location = "https://zoom.us/j/1";
-    const Meeting before = source.meetings(Timestamp{}, Timestamp{}, std::nullopt).at(0);
-    EXPECT_EQ(before.calendarColor, (Color{1, 2, 3}));
-    EXPECT_TRUE(before.joinLink);
+    store->storeCalendars = {{"home", "Home", {}, Color{9, 9, 9}}, {"work", "Work", {}, Color{1, 2, 3}}};
+    store->add("Meeting", 0);
+    EXPECT_EQ(source.meetings({}, {}, {}).at(0).calendarColor, (Color{1, 2, 3}));
+    store->storeCalendars.clear();
+    EXPECT_EQ(source.meetings({}, {}, {}).at(0).calendarColor, std::nullopt);
+}
 
-    store->storeEvents.clear();
-    store->add("after", 0);
-    store->storeCalendars[0].color = Color{4, 5, 6};
-    const Meeting after = source.meetings(Timestamp{}, Timestamp{}, std::nullopt).at(0);
-    EXPECT_EQ(after.title, "after");
-    EXPECT_EQ(after.calendarColor, (Color{4, 5, 6}));
-    EXPECT_FALSE(after.joinLink);
+TEST(CalendarColor, isANameOrANumber)
+{
+    const std::pair<const char *, std::optional<Color>> cases[] = {
+        {"DarkSlateGrey", Color{47, 79, 79}},
+        {"rebeccaPurple", Color{102, 51, 153}},
+        {"#0a0b0c", Color{10, 11, 12}},
+        {"rgb(53,132,999)", Color{53, 132, 255}},
+        {"rgba(53, 132, 228, 0.5)", Color{53, 132, 228}},
+        {"rgb(53,132)", std::nullopt},
+        {"transparent", std::nullopt},
+        {"no colour", std::nullopt},
+    };
+    for (const auto &[text, color] : cases)
+        EXPECT_EQ(colorFrom(text), color) << text;
 }
 
 } // namespace mivora

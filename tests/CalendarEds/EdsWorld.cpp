@@ -120,18 +120,4 @@ void EdsWorld::import(const char *calendar, const std::string &text) const
            E_CAL_OPERATION_FLAG_NONE);
 }
 
-void EdsWorld::modify(const char *calendar, const std::string &event, ECalObjModType which) const
-{
-    const GlibObject<ICalComponent> component(i_cal_component_new_from_string(event.c_str()));
-    called(e_cal_client_modify_object_sync, client(calendar).get(), component.get(), which,
-           E_CAL_OPERATION_FLAG_NONE);
-}
-
-void EdsWorld::remove(const char *calendar, const char *uid, const char *recurrenceID,
-                      ECalObjModType which) const
-{
-    called(e_cal_client_remove_object_sync, client(calendar).get(), uid, recurrenceID, which,
-           E_CAL_OPERATION_FLAG_NONE);
-}
-
 } // namespace support

@@ -11,9 +11,6 @@ namespace support {
 
 /// The real Evolution Data Server, on a bus and in a home of its own. There is one for a whole process:
 /// libraries keep their connection to the session bus, and remember where the home is.
-///
-/// Calendars are changed as another program would do it: each function waits for the server, and throws
-/// std::runtime_error when it refuses.
 class EdsWorld final
 {
 public:
@@ -42,12 +39,9 @@ public:
     mivora::GlibObject<ESource> source(const char *id) const;
     mivora::GlibObject<ECalClient> client(const char *calendar) const;
 
-    /// All events and time zones of a VCALENDAR.
+    /// The server takes in the events and time zones of a VCALENDAR, as another program would have it do.
+    /// Waits for it, and throws std::runtime_error when it refuses.
     void import(const char *calendar, const std::string &text) const;
-
-    /// `event` is a VEVENT.
-    void modify(const char *calendar, const std::string &event, ECalObjModType which) const;
-    void remove(const char *calendar, const char *uid, const char *recurrenceID, ECalObjModType which) const;
 
 private:
     QTemporaryDir m_home;

@@ -25,27 +25,45 @@ public:
 
     void step()
     {
-        const Kind &kind = kinds[std::size_t(below(int(std::size(kinds))))];
-        m_story.append(kind.name);
-        (this->*kind.act)();
-        m_story.append(1, '\n');
+        namespace fs = std::filesystem;
+        using T = FolderTurmoil;
+        const std::pair<const char *, std::function<void()>> kinds[] = {
+            {"write", [this] { std::ofstream(anyFile()) << text(); }},
+            {"write", [this] { std::ofstream(anyFile()) << text(); }},
+            {"begin to write", [this] { beginWriting(); }},
+            {"begin to write", [this] { beginWriting(); }},
+            {"end writing", [this] { finish(); }},
+            {"truncate", [this] { std::ofstream(anyFile()) << text().substr(0, below(2) * 150); }},
+            {"truncate", [this] { std::ofstream(anyFile()) << text().substr(0, below(2) * 150); }},
+            {"remove", [this] { fs::remove(anyFile(), m_error); }},
+            {"rename", [this] { between(&T::anyFile, fs::rename); }},
+            {"link", [this] { between(&T::anyFile, fs::create_hard_link); }},
+            {"link by name", [this] { between(&T::anyFile, fs::create_symlink); }},
+            {"name", [this] { std::ofstream(anyFolder() / "displayname") << "Name\nsecond line"; }},
+            {"colour", [this] { std::ofstream(anyFolder() / "color") << "#123456"; }},
+            {"owner", [this] { std::ofstream(anyFolder() / "owner") << "me@example.com"; }},
+            {"make folder", [this] { fs::create_directories(anyFolder(), m_error); }},
+            {"remove folder", [this] { fs::remove_all(anyFolder(), m_error); }},
+            {"rename folder", [this] { between(&T::anyFolder, fs::rename); }},
+            {"link folder", [this] { between(&T::anyFolder, fs::create_directory_symlink); }},
+            {"take root away or back", [this] { takeRootAwayOrBack(); }},
+            {"pause", [this] { waitFor([] { return false; }, std::chrono::milliseconds(below(25))); }},
+        };
+        const auto &[name, act] = kinds[below(int(std::size(kinds)))];
+        m_story.append("\n").append(name);
+        act();
     }
 
     /// Ends what is begun, so that all of it can be known.
     void finish()
     {
-        while (!m_writers.empty())
-            endWriting();
+        for (Writer &writer : m_writers)
+            writer.file << writer.rest;
+        m_writers.clear();
     }
 
 private:
     using Path = std::filesystem::path;
-
-    struct Kind
-    {
-        const char *name;
-        void (FolderTurmoil::*act)();
-    };
 
     struct Writer
     {
@@ -53,14 +71,14 @@ private:
         std::string rest;
     };
 
-    static constexpr const char *folders[] = {"one",      "one/work",      "one/home", "two",
-                                              "two/acme", "two/acme/team", "two/work", "elsewhere/folder"};
-
-    int below(int count) { return std::uniform_int_distribution(0, count - 1)(m_chance); }
-
-    template<typename Text, std::size_t count> Text oneOf(Text const (&texts)[count])
+    std::size_t below(int count)
     {
-        return texts[std::size_t(below(int(count)))];
+        return std::size_t(std::uniform_int_distribution(0, count - 1)(m_chance));
+    }
+
+    const char *oneOf(std::initializer_list<const char *> texts)
+    {
+        return *(texts.begin() + below(int(texts.size())));
     }
 
     Path path(const std::string &relative)
@@ -69,130 +87,55 @@ private:
         return m_folder.path(relative);
     }
 
-    Path anyFolder() { return path(oneOf(folders)); }
+    Path anyFolder()
+    {
+        return path(oneOf({"one", "one/work", "one/home", "two", "two/acme", "two/acme/team", "two/work",
+                           "elsewhere/folder"}));
+    }
 
     Path anyFile()
     {
-        const char *const names[] = {"x.ics", "x.ics", "y.ics", "z.ics", ".x.ics", "x.ics.tmp"};
-        const std::string folder = oneOf(folders);
-        return path(folder + '/' + oneOf(names));
+        const Path folder = anyFolder();
+        const char *name = oneOf({"x.ics", "x.ics", "y.ics", "z.ics", ".x.ics", "x.ics.tmp"});
+        m_story.append(1, '/').append(name);
+        return folder / name;
     }
 
     std::string text()
     {
-        const char *const starts[] = {"20260310T090000Z", "20260310T140000Z", "20260720T090000Z"};
-        const char *const more[] = {"", "", "RRULE:FREQ=DAILY\r\n", "ATTENDEE:mailto:me@example.com\r\n"};
-        std::string text = eventText("Event " + std::to_string(++m_texts), oneOf(starts), oneOf(more));
+        std::string text =
+            eventText("Event " + std::to_string(++m_texts),
+                      oneOf({"20260310T090000Z", "20260310T140000Z", "20260720T090000Z"}),
+                      oneOf({"", "", "RRULE:FREQ=DAILY\r\n", "ATTENDEE:mailto:me@example.com\r\n"}));
         if (below(3) == 0)
             text.insert(text.find("BEGIN:VEVENT"), "X-WR-CALNAME:Name " + std::to_string(m_texts) + "\r\n");
         return text;
     }
 
-    void write() { std::ofstream(anyFile()) << text(); }
-
     void beginWriting()
     {
         const std::string whole = text();
-        const std::size_t part = std::size_t(below(int(whole.size())));
+        const std::size_t part = below(int(whole.size()));
         m_writers.push_back({std::ofstream(anyFile()), whole.substr(part)});
         m_writers.back().file << whole.substr(0, part) << std::flush;
     }
 
-    void goOnWriting()
+    void takeRootAwayOrBack()
     {
-        if (!m_writers.empty())
-            m_writers.back().file << std::exchange(m_writers.back().rest, {}) << std::flush;
-    }
-
-    void endWriting()
-    {
-        goOnWriting();
-        if (!m_writers.empty())
-            m_writers.pop_back();
-    }
-
-    void truncate() { std::ofstream(anyFile()) << text().substr(0, std::size_t(below(2) * 150)); }
-
-    void remove() { std::filesystem::remove(anyFile(), m_error); }
-
-    void rename()
-    {
-        const Path from = anyFile();
-        std::filesystem::rename(from, anyFile(), m_error);
-    }
-
-    void link()
-    {
-        const Path from = anyFile();
-        std::filesystem::create_hard_link(from, anyFile(), m_error);
-    }
-
-    void linkByName()
-    {
-        const Path from = anyFile();
-        std::filesystem::create_symlink(from, anyFile(), m_error);
-    }
-
-    void describe()
-    {
-        const char *const names[] = {"displayname", "color", "owner"};
-        const char *const texts[] = {"Name\nsecond line", "#123456", "me@example.com"};
-        const int which = below(3);
-        std::ofstream(anyFolder() / names[which]) << texts[which];
-    }
-
-    void makeFolder() { std::filesystem::create_directories(anyFolder(), m_error); }
-
-    void removeFolder() { std::filesystem::remove_all(anyFolder(), m_error); }
-
-    void renameFolder()
-    {
-        const Path from = anyFolder();
-        std::filesystem::rename(from, anyFolder(), m_error);
-    }
-
-    void linkFolder()
-    {
-        const Path from = anyFolder();
-        std::filesystem::create_directory_symlink(from, anyFolder(), m_error);
-    }
-
-    void takeRootAway()
-    {
-        const std::string root = below(2) == 0 ? "one" : "two";
+        const std::string root = oneOf({"one", "two"});
         const Path from = path(root), to = path("away/" + root);
         std::filesystem::rename(from, to, m_error);
         if (m_error)
             std::filesystem::rename(to, from, m_error);
     }
 
-    void pause()
+    /// From one file or folder to another.
+    void between(Path (FolderTurmoil::*any)(),
+                 void (*act)(const Path &from, const Path &to, std::error_code &error))
     {
-        waitFor([] { return false; }, std::chrono::milliseconds(below(25)));
+        const Path from = (this->*any)();
+        act(from, (this->*any)(), m_error);
     }
-
-    static constexpr Kind kinds[] = {
-        {"write", &FolderTurmoil::write},
-        {"write", &FolderTurmoil::write},
-        {"begin to write", &FolderTurmoil::beginWriting},
-        {"begin to write", &FolderTurmoil::beginWriting},
-        {"go on writing", &FolderTurmoil::goOnWriting},
-        {"end writing", &FolderTurmoil::endWriting},
-        {"truncate", &FolderTurmoil::truncate},
-        {"truncate", &FolderTurmoil::truncate},
-        {"remove", &FolderTurmoil::remove},
-        {"rename", &FolderTurmoil::rename},
-        {"link", &FolderTurmoil::link},
-        {"link by name", &FolderTurmoil::linkByName},
-        {"describe", &FolderTurmoil::describe},
-        {"make folder", &FolderTurmoil::makeFolder},
-        {"remove folder", &FolderTurmoil::removeFolder},
-        {"rename folder", &FolderTurmoil::renameFolder},
-        {"link folder", &FolderTurmoil::linkFolder},
-        {"take root away or back", &FolderTurmoil::takeRootAway},
-        {"pause", &FolderTurmoil::pause},
-        {"pause", &FolderTurmoil::pause},
-    };
 
     CalendarFolder m_folder;
     std::mt19937 m_chance;
