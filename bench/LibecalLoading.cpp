@@ -58,12 +58,12 @@ int main(int argc, char **argv)
     }
     const QString file = QDir::current().absoluteFilePath(QString::fromLocal8Bit(argv[1]));
     const support::EdsWorld world;
-    const QString folder = world.path(QStringLiteral("XDG_DATA_HOME/evolution/calendar/system"));
+    const QString folder = QString::fromStdString(world.path("XDG_DATA_HOME/evolution/calendar/system"));
     QDir().mkpath(folder);
     QFile::copy(file, folder + QStringLiteral("/calendar.ics"));
 
     // On most desktops something has asked for calendars before, though not for this one.
-    for (const char *server : {support::EdsWorld::sourcesName, support::EdsWorld::calendarName})
+    for (const char *server : support::EdsWorld::services)
         QDBusConnection::sessionBus().interface()->startService(QString::fromLatin1(server));
 
     QElapsedTimer timer;

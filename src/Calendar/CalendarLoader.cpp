@@ -1,24 +1,29 @@
 #include "Calendar/CalendarLoader.h"
 
+#include "Meetings/BoundedText.h"
+#include "Platform/SingleLine.h"
+
+#include <QColor>
+#include <QRegularExpression>
 #include <algorithm>
 #include <map>
 
 namespace mivora {
 
+Q_LOGGING_CATEGORY(calendarLog, "mivora.calendar")
+
 namespace {
 
-Participation participationOf(ical::ParticipantStatus status)
+/// "rgb(53,132,228)" or "rgba(53,132,228,0.5)", as CSS has it.
+std::optional<Color> colorFromFunction(const std::string &text)
 {
-    switch (status) {
-    case ical::ParticipantStatus::accepted:
-        return Participation::accepted;
-    case ical::ParticipantStatus::declined:
-        return Participation::declined;
-    case ical::ParticipantStatus::tentative:
-        return Participation::tentative;
-    default:
-        return Participation::unknown;
-    }
+    static const QRegularExpression function(
+        QStringLiteral(R"(^\s*rgba?\(\s*(\d{1,3})\s*,\s*(\d{1,3})\s*,\s*(\d{1,3})\s*(,[^)]*)?\)\s*$)"));
+    const QRegularExpressionMatch match = function.match(QString::fromStdString(text));
+    if (!match.hasMatch())
+        return std::nullopt;
+    const auto part = [&](int i) { return std::uint8_t(std::min(match.captured(i).toInt(), 255)); };
+    return Color{part(1), part(2), part(3)};
 }
 
 /// The answer of the first attendee who is the user.
@@ -31,10 +36,38 @@ Participation ownParticipation(const std::vector<ical::Attendee> &attendees,
         });
     };
     const auto user = std::find_if(attendees.begin(), attendees.end(), isUser);
-    return user == attendees.end() ? Participation::unknown : participationOf(user->status);
+    return user == attendees.end() ? Participation::unknown : user->answer;
 }
 
 } // namespace
+
+std::string printable(std::string_view text)
+{
+    constexpr std::size_t longest = 300;
+    const std::string_view start = prefix(text, longest);
+    return singleLine(QString::fromUtf8(start.data(), qsizetype(start.size()))).toStdString() +
+           (start.size() < text.size() ? "..." : "");
+}
+
+std::optional<Color> colorFrom(const std::string &text)
+{
+    if (const std::optional<Color> color = Color::fromHex(text))
+        return color;
+    if (const std::optional<Color> color = colorFromFunction(text))
+        return color;
+    // The one name of CSS that Qt, whose table is SVG's, doesn't have.
+    const QString name = QString::fromStdString(text);
+    const bool isMissing = name.compare(QLatin1String("rebeccapurple"), Qt::CaseInsensitive) == 0;
+    const QColor named = isMissing ? QColor(0x66, 0x33, 0x99) : QColor::fromString(name);
+    if (!named.isValid() || named.alpha() == 0)
+        return std::nullopt;
+    return Color{std::uint8_t(named.red()), std::uint8_t(named.green()), std::uint8_t(named.blue())};
+}
+
+bool overlaps(Timestamp start, Timestamp end, Timestamp from, Timestamp to)
+{
+    return start < to && (end > from || (end <= start && start >= from));
+}
 
 void keepUnchanged(Meetings old, Meetings &meetings, MeetingChanges &changes)
 {

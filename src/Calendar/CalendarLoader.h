@@ -3,13 +3,28 @@
 #include "Calendar/EventStore.h"
 #include "ICalendar/CalendarText.h"
 
+#include <QLoggingCategory>
+
 namespace mivora {
 
 using ical::EventWindow;
 
+/// "mivora.calendar": what a person has to know about calendars that can't be read.
+Q_DECLARE_LOGGING_CATEGORY(calendarLog)
+
+/// `text` for a log: on one line, and cut when it is long.
+std::string printable(std::string_view text);
+
+/// COLOR holds a name of CSS 3 (RFC 7986, 5.9), though some programs write a hexadecimal form. Calendar
+/// programs of the desktop also write the functional one, "rgb(53,132,228)".
+std::optional<Color> colorFrom(const std::string &text);
+
 /// The days around `now` that a calendar is loaded for at first: from yesterday on, as far as a day's end and
 /// the next midnight need no other load.
 EventWindow windowAround(Timestamp now, const QTimeZone &zone);
+
+/// Whether the time from `start` to `end` overlaps [from, to); without length it has to lie inside.
+bool overlaps(Timestamp start, Timestamp end, Timestamp from, Timestamp to);
 
 /// Meetings that came and went.
 struct MeetingChanges

@@ -1,13 +1,35 @@
 #pragma once
 
 #include "Calendar/CalendarLoader.h"
-#include "Calendar/MeetingList.h"
 
 #include <mutex>
 
 namespace mivora {
 
 class AccessMemory;
+
+/// Meetings in order of their start, to be asked for those of an interval.
+class MeetingList
+{
+public:
+    /// Takes away the objects that were removed and adds those that are new, in one pass.
+    void change(MeetingChanges changes);
+
+    /// The meetings that overlap [from, to).
+    Meetings overlapping(Timestamp from, Timestamp to) const;
+
+private:
+    struct Entry
+    {
+        Timestamp start;
+        Timestamp end;
+        /// The latest end of this meeting and of all before it: it never falls along the list.
+        Timestamp latestEnd;
+        std::shared_ptr<const Meeting> meeting;
+    };
+
+    std::vector<Entry> m_entries;
+};
 
 /// The user's calendars in memory, as loaders find them. Desktops have no permission of their own for
 /// calendars, so this store asks the user: nothing is given before the permission is remembered.

@@ -1,8 +1,5 @@
 #include "CalendarEds/DesktopEvents.h"
 
-#include "Calendar/CalendarColor.h"
-#include "Calendar/CalendarLog.h"
-
 #include <algorithm>
 #include <utility>
 

@@ -1,6 +1,5 @@
 #include "CalendarEds/DesktopLoader.h"
 
-#include "Calendar/CalendarLog.h"
 #include "Platform/PluginFile.h"
 #include "Platform/linux/BusCall.h"
 

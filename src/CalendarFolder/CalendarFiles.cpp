@@ -1,7 +1,5 @@
 #include "CalendarFolder/CalendarFiles.h"
 
-#include "Calendar/MeetingList.h"
-
 #include <QString>
 #include <algorithm>
 #include <sys/stat.h>

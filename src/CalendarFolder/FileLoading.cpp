@@ -1,7 +1,6 @@
 #include "CalendarFolder/FileLoading.h"
 
-#include "Calendar/CalendarColor.h"
-#include "Calendar/CalendarLog.h"
+#include "ICalendar/ContentLine.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -82,9 +81,7 @@ bool endsCalendar(std::string_view text)
     const std::size_t last = text.find_last_not_of(" \t\r\n");
     if (last == std::string_view::npos || last + 1 < end.size())
         return false;
-    const std::string_view tail = text.substr(last + 1 - end.size(), end.size());
-    return std::equal(tail.begin(), tail.end(), end.begin(),
-                      [](char a, char b) { return (a >= 'a' && a <= 'z' ? a - 'a' + 'A' : a) == b; });
+    return ical::isName(text.substr(last + 1 - end.size(), end.size()), end);
 }
 
 void report(const FileJob &job, const std::string &message)

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -67,10 +66,10 @@ ReadStatus FileReader::readAll(int file, std::int64_t limit)
 {
     constexpr std::size_t part = 4 << 20;
     for (;;) {
-        if (m_length == m_capacity)
-            reserve(2 * m_capacity);
-        const std::size_t room = std::min(m_capacity - m_length, part);
-        const ssize_t count = ::read(file, m_memory.get() + m_length, room);
+        if (m_length == m_memory.size())
+            reserve(2 * m_length);
+        const std::size_t room = std::min(m_memory.size() - m_length, part);
+        const ssize_t count = ::read(file, m_memory.data() + m_length, room);
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
@@ -84,25 +83,17 @@ ReadStatus FileReader::readAll(int file, std::int64_t limit)
     }
 }
 
-void FileReader::reserve(std::size_t capacity)
+void FileReader::reserve(std::size_t size)
 {
-    if (capacity <= m_capacity)
-        return;
-    capacity = std::max<std::size_t>(capacity, 64 << 10);
-    std::unique_ptr<char[]> larger(new char[capacity]);
-    if (m_length > 0)
-        std::memcpy(larger.get(), m_memory.get(), m_length);
-    m_memory = std::move(larger);
-    m_capacity = capacity;
+    if (size > m_memory.size())
+        m_memory.resize(std::max<std::size_t>(size, 64 << 10));
 }
 
 void FileReader::trim()
 {
     constexpr std::size_t usual = 4 << 20;
-    if (m_capacity <= usual)
-        return;
-    m_memory.reset();
-    m_capacity = 0;
+    if (m_memory.size() > usual)
+        m_memory = {};
     m_length = 0;
 }
 

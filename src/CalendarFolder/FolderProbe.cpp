@@ -1,6 +1,6 @@
 #include "CalendarFolder/FolderProbe.h"
 
-#include "Calendar/CalendarLog.h"
+#include "Calendar/CalendarLoader.h"
 #include "CalendarFolder/FileReading.h"
 
 #include <atomic>

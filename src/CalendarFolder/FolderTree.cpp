@@ -1,7 +1,6 @@
 #include "CalendarFolder/FolderTree.h"
 
-#include "Calendar/CalendarColor.h"
-#include "Calendar/CalendarLog.h"
+#include "Calendar/CalendarLoader.h"
 #include "ICalendar/CalendarText.h"
 #include "Meetings/WhiteSpace.h"
 

@@ -1,6 +1,6 @@
 #include "CalendarFolder/FolderWatch.h"
 
-#include "Calendar/CalendarLog.h"
+#include "Calendar/CalendarLoader.h"
 
 #include <cerrno>
 #include <cstring>

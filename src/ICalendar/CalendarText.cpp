@@ -1,7 +1,6 @@
 #include "ICalendar/CalendarText.h"
 
 #include "ICalendar/ContentLine.h"
-#include "ICalendar/EventFields.h"
 #include "ICalendar/Series.h"
 
 #include <algorithm>

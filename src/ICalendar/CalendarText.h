@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ICalendar/CivilTime.h"
+#include "Meetings/Meeting.h"
 
 #include <QTimeZone>
 #include <cstdint>
@@ -10,8 +11,6 @@
 
 /// Reads iCalendar text (RFC 5545): which events it holds for some wanted days.
 namespace mivora::ical {
-
-using Timestamp = std::chrono::sys_time<std::chrono::duration<double>>;
 
 /// The days that are wanted, and the zone in which floating times and whole days are meant.
 struct EventWindow
@@ -31,18 +30,6 @@ struct TextProblem
     std::string message;
 };
 
-/// An attendee's answer (PARTSTAT).
-enum class ParticipantStatus {
-    unknown = 0,
-    pending = 1,
-    accepted = 2,
-    declined = 3,
-    tentative = 4,
-    delegated = 5,
-    completed = 6,
-    inProcess = 7
-};
-
 /// An attendee, with two e-mail addresses as `mailAddress()` writes them, either of which may be empty.
 struct Attendee
 {
@@ -50,7 +37,8 @@ struct Attendee
     std::string address;
     /// The EMAIL parameter (RFC 7986, 6.2), for calendar addresses that say nothing.
     std::string email;
-    ParticipantStatus status = ParticipantStatus::unknown;
+    /// PARTSTAT.
+    Participation answer = Participation::unknown;
 
     friend bool operator==(const Attendee &, const Attendee &) = default;
 };

@@ -1,6 +1,5 @@
-#include "ICalendar/EventFields.h"
-
 #include "ICalendar/ContentLine.h"
+#include "ICalendar/EventTimes.h"
 
 #include <algorithm>
 #include <array>
@@ -44,22 +43,14 @@ bool isForTalking(const ContentLine &conference)
     return isTalk;
 }
 
-ParticipantStatus statusOf(const ContentLine &attendee)
+Participation answerOf(const ContentLine &attendee)
 {
-    static constexpr std::pair<std::string_view, ParticipantStatus> names[] = {
-        {"", ParticipantStatus::pending},
-        {"NEEDS-ACTION", ParticipantStatus::pending},
-        {"ACCEPTED", ParticipantStatus::accepted},
-        {"DECLINED", ParticipantStatus::declined},
-        {"TENTATIVE", ParticipantStatus::tentative},
-        {"DELEGATED", ParticipantStatus::delegated},
-        {"COMPLETED", ParticipantStatus::completed},
-        {"IN-PROCESS", ParticipantStatus::inProcess},
-    };
-    const std::string_view text = attendee.parameter("PARTSTAT");
-    const auto *found = std::find_if(std::begin(names), std::end(names),
-                                     [&](const auto &name) { return isName(text, name.first); });
-    return found == std::end(names) ? ParticipantStatus::unknown : found->second;
+    const std::string_view answer = attendee.parameter("PARTSTAT");
+    if (isName(answer, "ACCEPTED"))
+        return Participation::accepted;
+    if (isName(answer, "DECLINED"))
+        return Participation::declined;
+    return isName(answer, "TENTATIVE") ? Participation::tentative : Participation::unknown;
 }
 
 /// Reads the lines of one VEVENT.
@@ -127,7 +118,7 @@ private:
     {
         if (!withoutBlanks(line.value).empty())
             m_event.attendees.push_back(
-                {mailAddress(line.value), mailAddress(line.parameter("EMAIL")), statusOf(line)});
+                {mailAddress(line.value), mailAddress(line.parameter("EMAIL")), answerOf(line)});
     }
 
     Occurrence &m_event;

@@ -1,6 +1,6 @@
 #include "Calendar/EventKitSource.h"
 
-#include "Calendar/CalendarColor.h"
+#include "Calendar/CalendarLoader.h"
 #include "Calendar/FakeEventStore.h"
 
 #include <gmock/gmock.h>

@@ -149,7 +149,7 @@ TEST(FolderDiscovery, isNotHeldUpByWhatIsBrokenOrHuge)
     EXPECT_TRUE(waitFor([&] { return !loaded.titles("2026-08-10T00:00:00Z").empty(); }));
     const std::string log = testing::internal::GetCapturedStderr();
     EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 2) << log; // the empty one too
-    EXPECT_THAT(log, testing::HasSubstr("bro\\x0a\\xc2\\x9b\\xe2\\x80\\xaeken.ics: line "));
+    EXPECT_THAT(log, testing::HasSubstr("bro   ken.ics: line "));
 }
 
 TEST(CalendarRoots, prefixesIdentifiersWithoutRegardToOtherRoots)

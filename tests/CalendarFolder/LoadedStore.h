@@ -9,17 +9,24 @@
 
 namespace mivora {
 
-/// A loaded store of calendar folders, by default for the days around 10 March 2026 in UTC.
+/// A loaded store, by default for the days around 10 March 2026 in UTC.
 class LoadedStore
 {
 public:
+    explicit LoadedStore(std::unique_ptr<CalendarLoader> loader)
+        : m_store(m_access, windowAround(at("2026-03-10T08:00:00Z"), QTimeZone::utc()),
+                  loadersOf(std::move(loader)))
+    {
+        waitFor([this] { return m_store.isLoaded(); }, patience);
+    }
+
+    /// Of the calendars in folders.
     explicit LoadedStore(const std::vector<std::string> &roots,
                          const std::vector<std::string> &addresses = {},
                          std::chrono::milliseconds halfWrittenTime = std::chrono::milliseconds(10))
-        : m_store(m_access, windowAround(at("2026-03-10T08:00:00Z"), QTimeZone::utc()),
-                  loadersFor(roots, addresses, halfWrittenTime))
+        : LoadedStore(std::make_unique<FolderLoader>(FolderLoader::Setup{
+              .roots = rootsAt(roots), .addresses = addresses, .halfWrittenTime = halfWrittenTime}))
     {
-        waitFor([this] { return m_store.isLoaded(); });
     }
 
     MemoryStore &store() { return m_store; }
@@ -30,32 +37,38 @@ public:
         return m_store.meetings(at(from), at(from) + Seconds(86400 * days), std::nullopt);
     }
 
-    std::vector<std::string> titles(const char *from = "2026-03-10T00:00:00Z")
+    std::vector<std::string> titles(const char *from = "2026-03-10T00:00:00Z", int days = 1)
     {
         std::vector<std::string> titles;
-        for (const auto &meeting : meetings(from))
+        for (const auto &meeting : meetings(from, days))
             titles.push_back(meeting->title);
         std::sort(titles.begin(), titles.end());
         return titles;
     }
 
-    bool waitForTitles(const std::vector<std::string> &wanted)
+    bool waitForTitles(const std::vector<std::string> &wanted, const char *from = "2026-03-10T00:00:00Z",
+                       int days = 1)
     {
-        return waitFor([&] { return titles() == wanted; }, std::chrono::seconds(5));
+        return waitFor([&] { return titles(from, days) == wanted; }, patience);
     }
 
+    /// Only what hangs takes longer.
+    static constexpr std::chrono::seconds patience{40};
+
 private:
-    static MemoryStore::Loaders loadersFor(const std::vector<std::string> &paths,
-                                           const std::vector<std::string> &addresses,
-                                           std::chrono::milliseconds halfWrittenTime)
+    static MemoryStore::Loaders loadersOf(std::unique_ptr<CalendarLoader> loader)
+    {
+        MemoryStore::Loaders loaders;
+        loaders.push_back(std::move(loader));
+        return loaders;
+    }
+
+    static std::vector<CalendarRoot> rootsAt(const std::vector<std::string> &paths)
     {
         std::vector<CalendarRoot> roots;
         for (const std::string &path : paths)
             roots.push_back({path, roots.empty() ? "" : path.substr(path.rfind('/') + 1) + ':'});
-        MemoryStore::Loaders loaders;
-        loaders.push_back(std::make_unique<FolderLoader>(
-            FolderLoader::Setup{.roots = roots, .addresses = addresses, .halfWrittenTime = halfWrittenTime}));
-        return loaders;
+        return roots;
     }
 
     AccessMemory m_access{QDir::temp().filePath(QStringLiteral("unused")), AccessMemory::Permission::given};

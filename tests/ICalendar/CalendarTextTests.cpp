@@ -58,11 +58,11 @@ TEST(CalendarText, attendeesAreKnownByTwoAddresses)
         "ATTENDEE;EMAIL=You@x.test;PARTSTAT=TENTATIVE:urn:uuid:1\n"
         "ATTENDEE;EMAIL=me@x.test:mailto:opaque-1@x.test\nATTENDEE:\n"
         "ATTENDEE;PARTSTAT=X-A:mailto:a%2Bb@x.test?subject=c\nATTENDEE;PARTSTAT=accepted:/principals/1\n");
-    const std::vector<Attendee> expected{{"me@x.test", "", ParticipantStatus::declined},
-                                         {"", "you@x.test", ParticipantStatus::tentative},
-                                         {"opaque-1@x.test", "me@x.test", ParticipantStatus::pending},
-                                         {"a+b@x.test", "", ParticipantStatus::unknown},
-                                         {"", "", ParticipantStatus::accepted}};
+    const std::vector<Attendee> expected{{"me@x.test", "", Participation::declined},
+                                         {"", "you@x.test", Participation::tentative},
+                                         {"opaque-1@x.test", "me@x.test", Participation::unknown},
+                                         {"a+b@x.test", "", Participation::unknown},
+                                         {"", "", Participation::accepted}};
     EXPECT_EQ(event.attendees, expected);
 }
 

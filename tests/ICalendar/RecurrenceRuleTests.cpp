@@ -108,6 +108,7 @@ TEST(RecurrenceRule, agreesWithLibicalOnRandomRules)
         const char *const names[] = {"DAILY", "WEEKLY", "MONTHLY", "YEARLY"};
         const int frequency = below(4);
         std::string rule = std::string("FREQ=") + names[frequency];
+        const auto has = [&](const char *part) { return rule.find(part) != rule.npos; };
         const auto add = [&](int chance, const std::string &part) {
             rule += below(chance) ? "" : ';' + part;
         };
@@ -117,16 +118,16 @@ TEST(RecurrenceRule, agreesWithLibicalOnRandomRules)
         add(3, "BYMONTH=" + list(1, 12, false));
         // Its daily rules miscount days from the end of the month; for days of the month alone, it takes the
         // month of the start where the RFC means every month.
-        if (frequency != 1 && (frequency != 3 || rule.find("BYMONTH") != rule.npos))
+        if (frequency != 1 && (frequency != 3 || has("BYMONTH")))
             add(3, "BYMONTHDAY=" + list(1, 31, frequency >= 2));
-        if (frequency == 3 && rule.find(";BY") == rule.npos)
+        if (frequency == 3 && !has(";BY"))
             add(2, "BYYEARDAY=" + list(1, 366, true));
         const int day = below(5), ordinal = below(2) ? 1 + below(5) : -1 - below(5);
         const std::string number = frequency >= 2 && below(2) ? std::to_string(ordinal) : "";
-        if (rule.find("BYYEARDAY") == rule.npos)
+        if (!has("BYYEARDAY"))
             add(3, "BYDAY=" + number + days[day] + ',' + number + days[day + 1 + below(2)]);
         // It counts the positions of days, not those of times.
-        if (frequency == 2 && rule.find("BYDAY") != rule.npos && below(2))
+        if (frequency == 2 && has("BYDAY") && below(2))
             rule += ";BYSETPOS=" + list(1, 4, true);
         else
             add(4, "BYHOUR=" + list(0, 23, false) + ";BYMINUTE=" + list(0, 59, false));
@@ -134,10 +135,9 @@ TEST(RecurrenceRule, agreesWithLibicalOnRandomRules)
         const LocalTime near = timeOf("20200101") + std::chrono::seconds(below(86'400 * 500));
         const auto matching = expanded(rule, near, {timeOf("20200101"), timeOf("20220101")}, 1);
         const LocalSpan span{timeOf("20220601") + hours(below(5'000)), timeOf("20230801")};
-        if (!matching.empty()) {
-            ASSERT_EQ(expanded(rule, matching[0], span), expandedByLibical(rule, matching[0], span))
-                << rule << " from " << textOf(matching[0]);
-        }
+        if (matching.empty())
+            continue;
+        ASSERT_EQ(expanded(rule, matching[0], span), expandedByLibical(rule, matching[0], span)) << rule;
     }
 }
 
