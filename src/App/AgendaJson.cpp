@@ -18,19 +18,14 @@ QJsonValue textOrNull(const std::optional<QString> &text)
     return text ? QJsonValue(*text) : QJsonValue(QJsonValue::Null);
 }
 
-QString qString(std::string_view text)
-{
-    return QString::fromUtf8(text.data(), qsizetype(text.size()));
-}
-
 QJsonValue urlOrNull(const std::optional<Url> &url)
 {
-    return url ? QJsonValue(qString(url->text())) : QJsonValue(QJsonValue::Null);
+    return url ? QJsonValue(QString::fromUtf8(url->text())) : QJsonValue(QJsonValue::Null);
 }
 
 QJsonValue idOrNull(const std::optional<Meeting> &meeting)
 {
-    return meeting ? QJsonValue(qString(meeting->id)) : QJsonValue(QJsonValue::Null);
+    return meeting ? QJsonValue(QString::fromUtf8(meeting->id)) : QJsonValue(QJsonValue::Null);
 }
 
 QString authorizationName(CalendarAuthorization authorization)
@@ -49,24 +44,24 @@ QString authorizationName(CalendarAuthorization authorization)
 QJsonObject meetingJson(const Meeting &meeting, const AgendaContext &context)
 {
     QJsonObject json{
-        {QStringLiteral("id"), qString(meeting.id)},
-        {QStringLiteral("title"), qString(meeting.title)},
+        {QStringLiteral("id"), QString::fromUtf8(meeting.id)},
+        {QStringLiteral("title"), QString::fromUtf8(meeting.title)},
         {QStringLiteral("start"), rfc3339(meeting.start, context.zone)},
         {QStringLiteral("end"), rfc3339(meeting.end, context.zone)},
-        {QStringLiteral("calendarID"), qString(meeting.calendarID)},
+        {QStringLiteral("calendarID"), QString::fromUtf8(meeting.calendarID)},
         {QStringLiteral("calendarColor"), meeting.calendarColor
-                                              ? QJsonValue(qString(meeting.calendarColor->hex()))
+                                              ? QJsonValue(QString::fromUtf8(meeting.calendarColor->hex()))
                                               : QJsonValue(QJsonValue::Null)},
         {QStringLiteral("isAllDay"), meeting.isAllDay},
-        {QStringLiteral("participation"), qString(participationName(meeting.participation))},
+        {QStringLiteral("participation"), QString::fromUtf8(participationName(meeting.participation))},
         {QStringLiteral("attendeeCount"), qint64(meeting.attendeeCount)},
         {QStringLiteral("joinLink"), QJsonValue::Null},
         {QStringLiteral("linkToOpen"), QJsonValue::Null},
     };
     if (meeting.joinLink) {
         json[QStringLiteral("joinLink")] = joinLinkJson(*meeting.joinLink);
-        json[QStringLiteral("linkToOpen")] =
-            qString(linkToOpen(*meeting.joinLink, context.prefs.browserServices(), context.installed).text());
+        json[QStringLiteral("linkToOpen")] = QString::fromUtf8(
+            linkToOpen(*meeting.joinLink, context.prefs.browserServices(), context.installed).text());
     }
     return json;
 }
@@ -121,8 +116,8 @@ QJsonValue panelJson(const AgendaContext &context)
 
 QJsonObject joinLinkJson(const JoinLink &link)
 {
-    return {{QStringLiteral("service"), qString(rawValue(link.service))},
-            {QStringLiteral("webURL"), qString(link.webURL.text())},
+    return {{QStringLiteral("service"), QString::fromUtf8(rawValue(link.service))},
+            {QStringLiteral("webURL"), QString::fromUtf8(link.webURL.text())},
             {QStringLiteral("nativeURL"), urlOrNull(link.nativeURL)}};
 }
 

@@ -2,6 +2,7 @@
 
 #include "App/commands/Output.h"
 #include "App/commands/Rfc3339.h"
+#include "MeetingTexts/LocalDay.h"
 #include "MeetingTexts/MeetingTexts.h"
 #include "MeetingTexts/TitleText.h"
 #include "Meetings/Color.h"
@@ -34,28 +35,6 @@ struct Row
     QString title;
     QString note;
     QString colour;
-};
-
-/// Builds the lines; knows nothing of what they mean.
-class TableWriter
-{
-public:
-    explicit TableWriter(const TableStyle &style) : m_style(style) {}
-
-    void heading(const QString &text) { m_text += styled(QStringLiteral("1"), text) + QLatin1Char('\n'); }
-
-    void line(const QString &text) { m_text += text + QLatin1Char('\n'); }
-
-    void rows(const QList<Row> &rows, const QString &nextID);
-
-    std::string text() const { return m_text.toStdString(); }
-
-private:
-    QString styled(const QString &code, const QString &text) const;
-    QString swatch(const QString &hex) const;
-
-    TableStyle m_style;
-    QString m_text;
 };
 
 /// The columns that a terminal draws `text` in. Qt has seen to a locale of UTF-8.
@@ -94,44 +73,43 @@ int widest(const QList<Row> &rows, QString Row::*column)
     return width;
 }
 
-void TableWriter::rows(const QList<Row> &rows, const QString &nextID)
+QString styled(const TableStyle &style, const char *code, const QString &text)
+{
+    return style.colours ? QStringLiteral("\033[%1m%2\033[0m").arg(QLatin1String(code), text) : text;
+}
+
+/// The calendar's colour, as wide for every row.
+QString swatch(const TableStyle &style, const QString &hex)
+{
+    const auto colour = Color::fromHex(hex.toStdString());
+    if (!style.colours || !colour)
+        return style.colours ? QStringLiteral("  ") : QString();
+    return QStringLiteral("\033[38;2;%1;%2;%3m▍\033[0m ")
+        .arg(colour->red)
+        .arg(colour->green)
+        .arg(colour->blue);
+}
+
+/// A line for each meeting; `nextID` is that of the one to mark.
+QString linesOf(const QList<Row> &rows, const QString &nextID, const TableStyle &style)
 {
     const int timeWidth = widest(rows, &Row::time);
     const int noteWidth = widest(rows, &Row::note);
-    const int limit = m_style.width > 0 ? std::max(10, m_style.width - timeWidth - noteWidth - 8) : 60;
+    const int limit = style.width > 0 ? std::max(10, style.width - timeWidth - noteWidth - 8) : 60;
     const int titleWidth = std::min(limit, widest(rows, &Row::title));
     // The same meeting in two calendars has one id: one row is marked all the same.
     const auto next =
         std::ranges::find_if(rows, [&](const Row &row) { return !nextID.isEmpty() && row.id == nextID; });
-    for (const Row &row : rows) {
-        const bool isNext = next != rows.end() && &row == &*next;
-        const QString title = padded(shortened(row.title, titleWidth), row.note.isEmpty() ? 0 : titleWidth);
-        QString text = (isNext ? QStringLiteral("→ ") : QStringLiteral("  ")) + padded(row.time, timeWidth) +
-                       QStringLiteral("  ") + swatch(row.colour) +
-                       styled(isNext ? QStringLiteral("1") : QString(), title);
-        if (!row.note.isEmpty())
-            text += QStringLiteral("  ") + styled(QStringLiteral("2"), row.note);
-        line(text);
+    QString text;
+    for (auto row = rows.begin(); row != rows.end(); ++row) {
+        const QString title = padded(shortened(row->title, titleWidth), row->note.isEmpty() ? 0 : titleWidth);
+        text += (row == next ? QStringLiteral("→ ") : QStringLiteral("  ")) + padded(row->time, timeWidth) +
+                QStringLiteral("  ") + swatch(style, row->colour) +
+                (row == next ? styled(style, "1", title) : title) +
+                (row->note.isEmpty() ? QString() : QStringLiteral("  ") + styled(style, "2", row->note)) +
+                QLatin1Char('\n');
     }
-}
-
-QString TableWriter::styled(const QString &code, const QString &text) const
-{
-    if (!m_style.colours || code.isEmpty())
-        return text;
-    return QStringLiteral("\033[%1m%2\033[0m").arg(code, text);
-}
-
-QString TableWriter::swatch(const QString &hex) const
-{
-    if (!m_style.colours)
-        return {};
-    const auto colour = Color::fromHex(hex.toStdString());
-    if (!colour)
-        return QStringLiteral("  ");
-    return styled(QStringLiteral("38;2;%1;%2;%3").arg(colour->red).arg(colour->green).arg(colour->blue),
-                  QStringLiteral("▍")) +
-           QLatin1Char(' ');
+    return text;
 }
 
 QString clock(const QJsonValue &time, const QTimeZone &zone)
@@ -166,10 +144,7 @@ QList<Row> rowsOf(const QJsonValue &meetings, const QTimeZone &zone)
 QString dayOf(const QJsonObject &agenda, const QTimeZone &zone)
 {
     const auto now = timestampFromRfc3339(agenda.value(QLatin1String("now")).toString().toStdString());
-    if (!now)
-        return {};
-    const auto date = QDateTime::fromSecsSinceEpoch(qint64(secondsSinceEpoch(*now)), zone).date();
-    return QLocale::system().toString(date, QLocale::LongFormat);
+    return now ? QLocale::system().toString(localTime(*now, zone).date(), QLocale::LongFormat) : QString();
 }
 
 QString linkOfNext(const QJsonObject &agenda)
@@ -197,31 +172,26 @@ TableStyle TableStyle::forStandardOutput()
     return style;
 }
 
-std::string agendaTable(const QJsonObject &agenda, const QTimeZone &zone, const TableStyle &style)
+QString agendaTable(const QJsonObject &agenda, const QTimeZone &zone, const TableStyle &style)
 {
-    TableWriter writer(style);
-    const QString nextID = agenda.value(QLatin1String("next")).toString();
     const auto today = rowsOf(agenda.value(QLatin1String("today")), zone);
     const auto tomorrow = rowsOf(agenda.value(QLatin1String("tomorrow")), zone);
-
-    writer.heading(dayOf(agenda, zone));
+    QString text = styled(style, "1", dayOf(agenda, zone)) + QLatin1Char('\n');
     if (today.isEmpty())
-        writer.line(QStringLiteral("  ") + Agenda::tr("No more meetings today"));
-    writer.rows(today, nextID);
-    if (!tomorrow.isEmpty()) {
-        writer.heading(Agenda::tr("Tomorrow"));
-        writer.rows(tomorrow, {});
-    }
+        text += QStringLiteral("  ") + Agenda::tr("No more meetings today") + QLatin1Char('\n');
+    text += linesOf(today, agenda.value(QLatin1String("next")).toString(), style);
+    if (!tomorrow.isEmpty())
+        text += styled(style, "1", Agenda::tr("Tomorrow")) + QLatin1Char('\n') + linesOf(tomorrow, {}, style);
     const QString title =
         agenda.value(QLatin1String("statusItem")).toObject().value(QLatin1String("title")).toString();
     if (!title.isEmpty()) {
         const QString link = linkOfNext(agenda);
-        writer.line(QString());
-        writer.line(Agenda::tr("Next: %1").arg(singleLine(title).trimmed()));
+        text +=
+            QLatin1Char('\n') + Agenda::tr("Next: %1").arg(singleLine(title).trimmed()) + QLatin1Char('\n');
         if (!link.isEmpty())
-            writer.line(Agenda::tr("Join: %1").arg(link));
+            text += Agenda::tr("Join: %1").arg(link) + QLatin1Char('\n');
     }
-    return writer.text();
+    return text;
 }
 
 } // namespace mivora

@@ -2,7 +2,6 @@
 
 #include <QJsonObject>
 #include <QTimeZone>
-#include <string>
 
 namespace mivora {
 
@@ -19,6 +18,6 @@ struct TableStyle
 };
 
 /// The agenda, given as the JSON object that `mivora agenda --json` prints, as a table for people.
-std::string agendaTable(const QJsonObject &agenda, const QTimeZone &zone, const TableStyle &style);
+QString agendaTable(const QJsonObject &agenda, const QTimeZone &zone, const TableStyle &style);
 
 } // namespace mivora

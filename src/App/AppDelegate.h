@@ -2,7 +2,6 @@
 
 #include "App/BusCommand.h"
 #include "App/MeetingCommands.h"
-#include "App/WorkspaceInstalledApps.h"
 #include "Calendar/EventKitSource.h"
 #include "JoinPanel/JoinPanelController.h"
 #include "KeloPanel/ToastController.h"

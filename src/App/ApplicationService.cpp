@@ -23,33 +23,57 @@ QString textOf(const QJsonObject &agenda)
 
 } // namespace
 
-/// org.freedesktop.Application, as the Desktop Entry Specification describes it.
+/// org.freedesktop.Application, as the Desktop Entry Specification describes it ("D-Bus activation").
 class ApplicationAdaptor final : public QDBusAbstractAdaptor
 {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
-    explicit ApplicationAdaptor(ApplicationService *service)
-        : QDBusAbstractAdaptor(service), m_service(service)
+    ApplicationAdaptor(QObject *service, const QDBusConnection &bus, AppDelegate &delegate,
+                       StartedBy startedBy)
+        : QDBusAbstractAdaptor(service), m_bus(bus), m_delegate(delegate),
+          m_isStartExpected(startedBy == StartedBy::sessionBus)
     {
     }
 
 public Q_SLOTS:
 
-    void Activate(const QVariantMap &) { m_service->activate(); }
+    void Activate(const QVariantMap &)
+    {
+        if (!std::exchange(m_isStartExpected, false))
+            m_delegate.reopen();
+    }
 
     /// Mivora opens no documents: being asked to is being started again.
-    void Open(const QStringList &, const QVariantMap &) { m_service->activate(); }
+    void Open(const QStringList &, const QVariantMap &options) { Activate(options); }
 
     void ActivateAction(const QString &action, const QVariantList &parameters, const QVariantMap &,
                         const QDBusMessage &call)
     {
-        m_service->perform(action, parameters.isEmpty() ? QString() : parameters.first().toString(), call);
+        m_isStartExpected = false;
+        call.setDelayedReply(true);
+        auto *caller = new QDBusServiceWatcher(this);
+        // One that wants no answer may be gone before the command is performed.
+        if (call.isReplyRequired()) {
+            caller->setConnection(m_bus);
+            caller->setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
+            caller->addWatchedService(call.service());
+            connect(caller, &QDBusServiceWatcher::serviceUnregistered, caller, &QObject::deleteLater);
+        }
+        const auto answer = [bus = m_bus, call, caller](const CommandResult &result) {
+            bus.send(result.isDone() ? call.createReply()
+                                     : call.createErrorReply(QLatin1String(couldNotError), result.failure));
+            caller->deleteLater();
+        };
+        m_delegate.perform({action, parameters.value(0).toString(), caller, answer});
     }
 
 private:
-    ApplicationService *m_service;
+    QDBusConnection m_bus;
+    AppDelegate &m_delegate;
+    /// The bus activates what it has started: that is the start itself, and brings no settings up.
+    bool m_isStartExpected;
 };
 
 /// The agenda and its change signal, for the command line and status bars.
@@ -59,25 +83,50 @@ class AgendaAdaptor final : public QDBusAbstractAdaptor
     Q_CLASSINFO("D-Bus Interface", "app.kelo.Mivora.Agenda")
 
 public:
-    explicit AgendaAdaptor(ApplicationService *service) : QDBusAbstractAdaptor(service), m_service(service) {}
+    AgendaAdaptor(QObject *service, AppDelegate &delegate)
+        : QDBusAbstractAdaptor(service), m_delegate(delegate)
+    {
+        connect(&delegate, &AppDelegate::refreshed, this, &AgendaAdaptor::announce);
+    }
 
 public Q_SLOTS:
 
-    QString Agenda() { return m_service->followedAgenda(); }
+    QString Agenda()
+    {
+        const QJsonObject agenda = m_delegate.agenda();
+        // The others have yet to be told of what is new in it.
+        if (m_announced.isEmpty())
+            m_announced = agenda;
+        return textOf(agenda);
+    }
 
 Q_SIGNALS:
     void AgendaChanged(const QString &agenda);
 
 private:
-    ApplicationService *m_service;
+    /// Tells listeners when the agenda is another one than at the last call; the time alone doesn't count.
+    /// Nothing is made or sent until somebody on the bus has asked for the agenda.
+    void announce()
+    {
+        if (m_announced.isEmpty())
+            return;
+        QJsonObject agenda = m_delegate.agenda();
+        if (!showsChange(m_announced, agenda))
+            return;
+        m_announced = std::move(agenda);
+        Q_EMIT AgendaChanged(textOf(m_announced));
+    }
+
+    AppDelegate &m_delegate;
+    /// What those that asked know; empty while nobody has.
+    QJsonObject m_announced;
 };
 
 ApplicationService::ApplicationService(QDBusConnection bus, AppDelegate &delegate, StartedBy startedBy)
-    : m_bus(std::move(bus)), m_delegate(delegate), m_isStartExpected(startedBy == StartedBy::sessionBus)
+    : m_bus(std::move(bus))
 {
-    connect(&delegate, &AppDelegate::refreshed, this, &ApplicationService::announceAgenda);
-    new ApplicationAdaptor(this);
-    m_agenda = new AgendaAdaptor(this);
+    new ApplicationAdaptor(this, m_bus, delegate, startedBy);
+    new AgendaAdaptor(this, delegate);
     if (!m_bus.isConnected()) {
         tellNoBus();
         return;
@@ -107,52 +156,6 @@ void ApplicationService::tellNoBus()
     writeToSystemLog(
         QStringLiteral("Mivora: there is no session bus: no status area but an XEmbed tray shows the "
                        "icon, and no command reaches this program"));
-}
-
-void ApplicationService::activate()
-{
-    if (!std::exchange(m_isStartExpected, false))
-        m_delegate.reopen();
-}
-
-void ApplicationService::perform(const QString &action, const QString &argument, const QDBusMessage &call)
-{
-    m_isStartExpected = false;
-    call.setDelayedReply(true);
-    auto *caller = new QDBusServiceWatcher(this);
-    // One that wants no answer may be gone before the command is performed.
-    if (call.isReplyRequired()) {
-        caller->setConnection(m_bus);
-        caller->setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
-        caller->addWatchedService(call.service());
-        connect(caller, &QDBusServiceWatcher::serviceUnregistered, caller, &QObject::deleteLater);
-    }
-    const auto answer = [bus = m_bus, call, caller](const CommandResult &result) {
-        bus.send(result.isDone() ? call.createReply()
-                                 : call.createErrorReply(QLatin1String(couldNotError), result.failure));
-        caller->deleteLater();
-    };
-    m_delegate.perform({action, argument, caller, answer});
-}
-
-QString ApplicationService::followedAgenda()
-{
-    const QJsonObject agenda = m_delegate.agenda();
-    // The others have yet to be told of what is new in it.
-    if (m_announced.isEmpty())
-        m_announced = agenda;
-    return textOf(agenda);
-}
-
-void ApplicationService::announceAgenda()
-{
-    if (m_announced.isEmpty())
-        return;
-    QJsonObject agenda = m_delegate.agenda();
-    if (!showsChange(m_announced, agenda))
-        return;
-    m_announced = std::move(agenda);
-    Q_EMIT m_agenda->AgendaChanged(textOf(m_announced));
 }
 
 } // namespace mivora

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QDBusConnection>
-#include <QJsonObject>
 #include <QObject>
 
 namespace mivora {
@@ -18,13 +17,12 @@ inline constexpr const char *couldNotError = "app.kelo.Mivora.Error.CouldNot";
 /// alone on.
 bool claimApplicationName(const QDBusConnection &bus);
 
-class AgendaAdaptor;
 class AppDelegate;
 enum class StartedBy;
 
-/// The running program on the session bus: org.freedesktop.Application (Desktop Entry Specification, "D-Bus
-/// activation") and the agenda with its change signal. The system log is told when there is no bus, and when
-/// it goes: the program runs on with its panel and its shortcut, but nobody reaches it any more.
+/// The running program on the session bus: org.freedesktop.Application and the agenda with its change signal.
+/// The system log is told when there is no bus, and when it goes: the program runs on with its panel and its
+/// shortcut, but nobody reaches it any more.
 class ApplicationService final : public QObject
 {
     Q_OBJECT
@@ -38,23 +36,7 @@ private Q_SLOTS:
     void tellNoBus();
 
 private:
-    friend class ApplicationAdaptor;
-    friend class AgendaAdaptor;
-
-    void activate();
-    void perform(const QString &action, const QString &argument, const QDBusMessage &call);
-    QString followedAgenda();
-    /// Tells listeners when the agenda is another one than at the last call; the time alone doesn't
-    /// count. Nothing is made or sent until somebody on the bus has asked for the agenda.
-    void announceAgenda();
-
     QDBusConnection m_bus;
-    AppDelegate &m_delegate;
-    /// The bus activates what it has started: that is the start itself, and brings no settings up.
-    bool m_isStartExpected;
-    AgendaAdaptor *m_agenda = nullptr;
-    /// What those that asked know; empty while nobody has.
-    QJsonObject m_announced;
 };
 
 } // namespace mivora

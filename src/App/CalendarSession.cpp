@@ -1,12 +1,12 @@
 #include "App/CalendarSession.h"
 
 #include "App/AgendaJson.h"
-#include "App/CalendarStores.h"
 #include "App/MakeUpdater.h"
+#include "Calendar/MemoryStore.h"
+#include "CalendarEds/DesktopLoader.h"
+#include "CalendarFolder/FolderLoader.h"
 #include "MeetingTexts/LocalDay.h"
-#include "Platform/linux/GioWorkspace.h"
-#include "Platform/linux/LinuxPlatform.h"
-#include "Platform/linux/XdgLoginItem.h"
+#include "Preferences/Settings.h"
 
 #include <QTimer>
 
@@ -19,41 +19,54 @@ class SessionClock final : public Clock
 {
 public:
     explicit SessionClock(const SessionOptions &options)
-        : m_begun(SystemClock().now()), m_start(options.at.value_or(m_begun)), m_time(options.time)
+        : m_begun(SystemClock().now()), m_start(options.at.value_or(m_begun)), m_passes(options.timePasses)
     {
     }
 
-    Timestamp now() const override
-    {
-        return m_time == SessionOptions::Time::stands ? m_start : m_start + (SystemClock().now() - m_begun);
-    }
+    Timestamp now() const override { return m_passes ? m_start + (SystemClock().now() - m_begun) : m_start; }
 
 private:
     Timestamp m_begun;
     Timestamp m_start;
-    SessionOptions::Time m_time;
+    bool m_passes;
 };
+
+std::vector<std::string> ownAddresses(const DefaultsStore &defaults)
+{
+    std::vector<std::string> addresses;
+    for (const QString &address : storedList(defaults, settingsKey::addresses))
+        addresses.push_back(address.toStdString());
+    return addresses;
+}
 
 } // namespace
 
+std::unique_ptr<EventStore> makeCalendarStore(const StoreOptions &options, const DefaultsStore &defaults,
+                                              AccessMemory &access)
+{
+    const std::vector<std::string> addresses = ownAddresses(defaults);
+    MemoryStore::Loaders loaders;
+    loaders.push_back(std::make_unique<FolderLoader>(
+        FolderLoader::Setup{.roots = calendarRoots(options.folders), .addresses = addresses}));
+    if (options.folders.empty() && qEnvironmentVariable("MIVORA_EDS") != QLatin1String("none"))
+        loaders.push_back(std::make_unique<DesktopLoader>(
+            DesktopLoader::Setup{.bus = QDBusConnection::sessionBus(), .addresses = addresses}));
+    return std::make_unique<MemoryStore>(access, windowAround(options.now, options.zone), std::move(loaders));
+}
+
 CalendarSession::CalendarSession(const SessionOptions &options)
     : m_zone(userTimeZone()), m_clock(std::make_unique<SessionClock>(options)),
-      m_defaults(makeLinuxDefaultsStore()),
-      m_loginItem(std::make_unique<XdgLoginItem>(XdgLoginItem::Places::ofThisProcess())),
-      m_workspace(std::make_unique<GioWorkspace>()), m_installed(*m_workspace),
-      m_prefs(std::make_unique<Preferences>(*m_defaults, *m_loginItem)),
       m_access(AccessMemory::defaultPath(), options.folders.empty() ? AccessMemory::Permission::remembered
-                                                                    : AccessMemory::Permission::given)
+                                                                    : AccessMemory::Permission::given),
+      m_source(makeCalendarStore({.folders = options.folders, .now = m_clock->now(), .zone = m_zone},
+                                 m_defaults, m_access))
 {
-    const StoreOptions stores{.folders = options.folders, .now = m_clock->now(), .zone = m_zone};
-    m_source = std::make_unique<EventKitSource>(makeCalendarStore(stores, *m_defaults, m_access));
-    m_scheduler = std::make_unique<Scheduler>(*m_source, *m_prefs, *m_clock);
-    m_scheduler->setTimeZone(m_zone);
+    m_scheduler.setTimeZone(m_zone);
 }
 
 void CalendarSession::whenLoaded(std::function<void(bool)> then)
 {
-    EventStore &store = m_source->store();
+    EventStore &store = m_source.store();
     // Both wake-ups go with it: what comes first is the last.
     auto *wait = new QTimer(this);
     wait->setSingleShot(true);
@@ -63,7 +76,7 @@ void CalendarSession::whenLoaded(std::function<void(bool)> then)
         wait->disconnect();
         store.disconnect(wait);
         wait->deleteLater();
-        m_scheduler->refresh();
+        m_scheduler.refresh();
         then(store.isLoaded());
     };
     connect(wait, &QTimer::timeout, wait, check);
@@ -74,16 +87,16 @@ void CalendarSession::whenLoaded(std::function<void(bool)> then)
 void CalendarSession::updateTimeZone()
 {
     m_zone = userTimeZone();
-    m_source->store().setTimeZone(m_zone);
-    m_scheduler->setTimeZone(m_zone);
+    m_source.store().setTimeZone(m_zone);
+    m_scheduler.setTimeZone(m_zone);
 }
 
 QJsonObject CalendarSession::agenda() const
 {
-    const auto &combo = m_prefs->joinHotKey();
-    return agendaJson({.scheduler = *m_scheduler,
-                       .source = *m_source,
-                       .prefs = *m_prefs,
+    const auto &combo = m_prefs.joinHotKey();
+    return agendaJson({.scheduler = m_scheduler,
+                       .source = m_source,
+                       .prefs = m_prefs,
                        .installed = m_installed,
                        .now = m_clock->now(),
                        .zone = m_zone,

@@ -1,21 +1,34 @@
 #pragma once
 
-#include "App/WorkspaceInstalledApps.h"
+#include "App/MeetingCommands.h"
 #include "Calendar/AccessMemory.h"
 #include "Calendar/EventKitSource.h"
-#include "Platform/DefaultsStore.h"
-#include "Platform/LoginItem.h"
+#include "Platform/linux/GioWorkspace.h"
+#include "Platform/linux/XdgLoginItem.h"
 #include "Preferences/Preferences.h"
 #include "Scheduling/Clock.h"
 #include "Scheduling/Scheduler.h"
 
 #include <QJsonObject>
-#include <QObject>
 #include <QTimeZone>
-#include <functional>
-#include <memory>
 
 namespace mivora {
+
+/// Which calendars are read.
+struct StoreOptions
+{
+    /// Folders in place of the user's own calendars; empty for these.
+    std::vector<std::string> folders;
+    /// The days around this time are loaded first.
+    Timestamp now{};
+    QTimeZone zone;
+};
+
+/// All of the user's calendars as one store: the folders of iCalendar files and what the desktop keeps,
+/// unless $MIVORA_EDS is "none". The user's addresses come from the key "addresses" of `defaults`. `access`
+/// must outlive the store.
+std::unique_ptr<EventStore> makeCalendarStore(const StoreOptions &options, const DefaultsStore &defaults,
+                                              AccessMemory &access);
 
 /// What a command sees the calendars with.
 struct SessionOptions
@@ -25,8 +38,10 @@ struct SessionOptions
     /// The time that is shown at first; the system's when absent.
     std::optional<Timestamp> at;
     /// Whether time goes on from there.
-    enum class Time { stands, passes };
-    Time time = Time::stands;
+    bool timePasses = false;
+
+    /// Whether the running program shows the same.
+    bool isOwnDay() const { return folders.empty() && !at; }
 };
 
 /// The core of the program without a desktop around it: calendars, settings and scheduler, for commands. It
@@ -48,11 +63,11 @@ public:
     /// The agenda as it is now, in its public JSON form.
     QJsonObject agenda() const;
 
-    Preferences &prefs() { return *m_prefs; }
+    Preferences &prefs() { return m_prefs; }
 
-    EventKitSource &source() { return *m_source; }
+    EventKitSource &source() { return m_source; }
 
-    Scheduler &scheduler() { return *m_scheduler; }
+    Scheduler &scheduler() { return m_scheduler; }
 
     const Clock &clock() const { return *m_clock; }
 
@@ -61,14 +76,14 @@ public:
 private:
     QTimeZone m_zone;
     std::unique_ptr<Clock> m_clock;
-    std::unique_ptr<DefaultsStore> m_defaults;
-    std::unique_ptr<LoginItem> m_loginItem;
-    std::unique_ptr<Workspace> m_workspace;
-    WorkspaceInstalledApps m_installed;
-    std::unique_ptr<Preferences> m_prefs;
+    JsonDefaultsStore m_defaults;
+    XdgLoginItem m_loginItem{XdgLoginItem::Places::ofThisProcess()};
+    GioWorkspace m_workspace;
+    WorkspaceInstalledApps m_installed{m_workspace};
+    Preferences m_prefs{m_defaults, m_loginItem};
     AccessMemory m_access;
-    std::unique_ptr<EventKitSource> m_source;
-    std::unique_ptr<Scheduler> m_scheduler;
+    EventKitSource m_source;
+    Scheduler m_scheduler{m_source, m_prefs, *m_clock};
 };
 
 } // namespace mivora

@@ -1,13 +1,30 @@
 #include "App/MeetingCommands.h"
 
 #include "MeetingTexts/MeetingTexts.h"
-#include "Meetings/JoinLink.h"
 #include "Preferences/Preferences.h"
 #include "Scheduling/Scheduler.h"
 
 #include <QPointer>
 
 namespace mivora {
+
+bool WorkspaceInstalledApps::isInstalled(Service service) const
+{
+    switch (service) {
+    case Service::zoom:
+        return m_workspace.hasHandler(QStringLiteral("zoommtg"));
+    case Service::teams:
+        return m_workspace.hasHandler(QStringLiteral("msteams"));
+    case Service::facetime:
+        // The app's link is the web link itself: whatever opens it is right.
+        return true;
+    case Service::meet:
+    case Service::webex:
+    case Service::other:
+        return false;
+    }
+    return false;
+}
 
 MeetingCommands::MeetingCommands(Scheduler &scheduler, const Preferences &prefs,
                                  const InstalledApps &installed, Workspace &workspace, Pasteboard &pasteboard)

@@ -10,9 +10,21 @@
 
 namespace mivora {
 
-class InstalledApps;
 class Preferences;
 class Scheduler;
+
+/// Asks the desktop which meeting apps are installed, anew at every question.
+class WorkspaceInstalledApps final : public InstalledApps
+{
+public:
+    /// `workspace` must outlive this.
+    explicit WorkspaceInstalledApps(const Workspace &workspace) : m_workspace(workspace) {}
+
+    bool isInstalled(Service service) const override;
+
+private:
+    const Workspace &m_workspace;
+};
 
 /// What the user can do with a meeting. Main thread only; everything given must outlive it.
 class MeetingCommands final : public QObject

@@ -2,12 +2,14 @@
 
 #include "App/AppDelegate.h"
 #include "App/ApplicationService.h"
-#include "App/CalendarStores.h"
+#include "App/CalendarSession.h"
 #include "App/RunningInstance.h"
 #include "App/commands/Output.h"
 #include "KeloHotkey/HotKeyServices.h"
 #include "MeetingTexts/LocalDay.h"
-#include "Platform/linux/LinuxPlatform.h"
+#include "Platform/linux/ClipboardPasteboard.h"
+#include "Platform/linux/LinuxSystemEvents.h"
+#include "Platform/linux/PortalLoginItem.h"
 #include "Platform/linux/TerminationSignals.h"
 #include "Translations/InstallTranslations.h"
 
@@ -86,7 +88,12 @@ private:
 
 int run(StartedBy startedBy)
 {
-    const LinuxPlatform platform = makeLinuxPlatform();
+    JsonDefaultsStore defaults;
+    const std::unique_ptr<LoginItem> loginItem = makeLoginItem();
+    GioWorkspace workspace;
+    ClipboardPasteboard pasteboard;
+    // Without a system bus there are only fewer events.
+    LinuxSystemEvents systemEvents(LinuxSystemEvents::Sources::ofTheSystem(QDBusConnection::systemBus()));
     const SystemClock clock;
     const auto hotKeys = kelo::makeHotKeyService(
         {.name = QStringLiteral("join-next-meeting"),
@@ -94,17 +101,17 @@ int run(StartedBy startedBy)
          .command = QStringLiteral("mivora join")});
     AccessMemory access;
     const QDBusConnection bus = QDBusConnection::sessionBus();
-    auto store = makeCalendarStore({.folders = {}, .now = clock.now(), .zone = userTimeZone()},
-                                   *platform.defaults, access);
-    AppDelegate delegate({.workspace = *platform.workspace,
-                          .pasteboard = *platform.pasteboard,
-                          .loginItem = *platform.loginItem,
-                          .defaults = *platform.defaults,
-                          .systemEvents = *platform.systemEvents,
-                          .hotKeys = *hotKeys,
-                          .clock = clock,
-                          .bus = bus,
-                          .store = std::move(store)});
+    AppDelegate delegate(
+        {.workspace = workspace,
+         .pasteboard = pasteboard,
+         .loginItem = *loginItem,
+         .defaults = defaults,
+         .systemEvents = systemEvents,
+         .hotKeys = *hotKeys,
+         .clock = clock,
+         .bus = bus,
+         .store = makeCalendarStore({.folders = {}, .now = clock.now(), .zone = userTimeZone()}, defaults,
+                                    access)});
     const ApplicationService service(bus, delegate, startedBy);
     delegate.launch();
     return QGuiApplication::exec();

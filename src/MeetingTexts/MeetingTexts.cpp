@@ -1,9 +1,10 @@
 #include "MeetingTexts/MeetingTexts.h"
 
 #include "MeetingTexts/LocalDay.h"
-#include "Meetings/Countdown.h"
 
 #include <QCoreApplication>
+#include <algorithm>
+#include <cmath>
 
 namespace mivora {
 
@@ -15,36 +16,64 @@ struct CountdownTexts
     Q_DECLARE_TR_FUNCTIONS(Countdown)
 };
 
+constexpr double secondsPerMinute = 60;
+
+/// The whole hours of a time, and the minutes below them.
+struct Countdown
+{
+    qint64 hours = 0;
+    qint64 minutes = 0;
+};
+
+/// Minutes are rounded up, from one whole minute on; nothing when less is left.
+std::optional<Countdown> countdown(Seconds left)
+{
+    // Far beyond any date, and every whole number up to it is exact.
+    constexpr double mostMinutes = 1e15;
+    // Written so that a value that is not a number is now, too.
+    if (!(left.count() >= secondsPerMinute))
+        return std::nullopt;
+    const auto minutes = qint64(std::min(std::ceil(left.count() / secondsPerMinute), mostMinutes));
+    return Countdown{minutes / 60, minutes % 60};
+}
+
 } // namespace
 
 QString countdownText(Seconds left)
 {
-    const Countdown time = countdown(left);
-    if (time.isNow())
+    const auto time = countdown(left);
+    if (!time)
         return CountdownTexts::tr("now");
-    if (time.hours == 0)
-        return CountdownTexts::tr("%1m").arg(time.minutes);
-    if (time.minutes == 0)
-        return CountdownTexts::tr("%1h").arg(time.hours);
-    return CountdownTexts::tr("%1h %2m").arg(time.hours).arg(time.minutes);
+    if (time->hours == 0)
+        return CountdownTexts::tr("%1m").arg(time->minutes);
+    if (time->minutes == 0)
+        return CountdownTexts::tr("%1h").arg(time->hours);
+    return CountdownTexts::tr("%1h %2m").arg(time->hours).arg(time->minutes);
 }
 
 QString shortCountdownText(Seconds left)
 {
-    const Countdown time = countdown(left);
-    if (time.isNow())
+    const auto time = countdown(left);
+    if (!time)
         return CountdownTexts::tr("now", "in a small icon");
-    return time.hours == 0
-               ? CountdownTexts::tr("%1m", "in a small icon").arg(time.minutes)
-               : CountdownTexts::tr("%1h", "in a small icon").arg(time.hours + (time.minutes >= 30 ? 1 : 0));
+    return time->hours == 0 ? CountdownTexts::tr("%1m", "in a small icon").arg(time->minutes)
+                            : CountdownTexts::tr("%1h", "in a small icon")
+                                  .arg(time->hours + (time->minutes >= 30 ? 1 : 0));
+}
+
+Seconds untilNextMinute(Seconds left)
+{
+    // At the whole minute itself the old number still holds.
+    constexpr double margin = 0.001;
+    const double rest = std::fmod(left.count() + margin, secondsPerMinute);
+    return Seconds(rest > 0 ? rest : rest + secondsPerMinute);
 }
 
 QString serviceName(Service service)
 {
     if (service == Service::other)
         return QCoreApplication::translate("Service", "Link", "a meeting's link to a service without a name");
-    const std::string_view name = displayName(service);
-    return QString::fromUtf8(name.data(), qsizetype(name.size()));
+    return QString::fromUtf8(displayName(service));
 }
 
 QString shortTime(Timestamp time, const QTimeZone &zone, const QLocale &locale)

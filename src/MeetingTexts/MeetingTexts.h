@@ -18,6 +18,10 @@ QString countdownText(Seconds left);
 /// hour.
 QString shortCountdownText(Seconds left);
 
+/// How long what is said of a time that is `left` away, or as long past, stays as it is: it is told in whole
+/// minutes, and changes when one of these is no longer whole.
+Seconds untilNextMinute(Seconds left);
+
 /// The name of `service`. Services are called what their makers call them: only "Link", which stands for any
 /// other one, is translated.
 QString serviceName(Service service);

@@ -45,9 +45,7 @@ bool isAscii(std::string_view text)
 
 std::string composed(std::string_view text)
 {
-    return QString::fromUtf8(text.data(), qsizetype(text.size()))
-        .normalized(QString::NormalizationForm_C)
-        .toStdString();
+    return QString::fromUtf8(text).normalized(QString::NormalizationForm_C).toStdString();
 }
 
 } // namespace
@@ -56,7 +54,7 @@ QString titleText(std::string_view title)
 {
     // A hundred combining marks on a letter are still one character: bytes need a limit of their own.
     const std::string_view start = prefix(title, longestText);
-    QString text = QString::fromUtf8(start.data(), qsizetype(start.size()));
+    QString text = QString::fromUtf8(start);
     text = singleLine(text.replace(QLatin1String("\r\n"), QLatin1String(" ")));
     const qsizetype length = lengthOfCharacters(text, maxTitleCharacters);
     if (length == text.size() && start.size() == title.size())

@@ -31,7 +31,13 @@ public:
 
 /// The link that Join opens: the app's where there is one, it is installed, and the user has not asked for
 /// the browser; else the web link. `installed` is only asked when its answer matters.
-const Url &linkToOpen(const JoinLink &link, const std::set<Service> &browserServices,
-                      const InstalledApps &installed);
+inline const Url &linkToOpen(const JoinLink &link, const std::set<Service> &browserServices,
+                             const InstalledApps &installed)
+{
+    // Asking for an installed app may cost a look-up in the desktop's database, so it comes last.
+    const bool opensApp =
+        link.nativeURL && !browserServices.contains(link.service) && installed.isInstalled(link.service);
+    return opensApp ? *link.nativeURL : link.webURL;
+}
 
 } // namespace mivora

@@ -2,9 +2,9 @@
 
 #include "Meetings/BoundedText.h"
 #include "Meetings/LinkScanner.h"
-#include "Meetings/ServiceHosts.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 
 // A text is read once, link by link, and reading stops at the first link of a known service.
@@ -13,6 +13,37 @@ namespace mivora {
 namespace {
 
 constexpr std::string_view webScheme = "https";
+
+// The public hosts of the services' meeting links, in one place. All are in lower case.
+constexpr std::string_view zoomHost = "zoom.us";
+/// Links in Google Calendar's texts lead through "/url" on hosts that end in this.
+constexpr std::string_view googleRedirectHost = "google.com";
+
+enum class Subdomains { refused, included };
+
+/// Links on `host` belong to `service` when `acceptsPath` agrees with their decoded path.
+struct HostRule
+{
+    Service service;
+    std::string_view host;
+    Subdomains subdomains = Subdomains::refused;
+    bool (*acceptsPath)(std::string_view path) = [](std::string_view) { return true; };
+};
+
+/// The first rule that fits decides; a link that fits none is a plain one.
+constexpr std::array hostRules{
+    HostRule{Service::zoom, zoomHost, Subdomains::included},
+    HostRule{Service::meet, "meet.google.com", Subdomains::refused,
+             [](std::string_view path) { return path.size() > 1; }},
+    HostRule{Service::teams, "teams.microsoft.com", Subdomains::refused,
+             [](std::string_view path) {
+                 return path.starts_with("/l/meetup-join/") || path.starts_with("/meet/");
+             }},
+    HostRule{Service::teams, "teams.live.com", Subdomains::refused,
+             [](std::string_view path) { return path.starts_with("/meet/"); }},
+    HostRule{Service::webex, "webex.com", Subdomains::included},
+    HostRule{Service::facetime, "facetime.apple.com"},
+};
 
 char asciiLower(char c)
 {
@@ -124,7 +155,7 @@ std::vector<Url> links(std::string_view text)
 Url unwrapRedirect(const Url &link)
 {
     const auto host = link.host();
-    if (!host || !host->ends_with(hosts::googleRedirect) || link.path() != "/url")
+    if (!host || !host->ends_with(googleRedirectHost) || link.path() != "/url")
         return link;
     const auto target = link.queryValue("q");
     if (!target)
@@ -152,7 +183,7 @@ std::optional<Url> zoomNativeURL(const Url &link)
     const std::string &number = path[2];
     if (number.find_first_not_of("0123456789") != std::string::npos)
         return std::nullopt;
-    std::string native = "zoommtg://" + std::string(hosts::zoom) + "/join?confno=" + number;
+    std::string native = "zoommtg://" + std::string(zoomHost) + "/join?confno=" + number;
     // The app wants the password as it is. One that no URL can hold leaves the meeting without an app link.
     if (const auto password = link.queryValue("pwd"))
         native += "&pwd=" + *password;

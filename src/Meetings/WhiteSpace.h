@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <string_view>
@@ -21,28 +22,23 @@ constexpr bool isAsciiWhiteSpace(char byte)
     return byte == ' ' || (byte >= '\t' && byte <= '\r');
 }
 
-/// The length in bytes of the white-space character that `text` begins with; 0 when it begins with another.
+/// The length in bytes of the white-space character that `text` begins with, or ends with; 0 when it is
+/// another.
 constexpr std::size_t leadingWhiteSpace(std::string_view text)
 {
     if (!text.empty() && isAsciiWhiteSpace(text.front()))
         return 1;
-    for (std::string_view space : wideWhiteSpace) {
-        if (text.starts_with(space))
-            return space.size();
-    }
-    return 0;
+    const auto space =
+        std::ranges::find_if(wideWhiteSpace, [&](auto wide) { return text.starts_with(wide); });
+    return space == wideWhiteSpace.end() ? 0 : space->size();
 }
 
-/// The length in bytes of the white-space character that `text` ends with; 0 when it ends with another.
 constexpr std::size_t trailingWhiteSpace(std::string_view text)
 {
     if (!text.empty() && isAsciiWhiteSpace(text.back()))
         return 1;
-    for (std::string_view space : wideWhiteSpace) {
-        if (text.ends_with(space))
-            return space.size();
-    }
-    return 0;
+    const auto space = std::ranges::find_if(wideWhiteSpace, [&](auto wide) { return text.ends_with(wide); });
+    return space == wideWhiteSpace.end() ? 0 : space->size();
 }
 
 /// `text` without the white space at both of its ends.

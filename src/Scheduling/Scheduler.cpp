@@ -2,6 +2,7 @@
 
 #include "Calendar/EventSource.h"
 #include "MeetingTexts/LocalDay.h"
+#include "MeetingTexts/TitleText.h"
 #include "Preferences/Preferences.h"
 #include "Scheduling/Clock.h"
 
@@ -28,13 +29,92 @@ template<typename T> bool assign(T &property, T value)
     return true;
 }
 
-PanelRules panelRules(const Preferences &prefs)
+bool startsBefore(const Meeting &left, const Meeting &right)
 {
-    return {.lead = Seconds(double(prefs.leadMinutes()) * 60),
-            .remindWithoutLink = prefs.remindWithoutLink()};
+    if (left.start != right.start)
+        return left.start < right.start;
+    return titleSortsBefore(left.title, right.title);
+}
+
+/// Of two meetings that start at the same time.
+bool isBetter(const Meeting &left, const Meeting &right)
+{
+    if (left.joinLink.has_value() != right.joinLink.has_value())
+        return left.joinLink.has_value();
+    return titleSortsBefore(left.title, right.title);
+}
+
+/// The candidate whose start wins over those of all others by `startWins`. Of equals, the first one stays.
+template<typename IsCandidate, typename StartWins>
+std::optional<Meeting> choose(const std::vector<Meeting> &meetings, IsCandidate isCandidate,
+                              StartWins startWins)
+{
+    const Meeting *best = nullptr;
+    for (const Meeting &meeting : meetings) {
+        if (!isCandidate(meeting))
+            continue;
+        if (!best || startWins(meeting.start, best->start) ||
+            (meeting.start == best->start && isBetter(meeting, *best)))
+            best = &meeting;
+    }
+    return best ? std::optional(*best) : std::nullopt;
+}
+
+/// Those of the user that have not ended at `now`, sorted by start, then title: neither those of whole days
+/// nor the declined ones.
+std::vector<Meeting> relevantMeetings(std::vector<Meeting> meetings, Timestamp now)
+{
+    std::erase_if(meetings, [&](const Meeting &meeting) {
+        return meeting.isAllDay || meeting.participation == Participation::declined || meeting.end <= now;
+    });
+    std::ranges::stable_sort(meetings, startsBefore);
+    return meetings;
+}
+
+/// The one that starts first; of several, the one with a join link, then the one whose title sorts first.
+std::optional<Meeting> nextMeeting(const std::vector<Meeting> &meetings)
+{
+    return choose(
+        meetings, [](const Meeting &) { return true; }, std::less{});
+}
+
+/// How long before the start the panel is shown.
+Seconds leadOf(const Preferences &prefs)
+{
+    return Seconds(prefs.leadMinutes() * 60.0);
+}
+
+/// The one whose panel is due at `now`. The one that starts last wins, so that an upcoming meeting takes the
+/// panel from a running one.
+std::optional<Meeting> panelMeeting(const std::vector<Meeting> &meetings, const Decisions &decisions,
+                                    const Preferences &prefs, Timestamp now)
+{
+    const auto isDue = [&](const Meeting &meeting) {
+        return decisions.allowPanel(meeting.id, now) && (meeting.joinLink || prefs.remindWithoutLink()) &&
+               now >= meeting.start - leadOf(prefs);
+    };
+    return choose(meetings, isDue, std::greater{});
 }
 
 } // namespace
+
+bool Decisions::allowPanel(const std::string &meetingID, Timestamp now) const
+{
+    if (dismissed.contains(meetingID) || joined.contains(meetingID))
+        return false;
+    const auto snooze = snoozedUntil.find(meetingID);
+    return snooze == snoozedUntil.end() || now >= snooze->second;
+}
+
+void Decisions::keepOnly(const std::vector<Meeting> &meetings)
+{
+    const auto isGone = [&](const std::string &id) {
+        return std::ranges::find(meetings, id, &Meeting::id) == meetings.end();
+    };
+    std::erase_if(snoozedUntil, [&](const auto &entry) { return isGone(entry.first); });
+    std::erase_if(dismissed, isGone);
+    std::erase_if(joined, isGone);
+}
 
 Scheduler::Scheduler(EventSource &source, const Preferences &prefs, const Clock &clock)
     : m_source(source), m_prefs(prefs), m_clock(clock)
@@ -55,7 +135,7 @@ void Scheduler::refresh()
     // A meeting that leaves today's list and comes back later starts afresh.
     m_decisions.keepOnly(m_todaysMeetings);
     const bool isRequestOther =
-        assign(m_panelRequest, panelMeeting(m_todaysMeetings, m_decisions, panelRules(m_prefs), now));
+        assign(m_panelRequest, panelMeeting(m_todaysMeetings, m_decisions, m_prefs, now));
     if (areMeetingsOther || isRequestOther)
         Q_EMIT changed();
     if (panelMeetingID() != panelBefore && onPanelChange)
@@ -140,7 +220,7 @@ Timestamp Scheduler::nextChangeAfter(Timestamp now) const
     const QDateTime evening(localTime(now, zone).date(), QTime(eveningHour, 0), zone);
     consider(timestampFromSeconds(double(evening.toSecsSinceEpoch())));
     for (const Meeting &meeting : m_todaysMeetings) {
-        consider(meeting.start - panelRules(m_prefs).lead);
+        consider(meeting.start - leadOf(m_prefs));
         consider(meeting.start);
         consider(meeting.end);
     }

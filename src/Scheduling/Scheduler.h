@@ -1,17 +1,33 @@
 #pragma once
 
 #include "Meetings/Meeting.h"
-#include "Scheduling/MeetingChoice.h"
 
 #include <QObject>
 #include <QTimeZone>
 #include <functional>
+#include <map>
+#include <set>
 
 namespace mivora {
 
 class Clock;
 class EventSource;
 class Preferences;
+
+/// What the user decided about single meetings, by Meeting::id. Lives in memory only.
+struct Decisions
+{
+    /// The panel of the meeting stays hidden until then.
+    std::map<std::string, Timestamp> snoozedUntil;
+    std::set<std::string> dismissed;
+    std::set<std::string> joined;
+
+    /// Whether none of them hides the panel of the meeting at `now`.
+    bool allowPanel(const std::string &meetingID, Timestamp now) const;
+
+    /// Forgets all decisions about other meetings than these.
+    void keepOnly(const std::vector<Meeting> &meetings);
+};
 
 /// The central state: today's meetings that still matter, the next one, and the one whose panel is due.
 ///

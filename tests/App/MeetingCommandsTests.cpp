@@ -39,7 +39,7 @@ TEST_F(Commands, openTheAppWhereItIsInstalledAndWanted)
     prefs.setBrowserServices({Service::zoom});
     commands.join(zoomMeeting("A", "2026-03-10T10:00:00Z"));
     workspace.handlers = {QStringLiteral("msteams")};
-    prefs.setBrowserServices({});
+    prefs.setBrowserServices({Service::teams});
     commands.join(zoomMeeting("A", "2026-03-10T10:00:00Z"));
     EXPECT_EQ(workspace.opened, (QStringList{appLink, webLinkOf("A"), webLinkOf("A")}));
     EXPECT_TRUE(installed.isInstalled(Service::teams) && installed.isInstalled(Service::facetime));

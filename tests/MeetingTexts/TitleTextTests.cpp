@@ -1,7 +1,6 @@
 #include "MeetingTexts/TitleText.h"
 
 #include "MeetingTexts/MeetingTexts.h"
-#include "Meetings/Countdown.h"
 #include "support/MeetingFactory.h"
 
 #include <gtest/gtest.h>

@@ -96,19 +96,6 @@ TEST(JoinLinkDetectorTest, picksOneLink)
     }
 }
 
-struct EveryApp : InstalledApps
-{
-    bool isInstalled(Service) const override { return true; }
-};
-
-TEST(JoinLinkDetectorTest, opensTheAppsLinkWhereItIsWantedAndThereIsOne)
-{
-    for (const auto &[link, opened] : {std::pair("https://zoom.us/j/1", "zoommtg://zoom.us/join?confno=1"),
-                                       {"https://zoom.us/my/name", "https://zoom.us/my/name"},
-                                       {"https://teams.live.com/meet/1", "https://teams.live.com/meet/1"}})
-        EXPECT_EQ(linkToOpen(classify(url(link)).value(), {Service::teams}, EveryApp()).text(), opened);
-}
-
 } // namespace
 
 } // namespace mivora

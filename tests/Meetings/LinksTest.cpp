@@ -57,9 +57,8 @@ TEST(LinksTest, readsHugeTextsInLinearTime)
     EXPECT_THAT(links(repeated("https://")), SizeIs(1)) << "one link of openings";
     EXPECT_THAT(links("https://a/" + repeated("b")), SizeIs(1)) << "one long link";
     EXPECT_THAT(links("https://a/" + repeated("?")), ElementsAre(*Url::parse("https://a/"))) << "punctuation";
-    EXPECT_THAT(links(repeated("https:/ ")), SizeIs(0)) << "near misses";
-    EXPECT_THAT(links(repeated("[")), SizeIs(0)) << "brackets";
-    EXPECT_THAT(links(repeated("https://[")), SizeIs(0)) << "openings without a link";
+    for (const char *unit : {"https:/ ", "[", "https://["})
+        EXPECT_THAT(links(repeated(unit)), SizeIs(0)) << unit;
     EXPECT_THAT(links(repeated("https://a ")), SizeIs(200'000)) << "many links";
 }
 

@@ -46,11 +46,10 @@ TEST(MeetingTest, trimsItsTitle)
 
 TEST(MeetingTest, looksForItsLinkInUrlLocationAndNotes)
 {
-    const EventSnapshot texts[] = {{.url = "https://a.b", .notes = "https://c.d"},
-                                   {.location = "https://a.b"},
-                                   {.notes = "https://a.b"}};
-    for (const EventSnapshot &snapshot : texts)
-        EXPECT_EQ(Meeting::fromSnapshot(snapshot).joinLink->webURL.text(), "https://a.b");
+    const std::string link = "https://a.b";
+    for (const EventSnapshot &texts :
+         {EventSnapshot{.url = link, .notes = "https://c.d"}, {.location = link}, {.notes = link}})
+        EXPECT_EQ(Meeting::fromSnapshot(texts).joinLink->webURL.text(), link);
 }
 
 TEST(MeetingTest, carriesABoundedPartOfAnEndlessEvent)

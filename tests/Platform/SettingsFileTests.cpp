@@ -44,24 +44,13 @@ protected:
     const QString path = folder + QStringLiteral("/mivora.json");
 };
 
-/// Lets no file of this process grow large, as a full disk would.
-struct FullDisk
+/// Lets no file of this process grow larger, as a full disk would.
+void limitFiles(rlim_t bytes)
 {
-    FullDisk()
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        // The lock file still fits.
-        const rlimit some{500, RLIM_INFINITY};
-        setrlimit(RLIMIT_FSIZE, &some);
-    }
-
-    ~FullDisk()
-    {
-        const rlimit all{RLIM_INFINITY, RLIM_INFINITY};
-        setrlimit(RLIMIT_FSIZE, &all);
-    }
-    Q_DISABLE_COPY_MOVE(FullDisk)
-};
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{bytes, RLIM_INFINITY};
+    setrlimit(RLIMIT_FSIZE, &limit);
+}
 
 } // namespace
 
@@ -76,6 +65,7 @@ TEST_F(SettingsFile, keepsEveryTypeAndWhatNobodyKnows)
     written.setValue(QStringLiteral("gone"), QJsonValue::Undefined);
     const JsonDefaultsStore read(path);
     EXPECT_EQ(read.values(), written.values());
+    EXPECT_EQ(JsonDefaultsStore(QString()).values(), QJsonObject()) << "no file at all";
     EXPECT_EQ(content(), R"({ "later": { "version": [ 1, 2 ] }, "list": [ "a, \"b\"", "\n会議" ], )"
                          R"("showTitle": false, "titleWidth": -9223372036854775808 })");
 }
@@ -118,7 +108,7 @@ TEST_F(SettingsFile, fullDiskIsReportedOnceAndTheValueCatchesUp)
     fill(whole.c_str());
     JsonDefaultsStore store(path);
     QSignalSpy failed(&store, &DefaultsStore::writeFailed);
-    const FullDisk full;
+    limitFiles(500); // the lock file still fits
     store.setValue(width, 40);
     store.setValue(flag, false);
     EXPECT_EQ(content(), whole);
@@ -133,6 +123,7 @@ TEST_F(SettingsFile, fullDiskIsReportedOnceAndTheValueCatchesUp)
     EXPECT_TRUE(store.isSaved());
     store.setValue(text, QString(1000, QLatin1Char('x')));
     EXPECT_EQ(failed.count(), 2);
+    limitFiles(RLIM_INFINITY);
 }
 
 TEST_F(SettingsFile, changesOfOthersAreToldHoweverTheyAreSavedAndOwnOnesNever)

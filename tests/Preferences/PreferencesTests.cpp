@@ -81,49 +81,35 @@ TEST(Preferences, whatIsStoredIsReadAsItIsMeantAndNotRewritten)
 
 TEST(Preferences, aChangeIsAnnouncedOnceWrittenEveryTimeAndReadAgain)
 {
-    using P = Preferences;
-
-    const struct
-    {
-        void (P::*signal)();
-        std::function<void(P &)> set;
-        const char *stored;
-    } rows[] = {
-        {&P::showTitleChanged, [](P &p) { p.setShowTitle(false); }, R"({"showTitle": false})"},
-        {&P::titleWidthChanged, [](P &p) { p.setTitleWidth(30); }, R"({"titleWidth": 30})"},
-        {&P::leadMinutesChanged, [](P &p) { p.setLeadMinutes(5); }, R"({"leadMinutes": 5})"},
-        {&P::panelCornerChanged, [](P &p) { p.setPanelCorner(PanelCorner::topLeft); },
-         R"({"panelCorner": "topLeft"})"},
-        {&P::remindWithoutLinkChanged, [](P &p) { p.setRemindWithoutLink(true); },
-         R"({"remindWithoutLink": true})"},
-        {&P::joinHotKeyChanged,
-         [](P &p) {
-             p.setJoinHotKey(HotKeyCombo{38, 0x1100});
-         },
-         R"({"joinHotKey": "{\"keyCode\":38,\"modifiers\":4352}"})"},
-        {&P::disabledCalendarIDsChanged,
-         [](P &p) {
-             p.setDisabledCalendarIDs({"b", "é", "a", "B"});
-         },
-         R"({"disabledCalendarIDs": ["B", "a", "b", "é"]})"},
-        {&P::browserServicesChanged,
-         [](P &p) {
-             p.setBrowserServices({Service::zoom, Service::teams, Service::meet});
-         },
-         R"({"browserServices": ["meet", "teams", "zoom"]})"},
-        {&P::hasCompletedOnboardingChanged, [](P &p) { p.setHasCompletedOnboarding(true); },
-         R"({"hasCompletedOnboarding": true})"},
-    };
-
-    for (const auto &row : rows) {
-        Fixture fixture;
-        QSignalSpy changed(&fixture.preferences, row.signal);
-        row.set(fixture.preferences);
-        EXPECT_EQ(fixture.store.values(), json(row.stored));
-        fixture.store.setValue(fixture.store.values().keys().first(), QJsonValue::Undefined);
-        row.set(fixture.preferences);
-        EXPECT_EQ(changed.count(), 1) << row.stored;
-        EXPECT_EQ(told(Fixture(fixture.store.values()).preferences), told(fixture.preferences));
+    Fixture fixture;
+    Preferences &set = fixture.preferences;
+    std::vector<std::unique_ptr<QSignalSpy>> announced;
+    const QMetaObject *meta = set.metaObject();
+    for (int signal = meta->methodOffset(); signal < meta->methodCount(); ++signal)
+        announced.push_back(std::make_unique<QSignalSpy>(&set, meta->method(signal)));
+    const QJsonObject stored = json(R"({
+        "showTitle": false, "titleWidth": 30, "leadMinutes": 5, "panelCorner": "topLeft", "remindWithoutLink": true,
+        "joinHotKey": "{\"keyCode\":38,\"modifiers\":4352}", "disabledCalendarIDs": ["B", "a", "b", "é"],
+        "browserServices": ["meet", "teams", "zoom"], "hasCompletedOnboarding": true})");
+    for (const int shortcutsSet : {1, 2}) {
+        set.setShowTitle(false);
+        set.setTitleWidth(30);
+        set.setLeadMinutes(5);
+        set.setPanelCorner(PanelCorner::topLeft);
+        set.setRemindWithoutLink(true);
+        set.setJoinHotKey(HotKeyCombo{38, 0x1100});
+        set.setDisabledCalendarIDs({"b", "é", "a", "B"});
+        set.setBrowserServices({Service::zoom, Service::teams, Service::meet});
+        set.setHasCompletedOnboarding(true);
+        EXPECT_EQ(fixture.store.values(), stored);
+        EXPECT_EQ(told(Fixture(stored).preferences), told(set));
+        for (const auto &spy : announced) {
+            const bool isSet = spy->signal().startsWith("joinHotKeyWasSet");
+            const bool isOther = spy->signal().startsWith("launchAtLogin");
+            EXPECT_EQ(spy->count(), isSet ? shortcutsSet : isOther ? 0 : 1) << spy->signal().constData();
+        }
+        for (const QString &key : stored.keys())
+            fixture.store.setValue(key, QJsonValue::Undefined);
     }
 }
 

@@ -19,6 +19,10 @@ TEST_F(SchedulerPanel, isThatOfTheMeetingWhichTheRulesChoose)
     const Meeting composed = withLink(makeMeeting("\u00e9", ten));
     const Meeting decomposed = withLink(makeMeeting("e\u0301", ten));
     const Meeting later = withLink(makeMeeting("Later", ten + Seconds(60)));
+    Meeting declined = alpha, tentative = alpha, wholeDay = budget;
+    declined.participation = Participation::declined;
+    tentative.participation = Participation::tentative;
+    wholeDay.isAllDay = true;
 
     const struct
     {
@@ -45,12 +49,8 @@ TEST_F(SchedulerPanel, isThatOfTheMeetingWhichTheRulesChoose)
         {"whatever the order", {later, alpha}, 0, "Alpha", "Later"},
         {"without a link", {plain}, 0, "A", "none"},
         {"without a link, wanted", {plain}, 0, "A", "A", 1, true},
-        {"declined, or of a whole day",
-         {answered(alpha, Participation::declined), allDay(budget)},
-         0,
-         "none",
-         "none"},
-        {"tentative", {answered(alpha, Participation::tentative)}, 0, "Alpha", "Alpha"},
+        {"declined, or of a whole day", {declined, wholeDay}, 0, "none", "none"},
+        {"tentative", {tentative}, 0, "Alpha", "Alpha"},
     };
 
     for (const auto &row : rows) {

@@ -46,24 +46,6 @@ inline Meeting withLink(Meeting meeting, Service service = Service::zoom)
     return meeting;
 }
 
-inline Meeting inCalendar(Meeting meeting, const std::string &calendarID)
-{
-    meeting.calendarID = calendarID;
-    return meeting;
-}
-
-inline Meeting answered(Meeting meeting, Participation participation)
-{
-    meeting.participation = participation;
-    return meeting;
-}
-
-inline Meeting allDay(Meeting meeting)
-{
-    meeting.isAllDay = true;
-    return meeting;
-}
-
 /// The titles, in order, to compare lists at a glance.
 inline std::vector<std::string> titles(const std::vector<Meeting> &meetings)
 {

@@ -1,4 +1,5 @@
 #include "Translations/InstallTranslations.h"
+#include "support/ServerProcess.h"
 
 #include <QStandardPaths>
 #include <gtest/gtest.h>
@@ -11,6 +12,8 @@ using Application = QGuiApplication;
 using Application = QCoreApplication;
 #endif
 
+// With MIVORA_X11_TEST, tests run on an X display of their own, the first that is free, and out of reach of
+// the session's bus.
 int main(int argc, char **argv)
 {
     // Tests never see the settings or the language of the person who runs them.
@@ -19,6 +22,14 @@ int main(int argc, char **argv)
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     testing::InitGoogleTest(&argc, argv);
+#ifdef MIVORA_X11_TEST
+    const QString arguments = QStringLiteral("-displayfd 1 -screen 0 1280x800x24 -nolisten tcp -noreset");
+    const support::ServerProcess display(QStringLiteral("Xvfb"), arguments.split(QLatin1Char(' ')));
+    qputenv("DISPLAY", ':' + display.address());
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    qunsetenv("WAYLAND_DISPLAY");
+#endif
     Application application(argc, argv);
     // English, with its plural forms.
     mivora::installTranslations();

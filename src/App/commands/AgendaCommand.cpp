@@ -10,6 +10,8 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QJsonDocument>
+#include <future>
+#include <thread>
 
 namespace mivora {
 
@@ -34,16 +36,26 @@ std::optional<QString> problemOf(const std::vector<std::string> &folders)
     return std::nullopt;
 }
 
-std::string oneLine(const QJsonObject &agenda)
+/// The same, asked by a thread that is left to itself when a folder hangs: the store tells of that one.
+std::optional<QString> problemOfThoseThatAnswer(const std::vector<std::string> &folders)
 {
-    return printableJson(QJsonDocument(agenda).toJson(QJsonDocument::Compact)).toStdString() + '\n';
+    constexpr std::chrono::seconds patience(1);
+    std::packaged_task<std::optional<QString>()> look([folders] { return problemOf(folders); });
+    auto problem = look.get_future();
+    std::thread(std::move(look)).detach();
+    return problem.wait_for(patience) == std::future_status::ready ? problem.get() : std::nullopt;
+}
+
+QByteArray oneLine(const QJsonObject &agenda)
+{
+    return printableJson(QJsonDocument(agenda).toJson(QJsonDocument::Compact)) + '\n';
 }
 
 /// What a status bar shows: the title alone, or an empty line for none.
-std::string titleLine(const QJsonObject &agenda)
+QByteArray titleLine(const QJsonObject &agenda)
 {
     const auto item = agenda.value(QLatin1String("statusItem")).toObject();
-    return singleLine(item.value(QLatin1String("title")).toString().trimmed()).toStdString() + '\n';
+    return singleLine(item.value(QLatin1String("title")).toString().trimmed()).toUtf8() + '\n';
 }
 
 int show(const QJsonObject &agenda, const AgendaRequest &request)
@@ -62,14 +74,13 @@ int show(const QJsonObject &agenda, const AgendaRequest &request)
         return exitCouldNot;
     }
     if (!request.json)
-        print(agendaTable(agenda, userTimeZone(), TableStyle::forStandardOutput()));
+        print(agendaTable(agenda, userTimeZone(), TableStyle::forStandardOutput()).toUtf8());
     return exitDone;
 }
 
-int follow(const AgendaRequest &request, const SessionOptions &options,
-           AgendaFollower::RunningProgram running)
+int follow(const AgendaRequest &request, const SessionOptions &options)
 {
-    AgendaFollower follower(options, running, [json = request.json](const QJsonObject &agenda) {
+    AgendaFollower follower(options, [json = request.json](const QJsonObject &agenda) {
         print(json ? oneLine(agenda) : titleLine(agenda));
     });
     follower.start();
@@ -80,19 +91,15 @@ int follow(const AgendaRequest &request, const SessionOptions &options,
 
 int runAgenda(const AgendaRequest &request)
 {
-    if (const auto problem = problemOf(request.calendars)) {
+    if (const auto problem = problemOfThoseThatAnswer(request.calendars)) {
         complain(*problem);
         return exitCouldNot;
     }
-    const bool isOwnDay = !request.at && request.calendars.empty();
-    SessionOptions options{.folders = request.calendars, .at = request.at};
-    if (request.follow) {
-        options.time = SessionOptions::Time::passes;
-        return follow(request, options,
-                      isOwnDay ? AgendaFollower::RunningProgram::preferred
-                               : AgendaFollower::RunningProgram::ignored);
-    }
-    if (isOwnDay) {
+    const SessionOptions options{
+        .folders = request.calendars, .at = request.at, .timePasses = request.follow};
+    if (request.follow)
+        return follow(request, options);
+    if (options.isOwnDay()) {
         if (const auto agenda = RunningInstance().agenda())
             return show(*agenda, request);
     }

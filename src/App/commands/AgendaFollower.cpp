@@ -1,7 +1,7 @@
 #include "App/commands/AgendaFollower.h"
 
 #include "App/AgendaJson.h"
-#include "Meetings/Countdown.h"
+#include "MeetingTexts/MeetingTexts.h"
 
 #include <QTimer>
 #include <algorithm>
@@ -15,18 +15,16 @@ constexpr std::chrono::seconds askAgainAfter{1};
 
 } // namespace
 
-AgendaFollower::AgendaFollower(SessionOptions options, RunningProgram running, Printer printer)
-    : m_options(std::move(options)), m_printer(std::move(printer)), m_running(running),
+AgendaFollower::AgendaFollower(SessionOptions options, Printer printer)
+    : m_options(std::move(options)), m_printer(std::move(printer)),
       m_systemEvents(LinuxSystemEvents::Sources::ofTheSystem(QDBusConnection::systemBus()))
 {
 }
 
 void AgendaFollower::start()
 {
-    if (m_running == RunningProgram::ignored) {
-        followSession();
-        return;
-    }
+    if (!m_options.isOwnDay())
+        return followSession();
     m_instance.follow();
     connect(&m_instance, &RunningInstance::came, this, &AgendaFollower::followInstance);
     connect(&m_instance, &RunningInstance::went, this, &AgendaFollower::followSession);

@@ -10,16 +10,16 @@
 
 namespace mivora {
 
-/// Prints the agenda whenever it changes: that of the running program while there is one, else its own.
+/// Prints the agenda whenever it changes: that of the running program while there is one that shows the same,
+/// else its own.
 class AgendaFollower final : public QObject
 {
     Q_OBJECT
 
 public:
     using Printer = std::function<void(const QJsonObject &agenda)>;
-    enum class RunningProgram { preferred, ignored };
 
-    AgendaFollower(SessionOptions options, RunningProgram running, Printer printer);
+    AgendaFollower(SessionOptions options, Printer printer);
 
     /// Prints the agenda as it is, and goes on from the event loop.
     void start();
@@ -35,7 +35,6 @@ private:
     Printer m_printer;
     QJsonObject m_shown;
     RunningInstance m_instance;
-    RunningProgram m_running;
     std::unique_ptr<CalendarSession> m_session;
     LinuxSystemEvents m_systemEvents;
     /// Goes off when the session's agenda changes by time alone.

@@ -24,21 +24,23 @@ std::string description()
         "$MIVORA_CALENDARS (separated by colons), or ~/.calendars and ~/.local/share/calendars."));
 }
 
-/// The parser writes into the requests; the one whose command was given is the result.
-struct Requests
+/// Adds a command with a request of its own, which its options write into, and which is the `result` when the
+/// command was given.
+template<typename Wanted>
+std::pair<CLI::App *, Wanted &> addCommand(CLI::App &app, const char *name, const QString &text,
+                                           Request &result)
 {
-    StartRequest start;
-    AgendaRequest agenda;
-    DetectRequest detect;
-    RemoteRequest settings;
-    DefaultsRequest defaults;
-    AccessRequest access;
-};
+    auto request = std::make_shared<Wanted>();
+    auto *command = app.add_subcommand(name, utf8(text));
+    command->callback([request, &result] { result = *request; });
+    return {command, *request};
+}
 
-void addAgenda(CLI::App &app, AgendaRequest &request)
+void addAgenda(CLI::App &app, Request &result)
 {
-    auto *agenda = app.add_subcommand(
-        "agenda", utf8(CommandLineTexts::tr("Print today's meetings, the next one and its countdown")));
+    const auto [agenda, request] = addCommand<AgendaRequest>(
+        app, "agenda", CommandLineTexts::tr("Print today's meetings, the next one and its countdown"),
+        result);
     agenda->add_flag("--json", request.json,
                      utf8(CommandLineTexts::tr("Print one JSON object (with --follow, one a line)")));
     agenda->add_flag("--follow", request.follow,
@@ -46,7 +48,7 @@ void addAgenda(CLI::App &app, AgendaRequest &request)
     agenda
         ->add_option_function<std::string>(
             "--at",
-            [&request](const std::string &text) {
+            [&request = request](const std::string &text) {
                 request.at = timestampFromRfc3339(text);
                 if (!request.at)
                     throw CLI::ValidationError(
@@ -64,43 +66,45 @@ void addAgenda(CLI::App &app, AgendaRequest &request)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
-void addDetect(CLI::App &app, DetectRequest &request)
+void addDetect(CLI::App &app, Request &result)
 {
-    auto *detect =
-        app.add_subcommand("detect", utf8(CommandLineTexts::tr("Print the join link of an event's texts")));
+    const auto [detect, request] = addCommand<DetectRequest>(
+        app, "detect", CommandLineTexts::tr("Print the join link of an event's texts"), result);
     detect->add_flag("--json", request.json, utf8(CommandLineTexts::tr("Print a JSON object, or null")));
-    detect->add_option("--url", request.url, utf8(CommandLineTexts::tr("The event's URL")))
-        ->type_name("TEXT")
-        ->expected(1);
-    detect->add_option("--location", request.location, utf8(CommandLineTexts::tr("The event's location")))
-        ->type_name("TEXT")
-        ->expected(1);
-    detect->add_option("--notes", request.notes, utf8(CommandLineTexts::tr("The event's notes")))
-        ->type_name("TEXT")
-        ->expected(1);
+    const auto addText = [detect = detect](const char *name, auto &text, const QString &help) {
+        detect->add_option(name, text, utf8(help))->type_name("TEXT")->expected(1);
+    };
+    addText("--url", request.url, CommandLineTexts::tr("The event's URL"));
+    addText("--location", request.location, CommandLineTexts::tr("The event's location"));
+    addText("--notes", request.notes, CommandLineTexts::tr("The event's notes"));
 }
 
-void addRemoteCommands(CLI::App &app, RemoteRequest &settings)
+void addRemoteCommands(CLI::App &app, Request &result)
 {
-    app.add_subcommand("join", utf8(CommandLineTexts::tr(
-                                   "Join the meeting of the panel, or else the next one with a link")));
-    app.add_subcommand("snooze", utf8(CommandLineTexts::tr("Hide the panel for a minute")));
-    app.add_subcommand("dismiss", utf8(CommandLineTexts::tr("Hide the panel of this meeting")));
-    app.add_subcommand("copy",
-                       utf8(CommandLineTexts::tr("Copy the join link of the meeting that would be joined")));
-    auto *window = app.add_subcommand("settings", utf8(CommandLineTexts::tr("Open the settings")));
-    window->add_option("page", settings.page, utf8(CommandLineTexts::tr("The page to open")))
+    const auto add = [&](const char *name, const QString &text) {
+        const auto [command, request] = addCommand<RemoteRequest>(app, name, text, result);
+        request.action = name;
+        return std::pair<CLI::App *, RemoteRequest &>(command, request);
+    };
+    add("join", CommandLineTexts::tr("Join the meeting of the panel, or else the next one with a link"));
+    add("snooze", CommandLineTexts::tr("Hide the panel for a minute"));
+    add("dismiss", CommandLineTexts::tr("Hide the panel of this meeting"));
+    add("copy", CommandLineTexts::tr("Copy the join link of the meeting that would be joined"));
+    const auto [window, request] = add("settings", CommandLineTexts::tr("Open the settings"));
+    window->add_option("page", request.page, utf8(CommandLineTexts::tr("The page to open")))
         ->check(CLI::IsMember({"general", "calendars"}))
         ->option_text("[general|calendars]");
-    app.add_subcommand("quit", utf8(CommandLineTexts::tr("End the running program")));
+    add("quit", CommandLineTexts::tr("End the running program"));
 }
 
-void addDefaults(CLI::App &app, DefaultsRequest &request)
+void addDefaults(CLI::App &app, Request &result)
 {
-    auto *defaults = app.add_subcommand(
-        "defaults", utf8(CommandLineTexts::tr("Read and write the settings store; lists are JSON arrays")));
+    const auto [defaults, request] = addCommand<DefaultsRequest>(
+        app, "defaults", CommandLineTexts::tr("Read and write the settings store; lists are JSON arrays"),
+        result);
     defaults->require_subcommand(1);
-    const auto action = [&](const char *name, const std::string &text, DefaultsRequest::Action value) {
+    const auto action = [defaults = defaults, &request = request](const char *name, const std::string &text,
+                                                                  DefaultsRequest::Action value) {
         auto *command = defaults->add_subcommand(name, text);
         command->callback([&request, value] { request.action = value; });
         if (value != DefaultsRequest::Action::list)
@@ -120,13 +124,14 @@ void addDefaults(CLI::App &app, DefaultsRequest &request)
            DefaultsRequest::Action::remove);
 }
 
-void addAccess(CLI::App &app, AccessRequest &request)
+void addAccess(CLI::App &app, Request &result)
 {
-    auto *access = app.add_subcommand(
-        "access",
-        utf8(CommandLineTexts::tr("Show, give or take back the permission to read your calendars")));
+    const auto [access, request] = addCommand<AccessRequest>(
+        app, "access", CommandLineTexts::tr("Show, give or take back the permission to read your calendars"),
+        result);
     access->require_subcommand(0, 1);
-    const auto action = [&](const char *name, const std::string &text, AccessRequest::Action value) {
+    const auto action = [access = access, &request = request](const char *name, const std::string &text,
+                                                              AccessRequest::Action value) {
         access->add_subcommand(name, text)->callback([&request, value] { request.action = value; });
     };
     action("status", utf8(CommandLineTexts::tr("Print granted, denied or notDetermined")),
@@ -186,24 +191,6 @@ QString problem(const CLI::App &app, const CLI::ParseError &error)
     return QString::fromUtf8(error.what());
 }
 
-Request chosenRequest(const CLI::App &app, Requests &requests)
-{
-    const auto given = app.get_subcommands();
-    if (given.empty())
-        return requests.start;
-    const std::string name = given.front()->get_name();
-    if (name == "agenda")
-        return requests.agenda;
-    if (name == "detect")
-        return requests.detect;
-    if (name == "defaults")
-        return requests.defaults;
-    if (name == "access")
-        return requests.access;
-    requests.settings.action = name;
-    return requests.settings;
-}
-
 } // namespace
 
 Request parseCommandLine(int argc, const char *const *argv)
@@ -213,15 +200,15 @@ Request parseCommandLine(int argc, const char *const *argv)
                          utf8(CommandLineTexts::tr("Print the version and end")));
     app.set_help_flag("-h,--help", utf8(CommandLineTexts::tr("Print this help and end")));
     app.require_subcommand(0, 1);
-    Requests requests;
+    Request result;
     app.add_flag_callback(
-        "--service", [&requests] { requests.start.startedBy = StartedBy::sessionBus; },
+        "--service", [&result] { result = StartRequest{StartedBy::sessionBus}; },
         utf8(CommandLineTexts::tr("Start for the session bus, which asks for what it wants then")));
-    addAgenda(app, requests.agenda);
-    addDetect(app, requests.detect);
-    addRemoteCommands(app, requests.settings);
-    addDefaults(app, requests.defaults);
-    addAccess(app, requests.access);
+    addAgenda(app, result);
+    addDetect(app, result);
+    addRemoteCommands(app, result);
+    addDefaults(app, result);
+    addAccess(app, result);
     translateHeadings(app);
 
     try {
@@ -232,11 +219,11 @@ Request parseCommandLine(int argc, const char *const *argv)
     } catch (const CLI::CallForVersion &version) {
         return FinishedRequest{std::string(version.what()) + '\n', exitDone};
     } catch (const CLI::ParseError &error) {
-        const QString line =
-            CommandLineTexts::tr("%1 (mivora --help lists the arguments)").arg(problem(app, error));
-        return FinishedRequest{"mivora: " + singleLine(utf8(line)) + '\n', exitBadArguments};
+        return FinishedRequest{
+            utf8(CommandLineTexts::tr("%1 (mivora --help lists the arguments)").arg(problem(app, error))),
+            exitBadArguments};
     }
-    return chosenRequest(app, requests);
+    return result;
 }
 
 } // namespace mivora

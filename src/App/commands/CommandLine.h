@@ -64,7 +64,7 @@ struct AccessRequest
     Action action = Action::status;
 };
 
-/// Nothing more to do than to print `text` (help, version) or to report it (bad arguments).
+/// Nothing more to do than to print `text` (help, version) or to complain of it (bad arguments).
 struct FinishedRequest
 {
     std::string text;
@@ -74,8 +74,8 @@ struct FinishedRequest
 using Request = std::variant<StartRequest, AgendaRequest, DetectRequest, RemoteRequest, DefaultsRequest,
                              AccessRequest, FinishedRequest>;
 
-/// Reads the arguments. Bad ones give a FinishedRequest with one line that names the argument and what was
-/// expected, and exit status 2.
+/// Reads the arguments. Bad ones give a FinishedRequest that names the argument and what was expected, with
+/// exit status 2.
 Request parseCommandLine(int argc, const char *const *argv);
 
 /// Exit statuses of the program.

@@ -6,12 +6,9 @@
 #include "App/commands/Output.h"
 #include "MeetingTexts/MeetingTexts.h"
 #include "Meetings/JoinLinkDetector.h"
-#include "Platform/linux/LinuxPlatform.h"
 
 #include <QDBusConnection>
 #include <QJsonDocument>
-#include <QJsonObject>
-#include <cstdio>
 
 namespace mivora {
 
@@ -20,9 +17,9 @@ namespace {
 int tell(const FinishedRequest &request)
 {
     if (request.exitStatus == exitDone)
-        print(request.text);
+        print(QByteArray::fromStdString(request.text));
     else
-        std::fputs(request.text.c_str(), stderr);
+        complain(QString::fromStdString(request.text));
     return request.exitStatus;
 }
 
@@ -34,27 +31,7 @@ std::string plainText(const JoinLink &link)
     return text;
 }
 
-int printStatus()
-{
-    CalendarSession session({});
-    session.whenLoaded([&session](bool) {
-        print(session.agenda().value(QLatin1String("authorization")).toString().toUtf8() + '\n');
-        QCoreApplication::exit(exitDone);
-    });
-    return QCoreApplication::exec();
-}
-
-int report(bool written)
-{
-    if (written)
-        return exitDone;
-    complain(CommandLineTexts::tr("%1 can't be written; check the folder's permissions")
-                 .arg(AccessMemory::defaultPath()));
-    return exitCouldNot;
-}
-
-} // namespace
-
+/// Prints the join link of the given texts.
 int runDetect(const DetectRequest &request)
 {
     const auto link = detect(request.url, request.location, request.notes);
@@ -67,10 +44,11 @@ int runDetect(const DetectRequest &request)
         complain(CommandLineTexts::tr("no join link found: none of the texts holds an https link"));
         return exitCouldNot;
     }
-    print(plainText(*link));
+    print(QByteArray::fromStdString(plainText(*link)));
     return exitDone;
 }
 
+/// Has the running program do it.
 int runRemote(const RemoteRequest &request)
 {
     if (!QDBusConnection::sessionBus().isConnected()) {
@@ -90,18 +68,26 @@ int runRemote(const RemoteRequest &request)
     return result.isDone() ? exitDone : exitCouldNot;
 }
 
+/// Shows, gives or takes back the permission to read calendars.
 int runAccess(const AccessRequest &request)
 {
-    switch (request.action) {
-    case AccessRequest::Action::status:
-        return printStatus();
-    case AccessRequest::Action::allow:
-        return report(AccessMemory().allow());
-    case AccessRequest::Action::reset:
-        return report(AccessMemory().reset());
+    if (request.action == AccessRequest::Action::status) {
+        CalendarSession session({});
+        session.whenLoaded([&session](bool) {
+            print(session.agenda().value(QLatin1String("authorization")).toString().toUtf8() + '\n');
+            QCoreApplication::exit(exitDone);
+        });
+        return QCoreApplication::exec();
     }
-    return exitBadArguments;
+    AccessMemory memory;
+    if (request.action == AccessRequest::Action::allow ? memory.allow() : memory.reset())
+        return exitDone;
+    complain(CommandLineTexts::tr("%1 can't be written; check the folder's permissions")
+                 .arg(AccessMemory::defaultPath()));
+    return exitCouldNot;
 }
+
+} // namespace
 
 int runCommand(const Request &request)
 {
@@ -111,8 +97,10 @@ int runCommand(const Request &request)
         return runDetect(*detect);
     if (const auto *remote = std::get_if<RemoteRequest>(&request))
         return runRemote(*remote);
-    if (const auto *defaults = std::get_if<DefaultsRequest>(&request))
-        return runDefaults(*defaults, *makeLinuxDefaultsStore());
+    if (const auto *defaults = std::get_if<DefaultsRequest>(&request)) {
+        JsonDefaultsStore store;
+        return runDefaults(*defaults, store);
+    }
     if (const auto *access = std::get_if<AccessRequest>(&request))
         return runAccess(*access);
     return tell(std::get<FinishedRequest>(request));

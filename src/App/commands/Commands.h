@@ -17,16 +17,7 @@ int runCommand(const Request &request);
 /// `mivora agenda`: prints the day, once or whenever it changes.
 int runAgenda(const AgendaRequest &request);
 
-/// `mivora detect`: prints the join link of the given texts.
-int runDetect(const DetectRequest &request);
-
-/// `mivora join` and its like: has the running program do it.
-int runRemote(const RemoteRequest &request);
-
 /// `mivora defaults`: shows and changes the settings in `store`.
 int runDefaults(const DefaultsRequest &request, DefaultsStore &store);
-
-/// `mivora access`: shows, gives or takes back the permission to read calendars.
-int runAccess(const AccessRequest &request);
 
 } // namespace mivora

@@ -12,22 +12,14 @@ namespace mivora {
 
 namespace {
 
-QString qString(const std::string &text)
-{
-    return QString::fromStdString(text);
-}
-
-QString allKeys()
+int complainOfKey(const QString &key)
 {
     QStringList keys;
     for (const Setting &setting : allSettings())
         keys.append(setting.key);
-    return keys.join(QLatin1String(", "));
-}
-
-void complainOfKey(const std::string &key)
-{
-    complain(CommandLineTexts::tr("KEY: expected one of %1, got \"%2\"").arg(allKeys(), qString(key)));
+    complain(
+        CommandLineTexts::tr("KEY: expected one of %1, got \"%2\"").arg(keys.join(QLatin1String(", ")), key));
+    return exitBadArguments;
 }
 
 /// Texts stand for themselves; everything else is JSON.
@@ -50,16 +42,11 @@ int list(const DefaultsStore &store)
     return exitDone;
 }
 
-int read(const std::string &key, const DefaultsStore &store)
+int read(const Setting &setting, const DefaultsStore &store)
 {
-    const Setting *setting = settingNamed(qString(key));
-    if (!setting) {
-        complainOfKey(key);
-        return exitBadArguments;
-    }
-    const QJsonValue value = setting->readFrom(store);
+    const QJsonValue value = setting.readFrom(store);
     if (value.isUndefined()) {
-        complain(CommandLineTexts::tr("%1 is not set").arg(qString(key)));
+        complain(CommandLineTexts::tr("%1 is not set").arg(setting.key));
         return exitCouldNot;
     }
     print(printed(value) + '\n');
@@ -99,51 +86,39 @@ QString expectedForm(const Setting &setting)
     return CommandLineTexts::tr("a JSON array of strings");
 }
 
-int write(const DefaultsRequest &request, DefaultsStore &store)
+int write(const Setting &setting, const QString &text, DefaultsStore &store)
 {
-    const Setting *setting = settingNamed(qString(request.key));
-    if (!setting) {
-        complainOfKey(request.key);
-        return exitBadArguments;
-    }
-    const QJsonValue value = valueFrom(qString(request.value), setting->type);
+    const QJsonValue value = valueFrom(text, setting.type);
     if (value.isUndefined()) {
         complain(CommandLineTexts::tr("VALUE of %1: expected %2, got \"%3\"")
-                     .arg(qString(request.key), expectedForm(*setting), qString(request.value)));
+                     .arg(setting.key, expectedForm(setting), text));
         return exitBadArguments;
     }
-    store.setValue(setting->key, value);
+    store.setValue(setting.key, value);
     // The store keeps what it is given; what it is read as is the program's matter.
-    if (!setting->choices.isEmpty() && !setting->choices.contains(qString(request.value)))
+    if (!setting.choices.isEmpty() && !setting.choices.contains(text))
         complain(CommandLineTexts::tr("%1 knows only %2; \"%3\" is kept, but read as %4")
-                     .arg(qString(request.key), setting->choices.join(QLatin1String(", ")),
-                          qString(request.value), setting->registeredDefault.toVariant().toString()));
-    return exitDone;
-}
-
-int remove(const std::string &key, DefaultsStore &store)
-{
-    if (!settingNamed(qString(key)) && !store.values().contains(qString(key))) {
-        complainOfKey(key);
-        return exitBadArguments;
-    }
-    store.setValue(qString(key), QJsonValue::Undefined);
+                     .arg(setting.key, setting.choices.join(QLatin1String(", ")), text,
+                          setting.registeredDefault.toVariant().toString()));
     return exitDone;
 }
 
 int perform(const DefaultsRequest &request, DefaultsStore &store)
 {
-    switch (request.action) {
-    case DefaultsRequest::Action::list:
+    using Action = DefaultsRequest::Action;
+    if (request.action == Action::list)
         return list(store);
-    case DefaultsRequest::Action::read:
-        return read(request.key, store);
-    case DefaultsRequest::Action::write:
-        return write(request, store);
-    case DefaultsRequest::Action::remove:
-        return remove(request.key, store);
+    const QString key = QString::fromStdString(request.key);
+    const Setting *setting = settingNamed(key);
+    // What another version has left behind can be removed as well.
+    if (request.action == Action::remove && (setting || store.values().contains(key))) {
+        store.setValue(key, QJsonValue::Undefined);
+        return exitDone;
     }
-    return exitBadArguments;
+    if (!setting)
+        return complainOfKey(key);
+    return request.action == Action::read ? read(*setting, store)
+                                          : write(*setting, QString::fromStdString(request.value), store);
 }
 
 } // namespace

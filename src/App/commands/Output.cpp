@@ -6,24 +6,19 @@
 
 namespace mivora {
 
-void print(std::string_view text)
+void print(const QByteArray &text)
 {
-    if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0)
+    const auto length = std::size_t(text.size());
+    if (std::fwrite(text.data(), 1, length, stdout) == length && std::fflush(stdout) == 0)
         return;
     if (errno != EPIPE)
         complain(QStringLiteral("stdout: ") + qt_error_string());
     std::exit(1);
 }
 
-void complain(std::string_view message)
+void complain(const QString &message)
 {
-    const std::string line = "mivora: " + singleLine(message) + '\n';
-    std::fwrite(line.data(), 1, line.size(), stderr);
-}
-
-std::string singleLine(std::string_view text)
-{
-    return singleLine(QString::fromUtf8(text.data(), qsizetype(text.size()))).toStdString();
+    std::fprintf(stderr, "mivora: %s\n", qUtf8Printable(singleLine(message)));
 }
 
 QByteArray printableJson(const QByteArray &json)

@@ -4,8 +4,6 @@
 
 #include <QByteArray>
 #include <QCoreApplication>
-#include <string>
-#include <string_view>
 
 namespace mivora {
 
@@ -18,22 +16,10 @@ struct CommandLineTexts
 
 /// Writes `text` to standard output at once. When that can't be done the program ends: quietly where the
 /// reader is gone, else with the reason.
-void print(std::string_view text);
+void print(const QByteArray &text);
 
-inline void print(const QByteArray &text)
-{
-    print(std::string_view(text.constData(), std::size_t(text.size())));
-}
-
-/// Writes "mivora: ", `message` and a line end to standard error.
-void complain(std::string_view message);
-
-inline void complain(const QString &message)
-{
-    complain(std::string_view(message.toStdString()));
-}
-
-std::string singleLine(std::string_view text);
+/// Writes "mivora: ", `message` on one line, and a line end to standard error.
+void complain(const QString &message);
 
 /// `json`, UTF-8, with what disturbs a line or a terminal as \\uNNNN in its texts, which means the same
 /// (RFC 8259, section 7). Its own line ends stay.

@@ -33,16 +33,17 @@ void ClipboardPasteboard::copyWith(const QString &wlCopy, const QString &text)
     // A part of wl-copy stays behind to serve the text; it must not hold pipes of ours open.
     process->setStandardOutputFile(QProcess::nullDevice());
     process->setStandardErrorFile(QProcess::nullDevice());
-    connect(process, &QProcess::finished, this, [process, text](int code, QProcess::ExitStatus status) {
-        if (code != 0 || status != QProcess::NormalExit)
+    const auto end = [process, text](bool isCopied) {
+        if (!isCopied)
             QGuiApplication::clipboard()->setText(text);
         process->deleteLater();
+    };
+    connect(process, &QProcess::finished, this, [end](int code, QProcess::ExitStatus status) {
+        end(code == 0 && status == QProcess::NormalExit);
     });
-    connect(process, &QProcess::errorOccurred, this, [process, text](QProcess::ProcessError error) {
-        if (error != QProcess::FailedToStart)
-            return;
-        QGuiApplication::clipboard()->setText(text);
-        process->deleteLater();
+    connect(process, &QProcess::errorOccurred, this, [end](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            end(false);
     });
     process->start(wlCopy, {QStringLiteral("--type"), QStringLiteral("text/plain;charset=utf-8")});
     process->write(text.toUtf8());

@@ -1,6 +1,5 @@
 #include "Platform/linux/FileWatch.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <chrono>
 
@@ -11,10 +10,11 @@ namespace {
 /// Long enough for a program that empties the file and then fills it.
 constexpr std::chrono::milliseconds burstLength(50);
 
+/// The folder of `path`, or the nearest one above it that is there. Empty for an empty path.
 QString nearestFolder(const QString &path)
 {
     QString folder = QFileInfo(path).absolutePath();
-    while (!QFileInfo(folder).isDir() && folder != QDir::rootPath())
+    while (!folder.isEmpty() && !QFileInfo(folder).isDir())
         folder = QFileInfo(folder).absolutePath();
     return folder;
 }

@@ -1,22 +1,31 @@
 #include "Platform/linux/GioWorkspace.h"
 
-#include "Platform/linux/LateGio.h"
-
 #include <QCoreApplication>
+#include <QFuture>
+#include <QLibrary>
 #include <QProcess>
-#include <QStringList>
+#include <QPromise>
 #include <algorithm>
 #include <array>
-#include <memory>
-#include <optional>
+#include <thread>
 
 // GIO uses "signals" as a name.
 #undef signals
 #include <gio/gio.h>
 
+/// The function of GIO or GObject that is declared with this name; it must not be linked then.
+#define KELO_GIO(function) reinterpret_cast<decltype(&function)>(gioFunction(#function))
+
 namespace mivora {
 
 namespace {
+
+/// A function of GIO's library, which is loaded when it is first asked for: it brings seven others, and many
+/// days have no link to open. Null where there is none.
+QFunctionPointer gioFunction(const char *name)
+{
+    return QLibrary::resolve(QStringLiteral("gio-2.0"), 0, name);
+}
 
 /// The scheme of links into the system settings.
 constexpr QLatin1String systemSettingsScheme("x-apple.systempreferences");
@@ -40,34 +49,21 @@ constexpr std::array panels{
     Panel{QLatin1String("XFCE"), internetAccounts, QLatin1String("xfce4-settings-manager")},
 };
 
-std::optional<QStringList> commandOn(const QString &desktop, const QString &link)
-{
-    for (const Panel &panel : panels) {
-        if (panel.link == link && desktop.compare(panel.desktop, Qt::CaseInsensitive) == 0)
-            return QString(panel.command).split(QLatin1Char(' '));
-    }
-    return std::nullopt;
-}
-
-/// The command, program first, that shows on the desktop `desktops` (names separated by colons, the most
-/// specific first) what the link leads to.
-std::optional<QStringList> systemSettingsCommand(const QString &link, const QString &desktops)
-{
-    for (const QString &desktop : desktops.split(QLatin1Char(':'))) {
-        if (auto command = commandOn(desktop, link))
-            return command;
-    }
-    return std::nullopt;
-}
-
-/// False when the running desktop has nothing for the link, or it could not be started.
+/// Shows what the link leads to on the running desktop, whose names are separated by colons, the most
+/// specific first. False when it has nothing for the link, or that could not be started.
 bool openSystemSettings(const QString &link)
 {
-    auto command = systemSettingsCommand(link, qEnvironmentVariable("XDG_CURRENT_DESKTOP"));
-    if (!command)
-        return false;
-    const QString program = command->takeFirst();
-    return QProcess::startDetached(program, *command);
+    for (const QString &desktop : qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':'))) {
+        const auto panel = std::ranges::find_if(panels, [&](const Panel &candidate) {
+            return candidate.link == link && desktop.compare(candidate.desktop, Qt::CaseInsensitive) == 0;
+        });
+        if (panel != panels.end()) {
+            QStringList command = QString(panel->command).split(QLatin1Char(' '));
+            const QString program = command.takeFirst();
+            return QProcess::startDetached(program, command);
+        }
+    }
+    return false;
 }
 
 constexpr std::array meetingSchemes{QLatin1String("https"), QLatin1String("zoommtg"),
@@ -79,38 +75,9 @@ QString schemeOf(const QString &url)
     return url.left(std::max<qsizetype>(url.indexOf(QLatin1Char(':')), 0)).toLower();
 }
 
-bool isMeetingScheme(const QString &scheme)
-{
-    return std::find(meetingSchemes.begin(), meetingSchemes.end(), scheme) != meetingSchemes.end();
-}
-
-struct Unref
-{
-    void operator()(void *object) const { KELO_GIO(g_object_unref)(object); }
-};
-
-void launch(GTask *task, void *, void *uri, GCancellable *)
-{
-    const bool launched =
-        KELO_GIO(g_app_info_launch_default_for_uri)(static_cast<const char *>(uri), nullptr, nullptr);
-    KELO_GIO(g_task_return_boolean)(task, launched);
-}
-
-/// Runs on the main thread, from the event loop.
-void finished(GObject *, GAsyncResult *result, void *data)
-{
-    const std::unique_ptr<Workspace::Opened> done(static_cast<Workspace::Opened *>(data));
-    const bool opened = KELO_GIO(g_task_propagate_boolean)(reinterpret_cast<GTask *>(result), nullptr);
-    if (*done)
-        (*done)(opened);
-}
-
 void answerLater(Workspace::Opened done, bool opened)
 {
-    const auto answer = [done = std::move(done), opened] {
-        if (done)
-            done(opened);
-    };
+    const auto answer = [done = std::move(done), opened] { done(opened); };
     QMetaObject::invokeMethod(QCoreApplication::instance(), answer, Qt::QueuedConnection);
 }
 
@@ -121,12 +88,17 @@ void GioWorkspace::open(const QString &url, Opened done)
     const QString scheme = schemeOf(url);
     if (scheme == systemSettingsScheme)
         return answerLater(std::move(done), openSystemSettings(url));
-    if (!isMeetingScheme(scheme) || !KELO_GIO(g_task_new))
+    const auto launch = KELO_GIO(g_app_info_launch_default_for_uri);
+    if (std::ranges::find(meetingSchemes, scheme) == meetingSchemes.end() || !launch)
         return answerLater(std::move(done), false);
-    const std::unique_ptr<GTask, Unref> task(
-        KELO_GIO(g_task_new)(nullptr, nullptr, finished, new Opened(std::move(done))));
-    KELO_GIO(g_task_set_task_data)(task.get(), g_strdup(url.toUtf8().constData()), g_free);
-    KELO_GIO(g_task_run_in_thread)(task.get(), launch);
+    QPromise<bool> opened;
+    opened.future().then(QCoreApplication::instance(), std::move(done));
+    // A thread that hangs is left to itself, also when the program ends.
+    std::thread([launch, link = url.toUtf8(), opened = std::move(opened)]() mutable {
+        opened.start();
+        opened.addResult(bool(launch(link.constData(), nullptr, nullptr)));
+        opened.finish();
+    }).detach();
 }
 
 bool GioWorkspace::hasHandler(const QString &scheme) const
@@ -134,9 +106,11 @@ bool GioWorkspace::hasHandler(const QString &scheme) const
     const auto find = KELO_GIO(g_app_info_get_default_for_uri_scheme);
     if (!find)
         return false;
-    const std::unique_ptr<GAppInfo, Unref> handler(find(scheme.toLower().toUtf8().constData()));
     // GIO itself passes over an entry whose program is missing.
-    return handler != nullptr;
+    GAppInfo *handler = find(scheme.toLower().toUtf8().constData());
+    if (handler)
+        KELO_GIO(g_object_unref)(handler);
+    return handler;
 }
 
 } // namespace mivora

@@ -64,8 +64,8 @@ std::optional<QString> setAside(const QString &path)
 
 } // namespace
 
-JsonDefaultsStore::JsonDefaultsStore(const QString &path, QObject *parent)
-    : DefaultsStore(parent), m_path(QFileInfo(path).absoluteFilePath()), m_watch(m_path),
+JsonDefaultsStore::JsonDefaultsStore(const QString &path)
+    : m_path(QFileInfo(path).absoluteFilePath()), m_watch(m_path),
       m_values(readObject(m_path).value_or(QJsonObject()))
 {
     connect(&m_watch, &FileWatch::changed, this, &JsonDefaultsStore::reload);

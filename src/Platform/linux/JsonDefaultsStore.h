@@ -19,7 +19,7 @@ class JsonDefaultsStore final : public DefaultsStore
 
 public:
     /// Opens the file `path`; it is made, with its folder, by the first write.
-    explicit JsonDefaultsStore(const QString &path, QObject *parent = nullptr);
+    explicit JsonDefaultsStore(const QString &path = settingsPath());
 
     /// The settings: `$XDG_CONFIG_HOME/mivora/mivora.json`.
     static QString settingsPath();

@@ -2,6 +2,7 @@
 
 #include "Platform/SystemLog.h"
 #include "Platform/linux/PortalRequest.h"
+#include "Platform/linux/XdgLoginItem.h"
 
 #include <QFile>
 
@@ -12,11 +13,6 @@ namespace {
 const QString backgroundInterface = QStringLiteral("org.freedesktop.portal.Background");
 
 } // namespace
-
-bool PortalLoginItem::isNeeded()
-{
-    return QFile::exists(QStringLiteral("/.flatpak-info"));
-}
 
 std::optional<QString> PortalLoginItem::setEnabled(bool enabled)
 {
@@ -53,6 +49,14 @@ void PortalLoginItem::answered(bool asWanted, bool enabled)
                                 : QStringLiteral("the desktop portal refused it, or there is none");
     if (error)
         writeToSystemLog(QLatin1String("Mivora: launch at login change failed: ") + *error);
+}
+
+std::unique_ptr<LoginItem> makeLoginItem()
+{
+    auto entry = std::make_unique<XdgLoginItem>(XdgLoginItem::Places::ofThisProcess());
+    if (!QFile::exists(QStringLiteral("/.flatpak-info")))
+        return entry;
+    return std::make_unique<PortalLoginItem>(std::move(entry), QDBusConnection::sessionBus());
 }
 
 } // namespace mivora

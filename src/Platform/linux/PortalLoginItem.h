@@ -23,9 +23,6 @@ public:
     {
     }
 
-    /// Whether this process runs in a Flatpak.
-    static bool isNeeded();
-
     bool isEnabled() const override { return m_memory->isEnabled(); }
 
     /// Always succeeds at once; what the portal refuses later is written to the system log.
@@ -38,5 +35,8 @@ private:
     std::unique_ptr<LoginItem> m_memory;
     QDBusConnection m_bus;
 };
+
+/// What starts this program at login: an autostart entry, in a Flatpak by way of the desktop portal.
+std::unique_ptr<LoginItem> makeLoginItem();
 
 } // namespace mivora

@@ -8,14 +8,14 @@ namespace mivora {
 
 RealTimeAlarm::RealTimeAlarm(QObject *parent)
     : QObject(parent), m_timer(timerfd_create(CLOCK_REALTIME, TFD_NONBLOCK | TFD_CLOEXEC)),
-      m_notifier(std::make_unique<QSocketNotifier>(m_timer, QSocketNotifier::Read))
+      m_notifier(m_timer, QSocketNotifier::Read)
 {
-    connect(m_notifier.get(), &QSocketNotifier::activated, this, &RealTimeAlarm::read);
+    connect(&m_notifier, &QSocketNotifier::activated, this, &RealTimeAlarm::read);
 }
 
 RealTimeAlarm::~RealTimeAlarm()
 {
-    m_notifier.reset();
+    m_notifier.setEnabled(false);
     ::close(m_timer);
 }
 

@@ -29,7 +29,7 @@ private:
     void read();
 
     int m_timer = -1;
-    std::unique_ptr<QSocketNotifier> m_notifier;
+    QSocketNotifier m_notifier;
 };
 
 } // namespace mivora

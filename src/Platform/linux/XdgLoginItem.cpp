@@ -1,43 +1,104 @@
 #include "Platform/linux/XdgLoginItem.h"
 
 #include "Platform/linux/AtomicFile.h"
-#include "Platform/linux/DesktopEntry.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <algorithm>
+#include <memory>
+
+// GLib uses "signals" as a name.
+#undef signals
+#include <glib.h>
 
 namespace mivora {
 
 namespace {
 
 constexpr QLatin1String entryName("/autostart/app.kelo.Mivora.desktop");
+constexpr char group[] = "Desktop Entry";
 constexpr char hiddenKey[] = "Hidden";
 /// Written by the settings of GNOME, MATE and Cinnamon where a user switches an entry off.
 constexpr char gnomeEnabledKey[] = "X-GNOME-Autostart-enabled";
 
-bool startsAtLogin(const DesktopEntry &entry)
+struct Unref
 {
-    return !entry.boolean(hiddenKey).value_or(false) && entry.boolean(gnomeEnabledKey).value_or(true);
+    void operator()(GKeyFile *file) const { g_key_file_unref(file); }
+};
+
+using DesktopFile = std::unique_ptr<GKeyFile, Unref>;
+
+/// The file `path` with the keys and comments that nobody here asks about. Null when it can't be read or is
+/// no desktop file.
+DesktopFile read(const QString &path)
+{
+    DesktopFile file(g_key_file_new());
+    const auto flags = GKeyFileFlags(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS);
+    if (!g_key_file_load_from_file(file.get(), QFile::encodeName(path).constData(), flags, nullptr) ||
+        !g_key_file_has_group(file.get(), group))
+        file.reset();
+    return file;
 }
 
-void switchOn(DesktopEntry &entry)
+bool contains(GKeyFile *file, const char *key)
 {
-    entry.remove(hiddenKey);
-    if (entry.contains(gnomeEnabledKey))
-        entry.setBoolean(gnomeEnabledKey, true);
+    return g_key_file_has_key(file, group, key, nullptr);
 }
 
-void fillIn(DesktopEntry &entry, const QString &program)
+/// `fallback` stands for a value that is missing or no boolean.
+bool boolean(GKeyFile *file, const char *key, bool fallback)
 {
-    entry.setString("Type", QStringLiteral("Application"));
-    if (!entry.contains("Name"))
-        entry.setString("Name", QStringLiteral("Mivora"));
-    if (!entry.contains("Icon"))
-        entry.setString("Icon", QStringLiteral("app.kelo.Mivora"));
-    entry.setString("Exec", execLine(program));
+    GError *error = nullptr;
+    const bool value = g_key_file_get_boolean(file, group, key, &error);
+    const bool isThere = !error;
+    g_clear_error(&error);
+    return isThere ? value : fallback;
+}
+
+void setString(GKeyFile *file, const char *key, const QString &value)
+{
+    g_key_file_set_string(file, group, key, value.toUtf8().constData());
+}
+
+/// The Exec value that starts `program` without arguments, quoted by the rules of the Desktop Entry
+/// Specification.
+QString execLine(const QString &program)
+{
+    QString quoted;
+    for (const QChar character : program) {
+        if (QLatin1String("\"`$\\").contains(character))
+            quoted += QLatin1Char('\\');
+        quoted += character;
+        // A single percent sign would begin a field code, inside quotes too.
+        if (character == QLatin1Char('%'))
+            quoted += character;
+    }
+    const bool isPlain = quoted == program && std::ranges::none_of(program, [](QChar character) {
+                             return QLatin1String(" \t\n'><~|&;*?#()").contains(character);
+                         });
+    return isPlain ? program : QLatin1Char('"') % quoted % QLatin1Char('"');
+}
+
+void fillIn(GKeyFile *file, const QString &program)
+{
+    setString(file, "Type", QStringLiteral("Application"));
+    if (!contains(file, "Name"))
+        setString(file, "Name", QStringLiteral("Mivora"));
+    if (!contains(file, "Icon"))
+        setString(file, "Icon", QStringLiteral("app.kelo.Mivora"));
+    setString(file, "Exec", execLine(program));
     // Without the program the entry is passed over: it stays behind when a package is removed.
-    entry.setString("TryExec", program);
+    setString(file, "TryExec", program);
+}
+
+void switchTo(GKeyFile *file, bool enabled)
+{
+    if (!enabled)
+        return g_key_file_set_boolean(file, group, hiddenKey, true);
+    g_key_file_remove_key(file, group, hiddenKey, nullptr);
+    if (contains(file, gnomeEnabledKey))
+        g_key_file_set_boolean(file, group, gnomeEnabledKey, true);
 }
 
 } // namespace
@@ -57,39 +118,36 @@ QString XdgLoginItem::userFile() const
     return m_places.userFolder % entryName;
 }
 
-std::optional<QString> XdgLoginItem::systemFile() const
+QString XdgLoginItem::systemFile() const
 {
     for (const QString &folder : m_places.systemFolders) {
         const QString path = folder % entryName;
         if (QFileInfo::exists(path))
             return path;
     }
-    return std::nullopt;
+    return {};
 }
 
 bool XdgLoginItem::isEnabled() const
 {
-    std::optional<QString> path = userFile();
-    if (!QFileInfo::exists(*path))
-        path = systemFile();
-    const auto entry = path ? DesktopEntry::read(*path) : std::nullopt;
-    return entry && startsAtLogin(*entry);
+    const DesktopFile file = read(QFileInfo::exists(userFile()) ? userFile() : systemFile());
+    return file && !boolean(file.get(), hiddenKey, false) && boolean(file.get(), gnomeEnabledKey, true);
 }
 
 std::optional<QString> XdgLoginItem::setEnabled(bool enabled)
 {
-    std::optional<DesktopEntry> entry = DesktopEntry::read(userFile());
-    const bool isOff = !entry && !systemFile();
-    if (!enabled && isOff)
-        return std::nullopt;
-    if (!entry)
-        entry = DesktopEntry();
-    fillIn(*entry, m_places.program);
-    if (enabled)
-        switchOn(*entry);
-    else
-        entry->setBoolean(hiddenKey, true);
-    return replaceFile(userFile(), entry->text());
+    DesktopFile file = read(userFile());
+    if (!file) {
+        if (!enabled && systemFile().isEmpty())
+            return std::nullopt;
+        file.reset(g_key_file_new());
+    }
+    fillIn(file.get(), m_places.program);
+    switchTo(file.get(), enabled);
+    gsize length = 0;
+    const std::unique_ptr<gchar, decltype(&g_free)> text(g_key_file_to_data(file.get(), &length, nullptr),
+                                                         g_free);
+    return replaceFile(userFile(), QByteArray(text.get(), qsizetype(length)));
 }
 
 } // namespace mivora

@@ -32,7 +32,8 @@ public:
 
 private:
     QString userFile() const;
-    std::optional<QString> systemFile() const;
+    /// Empty when there is none.
+    QString systemFile() const;
 
     Places m_places;
 };

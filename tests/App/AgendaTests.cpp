@@ -1,7 +1,7 @@
 #include "App/AgendaTable.h"
 
 #include "App/AgendaJson.h"
-#include "App/WorkspaceInstalledApps.h"
+#include "App/commands/Rfc3339.h"
 #include "FakeSurroundings.h"
 #include "Scheduling/SchedulerTest.h"
 
@@ -75,10 +75,10 @@ TEST_F(Agenda, aTableIsPlainOrColoured)
 {
     const Meeting review = Meeting::fromSnapshot(designReview());
     // The same meeting in a second calendar: one of the two is the next.
-    source.events = {review, inCalendar(review, "other"),
+    source.events = {review, review,
                      makeMeeting("日本\n\033[1m" + std::string(400, 'x'), at("2026-03-10T11:00:00Z"))};
     refreshAt("2026-03-10T08:00:00Z");
-    const std::string plain = agendaTable(json(), QTimeZone::utc(), {});
+    const std::string plain = agendaTable(json(), QTimeZone::utc(), {}).toStdString();
     EXPECT_EQ(plain.substr(plain.find('\n') + 1),
               "→ 10:00 – 10:30  Design review                                                 Zoom\n"
               "  10:00 – 10:30  Design review                                                 Zoom\n"
@@ -86,9 +86,45 @@ TEST_F(Agenda, aTableIsPlainOrColoured)
                   std::string(50, 'x') +
                   "…\n"
                   "\nNext: Design review · 2h\nJoin: https://zoom.us/j/123?pwd=abc\n");
-    const std::string coloured = agendaTable(json(), QTimeZone::utc(), {.colours = true, .width = 40});
+    const std::string coloured =
+        agendaTable(json(), QTimeZone::utc(), {.colours = true, .width = 40}).toStdString();
     EXPECT_NE(coloured.find("\033[38;2;1;2;3m▍\033[0m"), std::string::npos);
     EXPECT_EQ(coloured.find(std::string(20, 'x')), std::string::npos);
+}
+
+TEST(Rfc3339, readsTimesWithAnOffsetAlone)
+{
+    const std::pair<const char *, std::optional<double>> cases[] = {
+        {"1970-01-01T00:00:00Z", 0},
+        {"1970-01-01 01:00:00+01:00", 0},
+        {"1969-12-31t23:59:59.5z", -0.5},
+        {"2026-03-10T09:00:00-03:30", 1773145800},
+        {"2016-12-31T23:59:60Z", 1483228800},
+        {"2026-03-10T23:59:59", std::nullopt},
+        {"2026-02-29T00:00:00Z", std::nullopt},
+        {"2026-03-10T24:00:00Z", std::nullopt},
+        {"2026-03-10T09:00:61Z", std::nullopt},
+        {"2026-03-10T09:00:00+24:00", std::nullopt},
+        {"2026-03-10T09:00:00Z\n", std::nullopt},
+        {"2026-03-10T09:00:00.Z", std::nullopt},
+    };
+    for (const auto &[text, seconds] : cases) {
+        const auto time = timestampFromRfc3339(text);
+        EXPECT_EQ(time ? std::optional(secondsSinceEpoch(*time)) : std::nullopt, seconds) << text;
+    }
+}
+
+TEST(Rfc3339, writesTheOffsetOfTheZoneAtThatTime)
+{
+    const std::tuple<const char *, double, const char *> cases[] = {
+        {"Europe/Berlin", 1774745999, "2026-03-29T01:59:59+01:00"},
+        {"Europe/Berlin", 1774746000, "2026-03-29T03:00:00+02:00"},
+        {"America/St_Johns", 0, "1969-12-31T20:30:00-03:30"},
+        {"Europe/Berlin", 253402300799, "9999-12-31T23:59:59+00:00"},
+        {"Asia/Kathmandu", 1773136800.25, "2026-03-10T15:45:00.250+05:45"},
+    };
+    for (const auto &[zone, seconds, text] : cases)
+        EXPECT_EQ(rfc3339(timestampFromSeconds(seconds), QTimeZone(zone)).toStdString(), text);
 }
 
 } // namespace mivora
