@@ -1,0 +1,225 @@
+#include "FeedServer.h"
+#include "KeloUpdates/SparkleUpdater.h"
+#include "support/SharedViews.h"
+
+#include <QTest>
+
+namespace kelo {
+
+namespace {
+
+using std::chrono::minutes;
+
+constexpr char offer[] = "A new version of Mivora is available";
+
+/// An updater of version 1.9 with the real plug-ins and the real window, and a clock that is set by hand.
+class UpdatesTest : public testing::Test
+{
+protected:
+    UpdatesTest()
+    {
+        server.trust();
+        server.publishVersion("1.10");
+        start(feed.publicKey);
+    }
+
+    void start(const QString &key)
+    {
+        updater = std::make_unique<SparkleUpdater>(
+            QJsonObject{{feedKey, feed.address.toString()}, {publicKeyKey, key}},
+            UpdaterHost{.views = mivora::sharedViews(),
+                        .program = {QStringLiteral("Mivora"), feed.runningVersion},
+                        .openPage = [this](const QString &url) { opened << url; },
+                        .now = [this] { return now; },
+                        .memoryPath = folder.filePath(QStringLiteral("state.json"))});
+    }
+
+    /// What comes of a check: a fault, or the version that is offered.
+    std::string check(const UpdateFeed &asked)
+    {
+        std::optional<CheckOutcome> outcome;
+        checker->check(asked, [&](const CheckOutcome &what) { outcome = what; });
+        EXPECT_FALSE(outcome) << "not before check() returns";
+        EXPECT_TRUE(QTest::qWaitFor([&] { return outcome.has_value(); }, 10'000));
+        constexpr const char *faults[] = {"incomplete", "unusable",    "unreachable", "untrusted",
+                                          "refused",    "not genuine", "malformed"};
+        if (const auto *fault = std::get_if<UpdateFault>(&*outcome))
+            return faults[int(*fault)];
+        update = std::holds_alternative<Update>(*outcome) ? std::get<Update>(*outcome) : Update();
+        return update.version.isNull() ? "none" : update.version.toStdString();
+    }
+
+    UpdateWindow &window() { return updater->controller().window(); }
+
+    /// The window's heading once it doesn't say any more that there is work; "none" when there is no window.
+    std::string outcome()
+    {
+        EXPECT_TRUE(QTest::qWaitFor(
+            [this] { return !updater->controller().isChecking() && !window().page().isWorking; }, 10'000));
+        return window().isVisible() ? window().page().heading.toStdString() : "none";
+    }
+
+    /// What the program says by itself when it is `hours` later; "idle" when it doesn't look for updates.
+    std::string saysAfter(qint64 hours)
+    {
+        now = now.addSecs(hours * 3600);
+        updater->controller().tick();
+        return updater->controller().isChecking() ? outcome() : "idle";
+    }
+
+    FeedServer server;
+    UpdateFeed feed{server.address(), server.publicKey(), QStringLiteral("1.9")};
+    Update update;
+    mivora::PluginFile plugin{"mivora-updates", "MIVORA_UPDATES"};
+    UpdateChecker *checker = plugin.get<UpdateChecker>();
+    QTemporaryDir folder;
+    QDateTime now = QDateTime::fromString(QStringLiteral("2026-03-10T09:00:00Z"), Qt::ISODate);
+    QStringList opened;
+    std::unique_ptr<SparkleUpdater> updater;
+};
+
+} // namespace
+
+TEST_F(UpdatesTest, aGenuineFeedIsReadWhole)
+{
+    for (const auto &[running, expected] :
+         {std::pair("1.10", "none"), {"1.10.0", "none"}, {"2", "none"}, {"1.9", "1.10"}}) {
+        feed.runningVersion = QLatin1String(running);
+        EXPECT_EQ(check(feed), expected) << running;
+    }
+    EXPECT_EQ(update.date, QDate(2026, 12, 24));
+    EXPECT_EQ(update.notes, QStringLiteral("<b>Faster</b>"));
+    EXPECT_EQ(update.page, QStringLiteral("https://kelo.example/get"));
+    checker->check(feed, [](const CheckOutcome &) { ADD_FAILURE() << "cancelled"; });
+    checker->cancel();
+    checker->check(feed, [](const CheckOutcome &) { ADD_FAILURE() << "superseded"; });
+    EXPECT_EQ(check(feed), "1.10");
+}
+
+TEST_F(UpdatesTest, nothingIsBelievedThatThePublisherDidNotSign)
+{
+    const QByteArray document = server.answers["/feed"].body;
+    const QByteArray signature = server.answers["/feed.sig"].body;
+    const std::tuple<QByteArray, Answer, const char *> rows[] = {
+        {QByteArray(document).replace("1.10", "1.11"), {.body = signature}, "not genuine"},
+        {"{", {.body = signature}, "not genuine"},
+        {document, {.body = FeedServer().sign(document)}, "not genuine"},
+        {document, {.body = signature.chopped(1)}, "not genuine"},
+        {document, {.body = signature + '\n'}, "refused"},
+        {document, {.status = 404, .body = signature}, "refused"},
+    };
+    for (const auto &[sent, answer, expected] : rows) {
+        server.answers = {{"/feed", {.body = sent}}, {"/feed.sig", answer}};
+        EXPECT_EQ(check(feed), expected) << sent.constData() << answer.body.size();
+    }
+    for (const auto &[from, to] : {std::pair("{", "["),
+                                   {"1.10", ""},
+                                   {"1.10", "1.10-rc1"},
+                                   {"2026-12-24", "soon"},
+                                   {"https://", "http://"},
+                                   {"https://kelo.example/get", "https:///get"}}) {
+        server.publish(QByteArray(document).replace(from, to));
+        EXPECT_EQ(check(feed), "malformed") << to;
+    }
+}
+
+TEST_F(UpdatesTest, aServerIsGivenLittleTrustAndLittleRoom)
+{
+    const QByteArray document = server.answers["/feed"].body;
+    const QByteArray longest = document.leftJustified(64 * 1024, ' ');
+    server.publish(longest);
+    EXPECT_EQ(check(feed), "1.10");
+    for (const Answer &answer :
+         {Answer{.status = 500, .body = document}, Answer{.status = 302, .header = "Location: /feed.sig\r\n"},
+          Answer{.body = longest + ' '}}) {
+        server.answers["/feed"] = answer;
+        EXPECT_EQ(check(feed), "refused") << answer.status << ' ' << answer.body.size();
+    }
+
+    server.requests.clear();
+    UpdateFeed unusable = feed;
+    unusable.address.setScheme(QStringLiteral("http"));
+    EXPECT_EQ(check(unusable), "unusable");
+    unusable = {feed.address, QStringLiteral("YWJj"), feed.runningVersion};
+    EXPECT_EQ(check(unusable), "unusable");
+    FeedServer().trust();
+    EXPECT_EQ(check(feed), "untrusted");
+    EXPECT_TRUE(server.requests.isEmpty());
+    server.close();
+    EXPECT_EQ(check(feed), "unreachable");
+}
+
+TEST(StartDecision, followsTheKeyOfTheInformationDictionary)
+{
+    for (const QJsonValue &key : {QJsonValue(), QJsonValue(QJsonValue::Undefined), QJsonValue(42)})
+        EXPECT_FALSE(startsUpdater(key)) << key.type();
+    for (const char *key : {"", "REPLACE", "REPLACE_ME"})
+        EXPECT_FALSE(startsUpdater(QLatin1String(key))) << key;
+    for (const char *key : {"replace_me", " REPLACE", "uTIbFFxQGGq6bEqCz0ekk9KXWu7Ygs2yWYF0ifPHmc0="})
+        EXPECT_TRUE(startsUpdater(QLatin1String(key))) << key;
+}
+
+TEST_F(UpdatesTest, whoeverAsksIsLedFromTheCheckToThePage)
+{
+    EXPECT_TRUE(updater->canCheckForUpdates());
+    updater->checkForUpdates();
+    EXPECT_EQ(window().page().heading, QStringLiteral("Checking for updates…"));
+    EXPECT_EQ(outcome(), offer);
+    EXPECT_EQ(window().page().notes, QStringLiteral("<b>Faster</b>"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window().window()->height() > 220; })) << "no room";
+    updater->checkForUpdates();
+    EXPECT_EQ(outcome(), offer) << "is shown once more";
+    window().pressPrimary();
+    EXPECT_EQ(opened.join(u' '), QStringLiteral("https://kelo.example/get"));
+    EXPECT_FALSE(window().isVisible());
+    EXPECT_EQ(server.requests.size(), 2);
+}
+
+TEST_F(UpdatesTest, whoeverAsksIsAnsweredAndCanTryAgainOrGiveUp)
+{
+    server.publishVersion("1.9");
+    // A check that began by itself becomes the user's.
+    updater->controller().tick();
+    updater->checkForUpdates();
+    EXPECT_EQ(outcome(), "You're up to date");
+    EXPECT_EQ(server.requests.size(), 2);
+
+    server.answers["/feed"].status = 500;
+    updater->checkForUpdates();
+    EXPECT_EQ(outcome(), "Couldn't check for updates");
+    server.publishVersion("1.10");
+    window().pressSecondary();
+    EXPECT_EQ(outcome(), offer);
+    window().pressSecondary();
+
+    updater->checkForUpdates();
+    window().window()->close();
+    EXPECT_FALSE(updater->controller().isChecking());
+    updater->checkForUpdates();
+    EXPECT_EQ(outcome(), offer);
+
+    start(QStringLiteral("REPLACE_ME"));
+    EXPECT_LT(updater->controller().untilTick().count(), 0);
+    updater->checkForUpdates();
+    EXPECT_EQ(outcome(), "No update feed configured");
+    window().pressPrimary();
+    EXPECT_EQ(saysAfter(48), "idle");
+}
+
+TEST_F(UpdatesTest, looksOnceADayAndSpeaksOfEachNewVersionOnceAndOfNothingElse)
+{
+    EXPECT_GE(updater->controller().untilTick(), minutes(9));
+    EXPECT_LE(updater->controller().untilTick(), minutes(63));
+    server.answers["/feed"].status = 500;
+    EXPECT_EQ(saysAfter(1), "none");
+    server.publishVersion("1.10");
+    EXPECT_EQ(saysAfter(23), "idle");
+    EXPECT_EQ(saysAfter(1), offer);
+    start(feed.publicKey);
+    EXPECT_EQ(saysAfter(0), "idle") << "after a restart";
+    EXPECT_EQ(saysAfter(-400 * 24), "none") << "the clock was wrong before; told of already";
+    server.publishVersion("1.11");
+    EXPECT_EQ(saysAfter(25), offer);
+}
+
+} // namespace kelo
