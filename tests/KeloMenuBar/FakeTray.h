@@ -61,13 +61,6 @@ public:
 
     bool showsIcon() { return icon() && icon()->isExposed(); }
 
-    /// The size that the icon asks for, by its WM_NORMAL_HINTS.
-    QSize wantedSize() const
-    {
-        const auto hints = m_x11.values(m_icon, "WM_NORMAL_HINTS");
-        return hints.size() < 7 ? QSize() : QSize(int(hints[5]), int(hints[6]));
-    }
-
 private:
     const mivora::X11Connection m_x11;
     xcb_connection_t *m_connection = xcb_connect(nullptr, nullptr);

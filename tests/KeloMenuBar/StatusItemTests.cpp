@@ -5,6 +5,7 @@
 #include "support/FakeKeyboard.h"
 #include "support/KeptViews.h"
 
+#include <QFile>
 #include <QMouseEvent>
 #include <QScreen>
 #include <QTest>
@@ -80,7 +81,9 @@ TEST_F(StatusItemTest, isInTheTrayWhileNobodyElseDrawsIt)
     };
     m_tray.emplace();
     EXPECT_TRUE(isInTray(true));
-    EXPECT_EQ(m_tray->wantedSize(), QSize(22, 22));
+    const auto hints =
+        mivora::X11Connection().values(xcb_window_t(m_tray->icon()->winId()), "WM_NORMAL_HINTS");
+    EXPECT_EQ(hints.at(5) + hints.at(6), 44U) << "the room that it asks for";
     m_host.emplace(m_bus, false);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !m_host->registered.isEmpty(); }) && isInTray(true));
     for (const bool draws : {true, false, true}) {
@@ -194,6 +197,9 @@ TEST_F(StatusItemTest, hasAMenuForTheHostToDraw)
     EXPECT_TRUE(isChosen("one"));
     host.item("Activate", {10, 10});
     ASSERT_TRUE(openPopup()) << "for hosts that draw none";
+    EXPECT_EQ(openPopup()->geometry(), QRect(10, 10, 160, 88));
+    host.item("ContextMenu", {1279, 799});
+    EXPECT_EQ(openPopup()->geometry(), QRect(1120, 711, 160, 88));
     QTest::keyClick(openPopup(), Qt::Key_Escape);
 }
 
@@ -211,6 +217,9 @@ TEST_F(StatusItemTest, announcesOnlyWhatHasChanged)
     };
     EXPECT_EQ(saysOf(&StatusItemState::isUrgent, true, false), "") << "there and back";
     EXPECT_EQ(saysOf(&StatusItemState::isUrgent, true), "NewIcon");
+    const QString icons =
+        host.property("IconThemePath").toString() + QStringLiteral("/hicolor/scalable/status/");
+    EXPECT_TRUE(QFile::exists(icons + host.property("IconName").toString() + QStringLiteral(".svg")));
     EXPECT_EQ(saysOf(&StatusItemState::title, QStringLiteral("Review · 2m")), "NewTitle XAyatanaNewLabel");
     EXPECT_EQ(saysOf(&StatusItemState::countdown, QStringLiteral("2m")), "") << "a label doesn't show it";
     EXPECT_EQ(saysOf(&StatusItemState::toolTip, QStringLiteral("Access?")), "NewToolTip");

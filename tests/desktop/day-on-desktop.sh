@@ -9,10 +9,8 @@ need openbox xfce4-panel xterm xprop python3
 
 title() { property app.kelo.Mivora /StatusNotifierItem org.kde.StatusNotifierItem Title; }
 shows_title() { title | grep -q "$1"; }
-items() { watcher RegisteredStatusNotifierItems | grep -o "'[^']*'" | wc -l; }
-has_item() { has_host && [ "$(items)" -eq 1 ]; }
-windows() { xdotool search --onlyvisible --class mivora 2>/dev/null | wc -l; }
-has_windows() { [ "$(windows)" -eq "$1" ]; }
+has_item() { has_host && [ "$(watcher RegisteredStatusNotifierItems | grep -o "'[^']*'" | wc -l)" -eq 1 ]; }
+has_windows() { [ "$(xdotool search --onlyvisible --class mivora 2>/dev/null | wc -l)" -eq "$1" ]; }
 is_active() { [ "$(xdotool getactivewindow getwindowpid)" = "$program" ]; }
 setting() { mivora defaults read "$1" 2>/dev/null; }
 soon() { timeout 5 "$BIN/mivora" "$@" >/dev/null; } # Sooner than a call on the bus is given up.
