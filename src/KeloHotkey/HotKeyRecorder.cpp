@@ -3,14 +3,17 @@
 #include "KeloHotkey/HotKeyService.h"
 #include "KeloHotkey/KeyboardLayout.h"
 #include "KeloHotkey/VirtualKeys.h"
-#include "KeloHotkey/backends/KeyboardGrab.h"
 #include "Platform/linux/X11Connection.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
+#include <QTimer>
 #include <QWindow>
+#include <chrono>
 
 namespace kelo {
+
+using mivora::X11Connection;
 
 namespace {
 
@@ -32,18 +35,69 @@ bool isShortcut(const HotKeyCombo &combo)
     return !isShiftAtMost && !isReserved;
 }
 
+void ungrabKeyboard()
+{
+    const X11Connection x11;
+    xcb_ungrab_keyboard(x11.get(), XCB_CURRENT_TIME);
+    x11.flush();
+}
+
 // Desktops turn the server's bell into their alert sound.
 void ringBell()
 {
-    if (!mivora::X11Connection::isAvailable())
+    if (!X11Connection::isAvailable())
         return;
-    const mivora::X11Connection x11;
+    const X11Connection x11;
     // 0: as loud as the user has set it.
     xcb_bell(x11.get(), 0);
     x11.flush();
 }
 
 } // namespace
+
+/// While it lives, all keys of an X display go to one window, those included that the window manager would
+/// act on, such as the ones that close a window. Does nothing where the application has no X display.
+///
+/// A grab left alone would keep the screen from being locked, so it ends by itself after half a minute
+/// without a key.
+class KeyboardGrab final
+{
+public:
+    /// `window` has the keyboard's focus.
+    explicit KeyboardGrab(const QWindow &window)
+    {
+        if (!X11Connection::isAvailable())
+            return;
+        const X11Connection x11;
+        // Of the window with the focus: a grab of another one would be told to Qt as a loss of the focus.
+        const auto cookie = xcb_grab_keyboard(x11.get(), true, xcb_window_t(window.winId()), XCB_CURRENT_TIME,
+                                              XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        // Refused while another program has a grab: then the window manager's keys stay its own.
+        xcb_discard_reply(x11.get(), cookie.sequence);
+        x11.flush();
+        m_limit.setSingleShot(true);
+        m_limit.callOnTimeout(ungrabKeyboard);
+        m_limit.start(std::chrono::seconds(30));
+    }
+
+    ~KeyboardGrab()
+    {
+        if (m_limit.isActive())
+            ungrabKeyboard();
+    }
+    Q_DISABLE_COPY_MOVE(KeyboardGrab)
+
+    /// To be called for each key.
+    void prolong()
+    {
+        if (m_limit.isActive())
+            m_limit.start();
+    }
+
+private:
+    /// Runs while the keyboard is grabbed.
+    QTimer m_limit;
+};
 
 HotKeyRecorder::HotKeyRecorder(HotKeyService &service, const HotKeyCombo &combo,
                                const HotKeyCombo &defaultCombo, QObject *parent)

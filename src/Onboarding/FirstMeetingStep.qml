@@ -1,5 +1,6 @@
 import QtQuick
 import KeloAppearance
+import KeloThemeViews
 
 // The end of the walkthrough: the next meeting, and what will happen before it.
 Item {
@@ -20,10 +21,46 @@ Item {
             visible: !root.model.hasMeeting
             text: qsTr("You're all set. The countdown appears in the menu bar as soon as something is on your calendar.")
         }
-        MeetingCard {
+        // The meeting: its calendar's colour, its title, when and where it is.
+        KeloCard {
             width: parent.width
+            implicitHeight: texts.height + 24
             visible: root.model.hasMeeting
-            model: root.model
+
+            Accessible.role: Accessible.StaticText
+            Accessible.name: root.model.title + ", " + root.model.detail
+
+            Rectangle {
+                id: bar
+
+                anchors { left: parent.left; top: parent.top; bottom: parent.bottom; margins: 12 }
+                width: 5
+                radius: 2.5
+                color: root.model.color || Appearance.colors.accent
+            }
+            Column {
+                id: texts
+
+                anchors { left: bar.right; right: parent.right; top: parent.top; margins: 12 }
+                spacing: 3
+
+                Label {
+                    width: parent.width
+                    text: root.model.title
+                    size: 14
+                    font.weight: Font.DemiBold
+                    wrapMode: Text.Wrap
+                    maximumLineCount: 2
+                    elide: Text.ElideRight
+                }
+                Label {
+                    width: parent.width
+                    text: root.model.detail
+                    color: Appearance.colors.secondaryLabel
+                    size: 12
+                    elide: Text.ElideRight
+                }
+            }
         }
         Item { width: 1; height: 2 }
         TipRow {

@@ -30,14 +30,16 @@ FormPage {
                 spacing: 10
 
                 Label {
+                    id: titleWidth
+
                     anchors.verticalCenter: parent.verticalCenter
-                    text: root.model.titleWidthText
+                    text: qsTr("%n character(s)", "", root.model.prefs.titleWidth)
                     color: Appearance.colors.secondaryLabel
                     opacity: enabled ? 1 : 0.4
                 }
                 Stepper {
                     name: qsTr("Title length")
-                    valueText: root.model.titleWidthText
+                    valueText: titleWidth.text
                     value: root.model.prefs.titleWidth
                     from: root.model.minTitleWidth
                     to: root.model.maxTitleWidth

@@ -62,7 +62,6 @@ GeneralPageModel::GeneralPageModel(Preferences &prefs, kelo::HotKeyService &serv
     : m_prefs(prefs), m_registerHotKey(std::move(registerHotKey)), m_useHotKey(prefs.joinHotKey()),
       m_recorder(service, prefs.joinHotKey().value_or(defaultCombo), defaultCombo)
 {
-    connect(&m_prefs, &Preferences::titleWidthChanged, this, &GeneralPageModel::titleWidthChanged);
     connect(&m_prefs, &Preferences::leadMinutesChanged, this, &GeneralPageModel::leadMinutesChanged);
     connect(&m_prefs, &Preferences::panelCornerChanged, this, &GeneralPageModel::panelCornerChanged);
     connect(&m_prefs, &Preferences::joinHotKeyChanged, this, &GeneralPageModel::followHotKey);
@@ -89,11 +88,6 @@ void GeneralPageModel::setHotKeyState(bool use, const QString &conflict)
 QObject *GeneralPageModel::prefs() const
 {
     return &m_prefs;
-}
-
-QString GeneralPageModel::titleWidthText() const
-{
-    return GeneralPage::tr("%n character(s)", nullptr, m_prefs.titleWidth());
 }
 
 int GeneralPageModel::minTitleWidth() const

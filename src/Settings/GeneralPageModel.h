@@ -16,7 +16,6 @@ class GeneralPageModel final : public QObject
     Q_OBJECT
     /// The settings that the page shows as they are.
     Q_PROPERTY(QObject *prefs READ prefs CONSTANT)
-    Q_PROPERTY(QString titleWidthText READ titleWidthText NOTIFY titleWidthChanged)
     Q_PROPERTY(int minTitleWidth READ minTitleWidth CONSTANT)
     Q_PROPERTY(int maxTitleWidth READ maxTitleWidth CONSTANT)
     Q_PROPERTY(QStringList leadMinutesTexts READ leadMinutesTexts CONSTANT)
@@ -41,7 +40,6 @@ public:
 
     QObject *prefs() const;
 
-    QString titleWidthText() const;
     int minTitleWidth() const;
     int maxTitleWidth() const;
 
@@ -67,7 +65,6 @@ public:
     kelo::HotKeyRecorder *recorder() { return &m_recorder; }
 
 Q_SIGNALS:
-    void titleWidthChanged();
     void leadMinutesChanged();
     void panelCornerChanged();
     void useHotKeyChanged();

@@ -12,13 +12,14 @@ struct Page
     QLatin1String rawValue;
     const char *title = nullptr;
     QLatin1String symbol;
+    /// The role of a colour.
     QLatin1String tint;
 };
 
 // In the order of the enumeration.
 constexpr std::array pages{
     Page{QLatin1String("general"), QT_TRANSLATE_NOOP("SettingsPage", "General"),
-         QLatin1String("gearshape.fill"), QLatin1String("gray")},
+         QLatin1String("gearshape.fill"), QLatin1String("secondaryLabel")},
     Page{QLatin1String("calendars"), QT_TRANSLATE_NOOP("SettingsPage", "Calendars"),
          QLatin1String("calendar"), QLatin1String("red")},
 };

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import KeloAppearance
 import KeloThemeViews
 
@@ -38,21 +39,61 @@ Rectangle {
         Repeater {
             model: root.router.pages
 
-            SettingsSidebarRow {
+            T.ItemDelegate {
+                id: row
+
                 required property int index
                 required property var modelData
 
                 width: parent.width
+                implicitHeight: Math.round(32 * Appearance.textScale)
+                focusPolicy: Qt.NoFocus
                 text: modelData.title
-                symbol: modelData.symbol
-                tint: modelData.tint
                 highlighted: index === root.router.pageIndex
                 onClicked: root.router.selectRow(index)
+
+                Accessible.name: text
+                Accessible.selectable: true
+                Accessible.selected: highlighted
+                Accessible.onPressAction: clicked()
 
                 FocusRing {
                     anchors.margins: 0
                     radius: 8
-                    visible: root.activeFocus && root.isKeyed && parent.highlighted
+                    visible: root.activeFocus && root.isKeyed && row.highlighted
+                }
+
+                background: Rectangle {
+                    radius: 8
+                    color: row.highlighted ? Appearance.colors.controlHovered
+                                           : row.hovered ? Appearance.colors.cardFill : "transparent"
+                }
+                contentItem: Item {
+                    // The page's symbol on a small tile.
+                    Rectangle {
+                        id: tile
+
+                        readonly property color primary: Appearance.colors.label
+
+                        anchors { left: parent.left; leftMargin: 8; verticalCenter: parent.verticalCenter }
+                        width: 20
+                        height: 20
+                        radius: 5.2
+                        color: Qt.rgba(primary.r, primary.g, primary.b, 0.08)
+
+                        Symbol {
+                            anchors.centerIn: parent
+                            name: row.modelData.symbol
+                            size: 13
+                            color: Appearance.colors[row.modelData.tint]
+                        }
+                    }
+                    Label {
+                        anchors { left: tile.right; leftMargin: 8; right: parent.right; rightMargin: 8 }
+                        anchors.verticalCenter: parent.verticalCenter
+                        text: row.text
+                        elide: Text.ElideRight
+                    }
                 }
             }
         }

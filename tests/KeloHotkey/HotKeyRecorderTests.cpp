@@ -117,21 +117,21 @@ TEST_F(HotKeyRecorderTest, takesTheKeyboardFromTheWindowManagerAndFromShortcutsW
     support::OtherClient manager;
     ASSERT_TRUE(manager.grab(KEY_F4 + 8, XCB_MOD_MASK_1));
     m_recorder.toggle();
-    EXPECT_TRUE(m_service.isSuspended());
+    EXPECT_TRUE(m_service.isSuspended);
     // Without any focus the server drops all keys, those of window managers as well.
     m_window.giveFocus(X11Connection().root());
-    EXPECT_FALSE(m_service.isSuspended()) << "elsewhere the shortcut works";
+    EXPECT_FALSE(m_service.isSuspended) << "elsewhere the shortcut works";
     EXPECT_TRUE(m_recorder.isRecording());
     tap(altF4);
     EXPECT_EQ(manager.presses(), 1) << "the keyboard is elsewhere";
     m_window.giveFocus(xcb_window_t(m_window.winId()));
-    EXPECT_TRUE(m_service.isSuspended());
+    EXPECT_TRUE(m_service.isSuspended);
     tap(altF4);
     EXPECT_TRUE(QTest::qWaitFor([&] { return m_outcome == u"⌥F4"; }));
     EXPECT_EQ(manager.presses(), 0);
     tap(altF4);
     EXPECT_EQ(manager.presses(), 1) << "recording is over";
-    EXPECT_FALSE(m_service.isSuspended());
+    EXPECT_FALSE(m_service.isSuspended);
 }
 
 TEST_F(HotKeyRecorderTest, offersToGoBackToTheDefault)

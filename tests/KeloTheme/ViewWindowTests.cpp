@@ -27,7 +27,6 @@ TEST(ViewWindow, comesAndGoesAndKeepsItsPlace)
     ASSERT_TRUE(card.show());
     QWindow *window = card.window();
     EXPECT_TRUE(card.isVisible());
-    EXPECT_EQ(window->title(), QStringLiteral("Card"));
     EXPECT_EQ(window->minimumSize(), QSize(300, 200));
     EXPECT_EQ(window->maximumSize(), QSize(300, 200));
     EXPECT_EQ(window->geometry().center(), window->screen()->availableGeometry().center());
@@ -47,7 +46,6 @@ TEST(ViewWindow, comesAndGoesAndKeepsItsPlace)
     ASSERT_EQ(card.window(), window) << "it is in use again";
     EXPECT_EQ(window->title(), QStringLiteral("Other"));
     card.close();
-    EXPECT_FALSE(card.isVisible());
     EXPECT_EQ(closed.count(), 1) << "not by the user";
     EXPECT_TRUE(QTest::qWaitFor([&] { return !card.window(); }));
     card.show();

@@ -131,46 +131,39 @@ TEST_F(SettingsWindowTest, picksFromLists)
     EXPECT_EQ(prefs.panelCorner(), PanelCorner::bottomLeft);
 }
 
-TEST_F(SettingsWindowTest, recordsAShortcutWhileItIsOnTheScreen)
-{
-    const AccessibleView view = open(general);
-    isFree = false;
-    ASSERT_TRUE(view.click(QAccessible::CheckBox, shortcutToggle));
-    ASSERT_TRUE(view.click(QAccessible::PushButton, recorder));
-    EXPECT_TRUE(service.isSuspended());
-    ASSERT_TRUE(view.click(QAccessible::PushButton, recorder));
-    EXPECT_FALSE(service.isSuspended());
-    EXPECT_EQ(view.find(QAccessible::PushButton, recorder)->text(QAccessible::Description),
-              QStringLiteral("⇧⌘J. ⇧⌘J is already in use. Choose a different shortcut."));
-    ASSERT_TRUE(view.click(QAccessible::PushButton, recorder));
-    controller.show(calendars);
-    EXPECT_FALSE(service.isSuspended()) << "the recorder has left the screen";
-}
-
 TEST_F(SettingsWindowTest, isOperatedByTheKeyboardAlone)
 {
     prefs.setJoinHotKey(kelo::HotKeyCombo{9, kelo::controlKey});
     const AccessibleView view = open(general);
-    for (const QString &stop :
-         {QStringLiteral("Settings"), menuBarToggle, lengthStepper, QStringLiteral("Launch at login"),
-          leadPicker, QStringLiteral("Panel position"),
-          QStringLiteral("Also remind me for meetings without a link"), shortcutToggle}) {
-        EXPECT_EQ(view.focused(), stop);
-        view.type(Qt::Key_Tab);
-    }
-    EXPECT_EQ(view.focused(), recorder);
+    QStringList stops;
+    for (; view.focused() != recorder && stops.size() < 20; view.type(Qt::Key_Tab))
+        stops.append(view.focused());
+    EXPECT_EQ(stops.join(u'|').toStdString(),
+              "Settings|Show the next meeting in the menu bar|Title length|Launch at login|"
+              "Show the Join panel|Panel position|Also remind me for meetings without a link|"
+              "Join the next meeting with a shortcut");
     view.type(Qt::Key_Space);
-    ASSERT_TRUE(service.isSuspended()) << "it records";
+    ASSERT_TRUE(service.isSuspended) << "it records";
     sendSpace(QEvent::KeyPress);
     sendSpace(QEvent::KeyRelease);
     EXPECT_EQ(prefs.joinHotKey(), (kelo::HotKeyCombo{49, kelo::controlKey}));
-    EXPECT_FALSE(service.isSuspended()) << "the release doesn't begin anew";
+    EXPECT_FALSE(service.isSuspended) << "the release doesn't begin anew";
 
     view.type(Qt::Key_Tab);
     EXPECT_EQ(view.focused(), QStringLiteral("Reset to ⇧⌘J"));
+    isFree = false;
+    view.type(Qt::Key_Space);
+    EXPECT_EQ(view.find(QAccessible::PushButton, recorder)->text(QAccessible::Description),
+              QStringLiteral("⌃Space. ⇧⌘J is already in use. Choose a different shortcut."));
+    EXPECT_EQ(view.focused(), recorder) << "the button that had the keyboard may be gone";
+    isFree = true;
+    view.type(Qt::Key_Tab);
     view.type(Qt::Key_Space);
     EXPECT_EQ(prefs.joinHotKey(), GeneralPageModel::defaultCombo);
-    EXPECT_EQ(view.focused(), recorder) << "the button that had the keyboard is gone";
+    view.type(Qt::Key_Space);
+    EXPECT_TRUE(service.isSuspended);
+    controller.show(calendars);
+    EXPECT_FALSE(service.isSuspended) << "the recorder has left the screen";
 }
 
 TEST_F(SettingsWindowTest, switchesCalendarsAndFollowsTheStore)

@@ -79,13 +79,9 @@ public:
     /// The name of the item that has the keyboard.
     QString focused() const
     {
-        const auto *item = QAccessible::queryAccessibleInterface(m_window->focusObject());
-        if (item && item->state().focusable)
-            return item->text(QAccessible::Name);
-        // Of what has a name the keyboard may be in a nameless part.
-        for (QAccessibleInterface *other : all()) {
-            if (other->state().focused && other->state().focusable)
-                return other->text(QAccessible::Name);
+        for (const QAccessibleInterface *item : all()) {
+            if (item->state().focused && item->state().focusable)
+                return item->text(QAccessible::Name);
         }
         return {};
     }
