@@ -144,14 +144,16 @@ TEST_F(MemoryStoreTest, findsWhatOverlaps)
 {
     // From 100 to 200.
     first->tell(
-        {.changes = {
-             .added = {meeting("around it", 0, 300), meeting("before", 0, 50),
-                       meeting("ends at the start", 0, 100), meeting("runs into it", 0, 101),
-                       meeting("no length before", 99, 99), meeting("no length at its start", 100, 100),
-                       meeting("no length inside", 150, 150), meeting("runs out of it", 199, 250),
-                       meeting("starts at its end", 200, 250), meeting("no length at its end", 200, 200)}}});
+        {.changes = {.added = {meeting("around it", 0, 300), meeting("before", 0, 50),
+                               meeting("ends at the start", 0, 100), meeting("runs into it", 0, 101),
+                               meeting("no length before", 99, 99),
+                               meeting("no length at its start", 100, 100),
+                               meeting("no length inside", 150, 150), meeting("runs out of it", 199, 250),
+                               meeting("starts at its end", 200, 250),
+                               meeting("no length at its end", 200, 200), meeting("last", 300, 300)}}});
     EXPECT_THAT(titles(100, 200), ElementsAre("around it", "runs into it", "no length at its start",
                                               "no length inside", "runs out of it"));
+    EXPECT_THAT(titles(300, 400), ElementsAre("last"));
 }
 
 TEST_F(MemoryStoreTest, hasTheDaysLoadedThatAreAskedFor)

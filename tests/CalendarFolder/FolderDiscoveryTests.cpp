@@ -90,44 +90,34 @@ TEST(FolderDiscovery, followsLinksButNotInCirclesAndReadsFilesOnly)
 
 TEST(FolderDiscovery, knowsTheUserByTheMostCertainAddress)
 {
+    const std::string event = "work/a.ics", name = "work/displayname", address = "name@example.com";
+    const std::string wr = "X-WR-OWNER:wr@example.com\r\n", cal = "X-WR-CALNAME:cal@example.com\r\n";
+
     struct Case
     {
-        const char *what;
-        std::string owner;
-        std::string displayName;
+        const char *user;
+        std::string file;
         std::string calendarLines;
-        std::string expected;
-        std::string file = "work/a.ics";
+        std::vector<std::pair<std::string, std::string>> others = {};
     };
 
-    const std::vector<Case> cases{
-        {"owner file first", "MAILTO:Owner@example.com", "name@example.com", "X-WR-OWNER:wr@example.com\r\n",
-         "owner@example.com"},
-        {"then X-WR-OWNER", "", "name@example.com", "X-WR-OWNER:wr@example.com\r\n", "wr@example.com"},
-        {"then a name that is an address", "", "name@example.com", "", "name@example.com"},
-        {"or the calendar's own name", "", "Work", "X-WR-CALNAME:cal@example.com\r\n", "cal@example.com"},
-        {"else the settings", "", "Work", "X-WR-CALNAME:Work\r\n", "me@example.com"},
-        {"a name of the file", "", "", "", "name@example.com", "name@example.com.ics"},
-        {"that of the account", "", "", "", "cal@example.com", "cal@example.com/work/a.ics"},
-    };
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.what);
+    for (const Case &c :
+         {Case{"owner", event, wr, {{"work/owner", "MAILTO:Owner@example.com"}, {name, address}}},
+          Case{"wr", event, wr, {{name, address}}}, Case{"name", event, cal, {{name, address}}},
+          Case{"cal", event, cal, {{name, "Work"}}},
+          Case{"me", event, "X-WR-CALNAME:Work at@ home\r\n", {{name, "@work"}}},
+          Case{"name", address + ".ics", {}}, Case{"cal", "cal@example.com/work/a.ics", {}}}) {
         const CalendarFolder folder;
         std::string attendees = "ATTENDEE;PARTSTAT=DECLINED:/principals/1\r\n";
-        for (const std::string name : {"owner", "wr", "name", "cal", "me"})
-            attendees +=
-                "ATTENDEE;PARTSTAT=" + std::string(c.expected.starts_with(name) ? "ACCEPTED" : "DECLINED") +
-                ":mailto:" + name + "@example.com\r\n";
+        for (const std::string one : {"owner", "wr", "name", "cal", "me"})
+            attendees += "ATTENDEE;PARTSTAT=" + std::string(one == c.user ? "ACCEPTED" : "DECLINED") +
+                         ":mailto:" + one + "@example.com\r\n";
         std::string text = eventText("Event", "20260310T090000Z", attendees);
-        text.insert(text.find("BEGIN:VEVENT"), c.calendarLines);
-        folder.write(c.file, text);
-        if (!c.displayName.empty())
-            folder.write("work/displayname", c.displayName);
-        if (!c.owner.empty())
-            folder.write("work/owner", c.owner);
+        folder.write(c.file, text.insert(text.find("BEGIN:VEVENT"), c.calendarLines));
+        for (const auto &[file, line] : c.others)
+            folder.write(file, line);
         LoadedStore loaded({folder.path()}, {"", "mailto:Me@example.com"});
-        ASSERT_EQ(loaded.meetings().size(), 1u);
-        EXPECT_EQ(loaded.meetings()[0]->participation, Participation::accepted);
+        EXPECT_EQ(loaded.meetings().at(0)->participation, Participation::accepted) << c.user << c.file;
     }
 }
 
