@@ -15,8 +15,6 @@ struct ObjectName
     std::string uid;
     /// The RECURRENCE-ID of a component that overrides one occurrence; empty for the event itself.
     std::string recurrenceID;
-
-    friend auto operator<=>(const ObjectName &, const ObjectName &) = default;
 };
 
 /// A component of a calendar.

@@ -17,8 +17,6 @@ struct TimeValue
     LocalTime local{};
     bool isDate = false;
     bool isUtc = false;
-
-    friend bool operator==(const TimeValue &, const TimeValue &) = default;
 };
 
 /// A DURATION value: days follow the calendar, the rest is exact.
@@ -26,8 +24,6 @@ struct DurationValue
 {
     std::chrono::days days{};
     std::chrono::seconds seconds{};
-
-    friend bool operator==(const DurationValue &, const DurationValue &) = default;
 };
 
 /// Reads "20240131", "20240131T090000" or "20240131T090000Z", with blanks around it or not. Nothing when it

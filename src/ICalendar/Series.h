@@ -13,8 +13,6 @@ struct SeriesTime
     const EventTimes *event = nullptr;
     UtcTime start{};
     UtcTime end{};
-
-    friend bool operator==(const SeriesTime &, const SeriesTime &) = default;
 };
 
 /// Which part of an occurrence's time is wanted, and by which zones.

@@ -18,7 +18,6 @@ public:
     bool loaded = true;
     int queries = 0;
     QTimeZone zone;
-    std::optional<std::set<std::string>> lastSelection;
 
     AuthorizationStatus authorizationStatus() const override { return status; }
 
@@ -32,10 +31,10 @@ public:
     Meetings meetings(Timestamp, Timestamp, const std::optional<std::set<std::string>> &ids) override
     {
         ++queries;
-        lastSelection = ids;
         Meetings meetings;
         for (const EventSnapshot &event : storeEvents)
-            meetings.push_back(std::make_shared<const Meeting>(Meeting::fromSnapshot(event)));
+            if (!ids || ids->contains(event.calendarID))
+                meetings.push_back(std::make_shared<const Meeting>(Meeting::fromSnapshot(event)));
         return meetings;
     }
 

@@ -119,11 +119,10 @@ TEST_F(DesktopEventsTest, knowTheUserByTheBestAddressKnown)
         "ATTENDEE;PARTSTAT=ACCEPTED:mailto:me@example.com\r\n");
     settled();
     EXPECT_EQ(participation, Participation::accepted) << "the settings'";
-    events.setAccounts({{calendarWith("work")}, {"Mail@example.com"}});
+    events.setAccounts({{calendarWith("work", {"ann", "/owner@example.com/"})}, {"Mail@example.com"}});
     settled();
     EXPECT_EQ(participation, Participation::tentative) << "and the first that is the user";
-    events.setAccounts(
-        {{calendarWith("work", {"ann", "/mail@example.com/", "mailto:owner@example.com"})}, {}});
+    events.setAccounts({{calendarWith("work", {"ann", "mailto:owner@example.com"})}, {}});
     settled();
     EXPECT_EQ(participation, Participation::declined) << "the calendar's owner alone";
 }
@@ -139,6 +138,9 @@ TEST_F(DesktopEventsTest, dropCalendarsWithTheirEvents)
     EXPECT_EQ(last.calendars, expected);
     events.setAccounts({{calendarWith("home")}, {}});
     EXPECT_EQ(settled(), "same 10/9:00  ");
+    events.setAccounts({{calendarWith("work"), calendarWith("home")}, {}});
+    put("same", ":20260310T090000Z");
+    EXPECT_EQ(settled(), "same 10/9:00  same 10/9:00  ") << "and back";
 }
 
 TEST_F(DesktopEventsTest, tellWhetherTheyCanBeRead)
