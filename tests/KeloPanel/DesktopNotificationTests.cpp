@@ -45,6 +45,7 @@ TEST_F(DesktopNotificationTest, replacesWhatItShowed)
     ASSERT_TRUE(waitForCalls(1));
     notification->show(
         {.summary = QStringLiteral("Two"), .actions = {QStringLiteral("x"), QStringLiteral("X")}});
+    notification->close();
     show("Three");
     ASSERT_TRUE(waitForCalls(2));
     EXPECT_THAT(desktop.calls, ElementsAre("notify 0 One|a &lt;b&gt;||-1", "notify 7 Three|||0"))

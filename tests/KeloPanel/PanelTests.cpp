@@ -105,11 +105,12 @@ TEST_F(PanelTest, orderedFrontItAsksNobodyAndKeepsItsPlace)
     EXPECT_TRUE(controller.orderFrontRegardless(QPointF(30, 40)));
     controller.panel().releaseView();
     EXPECT_TRUE(controller.isVisible()) << "a visible panel keeps its view";
+    window().setPosition(50, 60);
     controller.hide();
     controller.panel().releaseView();
     EXPECT_FALSE(controller.panel().window());
     EXPECT_TRUE(controller.orderFrontRegardless({}));
-    EXPECT_EQ(window().position(), QPoint(30, 40));
+    EXPECT_EQ(window().position(), QPoint(50, 60));
     EXPECT_THAT(calls, ElementsAre("didHide"));
 }
 

@@ -8,8 +8,6 @@ namespace kelo {
 
 namespace {
 
-using std::chrono::minutes;
-
 constexpr char offer[] = "A new version of Mivora is available";
 
 /// An updater of version 1.9 with the real plug-ins and the real window, and a clock that is set by hand.
@@ -208,8 +206,8 @@ TEST_F(UpdatesTest, whoeverAsksIsAnsweredAndCanTryAgainOrGiveUp)
 
 TEST_F(UpdatesTest, looksOnceADayAndSpeaksOfEachNewVersionOnceAndOfNothingElse)
 {
-    EXPECT_GE(updater->controller().untilTick(), minutes(9));
-    EXPECT_LE(updater->controller().untilTick(), minutes(63));
+    EXPECT_GE(updater->controller().untilTick(), std::chrono::minutes(9));
+    EXPECT_LE(updater->controller().untilTick(), std::chrono::minutes(63));
     server.answers["/feed"].status = 500;
     EXPECT_EQ(saysAfter(1), "none");
     server.publishVersion("1.10");

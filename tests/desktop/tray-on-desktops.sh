@@ -46,7 +46,6 @@ patience=60 await has_host || fail "a status area appears"
 
 record_links
 used_before
-event planning "Planning" 3300 https://meet.google.com/abc-defg-hij
 event review "Design review" 1500 https://zoom.us/j/123456789
 start "$BIN/mivora"
 await tells 'Design review' || fail "it shows the meeting"
