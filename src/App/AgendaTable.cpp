@@ -2,7 +2,6 @@
 
 #include "App/commands/Output.h"
 #include "App/commands/Rfc3339.h"
-#include "MeetingTexts/LocalDay.h"
 #include "MeetingTexts/MeetingTexts.h"
 #include "MeetingTexts/TitleText.h"
 #include "Meetings/Color.h"

@@ -6,7 +6,6 @@
 #include "App/MakeUpdater.h"
 #include "KeloHotkey/HotKeyService.h"
 #include "KeloMenuBar/MainMenu.h"
-#include "MeetingTexts/LocalDay.h"
 #include "MeetingTexts/MeetingTexts.h"
 #include "Onboarding/OnboardingFlow.h"
 #include "Platform/DefaultsStore.h"

@@ -5,7 +5,7 @@
 #include "Calendar/MemoryStore.h"
 #include "CalendarEds/DesktopLoader.h"
 #include "CalendarFolder/FolderLoader.h"
-#include "MeetingTexts/LocalDay.h"
+#include "MeetingTexts/MeetingTexts.h"
 #include "Preferences/Settings.h"
 
 #include <QTimer>

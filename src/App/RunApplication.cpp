@@ -6,7 +6,7 @@
 #include "App/RunningInstance.h"
 #include "App/commands/Output.h"
 #include "KeloHotkey/HotKeyServices.h"
-#include "MeetingTexts/LocalDay.h"
+#include "MeetingTexts/MeetingTexts.h"
 #include "Platform/linux/ClipboardPasteboard.h"
 #include "Platform/linux/LinuxSystemEvents.h"
 #include "Platform/linux/PortalLoginItem.h"

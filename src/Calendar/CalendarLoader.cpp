@@ -1,7 +1,7 @@
 #include "Calendar/CalendarLoader.h"
 
 #include "Meetings/BoundedText.h"
-#include "Platform/SingleLine.h"
+#include "Platform/SystemLog.h"
 
 #include <QColor>
 #include <QRegularExpression>

@@ -1,7 +1,7 @@
 #include "Calendar/MemoryStore.h"
 
 #include "Calendar/AccessMemory.h"
-#include "MeetingTexts/LocalDay.h"
+#include "MeetingTexts/MeetingTexts.h"
 
 #include <algorithm>
 #include <unordered_set>

@@ -1,7 +1,7 @@
 #include "MeetingTexts/TitleText.h"
 
 #include "Meetings/BoundedText.h"
-#include "Platform/SingleLine.h"
+#include "Platform/SystemLog.h"
 
 #include <QTextBoundaryFinder>
 #include <algorithm>

@@ -1,7 +1,6 @@
 #include "Platform/SystemLog.h"
 
-#include "Platform/SingleLine.h"
-
+#include <algorithm>
 #include <cstdio>
 #include <sys/stat.h>
 #include <syslog.h>
@@ -24,6 +23,19 @@ bool standardErrorIsTheJournal()
 }
 
 } // namespace
+
+bool isUnsafeInLine(QChar c)
+{
+    return c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+           c == QChar::ParagraphSeparator || (c >= QChar(0x202A) && c <= QChar(0x202E)) ||
+           (c >= QChar(0x2066) && c <= QChar(0x2069));
+}
+
+QString singleLine(QString text)
+{
+    std::replace_if(text.begin(), text.end(), isUnsafeInLine, QLatin1Char(' '));
+    return text;
+}
 
 void writeToSystemLog(const QString &line)
 {

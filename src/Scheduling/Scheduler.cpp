@@ -1,7 +1,7 @@
 #include "Scheduling/Scheduler.h"
 
 #include "Calendar/EventSource.h"
-#include "MeetingTexts/LocalDay.h"
+#include "MeetingTexts/MeetingTexts.h"
 #include "MeetingTexts/TitleText.h"
 #include "Preferences/Preferences.h"
 #include "Scheduling/Clock.h"

@@ -97,7 +97,6 @@ TEST_F(Commands, theShortcutFollowsItsSetting)
 
     prefs.setJoinHotKey(combo);
     const auto first = service.registered;
-    ASSERT_EQ(first.size(), 1u);
     prefs.setJoinHotKey(combo);
     EXPECT_EQ(service.registered, first) << "the same again is no change";
     prefs.setJoinHotKey(std::nullopt);

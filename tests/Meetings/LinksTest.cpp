@@ -39,7 +39,6 @@ TEST(LinksTest, findsNothingInWhatIsNoLink)
          {"https://zoom.us/j/1\u200bnow", "https://zoom.us/j/é", "HTTPS://zoom.us/j/1 Https://zoom.us/j/1",
           "https:/ https:/zoom.us hhhhttps https//zoom.us https: //zoom.us",
           "https:// https://... https://( https://", "https:///j/1 https://:80/j/1 https://me@/j/1",
-          "https://zoom.us/% https://zoom.us/%4 https://zoom.us/%zz",
           "https://z/| https://z/{ https://z/^ https://z/` https://z/\\ https://z/\x7f",
           "https://zoom.us/\xff https://zoom.us/\xe2\x80 https://zoom.us/\xc2"})
         EXPECT_THAT(found(text), SizeIs(0)) << text;

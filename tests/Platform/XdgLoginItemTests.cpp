@@ -55,7 +55,7 @@ TEST_F(XdgLoginItemTest, entriesAreOnUnlessTheySayOtherwise)
         {plain + "X-GNOME-Autostart-enabled=false\n", {}, false},
         {plain + "Hidden=false\nX-GNOME-Autostart-enabled=true\n", {}, true},
         {"no desktop file", {}, false},
-        {"[Other]\nHidden=false\n", {}, false},
+        {"[Other]\n", {}, false},
     };
     for (const auto &[user, system, isEnabled] : rows) {
         write(m_user, user);

@@ -31,46 +31,44 @@ QJsonObject json(const char *text)
     return QJsonDocument::fromJson(text).object();
 }
 
-/// All settings as they are read.
+/// All settings as they are read, in the order of their declaration.
 std::string told(const Preferences &read)
 {
-    const auto flag = [](bool isOn) { return isOn ? " on" : " off"; };
-    std::string text = "title" + std::string(flag(read.showTitle())) + " width " +
-                       std::to_string(read.titleWidth()) + " lead " + std::to_string(read.leadMinutes()) +
-                       ' ' + rawValue(read.panelCorner()).data() + " remind" +
-                       flag(read.remindWithoutLink()) + " shortcut " +
-                       (read.joinHotKey() ? read.joinHotKey()->toJson().toStdString() : "none") + " without";
+    QJsonArray without, services;
     for (const std::string &id : read.disabledCalendarIDs())
-        text += ' ' + id;
-    text += " browser";
+        without.append(QString::fromStdString(id));
     for (const Service service : read.browserServices())
-        text += ' ' + std::string(rawValue(service));
-    return text + " onboarding" + flag(read.hasCompletedOnboarding());
+        services.append(QString::fromUtf8(rawValue(service)));
+    const QByteArray shortcut = read.joinHotKey() ? read.joinHotKey()->toJson() : "none";
+    QJsonArray all;
+    all << read.showTitle() << read.titleWidth() << read.leadMinutes() << rawValue(read.panelCorner())
+        << read.remindWithoutLink() << QString::fromUtf8(shortcut) << without << services
+        << read.hasCompletedOnboarding();
+    return QJsonDocument(all).toJson(QJsonDocument::Compact).toStdString();
 }
 
 } // namespace
 
 TEST(Preferences, whatIsStoredIsReadAsItIsMeantAndNotRewritten)
 {
-    const char *const defaults = "title on width 24 lead 1 topRight remind off shortcut none without browser "
-                                 "onboarding off";
+    const char *const defaults = R"([true,24,1,"topRight",false,"none",[],[],false])";
     const std::pair<const char *, const char *> rows[] = {
         {"{}", defaults},
         {R"({"showTitle": "perhaps", "titleWidth": 9.5, "leadMinutes": true, "panelCorner": 2,
              "remindWithoutLink": "true", "joinHotKey": 9, "disabledCalendarIDs": "a", "browserServices": 3,
              "hasCompletedOnboarding": 7})",
          defaults},
-        {R"({"titleWidth": 7})", "width 8 "},
-        {R"({"titleWidth": 60})", "width 60 "},
-        {R"({"titleWidth": 4294967305})", "width 60 "}, // more than 32 bits
-        {R"({"leadMinutes": 0})", "lead 0 "},
-        {R"({"leadMinutes": 3})", "lead 1 "},
-        {R"({"leadMinutes": 4294967298})", "lead 1 "},
-        {R"({"panelCorner": "BottomLeft"})", "topRight"},
-        {R"({"panelCorner": "bottomRight"})", "bottomRight"},
-        {R"({"browserServices": ["zoom", "Zoom", "skype"]})", "browser zoom onboarding"},
-        {R"({"joinHotKey": "broken"})", "shortcut none"},
-        {R"({"joinHotKey": "{\"keyCode\":65536,\"modifiers\":1}"})", "shortcut none"},
+        {R"({"titleWidth": 7})", "[true,8,"},
+        {R"({"titleWidth": 60})", "[true,60,"},
+        {R"({"titleWidth": 4294967305})", "[true,60,"}, // more than 32 bits
+        {R"({"leadMinutes": 0})", "24,0,"},
+        {R"({"leadMinutes": 3})", "24,1,"},
+        {R"({"leadMinutes": 4294967298})", "24,1,"},
+        {R"({"panelCorner": "BottomLeft"})", R"("topRight")"},
+        {R"({"panelCorner": "bottomRight"})", R"("bottomRight")"},
+        {R"({"browserServices": ["zoom", "Zoom", "skype"]})", R"([],["zoom"],)"},
+        {R"({"joinHotKey": "broken"})", R"("none")"},
+        {R"({"joinHotKey": "{\"keyCode\":65536,\"modifiers\":1}"})", R"("none")"},
     };
     for (const auto &[stored, read] : rows) {
         const Fixture fixture(json(stored));
@@ -132,7 +130,7 @@ TEST(Preferences, whatAnotherProcessWritesIsReadInWholeThenAnnounced)
         other.setValue(settingsKey::joinHotKey, QString::fromUtf8(HotKeyCombo{1, 2}.toJson()));
     });
     QObject::disconnect(observer);
-    EXPECT_THAT(seenWithTheWidth, HasSubstr(R"(width 60 lead 1 topRight remind off shortcut {"keyCode":1)"));
+    EXPECT_THAT(seenWithTheWidth, HasSubstr(R"(60,1,"topRight",false,"{\"keyCode\":1)"));
     EXPECT_EQ(shortcut.count(), 2);
     EXPECT_EQ(lead.count(), 0);
 
@@ -141,7 +139,7 @@ TEST(Preferences, whatAnotherProcessWritesIsReadInWholeThenAnnounced)
     preferences.setLeadMinutes(3);
     fixture.store.changeFromOutside(
         [](DefaultsStore &other) { other.setValue(settingsKey::joinHotKey, QJsonValue::Undefined); });
-    EXPECT_THAT(told(preferences), HasSubstr("width 100 lead 3 topRight remind off shortcut none"));
+    EXPECT_THAT(told(preferences), HasSubstr(R"(100,3,"topRight",false,"none")"));
     EXPECT_EQ(shortcut.count(), 3);
 }
 

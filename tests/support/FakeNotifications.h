@@ -24,20 +24,19 @@ public:
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
     {
         const QVariantList arguments = message.arguments();
-        QVariantList reply;
         if (message.member() == QLatin1String("Notify")) {
+            const uint replaced = arguments[1].toUInt();
             const QStringList parts{arguments[3].toString(), arguments[4].toString(),
                                     arguments[5].toStringList().join(QLatin1Char(',')),
                                     arguments[7].toString()};
-            calls.push_back("notify " + arguments[1].toString().toStdString() + " " +
+            calls.push_back("notify " + std::to_string(replaced) + ' ' +
                             parts.join(QLatin1Char('|')).toStdString());
-            const uint replaced = arguments[1].toUInt();
             id = replaced != 0 ? replaced : id + 1;
-            reply << id;
+            connection.send(message.createReply(id));
         } else {
             calls.push_back("close " + arguments.value(0).toString().toStdString());
+            connection.send(message.createReply());
         }
-        connection.send(message.createReply(reply));
         ++answered;
         return true;
     }

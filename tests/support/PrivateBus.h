@@ -32,12 +32,6 @@ public:
     }
     Q_DISABLE_COPY_MOVE(PrivateBus)
 
-    /// Whether dbus-daemon can be run at all; a test that needs a bus is skipped without it.
-    static bool isInstalled()
-    {
-        return !QStandardPaths::findExecutable(QStringLiteral("dbus-daemon")).isEmpty();
-    }
-
     /// For the DBUS_SESSION_BUS_ADDRESS variable.
     QByteArray address() const { return m_server.address(); }
 

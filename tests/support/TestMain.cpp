@@ -1,5 +1,5 @@
 #include "Translations/InstallTranslations.h"
-#include "support/ServerProcess.h"
+#include "support/PrivateDisplay.h"
 
 #include <QStandardPaths>
 #include <gtest/gtest.h>
@@ -23,9 +23,8 @@ int main(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     testing::InitGoogleTest(&argc, argv);
 #ifdef MIVORA_X11_TEST
-    const QString arguments = QStringLiteral("-displayfd 1 -screen 0 1280x800x24 -nolisten tcp -noreset");
-    const support::ServerProcess display(QStringLiteral("Xvfb"), arguments.split(QLatin1Char(' ')));
-    qputenv("DISPLAY", ':' + display.address());
+    const support::PrivateDisplay display;
+    display.enter();
     qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
     qputenv("QT_QPA_PLATFORM", "xcb");
     qunsetenv("WAYLAND_DISPLAY");

@@ -5,7 +5,7 @@
 #include "App/RunningInstance.h"
 #include "App/commands/AgendaFollower.h"
 #include "App/commands/Output.h"
-#include "MeetingTexts/LocalDay.h"
+#include "MeetingTexts/MeetingTexts.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

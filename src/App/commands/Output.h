@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/SingleLine.h"
+#include "Platform/SystemLog.h"
 
 #include <QByteArray>
 #include <QCoreApplication>
