@@ -9,7 +9,6 @@
 #include <QMouseEvent>
 #include <QScreen>
 #include <QTest>
-#include <linux/input-event-codes.h>
 #include <optional>
 
 using namespace kelo;

@@ -194,6 +194,7 @@ TEST_F(PanelTest, oneToastReplacesTheOtherLetsClicksThroughAndGoes)
     const int narrow = geometryAfter("Short.").width();
     const QRect wide = geometryAfter("Couldn't open Google Meet. Link copied.");
     EXPECT_GT(wide.width(), narrow);
+    EXPECT_EQ(wide.bottom(), 719) << "a tenth of the screen above its lower edge";
     click(wide.center());
     EXPECT_TRUE(QTest::qWaitFor([&] { return below.presses.size() == 1; }));
     EXPECT_TRUE(QTest::qWaitFor([&] { return !toast.isVisible(); }, 8000)) << "it goes by itself";
