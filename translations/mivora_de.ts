@@ -69,7 +69,7 @@
     </message>
 </context>
 <context>
-    <name>CalendarListFooter</name>
+    <name>CalendarList</name>
     <message>
         <source>Google or Outlook calendar missing? Add the account under System Settings → Internet Accounts and it appears here.</source>
         <translation>Fehlt ein Kalender von Google oder Outlook? Fügen Sie das Konto unter Systemeinstellungen → Internetkonten hinzu, dann erscheint er hier.</translation>

@@ -69,7 +69,7 @@
     </message>
 </context>
 <context>
-    <name>CalendarListFooter</name>
+    <name>CalendarList</name>
     <message>
         <source>Google or Outlook calendar missing? Add the account under System Settings → Internet Accounts and it appears here.</source>
         <translation>Un agenda Google ou Outlook manque&#x202f;? Ajoutez le compte dans Réglages système → Comptes Internet et il apparaîtra ici.</translation>

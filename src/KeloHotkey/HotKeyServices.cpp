@@ -5,22 +5,8 @@
 #include "Platform/linux/X11Connection.h"
 
 #include <QDBusConnection>
-#include <QLoggingCategory>
 
 namespace kelo {
-
-namespace {
-
-Q_LOGGING_CATEGORY(hotKeyLog, "kelo.hotkey")
-
-} // namespace
-
-void HotKeyPurpose::logAdvice() const
-{
-    qCInfo(hotKeyLog,
-           "This session has no global shortcuts for applications. Bind \"%s\" to a key in the compositor.",
-           qUtf8Printable(command));
-}
 
 HotKeyServiceKind chooseHotKeyService(const HotKeyEnvironment &environment)
 {

@@ -15,9 +15,6 @@ struct HotKeyPurpose
     QString description;
     /// What a user can bind in the compositor where no service can help: "mivora join".
     QString command;
-
-    /// Tells in the log how the user can help himself where no service can help.
-    void logAdvice() const;
 };
 
 /// The ways to register global shortcuts.

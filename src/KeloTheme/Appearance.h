@@ -26,7 +26,6 @@ struct DesktopLooks
 class Appearance final : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(bool dark READ isDark NOTIFY changed)
     Q_PROPERTY(kelo::SystemColors colors READ colors NOTIFY changed)
     Q_PROPERTY(double textScale READ textScale NOTIFY changed)
 

@@ -6,7 +6,7 @@ import KeloThemeViews
 Item {
     id: root
 
-    // symbol, canAsk, isGranted, isDenied; requestAccess(), openCalendarPrivacy(), openInternetAccounts().
+    // canAsk, isGranted, isDenied; requestAccess(), openCalendarPrivacy(), openInternetAccounts().
     required property QtObject model
 
     // Large text and the longest state leave no room for the picture.
@@ -17,7 +17,7 @@ Item {
 
         anchors { horizontalCenter: parent.horizontalCenter; bottom: texts.top; bottomMargin: 10 }
         visible: root.hasRoom
-        name: root.model.symbol
+        name: root.model.isGranted ? "checkmark.circle.fill" : "calendar"
         color: root.model.isGranted ? Appearance.colors.green : Appearance.colors.link
         size: 44
     }

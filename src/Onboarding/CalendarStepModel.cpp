@@ -21,11 +21,6 @@ void CalendarStepModel::update()
         m_refresh();
 }
 
-QString CalendarStepModel::symbol() const
-{
-    return isGranted() ? QStringLiteral("checkmark.circle.fill") : QStringLiteral("calendar");
-}
-
 void CalendarStepModel::requestAccess()
 {
     if (std::exchange(m_isAsking, true))

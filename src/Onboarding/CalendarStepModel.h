@@ -14,7 +14,6 @@ class EventSource;
 class CalendarStepModel final : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(QString symbol READ symbol NOTIFY statusChanged)
     Q_PROPERTY(bool canAsk READ canAsk NOTIFY statusChanged)
     Q_PROPERTY(bool isGranted READ isGranted NOTIFY statusChanged)
     Q_PROPERTY(bool isDenied READ isDenied NOTIFY statusChanged)
@@ -28,9 +27,6 @@ public:
 
     /// Reads the permission anew. To be called again and again while the step is on show.
     void update();
-
-    /// The name of the icon's symbol.
-    QString symbol() const;
 
     bool canAsk() const { return m_status == CalendarAuthorization::notDetermined; }
 

@@ -38,10 +38,34 @@ Item {
         }
         activeFocusOnTab: count > 0
         header: Item { height: 20 }
-        footer: CalendarListFooter {
+        footer: Column {
+            function focusFirst() {
+                browser.focusFirst()
+            }
+
             width: view.width
-            model: root.model
-            onWentBack: root.focusRow(view.count - 1)
+            bottomPadding: 20
+            spacing: 20
+
+            Footnote {
+                leftPadding: 12
+                rightPadding: 12
+                width: parent.width
+                text: qsTr("Google or Outlook calendar missing? Add the account under System Settings → Internet Accounts and it appears here.")
+                Accessible.ignored: false
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+            BrowserSection {
+                id: browser
+
+                model: root.model
+                goBack: () => root.focusRow(view.count - 1)
+            }
+
+            // Not for the list around it, whose rows they would change.
+            Keys.onUpPressed: {}
+            Keys.onDownPressed: {}
         }
         delegate: CalendarRow {
             width: view.width

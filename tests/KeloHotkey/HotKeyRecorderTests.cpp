@@ -25,7 +25,6 @@ class KeyWindow final : public QWindow
 public:
     KeyWindow()
     {
-        resize(200, 100);
         show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(this));
         giveFocus(xcb_window_t(winId()));
@@ -121,7 +120,6 @@ TEST_F(HotKeyRecorderTest, takesTheKeyboardFromTheWindowManagerAndFromShortcutsW
     // Without any focus the server drops all keys, those of window managers as well.
     m_window.giveFocus(X11Connection().root());
     EXPECT_FALSE(m_service.isSuspended) << "elsewhere the shortcut works";
-    EXPECT_TRUE(m_recorder.isRecording());
     tap(altF4);
     EXPECT_EQ(manager.presses(), 1) << "the keyboard is elsewhere";
     m_window.giveFocus(xcb_window_t(m_window.winId()));
@@ -136,11 +134,9 @@ TEST_F(HotKeyRecorderTest, takesTheKeyboardFromTheWindowManagerAndFromShortcutsW
 
 TEST_F(HotKeyRecorderTest, offersToGoBackToTheDefault)
 {
-    QSignalSpy canReset(&m_recorder, &HotKeyRecorder::canResetChanged);
     EXPECT_FALSE(m_recorder.canReset());
     m_recorder.setCombo({9, controlKey});
     EXPECT_TRUE(m_recorder.canReset());
-    EXPECT_EQ(canReset.count(), 1);
     m_recorder.toggle();
     EXPECT_FALSE(m_recorder.canReset());
     m_recorder.reset();

@@ -26,7 +26,6 @@ TEST(ViewWindow, comesAndGoesAndKeepsItsPlace)
     EXPECT_FALSE(card.window());
     ASSERT_TRUE(card.show());
     QWindow *window = card.window();
-    EXPECT_TRUE(card.isVisible());
     EXPECT_EQ(window->minimumSize(), QSize(300, 200));
     EXPECT_EQ(window->maximumSize(), QSize(300, 200));
     EXPECT_EQ(window->geometry().center(), window->screen()->availableGeometry().center());
@@ -36,7 +35,6 @@ TEST(ViewWindow, comesAndGoesAndKeepsItsPlace)
     QCoreApplication::processEvents();
     window->close();
     EXPECT_EQ(closed.count(), 1);
-    EXPECT_FALSE(card.isVisible());
     card.setTitle(QStringLiteral("Other"));
     card.show();
     ViewWindow closedLater(mivora::sharedViews(), cardSpec(), std::chrono::milliseconds(50));

@@ -46,8 +46,8 @@ TEST_F(SettingsModelTest, saysWhatIsChosenAndTakesWhatThereIs)
     page.setPanelCornerIndex(4);
     EXPECT_EQ(prefs.leadMinutes(), 7);
     EXPECT_EQ(prefs.panelCorner(), PanelCorner::topRight);
-    page.setPanelCornerIndex(0);
-    EXPECT_EQ(prefs.panelCorner(), PanelCorner::topRight);
+    page.setPanelCornerIndex(3);
+    EXPECT_EQ(prefs.panelCorner(), PanelCorner::bottomLeft);
     EXPECT_EQ(settingsPageFromRawValue(QStringLiteral("calendars")), SettingsPage::calendars);
     EXPECT_EQ(settingsPageFromRawValue(QStringLiteral("Calendars")), std::nullopt);
 }

@@ -6,6 +6,7 @@
 #include <QDBusArgument>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
+#include <QLoggingCategory>
 #include <algorithm>
 #include <utility>
 
@@ -17,6 +18,8 @@ using mivora::PortalRequest;
 using mivora::portalService;
 
 namespace {
+
+Q_LOGGING_CATEGORY(hotKeyLog, "kelo.hotkey")
 
 const QString shortcutsInterface = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
 
@@ -197,7 +200,10 @@ void PortalService::probe()
     mivora::findPortal(m_bus, shortcutsInterface, this, [this](const std::optional<PortalPeer> &peer) {
         setPeer(peer);
         if (!peer && !std::exchange(m_hasAdvised, true))
-            m_purpose.logAdvice();
+            qCInfo(hotKeyLog,
+                   "This session has no global shortcuts for applications. Bind \"%s\" to a key in the "
+                   "compositor.",
+                   qUtf8Printable(m_purpose.command));
     });
 }
 

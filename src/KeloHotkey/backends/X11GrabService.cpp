@@ -72,7 +72,9 @@ bool X11GrabService::registerHotKey(const HotKeyCombo &combo, std::uint32_t id)
 {
     const auto wanted = key(combo);
     // The server lets a client grab the same key twice, and a stray key code too.
-    if (!wanted || isRegistered(combo) || !grab(*wanted))
+    const bool isTaken = std::ranges::any_of(
+        m_registered, [&](const auto &registered) { return key(registered.second) == wanted; });
+    if (!wanted || isTaken || !grab(*wanted))
         return false;
     m_registered.emplace(id, combo);
     if (m_isSuspended)
@@ -109,12 +111,6 @@ std::optional<X11GrabService::Key> X11GrabService::key(const HotKeyCombo &combo)
     if (!code)
         return std::nullopt;
     return Key{*code, m_modifiers.mask(combo.modifiers)};
-}
-
-bool X11GrabService::isRegistered(const HotKeyCombo &combo) const
-{
-    return std::ranges::any_of(m_registered,
-                               [&](const auto &registered) { return key(registered.second) == key(combo); });
 }
 
 // A grab is for an exact state, so there is one for each state of the locks.

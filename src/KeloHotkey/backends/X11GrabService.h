@@ -54,7 +54,6 @@ private:
     };
 
     std::optional<Key> key(const HotKeyCombo &combo) const;
-    bool isRegistered(const HotKeyCombo &combo) const;
     std::vector<std::uint16_t> masks(const Key &key) const;
     bool grab(const Key &key);
     void ungrab(const Key &key);
