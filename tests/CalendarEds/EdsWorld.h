@@ -65,8 +65,8 @@ public:
         m_bus->enter();
         m_connection = m_bus->connection();
         // Else GLib ends the process with the bus.
-        const mivora::GlibObject<GDBusConnection> session(called(g_bus_get_sync, G_BUS_TYPE_SESSION));
-        g_dbus_connection_set_exit_on_close(session.get(), FALSE);
+        m_session.reset(called(g_bus_get_sync, G_BUS_TYPE_SESSION));
+        g_dbus_connection_set_exit_on_close(m_session.get(), FALSE);
     }
 
     ~EdsWorld() { signalAll(SIGKILL); }
@@ -125,6 +125,7 @@ private:
     }
 
     mivora::CalendarFolder m_home;
+    mivora::GlibObject<GDBusConnection> m_session;
     std::unique_ptr<PrivateBus> m_bus;
     QDBusConnection m_connection{QString()};
 };
