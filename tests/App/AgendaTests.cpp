@@ -89,7 +89,7 @@ TEST_F(Agenda, aTableIsPlainOrColoured)
     const std::string coloured =
         agendaTable(json(), QTimeZone::utc(), {.colours = true, .width = 40}).toStdString();
     EXPECT_NE(coloured.find("\033[38;2;1;2;3m▍\033[0m"), std::string::npos);
-    EXPECT_EQ(coloured.find(std::string(20, 'x')), std::string::npos);
+    EXPECT_NE(coloured.find("日本  [1mxxxxx…\n"), std::string::npos) << coloured;
 }
 
 TEST(Rfc3339, readsTimesWithAnOffsetAlone)

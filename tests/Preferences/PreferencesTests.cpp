@@ -62,13 +62,13 @@ TEST(Preferences, whatIsStoredIsReadAsItIsMeantAndNotRewritten)
         {R"({"titleWidth": 60})", "[true,60,"},
         {R"({"titleWidth": 4294967305})", "[true,60,"}, // more than 32 bits
         {R"({"leadMinutes": 0})", "24,0,"},
-        {R"({"leadMinutes": 3})", "24,1,"},
         {R"({"leadMinutes": 4294967298})", "24,1,"},
         {R"({"panelCorner": "BottomLeft"})", R"("topRight")"},
         {R"({"panelCorner": "bottomRight"})", R"("bottomRight")"},
         {R"({"browserServices": ["zoom", "Zoom", "skype"]})", R"([],["zoom"],)"},
         {R"({"joinHotKey": "broken"})", R"("none")"},
         {R"({"joinHotKey": "{\"keyCode\":65536,\"modifiers\":1}"})", R"("none")"},
+        {R"({"joinHotKey": "{\"keyCode\":65535,\"modifiers\":1}"})", R"({\"keyCode\":65535)"},
     };
     for (const auto &[stored, read] : rows) {
         const Fixture fixture(json(stored));
