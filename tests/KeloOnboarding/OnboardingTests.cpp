@@ -80,14 +80,12 @@ TEST(OnboardingWindowController, finishesOnceHoweverTheUserEndsItsWindow)
     for (const bool isByTheButton : {true, false}) {
         int ends = 0;
         OnboardingWindowController once(mivora::sharedViews(), QString(), {500, 400}, [&ends] { ++ends; });
-        EXPECT_FALSE(once.window());
         once.show(steps(2), QString(), 0);
         const QPointer<QWindow> window = once.window();
         EXPECT_EQ(window->maximumSize(), QSize(500, 400));
         EXPECT_FALSE(window->flags() & (Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint));
         if (isByTheButton) {
             once.model().advance();
-            EXPECT_EQ(once.model().index(), 1);
             EXPECT_EQ(ends, 0);
             once.model().advance();
             once.model().advance();

@@ -41,11 +41,12 @@ TEST_F(SettingsModelTest, saysWhatIsChosenAndTakesWhatThereIs)
 {
     prefs.setLeadMinutes(7);
     EXPECT_EQ(page.leadMinutesIndex(), -1);
-    EXPECT_EQ(page.leadMinutesText(), QStringLiteral("7 minutes before"));
     page.setLeadMinutesIndex(-1);
     page.setPanelCornerIndex(4);
     EXPECT_EQ(prefs.leadMinutes(), 7);
     EXPECT_EQ(prefs.panelCorner(), PanelCorner::topRight);
+    page.setLeadMinutesIndex(0);
+    EXPECT_EQ(prefs.leadMinutes(), 0);
     page.setPanelCornerIndex(3);
     EXPECT_EQ(prefs.panelCorner(), PanelCorner::bottomLeft);
     EXPECT_EQ(settingsPageFromRawValue(QStringLiteral("calendars")), SettingsPage::calendars);
