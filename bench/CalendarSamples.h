@@ -10,16 +10,16 @@ namespace mivora::samples {
 /// the week of 9 March 2026.
 std::string eventFile(int number);
 
-/// Writes \a count one-event files.
+/// Writes `count` one-event files.
 void writeFiles(const std::string &folder, int count);
 
-/// Writes "all.ics" with \a count events.
+/// Writes "all.ics" with `count` events.
 void writeOneFile(const std::string &folder, int count);
 
-/// A root with the calendar "work" of \a count one-event files.
+/// A root with the calendar "work" of `count` one-event files.
 std::string folderOfFiles(int count);
 
-/// A root with the calendar "work" of one file with \a count events.
+/// A root with the calendar "work" of one file with `count` events.
 std::string folderWithOneFile(int count);
 
 } // namespace mivora::samples

@@ -67,7 +67,7 @@ public:
         m_match.reset(pcre2_match_data_create_from_pattern(m_code.get(), nullptr));
     }
 
-    /// Calls \a found with every match in \a text.
+    /// Calls `found` with every match in `text`.
     template<typename Found> void forEachMatch(std::string_view text, Found found) const
     {
         const auto *subject = reinterpret_cast<PCRE2_SPTR>(text.data());

@@ -8,7 +8,7 @@
 
 namespace mivora {
 
-/// Runs the event loop until \a store has loaded, or for a minute.
+/// Runs the event loop until `store` has loaded, or for a minute.
 inline void waitUntilLoaded(EventStore &store)
 {
     QEventLoop loop;

@@ -28,16 +28,16 @@ public Q_SLOTS:
     void RegisterStatusNotifierItem(const QString &service);
 };
 
-/// Lets events happen until \a isOver, or the time is.
+/// Lets events happen until `isOver`, or the time is.
 void spendTime(const std::function<bool()> &isOver, int milliseconds);
 
-/// A home of its own, and the environment of programs that live in it and on \a bus.
+/// A home of its own, and the environment of programs that live in it and on `bus`.
 QProcessEnvironment environmentIn(const QTemporaryDir &home, const support::PrivateBus &bus);
 
 /// What the kernel counts for each thread of a process.
 using ThreadFigures = QHash<QString, double>;
 
-/// What was added since \a before, over the threads of \a now: those that ended meanwhile took their figures
+/// What was added since `before`, over the threads of `now`: those that ended meanwhile took their figures
 /// along.
 double sumSince(const ThreadFigures &before, const ThreadFigures &now);
 

@@ -22,14 +22,14 @@ public:
     /// The current state of the permission, read anew at every call.
     virtual CalendarAuthorization authorization() const = 0;
 
-    /// Asks for full access; \a answer is called later on the main thread with whether it was granted.
+    /// Asks for full access; `answer` is called later on the main thread with whether it was granted.
     virtual void requestAccess(std::function<void(bool granted)> answer) = 0;
 
     /// The calendars, sorted by account, then title; none without access.
     virtual std::vector<CalendarInfo> calendars() const = 0;
 
     /// The meetings that overlap [start, end), sorted by start, then title; none without access.
-    /// \a calendarIDs absent means all calendars.
+    /// `calendarIDs` absent means all calendars.
     virtual std::vector<Meeting> meetings(Timestamp start, Timestamp end,
                                           const std::optional<std::set<std::string>> &calendarIDs) = 0;
 

@@ -15,7 +15,7 @@ struct CalendarRoot
 };
 
 /// The user's roots: those of $MIVORA_CALENDARS (separated by colons), else ~/.calendars and
-/// $XDG_DATA_HOME/calendars. When \a chosen has any, those alone.
+/// $XDG_DATA_HOME/calendars. When `chosen` has any, those alone.
 ///
 /// A prefix is the root's name and a colon, or its path and a colon where two have the same name.
 /// ~/.calendars and the first chosen folder have none. So an identifier stays what it is whatever other roots

@@ -48,7 +48,7 @@ void FolderFollower::run()
     while (!m_isStopping) {
         wait();
         collectChanges();
-        takeOrders();
+        takeRequests();
         if (!m_isStopping && m_due && *m_due <= Clock::now())
             apply();
     }
@@ -132,7 +132,7 @@ void FolderFollower::noteChange()
     m_due = std::min(now + quietTime, *m_latestDue);
 }
 
-void FolderFollower::takeOrders()
+void FolderFollower::takeRequests()
 {
     std::optional<EventWindow> window;
     {

@@ -41,7 +41,7 @@ private:
     void sortChange(const FolderChange &change);
     bool concernsFolders(const std::string &path) const;
     void noteChange();
-    void takeOrders();
+    void takeRequests();
     void apply();
     std::vector<FileJob> scan(MeetingChanges &changes);
     void watchAbove(const std::string &path, FolderWatch::Interest interest);

@@ -52,7 +52,7 @@ void addIdentity(ESource *source, Texts &addresses)
     g_hash_table_destroy(aliases);
 }
 
-/// Of all mail accounts, or of those that belong to \a parent.
+/// Of all mail accounts, or of those that belong to `parent`.
 void addIdentities(ESourceRegistry *registry, const char *parent, Texts &addresses)
 {
     GList *sources = e_source_registry_list_enabled(registry, E_SOURCE_EXTENSION_MAIL_IDENTITY);
