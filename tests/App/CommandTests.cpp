@@ -11,9 +11,8 @@ namespace mivora {
 
 namespace {
 
-using testing::AllOf;
+using testing::ContainsRegex;
 using testing::HasSubstr;
-using testing::StartsWith;
 
 struct Outcome
 {
@@ -114,9 +113,9 @@ TEST_F(Commands, followTheAgendaThroughChangesOfFilesAndTime)
     EXPECT_THAT(titles, testing::ElementsAre("", " Standup · 2m", " Standup · now"));
 }
 
-TEST_F(Commands, printLinksSettingsAndAccess)
+TEST_F(Commands, printLinksSettingsAndAccessOrNameWhatWasExpected)
 {
-    // The line, the status, what is printed, and a part of the complaint.
+    // The line, the status, what is printed, and how the complaint reads.
     const std::tuple<const char *, int, const char *, const char *> rows[] = {
         {"detect --notes x(https://zoom.us/j/1).", exitDone,
          "Zoom\nhttps://zoom.us/j/1\nzoommtg://zoom.us/join?confno=1\n", ""},
@@ -144,7 +143,7 @@ TEST_F(Commands, printLinksSettingsAndAccess)
         {"defaults read bogus", exitBadArguments, "", "expected one of showTitle"},
         {"defaults delete bogus", exitBadArguments, "", "expected one of showTitle"},
         {"access", exitDone, "notDetermined\n", ""},
-        {"agenda", exitCouldNot, "", "mivora access allow"},
+        {"agenda", exitCouldNot, "", "`mivora access allow`"},
         {"access allow", exitDone, "", ""},
         {"access status", exitDone, "denied\n", ""},
         {"agenda", exitCouldNot, "", "no calendars can be read"},
@@ -153,34 +152,24 @@ TEST_F(Commands, printLinksSettingsAndAccess)
         {"agenda --calendars /none", exitCouldNot, "", "there is no folder \"/none\""},
         {"agenda --calendars /etc/passwd", exitCouldNot, "", "\"/etc/passwd\" is no folder"},
         {"join", exitCouldNot, "", "no session bus"},
+        {"bogus", exitBadArguments, "", "bogus.*agenda"},
+        {"agenda --bogus", exitBadArguments, "", "--bogus.*--follow"},
+        {"agenda --at noon", exitBadArguments, "", "RFC 3339.*noon"},
+        {"agenda --calendars", exitBadArguments, "", "--calendars.*DIR"},
+        {"defaults", exitBadArguments, "", "defaults.*list, read, write, delete"},
+        {"defaults read", exitBadArguments, "", "key.*required"},
+        {"access maybe", exitBadArguments, "", "maybe.*status, allow, reset"},
+        {"settings colours", exitBadArguments, "", "colours.*general,calendars"},
+        {"a\nb\033c", exitBadArguments, "", "a b c.*agenda"},
     };
     for (const auto &[line, status, printed, complaint] : rows) {
         const Outcome outcome = run(line);
         EXPECT_EQ(outcome.status, status) << line;
         EXPECT_EQ(outcome.printed, printed) << line;
-        EXPECT_THAT(outcome.complaint, HasSubstr(complaint)) << line;
+        EXPECT_THAT(outcome.complaint,
+                    ContainsRegex(*complaint ? "^mivora: .*" + std::string(complaint) : "^$"))
+            << line;
         EXPECT_EQ(std::ranges::count(outcome.complaint, '\n'), *complaint ? 1 : 0) << outcome.complaint;
-    }
-}
-
-TEST_F(Commands, nameBadArgumentsAndWhatWasExpected)
-{
-    const std::tuple<const char *, const char *, const char *> rows[] = {
-        {"bogus", "bogus", "agenda"},
-        {"agenda --bogus", "--bogus", "--follow"},
-        {"agenda --at noon", "noon", "RFC 3339"},
-        {"agenda --calendars", "--calendars", "DIR"},
-        {"defaults", "defaults", "list, read, write, delete"},
-        {"defaults read", "key", "required"},
-        {"access maybe", "maybe", "status, allow, reset"},
-        {"settings colours", "colours", "general,calendars"},
-        {"a\nb\033c", "a b c", "agenda"},
-    };
-    for (const auto &[line, named, expected] : rows) {
-        const Outcome outcome = run(line);
-        EXPECT_EQ(outcome.status, exitBadArguments) << line;
-        EXPECT_THAT(outcome.complaint, AllOf(StartsWith("mivora: "), HasSubstr(named), HasSubstr(expected)));
-        EXPECT_EQ(std::ranges::count(outcome.complaint, '\n'), 1) << outcome.complaint;
     }
     EXPECT_THAT(run("--help").printed, HasSubstr("agenda"));
 }

@@ -3,6 +3,7 @@
 #include "App/RunningInstance.h"
 #include "App/commands/CommandLine.h"
 #include "Calendar/CalendarFolder.h"
+#include "Calendar/FakeEventStore.h"
 #include "FakeSurroundings.h"
 #include "KeloMenuBar/FakeHost.h"
 #include "Platform/TimeZone.h"
@@ -10,6 +11,8 @@
 #include "Preferences/Settings.h"
 
 #include <QDBusPendingCall>
+#include <QGuiApplication>
+#include <QWindow>
 #include <ctime>
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -35,7 +38,7 @@ std::string plain(const QString &text)
 
 /// The application with settings in a file, calendars in a folder, and its item in a tray. Time passes when
 /// the test says so.
-class WholeDay : FakeSurroundings
+class WholeDay : public FakeSurroundings
 {
 public:
     /// The application starts at the first start(); the walkthrough has been gone through, and calendars may
@@ -50,17 +53,18 @@ public:
         m_access.allow();
     }
 
-    void start()
+    /// Starts it, or starts it anew; without a `store`, with calendars in the folder.
+    void start(std::unique_ptr<EventStore> store = {})
     {
         const auto before = m_tray.registered.size();
         m_service.reset();
         m_delegate.reset();
         m_defaults = std::make_unique<JsonDefaultsStore>(m_settings);
-        m_delegate = std::make_unique<AppDelegate>(parts(
-            *m_defaults,
-            makeCalendarStore({.folders = {calendars.path()}, .now = clock.now(), .zone = userTimeZone()},
-                              *m_defaults, m_access),
-            m_connection));
+        if (!store)
+            store =
+                makeCalendarStore({.folders = {calendars.path()}, .now = clock.now(), .zone = userTimeZone()},
+                                  *m_defaults, m_access);
+        m_delegate = std::make_unique<AppDelegate>(parts(*m_defaults, std::move(store), m_connection));
         m_service = std::make_unique<ApplicationService>(m_connection, *m_delegate, StartedBy::user);
         m_delegate->launch();
         claimApplicationName(m_connection);
@@ -79,11 +83,7 @@ public:
         }
     }
 
-    void sleepUntil(Timestamp time)
-    {
-        clock.time = time;
-        Q_EMIT systemEvents.didWake();
-    }
+    AppDelegate &app() { return *m_delegate; }
 
     void travelTo(const char *zone)
     {
@@ -105,10 +105,6 @@ public:
         ADD_FAILURE() << "the menu has no entry " << text;
     }
 
-    void setShortcut() { m_delegate->prefs().setJoinHotKey(kelo::HotKeyCombo::defaultCombo); }
-
-    void pressShortcut() { hotKeys.press(kelo::HotKeyCombo::defaultCombo); }
-
     /// Somebody on the bus calls the application.
     void call(const char *interface, const char *method, const QVariantList &arguments)
     {
@@ -120,9 +116,6 @@ public:
         ASSERT_TRUE(waitFor([&] { return pending.isFinished(); })) << method;
         EXPECT_FALSE(pending.isError()) << qPrintable(pending.error().message());
     }
-
-    /// What was opened until now is not among what is seen from now on.
-    void forgetOpened() { workspace.opened.clear(); }
 
     Seen seen()
     {
@@ -235,7 +228,7 @@ void live(WholeDay &day, const std::vector<Step> &steps)
 {
     for (const Step &step : steps) {
         SCOPED_TRACE(step.name);
-        day.forgetOpened();
+        day.workspace.opened.clear();
         day.passUntil(local(step.name));
         if (step.happens)
             step.happens();
@@ -271,8 +264,9 @@ std::vector<Step> saturday(WholeDay &day)
         day.call(applicationInterface, "ActivateAction",
                  {QStringLiteral("dismiss"), QVariantList(), QVariantMap()});
     };
-    const auto setShortcut = [&] { day.setShortcut(); };
-    const auto pressShortcut = [&] { day.pressShortcut(); };
+    const auto setShortcut = [&] { day.app().prefs().setJoinHotKey(kelo::HotKeyCombo::defaultCombo); };
+    const auto pressShortcut = [&] { day.hotKeys.press(kelo::HotKeyCombo::defaultCombo); };
+    const auto remindEarlier = [&] { day.app().prefs().setLeadMinutes(2); };
     const auto move = [&] { write(day.calendars, "One-to-one", "28T140000Z", teams); };
     const auto cancel = [&] {
         write(day.calendars, "Retro", "28T150000Z", otherZoom, "STATUS:CANCELLED\r\n");
@@ -293,7 +287,7 @@ std::vector<Step> saturday(WholeDay &day)
         {"28T13:00 a shortcut", {"One-to-one · 1h", late.substr(3)}, setShortcut},
         {"28T13:58 moved by an hour", {"One-to-one · 1h 2m", moved}, move},
         {"28T14:59:30 joined by the shortcut", {"One-to-one · now !", moved, "", teams}, pressShortcut},
-        {"28T15:59 the last one", {"One-to-one · now !", "", "Retro, Starts in 1m, Zoom"}},
+        {"28T15:58 the last one", {"One-to-one · now !", "", "Retro, Starts in 2m, Zoom"}, remindEarlier},
         {"28T15:59:10 cancelled", {"One-to-one · now !", "15:00 One-to-one · now · Teams"}, cancel},
         {"28T17:59:30 not evening yet", {"", "(No more meetings today)"}, pressShortcut},
     };
@@ -305,19 +299,25 @@ std::vector<Step> sunday(WholeDay &day)
     const std::string brunch = "10:00 Brunch · Zoom | (12:30 Walk)";
     const std::string begun = "10:00 Brunch · now · Zoom | (12:30 Walk)";
     const std::string begunThere = "09:00 Brunch · now · Zoom | (12:30 Walk)";
-    const auto sleepUntil = [&](const char *time) { return [&day, time] { day.sleepUntil(local(time)); }; };
+    const auto tellAt = [&](const char *time, void (SystemEvents::*event)()) {
+        return [&day, time, event] {
+            day.clock.time = local(time);
+            Q_EMIT(day.systemEvents.*event)();
+        };
+    };
+    const auto sleepUntil = [&](const char *time) { return tellAt(time, &SystemEvents::didWake); };
     const auto dismiss = [&] { day.press(&JoinPanelModel::dismiss); };
     const auto travel = [&] { day.travelTo("Europe/London"); };
     const auto start = [&] { day.start(); };
-    const auto pressShortcut = [&] { day.pressShortcut(); };
+    const auto pressShortcut = [&] { day.hotKeys.press(kelo::HotKeyCombo::defaultCombo); };
     const auto moveAndSleep = [&] {
         write(day.calendars, "Kickoff", "30T073000Z", zoom);
-        day.sleepUntil(local("30T08:00"));
+        sleepUntil("30T08:00")();
     };
     return {
         {"28T18:00 evening", {"", evening + brunch}},
         {"28T23:59:59 last second", {"", evening + brunch}},
-        {"28T23:59:59 midnight", {"Brunch · 9h", brunch}, sleepUntil("29T00:00")},
+        {"28T23:59:59 midnight", {"Brunch · 9h", brunch}, tellAt("29T00:00", &SystemEvents::dayChanged)},
         {"29T00:10 asleep until shortly before it",
          {"Brunch · now !", brunch, "Brunch, Starting now, Zoom"},
          sleepUntil("29T09:59:40")},
@@ -327,7 +327,9 @@ std::vector<Step> sunday(WholeDay &day)
          {"Brunch · now !", begunThere, "Brunch, Started 15m ago, Zoom"},
          start},
         {"29T09:16 joined by the shortcut", {"Brunch · now !", begunThere, "", otherZoom}, pressShortcut},
-        {"29T10:00 at the new half past twelve", {"Walk · 2h 30m", "(12:30 Walk)"}},
+        {"29T09:17 the clock is put forward, and the walk is at the new half past twelve",
+         {"Walk · 2h 30m", "(12:30 Walk)"},
+         tellAt("29T10:00", &SystemEvents::clockChanged)},
         {"29T22:00 evening, elsewhere", {"", evening + "09:00 Kickoff · Zoom"}},
         {"29T22:30 asleep over midnight", {"Kickoff · 30m", "08:30 Kickoff · Zoom"}, moveAndSleep},
     };
@@ -373,6 +375,74 @@ TEST(WholeDayTest, showsAndOpensWhatIsRightAndLeavesNothingBehind)
     EXPECT_LE(after[0], before[0] + growthAllowed);
     EXPECT_LE(after[1], before[1]);
     EXPECT_LE(after[2], before[2]);
+}
+
+TEST(WholeDayTest, obeysCommandsByWhatIsKnownOfTheCalendars)
+{
+    const QString link = QString::fromStdString(zoom);
+    auto owned = std::make_unique<FakeEventStore>();
+    FakeEventStore *store = owned.get();
+    store->loaded = false;
+    const auto add = [store](const char *title, const char *start) {
+        store->add(title, secondsSinceEpoch(at(start))).url = zoom;
+    };
+    add("Design review", "2026-03-10T09:00:00Z");
+    WholeDay day("UTC");
+    day.clock.time = at("2026-03-10T08:50:00Z");
+    day.start(std::move(owned));
+    QObject caller;
+    QStringList answers;
+    const auto send = [&](const char *action, QObject &from) {
+        day.app().perform({QLatin1String(action), {}, &from, [&answers, action](const CommandResult &result) {
+                               answers.append(QLatin1String(action) + (result.isDone() ? u"" : u" failed"));
+                           }});
+    };
+    send("join", caller);
+    EXPECT_EQ(day.workspace.opened, QStringList{link});
+    send("nonsense", caller);
+    send("dismiss", caller);
+    auto impatient = std::make_unique<QObject>();
+    send("snooze", *impatient);
+    impatient.reset();
+    EXPECT_EQ(answers.join(u','), QStringLiteral("join,nonsense failed"));
+
+    day.clock.time = at("2026-03-10T08:59:30Z");
+    add("Planning", "2026-03-10T09:00:30Z");
+    Q_EMIT store->changed();
+    EXPECT_TRUE(waitFor([&] { return answers.size() == 3; }));
+    EXPECT_FALSE(day.app().panel().isVisible());
+    store->loaded = true;
+    send("snooze", caller);
+    send("copy", caller);
+    EXPECT_EQ(answers.join(u','), QStringLiteral("join,nonsense failed,dismiss,snooze failed,copy"));
+    EXPECT_EQ(day.pasteboard.texts, QStringList{link});
+}
+
+TEST(WholeDayTest, hasOneWindowForTheSettingsAndBeginsWithTheWalkthrough)
+{
+    const auto windows = [] {
+        QStringList titles;
+        for (const QWindow *window : QGuiApplication::topLevelWindows()) {
+            if (window->isVisible())
+                titles.append(window->title());
+        }
+        return titles;
+    };
+    WholeDay day("UTC");
+    const auto isDone = [&](const char *page) {
+        return day.app().perform(QStringLiteral("settings"), QLatin1String(page)).isDone();
+    };
+    day.start();
+    EXPECT_EQ(windows(), QStringList());
+    EXPECT_FALSE(isDone("other"));
+    EXPECT_TRUE(isDone("calendars") && isDone(""));
+    day.app().reopen();
+    EXPECT_EQ(windows(), QStringList{QStringLiteral("Calendars")});
+    EXPECT_TRUE(isDone("general"));
+    EXPECT_EQ(windows(), QStringList{QStringLiteral("General")});
+    day.app().prefs().setHasCompletedOnboarding(false);
+    day.start();
+    EXPECT_EQ(windows(), QStringList{QStringLiteral("Welcome to Mivora")});
 }
 
 TEST(WholeDayTest, tellsOfItsAgendaOnceSomebodyHasAsked)
