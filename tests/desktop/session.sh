@@ -27,8 +27,7 @@ finish() {
     done
     [ "$status" -eq 0 ] || [ "$status" -eq 77 ] || cat "$run"/{log,printed} >&3
     wait
-    # Of a test that has mounts of its own.
-    for folder in "$run/hanging" "$home/config"; do umount -l "$folder"; done
+    umount -l "$run/hanging" # Of a test that has mounts of its own.
     rm -rf "$run"
 } 3>&2 2>/dev/null
 trap finish EXIT
@@ -138,7 +137,6 @@ quit() {
     await mivora quit || fail "it can be told to quit"
     ends_with 0
 }
-is_open() { xdotool search --onlyvisible --name "^$1\$"; }
 event() { # ID TITLE SECONDS-FROM-NOW [LINK]
     printf '%s\r\n' BEGIN:VCALENDAR VERSION:2.0 BEGIN:VEVENT "UID:$1" "SUMMARY:$2" "DURATION:PT30M" \
         "DTSTART:$(date -u -d "$3 seconds" +%Y%m%dT%H%M%SZ)" "URL:${4:-https://zoom.us/j/1}" END:VEVENT END:VCALENDAR \
@@ -149,8 +147,8 @@ used_before() {
     mivora defaults write hasCompletedOnboarding true
 }
 # Links are opened by a program that writes them down.
-record_links() { # [WHAT IT DOES THEN]
-    printf '#!/bin/sh\nprintf "%%s\\n" "$@" >>"%s/opened"\n%s\n' "$run" "${1:-}" >"$run/open"
+record_links() {
+    printf '#!/bin/sh\nprintf "%%s\\n" "$@" >>"%s/opened"\n' "$run" >"$run/open"
     chmod +x "$run/open"
     printf '[Desktop Entry]\nType=Application\nName=Recorder\nExec=%s %%u\nMimeType=x-scheme-handler/https;\n' \
         "$run/open" >"$XDG_DATA_HOME/applications/recorder.desktop"

@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
 # What `cmake --install` puts into a prefix works from there: the desktop's files are valid, the bus finds the program,
-# which finds its plug-ins, and being started by the bus is no second start.
+# which finds its plug-ins, and being started by the bus is no second start. And the demo shows it to a newcomer on a
+# server: ends by itself, makes the pictures that it names, and cleans up.
 #   installed.sh CMAKE BUILD_FOLDER SCRIPTS_FOLDER
 # Exits with 77 where a program of the virtual desktop is missing.
 set -euo pipefail
 cmake=$1 build=$2 scripts=$3
-for needed in Xvfb xfwm4 xfce4-panel hsetroot xdotool xprop gdbus; do
+for needed in Xvfb xfwm4 xfce4-panel scrot hsetroot xdotool xprop gdbus; do
     command -v "$needed" >/dev/null || exit 77
 done
 run=$(mktemp -d)
@@ -45,6 +46,16 @@ activate() {
     "$mivora" quit
 }
 export -f activate
+
+mkdir "$run/tmp"
+env -u DISPLAY -u WAYLAND_DISPLAY TMPDIR="$run/tmp" MIVORA_DEMO_OUTPUT="$run/output" "$scripts/demo" "$prefix/bin/mivora" \
+    >"$run/printed" 2>&1 || { cat "$run/printed" "$run/output/messages.log" >&2; exit 1; }
+# A picture of nothing has few colours, and those of different moments differ.
+for name in 1-running 2-countdown 3-menu 4-settings; do
+    grep -q "$run/output/$name.png" "$run/printed" && [ "$(stat -c %s "$run/output/$name.png")" -gt 5000 ] || exit 1
+done
+[ "$(sha256sum "$run"/output/*.png | cut -d' ' -f1 | sort -u | wc -l)" -eq 4 ]
+[ -z "$(ls -A "$run/tmp")" ]
 
 "$scripts/demo-home" "$prefix/bin/mivora" "$run/home"
 . "$run/home/environment"
