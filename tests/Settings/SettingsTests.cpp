@@ -20,12 +20,33 @@ using support::AccessibleView;
 const QString menuBarToggle = QStringLiteral("Show the next meeting in the menu bar");
 const QString leadPicker = QStringLiteral("Show the Join panel");
 const QString lengthStepper = QStringLiteral("Title length");
+const QString shortcutToggle = QStringLiteral("Join the next meeting with a shortcut");
 const QString recorder = QStringLiteral("Shortcut");
 const QString accessButton = QStringLiteral("Open System Settings…");
+constexpr kelo::HotKeyCombo controlSpace{49, kelo::controlKey};
+
+CalendarInfo calendar(const std::string &title, const std::string &account)
+{
+    return {title, title, account, account == "aaa" ? std::optional(Color{1, 2, 3}) : std::nullopt};
+}
+
+/// "ACCOUNT TITLE COLOUR" of each row, with a line where an account begins and where it ends.
+std::string rows(const QAbstractItemModel &list)
+{
+    QStringList found;
+    for (int i = 0; i < list.rowCount(); ++i) {
+        const auto read = [&](int role) { return list.index(i, 0).data(role); };
+        const auto line = [&](int role) { return read(role).toBool() ? QStringLiteral("-") : QString(); };
+        found.append(line(CalendarListModel::IsFirstRole) + read(CalendarListModel::AccountRole).toString() +
+                     u' ' + read(CalendarListModel::TitleRole).toString() +
+                     read(CalendarListModel::ColorRole).toString() + line(CalendarListModel::IsLastRole));
+    }
+    return found.join(u'|').toStdString();
+}
 
 } // namespace
 
-class SettingsWindowTest : public testing::Test, public SettingsUnderTest
+class SettingsTest : public testing::Test, public SettingsUnderTest
 {
 protected:
     // The window on one of its pages, with the keyboard.
@@ -46,7 +67,7 @@ protected:
     }
 };
 
-TEST_F(SettingsWindowTest, isOneThatKeepsItsPage)
+TEST_F(SettingsTest, isOneWindowThatKeepsItsPage)
 {
     ASSERT_TRUE(controller.show());
     const QWindow *first = &window();
@@ -61,10 +82,13 @@ TEST_F(SettingsWindowTest, isOneThatKeepsItsPage)
     EXPECT_EQ(first->title(), QStringLiteral("Calendars"));
     view.type(Qt::Key_Up);
     EXPECT_EQ(first->title(), QStringLiteral("General"));
+    EXPECT_EQ(settingsPageFromRawValue(QStringLiteral("calendars")), SettingsPage::calendars);
+    EXPECT_EQ(settingsPageFromRawValue(QStringLiteral("Calendars")), std::nullopt);
 }
 
-TEST_F(SettingsWindowTest, writesEveryTogglesPreference)
+TEST_F(SettingsTest, writesEveryTogglesPreference)
 {
+    prefs.setJoinHotKey(controlSpace);
     const AccessibleView view = open(general);
 
     const struct
@@ -76,8 +100,7 @@ TEST_F(SettingsWindowTest, writesEveryTogglesPreference)
         {QStringLiteral("Launch at login"), [&] { return prefs.launchAtLogin(); }},
         {QStringLiteral("Also remind me for meetings without a link"),
          [&] { return prefs.remindWithoutLink(); }},
-        {QStringLiteral("Join the next meeting with a shortcut"),
-         [&] { return prefs.joinHotKey().has_value(); }},
+        {shortcutToggle, [&] { return prefs.joinHotKey().has_value(); }},
     };
 
     for (const auto &row : rows) {
@@ -89,16 +112,27 @@ TEST_F(SettingsWindowTest, writesEveryTogglesPreference)
             EXPECT_EQ(row.value(), !before) << row.name.toStdString();
         }
     }
+    EXPECT_EQ(prefs.joinHotKey(), controlSpace) << "the last one, not the default";
     store.changeFromOutside([](DefaultsStore &store) {
+        store.setValue(settingsKey::joinHotKey, QJsonValue::Undefined);
         store.setValue(settingsKey::showTitle, false);
         store.setValue(settingsKey::leadMinutes, 2);
     });
     EXPECT_FALSE(view.isChecked(menuBarToggle)) << "another program has changed it";
+    EXPECT_FALSE(view.isChecked(shortcutToggle));
     EXPECT_EQ(view.find(QAccessible::ComboBox, leadPicker)->text(QAccessible::Description),
               QStringLiteral("2 minutes before"));
+
+    isFree = false;
+    ASSERT_TRUE(view.click(QAccessible::CheckBox, shortcutToggle));
+    EXPECT_TRUE(view.isChecked(shortcutToggle)) << "so that another can be chosen";
+    EXPECT_EQ(prefs.joinHotKey(), std::nullopt);
+    controller.show(calendars);
+    controller.show(general);
+    EXPECT_FALSE(view.isChecked(shortcutToggle)) << "the page is built anew";
 }
 
-TEST_F(SettingsWindowTest, stepsTheTitleLengthWithinItsRange)
+TEST_F(SettingsTest, stepsTheTitleLengthWithinItsRange)
 {
     const AccessibleView view = open(general);
     for (const auto &[before, place, after] :
@@ -114,7 +148,7 @@ TEST_F(SettingsWindowTest, stepsTheTitleLengthWithinItsRange)
     EXPECT_EQ(prefs.titleWidth(), 8) << "it is disabled";
 }
 
-TEST_F(SettingsWindowTest, picksFromLists)
+TEST_F(SettingsTest, picksFromListsWhatThereIs)
 {
     const AccessibleView view = open(general);
     ASSERT_TRUE(view.click(QAccessible::ComboBox, leadPicker));
@@ -128,9 +162,19 @@ TEST_F(SettingsWindowTest, picksFromLists)
     ASSERT_TRUE(view.click(QAccessible::ComboBox, QStringLiteral("Panel position")));
     ASSERT_TRUE(view.click(QAccessible::ListItem, QStringLiteral("Bottom left")));
     EXPECT_EQ(prefs.panelCorner(), PanelCorner::bottomLeft);
+
+    GeneralPageModel page(prefs, service, {});
+    prefs.setLeadMinutes(7);
+    EXPECT_EQ(page.leadMinutesIndex(), -1);
+    page.setLeadMinutesIndex(-1);
+    page.setPanelCornerIndex(4);
+    EXPECT_EQ(prefs.leadMinutes(), 7);
+    EXPECT_EQ(prefs.panelCorner(), PanelCorner::bottomLeft);
+    page.setLeadMinutesIndex(0);
+    EXPECT_EQ(prefs.leadMinutes(), 0);
 }
 
-TEST_F(SettingsWindowTest, isOperatedByTheKeyboardAlone)
+TEST_F(SettingsTest, isOperatedByTheKeyboardAlone)
 {
     prefs.setJoinHotKey(kelo::HotKeyCombo{9, kelo::controlKey});
     const AccessibleView view = open(general);
@@ -145,7 +189,7 @@ TEST_F(SettingsWindowTest, isOperatedByTheKeyboardAlone)
     ASSERT_TRUE(service.isSuspended) << "it records";
     sendSpace(QEvent::KeyPress);
     sendSpace(QEvent::KeyRelease);
-    EXPECT_EQ(prefs.joinHotKey(), (kelo::HotKeyCombo{49, kelo::controlKey}));
+    EXPECT_EQ(prefs.joinHotKey(), controlSpace);
     EXPECT_FALSE(service.isSuspended) << "the release doesn't begin anew";
 
     view.type(Qt::Key_Tab);
@@ -154,22 +198,34 @@ TEST_F(SettingsWindowTest, isOperatedByTheKeyboardAlone)
     view.type(Qt::Key_Space);
     EXPECT_EQ(view.find(QAccessible::PushButton, recorder)->text(QAccessible::Description),
               QStringLiteral("⌃Space. ⇧⌘J is already in use. Choose a different shortcut."));
+    EXPECT_EQ(prefs.joinHotKey(), controlSpace) << "it stays in force";
     EXPECT_EQ(view.focused(), recorder) << "the button that had the keyboard may be gone";
     isFree = true;
     view.type(Qt::Key_Tab);
     view.type(Qt::Key_Space);
     EXPECT_EQ(prefs.joinHotKey(), GeneralPageModel::defaultCombo);
+    EXPECT_EQ(view.find(QAccessible::PushButton, recorder)->text(QAccessible::Description),
+              QStringLiteral("⇧⌘J"));
     view.type(Qt::Key_Space);
     EXPECT_TRUE(service.isSuspended);
     controller.show(calendars);
     EXPECT_FALSE(service.isSuspended) << "the recorder has left the screen";
 }
 
-TEST_F(SettingsWindowTest, switchesCalendarsAndFollowsTheStore)
+TEST_F(SettingsTest, switchesTheCalendarsThatItMaySee)
 {
+    source.access = CalendarAuthorization::denied;
     source.known = {{"h", "Home", "", std::nullopt}, {"w", "Work", "Google", std::nullopt}};
     prefs.setDisabledCalendarIDs({"gone"});
     const AccessibleView view = open(calendars);
+    ASSERT_TRUE(view.click(QAccessible::PushButton, accessButton));
+    EXPECT_EQ(opened, QStringList{QLatin1String(calendarPrivacyLink)});
+    EXPECT_EQ(view.names(QAccessible::CheckBox).join(u'|'), QStringLiteral("Zoom|Microsoft Teams"));
+
+    source.access = CalendarAuthorization::granted;
+    controller.calendarsChanged();
+    view.settle();
+    EXPECT_FALSE(view.find(QAccessible::PushButton, accessButton));
     ASSERT_TRUE(view.click(QAccessible::CheckBox, QStringLiteral("Work")));
     EXPECT_EQ(prefs.disabledCalendarIDs(), (std::set<std::string>{"gone", "w"}));
     prefs.setDisabledCalendarIDs({"h"});
@@ -180,28 +236,51 @@ TEST_F(SettingsWindowTest, switchesCalendarsAndFollowsTheStore)
     view.settle();
     EXPECT_EQ(view.names(QAccessible::CheckBox).join(u'|'),
               QStringLiteral("Home|Work|Team|Zoom|Microsoft Teams"));
-    ASSERT_TRUE(view.click(QAccessible::CheckBox, QStringLiteral("Zoom")));
-    ASSERT_TRUE(view.click(QAccessible::CheckBox, QStringLiteral("Microsoft Teams")));
-    EXPECT_EQ(prefs.browserServices(), (std::set{Service::zoom, Service::teams}));
+    for (const auto &name :
+         {QStringLiteral("Zoom"), QStringLiteral("Microsoft Teams"), QStringLiteral("Zoom")})
+        ASSERT_TRUE(view.click(QAccessible::CheckBox, name));
+    EXPECT_EQ(prefs.browserServices(), std::set{Service::teams}) << "on, on and off";
 }
 
-TEST_F(SettingsWindowTest, explainsMissingAccess)
+TEST_F(SettingsTest, listsCalendarsByAccountAndKeepsRowsThatStay)
 {
-    source.access = CalendarAuthorization::denied;
-    source.known = {{"h", "Home", "", std::nullopt}};
-    const AccessibleView view = open(calendars);
-    ASSERT_TRUE(view.click(QAccessible::PushButton, accessButton));
-    EXPECT_EQ(opened, QStringList{QLatin1String(calendarPrivacyLink)});
-    EXPECT_EQ(view.names(QAccessible::CheckBox).join(u'|'), QStringLiteral("Zoom|Microsoft Teams"));
+    const struct
+    {
+        std::vector<CalendarInfo> calendars;
+        const char *rows;
+        const char *changes;
+    } steps[] = {
+        {{calendar("b", "iCloud"), calendar("a", "aaa"), calendar("x", ""), calendar("a2", "iCloud")},
+         "-Calendars x-|-aaa a#010203-|-iCloud b|iCloud a2-",
+         "+0-3"},
+        {{calendar("b", "iCloud"), calendar("z", "Zzz"), calendar("a", "aaa"), calendar("x", "")},
+         "-Calendars x-|-Zzz z-|-aaa a#010203-|-iCloud b-",
+         "-1-3 +1-3"},
+        {{calendar("a", "aaa"), calendar("x", ""), calendar("z", "Zzz")},
+         "-Calendars x-|-Zzz z-|-aaa a#010203-",
+         "-3-3"},
+    };
 
-    source.access = CalendarAuthorization::granted;
-    controller.calendarsChanged();
-    view.settle();
-    EXPECT_FALSE(view.find(QAccessible::PushButton, accessButton));
-    EXPECT_TRUE(view.isChecked(QStringLiteral("Home")));
+    CalendarsPageModel model(prefs, source, {});
+    const auto *list = model.calendars();
+    QStringList changes;
+    const auto recorder = [&](QChar sign) {
+        return [&, sign](const QModelIndex &, int first, int last) {
+            changes.append(sign + QString::number(first) + u'-' + QString::number(last));
+        };
+    };
+    QObject::connect(list, &QAbstractItemModel::rowsInserted, list, recorder(u'+'));
+    QObject::connect(list, &QAbstractItemModel::rowsRemoved, list, recorder(u'-'));
+    for (const auto &step : steps) {
+        changes.clear();
+        source.known = step.calendars;
+        model.reload();
+        EXPECT_EQ(rows(*list), step.rows);
+        EXPECT_EQ(changes.join(u' ').toStdString(), step.changes);
+    }
 }
 
-TEST_F(SettingsWindowTest, reachesAllOfManyCalendarsByKeyboard)
+TEST_F(SettingsTest, reachesAllOfManyCalendarsByKeyboard)
 {
     constexpr int count = 45;
     for (int i = 0; i < count; ++i)
