@@ -9,27 +9,15 @@
 
 using namespace kelo;
 using support::FakePortal;
+using enum FakePortal::Shortcuts;
 
 class PortalServiceTest : public testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        m_bus = std::make_unique<support::PrivateBus>();
-        startPortal();
-    }
-
-    void startPortal(FakePortal::Shortcuts shortcuts = FakePortal::Shortcuts::Present)
+    void startPortal(FakePortal::Shortcuts shortcuts)
     {
         m_portal.reset();
-        m_portal = std::make_unique<FakePortal>(m_bus->connection(), shortcuts);
-    }
-
-    // Until the portal has answered.
-    void startService()
-    {
-        m_service = std::make_unique<PortalService>(m_purpose, m_bus->connection());
-        EXPECT_TRUE(QTest::qWaitFor([&] { return m_service->canRegister(); }));
+        m_portal = std::make_unique<FakePortal>(m_bus.connection(), shortcuts);
     }
 
     std::unique_ptr<HotKey> create(const HotKeyCombo &combo = HotKeyCombo::defaultCombo)
@@ -43,7 +31,7 @@ protected:
     }
 
     const HotKeyPurpose m_purpose{QStringLiteral("join"), QStringLiteral("Join"), QStringLiteral("app join")};
-    std::unique_ptr<support::PrivateBus> m_bus;
+    support::PrivateBus m_bus;
     std::unique_ptr<FakePortal> m_portal;
     std::unique_ptr<PortalService> m_service;
     int m_runs = 0;
@@ -51,7 +39,9 @@ protected:
 
 TEST_F(PortalServiceTest, bindsTheCombinationAndFiresUnlessItIsSuspended)
 {
-    startService();
+    startPortal(Present);
+    m_service = std::make_unique<PortalService>(m_purpose, m_bus.connection());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_service->canRegister(); }));
     auto hotKey = create();
     EXPECT_FALSE(create());
     EXPECT_FALSE(create({400, commandKey}));
@@ -83,14 +73,14 @@ TEST_F(PortalServiceTest, bindsTheCombinationAndFiresUnlessItIsSuspended)
 
 TEST_F(PortalServiceTest, waitsForAPortalAndBindsAnewWhenItComesBack)
 {
-    startPortal(FakePortal::Shortcuts::Missing);
+    startPortal(Missing);
     testing::internal::CaptureStderr();
-    m_service = std::make_unique<PortalService>(m_purpose, m_bus->connection());
+    m_service = std::make_unique<PortalService>(m_purpose, m_bus.connection());
     int changes = 0;
     QObject::connect(m_service.get(), &HotKeyService::availabilityChanged, [&] { ++changes; });
     EXPECT_FALSE(create()) << "before the portal has answered";
-    startPortal(FakePortal::Shortcuts::Missing);
-    startPortal();
+    startPortal(Missing);
+    startPortal(Present);
     EXPECT_TRUE(QTest::qWaitFor([&] { return m_service->canRegister(); }));
     const std::string log = testing::internal::GetCapturedStderr();
     EXPECT_NE(log.find("\"app join\""), std::string::npos) << log;
@@ -98,7 +88,7 @@ TEST_F(PortalServiceTest, waitsForAPortalAndBindsAnewWhenItComesBack)
 
     const auto hotKey = create();
     ASSERT_TRUE(areBound(1));
-    startPortal();
+    startPortal(Present);
     ASSERT_TRUE(areBound(1));
     m_portal->activate(m_portal->bound[0].session);
     EXPECT_TRUE(QTest::qWaitFor([&] { return m_runs == 1; }));

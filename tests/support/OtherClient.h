@@ -1,8 +1,8 @@
 #pragma once
 
-#include <cstdint>
-#include <cstdlib>
-#include <xcb/xcb.h>
+#include "Platform/linux/X11Connection.h"
+
+#include <QtGlobal>
 
 namespace support {
 
@@ -14,8 +14,7 @@ public:
 
     ~OtherClient() { xcb_disconnect(m_connection); }
 
-    OtherClient(const OtherClient &) = delete;
-    OtherClient &operator=(const OtherClient &) = delete;
+    Q_DISABLE_COPY_MOVE(OtherClient)
 
     /// The key is an X one. False when somebody else has the combination.
     bool grab(int key, int modifiers)
@@ -23,9 +22,7 @@ public:
         const auto request =
             xcb_grab_key_checked(m_connection, false, m_root, std::uint16_t(modifiers), xcb_keycode_t(key),
                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-        xcb_generic_error_t *error = xcb_request_check(m_connection, request);
-        std::free(error);
-        return error == nullptr;
+        return !mivora::owned(xcb_request_check(m_connection, request));
     }
 
     /// How often its keys were pressed since the last call.
@@ -34,10 +31,8 @@ public:
         // An answer of the server comes after all presses so far.
         std::free(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
         int count = 0;
-        while (auto *event = xcb_poll_for_queued_event(m_connection)) {
+        while (const auto event = mivora::owned(xcb_poll_for_queued_event(m_connection)))
             count += (event->response_type & 0x7f) == XCB_KEY_PRESS ? 1 : 0;
-            std::free(event);
-        }
         return count;
     }
 
