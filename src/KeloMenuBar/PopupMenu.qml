@@ -47,7 +47,12 @@ Rectangle {
             text: modelData.title
             // Screen readers follow the keyboard.
             onHighlightedChanged: if (highlighted) forceActiveFocus()
-            onHoveredChanged: root.menu.current = hovered && enabled ? index : -1
+            onHoveredChanged: {
+                if (hovered)
+                    root.menu.current = enabled ? index : -1
+                else if (root.menu.current === index)
+                    root.menu.current = -1
+            }
             onClicked: root.menu.choose(index)
 
             Accessible.ignored: modelData.isSeparator

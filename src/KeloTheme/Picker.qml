@@ -22,7 +22,7 @@ T.ComboBox {
     Accessible.onPressAction: popup.open()
 
     Keys.onReleased: event => {
-        event.accepted = event.key === Qt.Key_Return && !popup.visible
+        event.accepted = (event.key === Qt.Key_Return || event.key === Qt.Key_Enter) && !popup.visible
         if (event.accepted)
             popup.open()
     }

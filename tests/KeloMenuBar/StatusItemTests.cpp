@@ -152,10 +152,12 @@ TEST_F(StatusItemTest, hasAMenuThatTheMouseReaches)
     const QPoint first(popup.width() / 2, 18);
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&popup));
     QTest::qWait(20);
-    QMouseEvent dragged(QEvent::MouseMove, first, popup.mapToGlobal(first), Qt::NoButton, Qt::LeftButton, {});
     QMouseEvent released(QEvent::MouseButtonRelease, first, popup.mapToGlobal(first), Qt::LeftButton, {}, {});
-    QCoreApplication::sendEvent(&popup, &dragged);
-    QCoreApplication::processEvents();
+    for (const QPoint &point : {QPoint(first.x(), popup.height() - 18), first}) {
+        QMouseEvent dragged(QEvent::MouseMove, point, popup.mapToGlobal(point), {}, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&popup, &dragged);
+        QCoreApplication::processEvents();
+    }
     QCoreApplication::sendEvent(&popup, &released);
     EXPECT_TRUE(isChosen("two one"));
 

@@ -66,6 +66,7 @@ void PopupMenu::open(Menu menu, QPoint position)
     dismiss();
     m_menu = std::move(menu);
     m_wasPressed = false;
+    m_keyboardLeads = false;
     const QScreen *found = QGuiApplication::screenAt(position);
     const QRect available = (found ? found : QGuiApplication::primaryScreen())->availableGeometry();
     const QSize size = measure().boundedTo({widest, available.height()});
@@ -150,6 +151,7 @@ bool PopupMenu::eventFilter(QObject *, QEvent *event)
     case QEvent::MouseButtonPress:
         return press(static_cast<QMouseEvent *>(event)->position().toPoint());
     case QEvent::MouseMove:
+        m_keyboardLeads = false;
         return drag(*static_cast<QMouseEvent *>(event));
     case QEvent::MouseButtonRelease:
         return release();
@@ -194,6 +196,7 @@ bool PopupMenu::release()
 
 bool PopupMenu::pressKey(const QKeyEvent &event)
 {
+    m_keyboardLeads = true;
     const int count = static_cast<int>(m_menu.items().size());
     const int withShortcut = itemWithShortcut(event);
     switch (event.key()) {

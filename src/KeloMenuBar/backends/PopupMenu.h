@@ -21,7 +21,7 @@ class PopupMenu final : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(QVariantList items READ items CONSTANT)
-    Q_PROPERTY(int current READ current WRITE setCurrent NOTIFY currentChanged)
+    Q_PROPERTY(int current READ current WRITE point NOTIFY currentChanged)
 
 public:
     /// `views` outlives the menu; nothing is loaded before it is opened.
@@ -42,6 +42,14 @@ public:
     int current() const { return m_current; }
 
     void setCurrent(int index);
+
+    /// Makes the item under the pointer the current one. Keys scroll items below a pointer that rests: that
+    /// doesn't count, until it moves.
+    void point(int index)
+    {
+        if (!m_keyboardLeads)
+            setCurrent(index);
+    }
 
     /// Closes the menu and runs the item's action.
     Q_INVOKABLE void choose(int index);
@@ -70,6 +78,7 @@ private:
     int m_current = -1;
     /// Whether a button went down since the menu is open; else one is held that opened it.
     bool m_wasPressed = false;
+    bool m_keyboardLeads = false;
 };
 
 } // namespace kelo
