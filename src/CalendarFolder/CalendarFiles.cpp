@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <algorithm>
+#include <map>
 #include <sys/stat.h>
 
 namespace mivora {
@@ -126,28 +127,47 @@ void keepOverlapping(CalendarFile &file, const EventWindow &window)
 
 void showOwn(const FileCollection &collection, FileCollection::File &file, MeetingChanges &changes)
 {
+    std::vector<std::shared_ptr<const Meeting> *> places;
     Meetings own;
-    for (const auto &[uid, meeting] : file.second.occurrences)
-        if (uid == 0 || collection.holdersOf(uid).size() <= 1)
+    for (auto &[uid, meeting] : file.second.occurrences) {
+        if (uid == 0 || collection.holdersOf(uid).size() <= 1) {
+            places.push_back(&meeting);
             own.push_back(meeting);
+        }
+    }
     keepUnchanged(std::move(file.second.shown), own, changes);
+    // So that each meeting is in memory once.
+    for (std::size_t i = 0; i < own.size(); ++i)
+        *places[i] = own[i];
     file.second.shown = std::move(own);
 }
 
-void showJoined(FileCollection &collection, std::size_t uid, MeetingChanges &changes,
-                const JoinedReader &readJoined)
+/// Shows the touched events that several files hold. Files that share many events are read once for all of
+/// them.
+void showJoined(FileCollection &collection, MeetingChanges &changes, const JoinedReader &readJoined)
 {
-    std::vector<std::string> names;
-    for (const FileCollection::Holder &holder : collection.holdersOf(uid))
-        names.push_back(holder.file->first);
-    // In the order in which they are read as one.
-    std::sort(names.begin(), names.end());
-    Meetings meetings = names.size() > 1 ? readJoined(collection, uid, names) : Meetings();
-    Meetings &shown = collection.joined[uid];
-    keepUnchanged(std::move(shown), meetings, changes);
-    shown = std::move(meetings);
-    if (names.size() <= 1)
-        collection.joined.erase(uid);
+    std::map<std::vector<std::string>, std::vector<std::size_t>> together;
+    for (const std::size_t uid : std::exchange(collection.touchedEvents, {})) {
+        std::vector<std::string> names;
+        for (const FileCollection::Holder &holder : collection.holdersOf(uid))
+            names.push_back(holder.file->first);
+        // In the order in which they are read as one.
+        std::sort(names.begin(), names.end());
+        together[std::move(names)].push_back(uid);
+    }
+    for (const auto &[names, uids] : together) {
+        std::unordered_map<std::size_t, Meetings> read;
+        if (names.size() > 1)
+            for (CalendarFile::Occurrence &occurrence : readJoined(collection, names))
+                read[occurrence.uid].push_back(std::move(occurrence.meeting));
+        for (const std::size_t uid : uids) {
+            Meetings &shown = collection.joined[uid];
+            keepUnchanged(std::move(shown), read[uid], changes);
+            shown = std::move(read[uid]);
+            if (names.size() <= 1)
+                collection.joined.erase(uid);
+        }
+    }
 }
 
 void appendFileCalendars(const FileCollection &root, std::vector<CalendarInfo> &calendars)
@@ -303,8 +323,7 @@ void CalendarFiles::show(MeetingChanges &changes, const JoinedReader &readJoined
         touched.erase(std::unique(touched.begin(), touched.end()), touched.end());
         for (FileCollection::File *file : touched)
             showOwn(*collection, *file, changes);
-        for (const std::size_t uid : std::exchange(collection->touchedEvents, {}))
-            showJoined(*collection, uid, changes, readJoined);
+        showJoined(*collection, changes, readJoined);
     }
 }
 

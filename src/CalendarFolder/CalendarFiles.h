@@ -91,9 +91,9 @@ struct FileCollection
     std::span<const Holder> holdersOf(std::size_t uid) const;
 };
 
-/// Reads the event `uid` of the named files as one, into meetings.
-using JoinedReader = std::function<Meetings(const FileCollection &collection, std::size_t uid,
-                                            const std::vector<std::string> &names)>;
+/// Reads the named files as one.
+using JoinedReader = std::function<std::vector<CalendarFile::Occurrence>(
+    const FileCollection &collection, const std::vector<std::string> &names)>;
 
 /// A file that is to be read. The pointers stay valid while no file is taken out.
 struct FileJob

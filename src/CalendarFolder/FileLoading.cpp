@@ -44,6 +44,21 @@ std::vector<std::string> ownAddresses(const FolderCalendar &calendar, const std:
     return request.addresses;
 }
 
+std::vector<CalendarFile::Occurrence> occurrencesIn(ical::CalendarText &text, const FolderCalendar &calendar,
+                                                    const std::string &fileName, const LoadRequest &request)
+{
+    std::vector<CalendarFile::Occurrence> occurrences;
+    if (text.occurrences.empty())
+        return occurrences;
+    const std::vector<std::string> own = ownAddresses(calendar, fileName, text, request);
+    const std::string calendarID = calendar.idFor(fileName);
+    for (ical::Occurrence &occurrence : text.occurrences) {
+        const std::size_t uid = occurrence.uid ? ical::uidHash(*occurrence.uid) : 0;
+        occurrences.push_back({uid, meetingOf(std::move(occurrence), calendarID, own)});
+    }
+    return occurrences;
+}
+
 /// One thread's share of the work.
 class LoadingTurn
 {
@@ -168,22 +183,12 @@ void LoadingTurn::parse(const FileJob &job)
 
 void LoadingTurn::takeOccurrences(const FileJob &job, ical::CalendarText &text)
 {
-    std::vector<CalendarFile::Occurrence> &occurrences = job.entry().occurrences;
-    occurrences.clear();
     result.read.push_back(job);
     if (!job.collection->calendar.filesAreCalendars) {
         for (const std::size_t uid : text.uids)
             result.events.push_back({job, uid});
     }
-    if (text.occurrences.empty())
-        return;
-    const FolderCalendar &calendar = job.collection->calendar;
-    const std::vector<std::string> own = ownAddresses(calendar, job.name(), text, m_request);
-    const std::string calendarID = calendar.idFor(job.name());
-    for (ical::Occurrence &occurrence : text.occurrences) {
-        const std::size_t uid = occurrence.uid ? ical::uidHash(*occurrence.uid) : 0;
-        occurrences.push_back({uid, meetingOf(std::move(occurrence), calendarID, own)});
-    }
+    job.entry().occurrences = occurrencesIn(text, job.collection->calendar, job.name(), m_request);
 }
 
 void LoadingTurn::drop(const FileJob &job, const std::string &reason)
@@ -244,8 +249,9 @@ LoadResult loadFiles(const std::vector<FileJob> &jobs, const LoadRequest &reques
     return std::move(own.result);
 }
 
-Meetings loadJoined(const FileCollection &collection, std::size_t uid, const std::vector<std::string> &names,
-                    const LoadRequest &request)
+std::vector<CalendarFile::Occurrence> loadJoined(const FileCollection &collection,
+                                                 const std::vector<std::string> &names,
+                                                 const LoadRequest &request)
 {
     const FileDescriptor folder = openFolder(collection.calendar.path);
     FileReader reader;
@@ -255,12 +261,7 @@ Meetings loadJoined(const FileCollection &collection, std::size_t uid, const std
             texts.append(reader.text()).append("\r\n");
     }
     ical::CalendarText text = ical::readCalendarText(texts, request.window);
-    const std::vector<std::string> own = ownAddresses(collection.calendar, names.front(), text, request);
-    Meetings meetings;
-    for (ical::Occurrence &occurrence : text.occurrences)
-        if (occurrence.uid && ical::uidHash(*occurrence.uid) == uid)
-            meetings.push_back(meetingOf(std::move(occurrence), collection.calendar.id, own));
-    return meetings;
+    return occurrencesIn(text, collection.calendar, names.front(), request);
 }
 
 } // namespace mivora

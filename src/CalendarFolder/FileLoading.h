@@ -35,9 +35,10 @@ struct LoadResult
 /// can't be read or understood is logged in one line.
 LoadResult loadFiles(const std::vector<FileJob> &jobs, const LoadRequest &request);
 
-/// Reads the event `uid` that the files `names` of a folder hold in parts or in versions, as if they were
+/// Reads the files `names` of a folder, which hold the same events in parts or in versions, as if they were
 /// one.
-Meetings loadJoined(const FileCollection &collection, std::size_t uid, const std::vector<std::string> &names,
-                    const LoadRequest &request);
+std::vector<CalendarFile::Occurrence> loadJoined(const FileCollection &collection,
+                                                 const std::vector<std::string> &names,
+                                                 const LoadRequest &request);
 
 } // namespace mivora

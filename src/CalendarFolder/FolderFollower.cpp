@@ -236,9 +236,8 @@ void FolderFollower::load(const std::vector<FileJob> &jobs, MeetingChanges chang
         m_isScanNeeded = true;
         noteChange();
     }
-    m_files.show(changes, [this](const FileCollection &collection, std::size_t uid,
-                                 const std::vector<std::string> &names) {
-        return loadJoined(collection, uid, names, m_request);
+    m_files.show(changes, [this](const FileCollection &collection, const std::vector<std::string> &names) {
+        return loadJoined(collection, names, m_request);
     });
     deliver(std::move(changes));
 }

@@ -23,6 +23,13 @@ bool isLinked(const std::string &path)
     return ::lstat(path.c_str(), &status) == 0 && (S_ISLNK(status.st_mode) || status.st_nlink > 1);
 }
 
+/// Whether a new file came with what is in it: one that was linked, and whose other name is gone already.
+bool hasContent(const std::string &path)
+{
+    struct stat status = {};
+    return ::lstat(path.c_str(), &status) == 0 && status.st_size > 0;
+}
+
 } // namespace
 
 FolderWatch::FolderWatch() : m_inotify(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
@@ -98,7 +105,7 @@ void FolderWatch::collect(const inotify_event &event, Changes &changes)
     change.isLinked = change.name.empty() || (event.mask & IN_ISDIR) || isLinked(change.path());
     // A new file is empty until it is written, and its writing is told separately; a link is complete at
     // once.
-    if (change.isLinked || !(event.mask & IN_CREATE))
+    if (change.isLinked || !(event.mask & IN_CREATE) || hasContent(change.path()))
         changes.changes.push_back(std::move(change));
 }
 

@@ -38,6 +38,7 @@ public:
             {"remove", [this] { fs::remove(anyFile(), m_error); }},
             {"rename", [this] { between(&T::anyFile, fs::rename); }},
             {"link", [this] { between(&T::anyFile, fs::create_hard_link); }},
+            {"put in place", [this] { putInPlace(); }},
             {"link by name", [this] { between(&T::anyFile, fs::create_symlink); }},
             {"name", [this] { std::ofstream(anyFolder() / "displayname") << "Name\nsecond line"; }},
             {"colour", [this] { std::ofstream(anyFolder() / "color") << "#123456"; }},
@@ -118,6 +119,15 @@ private:
         const std::size_t part = below(int(whole.size()));
         m_writers.push_back({std::ofstream(anyFile()), whole.substr(part)});
         m_writers.back().file << whole.substr(0, part) << std::flush;
+    }
+
+    /// As a careful writer does, who overwrites nothing.
+    void putInPlace()
+    {
+        const Path temporary = anyFolder() / "new.tmp";
+        std::ofstream(temporary) << text();
+        std::filesystem::create_hard_link(temporary, anyFile(), m_error);
+        std::filesystem::remove(temporary, m_error);
     }
 
     void takeRootAwayOrBack()

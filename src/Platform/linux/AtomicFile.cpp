@@ -35,7 +35,9 @@ std::optional<QString> makeFolder(const QString &path)
 std::optional<QString> replaceFile(const QString &path, const QByteArray &content)
 {
     const QFileInfo before(path);
-    const QString target = before.exists() ? before.canonicalFilePath() : before.absoluteFilePath();
+    const QString target = before.exists()      ? before.canonicalFilePath()
+                           : before.isSymLink() ? before.symLinkTarget()
+                                                : before.absoluteFilePath();
     const QString folder = QFileInfo(target).absolutePath();
     if (auto error = makeFolder(folder))
         return error;

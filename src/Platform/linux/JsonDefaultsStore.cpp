@@ -27,6 +27,8 @@ std::optional<QJsonObject> readObject(const QString &path)
     if (!info.isFile() || info.size() > longest || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
     const QByteArray text = file.readAll();
+    if (file.error() != QFile::NoError)
+        return std::nullopt;
     const QJsonDocument document = QJsonDocument::fromJson(text);
     if (!document.isObject() && !text.trimmed().isEmpty())
         return std::nullopt;
@@ -58,7 +60,7 @@ std::optional<QString> setAside(const QString &path)
     QFile file(path);
     if (!file.rename(aside))
         return path % QLatin1String(": ") % file.errorString();
-    qCWarning(log).noquote() << path << "is no JSON object; it is kept as" << aside;
+    qCWarning(log).noquote() << path << "can't be read as a JSON object; it is kept as" << aside;
     return std::nullopt;
 }
 
