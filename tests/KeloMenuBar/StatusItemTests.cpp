@@ -103,7 +103,6 @@ TEST_F(StatusItemTest, isInTheTrayWhileNobodyElseDrawsIt)
 
 TEST_F(StatusItemTest, hasAMenuThatTheKeyboardReaches)
 {
-    support::FakeKeyboard keyboard;
 
     const struct
     {
@@ -123,12 +122,12 @@ TEST_F(StatusItemTest, hasAMenuThatTheKeyboardReaches)
         m_chosen.clear();
         openMenu();
         for (const int key : row.keys)
-            keyboard.tap({key});
+            support::tap({key});
         EXPECT_TRUE(isChosen(row.chosen)) << row.name << ": " << m_chosen.join(u' ').toStdString();
     }
     for (const auto &[key, chosen] : {std::pair(KEY_T, "two"), {KEY_O, "two one"}}) {
         openMenu();
-        keyboard.tap({KEY_LEFTCTRL, key});
+        support::tap({KEY_LEFTCTRL, key});
         EXPECT_TRUE(isChosen(chosen)) << "by its key equivalent";
     }
 }
@@ -172,11 +171,10 @@ TEST_F(StatusItemTest, hasAMenuThatScrollsWhereItIsHigherThanTheScreen)
         m_titles << QString::number(i);
     openMenu();
     EXPECT_TRUE(openPopup()->screen()->availableGeometry().contains(openPopup()->geometry()));
-    support::FakeKeyboard keyboard;
-    keyboard.tap({KEY_UP});
+    support::tap({KEY_UP});
     EXPECT_TRUE(QTest::qWaitFor(
         [&] { return support::AccessibleView(*openPopup()).focused() == QLatin1String("1999"); }));
-    keyboard.tap({KEY_ENTER});
+    support::tap({KEY_ENTER});
     EXPECT_TRUE(isChosen("1999"));
 }
 
