@@ -44,14 +44,6 @@ TEST(MeetingTest, trimsItsTitle)
         EXPECT_EQ(Meeting::fromSnapshot({.title = stored}).title, shown);
 }
 
-TEST(MeetingTest, looksForItsLinkInUrlLocationAndNotes)
-{
-    const std::string link = "https://a.b";
-    for (const EventSnapshot &texts :
-         {EventSnapshot{.url = link, .notes = "https://c.d"}, {.location = link}, {.notes = link}})
-        EXPECT_EQ(Meeting::fromSnapshot(texts).joinLink->webURL.text(), link);
-}
-
 TEST(MeetingTest, carriesABoundedPartOfAnEndlessEvent)
 {
     const std::string endless(1 << 20, 'a');
@@ -69,6 +61,16 @@ TEST(MeetingTest, carriesABoundedPartOfAnEndlessEvent)
     EventSnapshot other = snapshot;
     other.eventIdentifier->back() = '2';
     EXPECT_NE(Meeting::fromSnapshot(other).id, meeting.id);
+}
+
+TEST(ColorTest, readsHexadecimalFormsAndNothingElse)
+{
+    for (const char *text : {"#1af", "#11AAff", "#11aaff00", " #11aaff\n", "\u00a0#1AF"})
+        EXPECT_EQ(Color::fromHex(text), (Color{0x11, 0xaa, 0xff})) << text;
+    for (const char *text : {"", "#", "11aaff", "#11aaf", "#11aafff", "#11aaff0011", "#-1aaff", "#+1a",
+                             "#0x1", "#11 aff", "red", "#ggg", "##1af"})
+        EXPECT_EQ(Color::fromHex(text), std::nullopt) << text;
+    EXPECT_EQ(Color::fromHex("#01020f")->hex(), "#01020f");
 }
 
 TEST(ServiceTest, isStoredUnderItsRawValueOnly)

@@ -28,7 +28,6 @@ public:
 
     std::vector<CalendarInfo> calendars() const override
     {
-        ++listings;
         return access == CalendarAuthorization::granted ? known : std::vector<CalendarInfo>();
     }
 
@@ -49,9 +48,8 @@ public:
     std::vector<CalendarInfo> known;
     std::vector<Meeting> events;
 
-    /// Every query of meetings so far, and how often the calendars were listed.
+    /// Every query of meetings so far.
     std::vector<Fetch> fetches;
-    mutable int listings = 0;
     /// What was handed in last.
     std::function<void(bool)> accessAnswer;
     ChangeHandler onChange;

@@ -14,11 +14,6 @@ namespace mivora {
 /// test to the next.
 class KeptViews final : public testing::Environment
 {
-public:
-    /// A test of the engine's end lets go of it.
-    static inline std::unique_ptr<QWindow> window;
-
-private:
     void SetUp() override
     {
         kelo::ViewSpec card;
@@ -34,6 +29,8 @@ private:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         sharedViews().releaseUnused();
     }
+
+    std::unique_ptr<QWindow> window;
 };
 
 /// Of every program that includes this.
