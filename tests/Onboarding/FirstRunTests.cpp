@@ -65,21 +65,17 @@ TEST_F(FirstRunTest, offersWhatTheAccessLeavesToDo)
     const QString hint = QStringLiteral(
         "Using Google or Outlook? Add the account in Internet Accounts and its calendars show up here.");
 
-    const struct
-    {
-        CalendarAuthorization access;
-        QString buttons;
-    } rows[] = {
+    const std::pair<CalendarAuthorization, QString> rows[] = {
         {notDetermined, u"Allow Calendar Access|" + hint + u"|Continue|Skip for now"},
         {denied, u"Open System Settings|" + hint + u"|Continue|Skip for now"},
         {granted, hint + u"|Continue"},
     };
 
-    for (const auto &row : rows) {
-        run.source.access = row.access;
+    for (const auto &[access, buttons] : rows) {
+        run.source.access = access;
         show(FirstRunStep::calendar);
-        EXPECT_EQ(view().names(QAccessible::PushButton).join(u'|'), row.buttons);
-        EXPECT_TRUE(view().click(QAccessible::PushButton, row.buttons.section(u'|', 0, 0)));
+        EXPECT_EQ(view().names(QAccessible::PushButton).join(u'|'), buttons);
+        EXPECT_TRUE(view().click(QAccessible::PushButton, buttons.section(u'|', 0, 0)));
     }
     EXPECT_TRUE(run.source.accessAnswer);
     EXPECT_EQ(run.opened,
