@@ -3,7 +3,6 @@
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
-#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -155,31 +154,19 @@ TEST_F(SettingsFile, changesOfOthersAreToldHoweverTheyAreSavedAndOwnOnesNever)
     EXPECT_EQ(toldOther.count(), 1) << "where the link leads no more";
 }
 
-TEST_F(SettingsFile, processesThatWriteAtOnceOrAreKilledLoseNothing)
+TEST_F(SettingsFile, processesThatWriteAtOnceLoseNothing)
 {
     constexpr int keys = 40;
-    const auto child = [this](char prefix) {
-        const pid_t id = fork();
-        if (id != 0)
-            return id;
+    const QString writers = QStringLiteral("abcd");
+    for (const QChar writer : writers) {
+        if (fork() != 0)
+            continue;
         JsonDefaultsStore store(path);
-        for (int key = 0; key < keys || prefix == 'k'; ++key)
-            store.setValue(QLatin1Char(prefix) + QString::number(key % keys), key);
+        for (int key = 0; key < keys; ++key)
+            store.setValue(writer + QString::number(key), key);
         _exit(store.isSaved() ? 0 : 1);
-    };
-    std::vector<pid_t> writers;
-    for (int round = 0; round < 4; ++round) {
-        const pid_t killed = child('k');
-        writers.push_back(child(char('a' + round)));
-        usleep(15'000);
-        kill(killed, SIGKILL);
-        waitpid(killed, nullptr, 0);
     }
-    for (const pid_t writer : writers) {
-        int status = -1;
-        waitpid(writer, &status, 0);
+    for (int status = -1; wait(&status) > 0;)
         EXPECT_EQ(status, 0);
-    }
-    const QStringList stored = JsonDefaultsStore(path).values().keys();
-    EXPECT_EQ(stored.filter(QRegularExpression(QStringLiteral("^[a-d]"))).size(), 4 * keys);
+    EXPECT_EQ(JsonDefaultsStore(path).values().size(), writers.size() * keys);
 }
