@@ -61,19 +61,6 @@ public:
         return reply.arguments().value(0).value<QDBusVariant>().variant();
     }
 
-    /// Opens the menu as panels do: AboutToShow, then GetLayout.
-    kelo::DBusMenuLayout open()
-    {
-        menu("AboutToShow", {0});
-        const QDBusMessage reply = menu("GetLayout", {0, -1, QStringList()});
-        return qdbus_cast<kelo::DBusMenuLayout>(reply.arguments().value(1));
-    }
-
-    void click(int id)
-    {
-        menu("Event", {id, QStringLiteral("clicked"), QVariant::fromValue(QDBusVariant(QString())), 0U});
-    }
-
 public Q_SLOTS:
 
     void RegisterStatusNotifierItem(const QString &service) { registered << service; }

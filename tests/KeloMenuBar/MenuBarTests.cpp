@@ -40,25 +40,21 @@ TEST(DBusMenu, leavesOutPropertiesThatAreTheDefault)
         return parts.join(u' ');
     };
 
-    const struct
-    {
-        const char *title;
-        const char *expected;
-    } titles[] = {
-        {"Open", "label=Open"},
-        {"not_access__keys", "label=not__access____keys"},
+    const std::pair<MenuItem, const char *> rows[] = {
+        {{.title = QStringLiteral("Open")}, "label=Open"},
+        {{.title = QStringLiteral("not_access__keys")}, "label=not__access____keys"},
         // The time stays in front of a title in Arabic.
-        {"09:05  اجتماع  · Zoom", "label=\u200E09:05  اجتماع  · Zoom"},
+        {{.title = QStringLiteral("09:05  اجتماع  · Zoom")}, "label=\u200E09:05  اجتماع  · Zoom"},
+        {{.isEnabled = false}, "enabled=false label="},
+        {{.isSeparator = true}, "type=separator"},
+        {{.keyEquivalent = QStringLiteral("q")}, "label= shortcut=Control+q"},
+        {{.keyEquivalent = QStringLiteral(",")}, "label= shortcut=Control+comma"},
+        {{.keyEquivalent = QStringLiteral("z"), .modifiers = KeyModifiers::CommandShift},
+         "label= shortcut=Control+Shift+z"},
     };
 
-    for (const auto &[title, expected] : titles)
-        EXPECT_EQ(text({.title = QString::fromUtf8(title)}), QString::fromUtf8(expected));
-    EXPECT_EQ(text({.isEnabled = false}), QStringLiteral("enabled=false label="));
-    EXPECT_EQ(text({.isSeparator = true}), QStringLiteral("type=separator"));
-    EXPECT_EQ(text({.keyEquivalent = QStringLiteral("q")}), QStringLiteral("label= shortcut=Control+q"));
-    EXPECT_EQ(text({.keyEquivalent = QStringLiteral(",")}), QStringLiteral("label= shortcut=Control+comma"));
-    EXPECT_EQ(text({.keyEquivalent = QStringLiteral("z"), .modifiers = KeyModifiers::CommandShift}),
-              QStringLiteral("label= shortcut=Control+Shift+z"));
+    for (const auto &[item, expected] : rows)
+        EXPECT_EQ(text(item).toStdString(), expected);
 }
 
 TEST(DBusMenu, keepsThreeOpeningsWithNumbersOfTheirOwn)

@@ -181,7 +181,9 @@ TEST_F(StatusItemTest, hasAMenuThatScrollsWhereItIsHigherThanTheScreen)
 TEST_F(StatusItemTest, hasAMenuForTheHostToDraw)
 {
     FakeHost &host = this->host("label");
-    const DBusMenuLayout item = host.open().children[0];
+    host.menu("AboutToShow", {0});
+    const QDBusMessage layout = host.menu("GetLayout", {0, -1, QStringList()});
+    const DBusMenuLayout item = qdbus_cast<DBusMenuLayout>(layout.arguments().value(1)).children[0];
     const QDBusMessage group =
         host.menu("GetGroupProperties", {QVariant::fromValue(QList<int>{item.id}), QStringList()});
     const auto properties = qdbus_cast<QList<DBusMenuProperties>>(group.arguments().value(0));
@@ -192,7 +194,8 @@ TEST_F(StatusItemTest, hasAMenuForTheHostToDraw)
     const QDBusMessage reply = host.menu("EventGroup", {events});
     EXPECT_EQ(qdbus_cast<QList<int>>(reply.arguments().value(0)), QList<int>{12345});
     EXPECT_EQ(host.menu("GetLayout", {12345, -1, QStringList()}).type(), QDBusMessage::ErrorMessage);
-    host.click(item.id);
+    host.menu("Event",
+              {item.id, QStringLiteral("clicked"), QVariant::fromValue(QDBusVariant(QString())), 0U});
     EXPECT_TRUE(isChosen("one"));
     host.item("Activate", {10, 10});
     ASSERT_TRUE(openPopup()) << "for hosts that draw none";
