@@ -94,8 +94,4 @@ click_panel
 user key Escape
 await is_hidden || fail "Escape dismisses"
 expect_keyboard "dismissed"
-show 3
-click_panel
-mivora dismiss
-expect_keyboard "hidden"
 echo passed

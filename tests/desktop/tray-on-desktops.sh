@@ -1,12 +1,10 @@
 #!/usr/bin/env bash
-# The real program in the status area of a desktop: makes pictures of its item at rest and with its menu open,
-# chooses the first meeting with the pointer and looks what was opened.
-#   tray-on-desktops.sh xfce|indicator|waybar BIN_FOLDER OUTPUT_FOLDER
-host_name=$1 BIN=$(realpath "$2") output=$(realpath -m "$3")
-[ "$(id -u)" -ne 0 ] || install -d -o nobody "$output"
+# The real program in the status area of a desktop: chooses the first meeting in its menu with the pointer and looks
+# what was opened.
+#   tray-on-desktops.sh xfce|indicator|waybar BIN_FOLDER
+host_name=$1 BIN=$(realpath "$2")
 . "$(dirname "$0")/session.sh"
-need import xprop
-mkdir -p "$output"
+need xprop
 
 # Where the item and the first entry of its menu are on the screen.
 bring_up_xfce() {
@@ -37,10 +35,6 @@ bring_up_waybar() {
 
 screen
 bus
-picture() {
-    sleep 1
-    DISPLAY=$outer import -window root "$output/$host_name-$1.png"
-}
 "bring_up_$host_name"
 patience=60 await has_host || fail "a status area appears"
 
@@ -49,10 +43,9 @@ used_before
 event review "Design review" 1500 https://zoom.us/j/123456789
 start "$BIN/mivora"
 await tells 'Design review' || fail "it shows the meeting"
-picture rest
 chooses_the_first() { # The first opening of some hosts only asks for the menu.
     user mousemove $icon sleep 0.3 click 1
-    picture menu
+    sleep 1
     user mousemove $entry sleep 0.3 mousemove_relative 4 2 sleep 0.3 click 1
     patience=3 await was_opened https://zoom.us/j/123456789 || { user key Escape; false; }
 }

@@ -26,16 +26,12 @@ activate() {
     await() { for _ in $(seq 60); do if "$@" >/dev/null 2>&1; then return 0; fi; sleep 0.5; done; return 1; }
     request() { gdbus call --session -d app.kelo.Mivora -o /app/kelo/Mivora -m "org.freedesktop.Application.$1" "${@:2}"; }
     shows_settings() { xdotool search --onlyvisible --class mivora search --onlyvisible --name "^$1\$"; }
-    in_tray() {
-        gdbus call --session -d org.kde.StatusNotifierWatcher -o /StatusNotifierWatcher \
-            -m org.freedesktop.DBus.Properties.GetAll org.kde.StatusNotifierWatcher | grep -q /StatusNotifierItem
-    }
 
     mkdir -p "$XDG_DATA_HOME/dbus-1"
     ln -s "$prefix/share/dbus-1/services" "$XDG_DATA_HOME/dbus-1/services"
     gdbus call --session -d org.freedesktop.DBus -o / -m org.freedesktop.DBus.ReloadConfig
     request Activate {} || fail "the bus starts the program"
-    await in_tray || fail "it is in the tray"
+    await "$mivora" copy || fail "it obeys"
     ! shows_settings General || fail "the start opens no settings"
     request Activate {}
     await shows_settings General || fail "being started again opens them"
