@@ -17,7 +17,7 @@ std::optional<std::uint32_t> unsigned32(const QJsonValue &value)
     if (!value.isDouble() || number < 0 || number > std::numeric_limits<std::uint32_t>::max() ||
         std::trunc(number) != number)
         return std::nullopt;
-    return static_cast<std::uint32_t>(number);
+    return std::uint32_t(number);
 }
 
 struct ModifierForm
@@ -56,7 +56,7 @@ QStringList HotKeyCombo::keyCaps() const
         if (modifiers & form.bit)
             caps.append(QChar(form.symbol));
     }
-    caps.append(KeyboardLayout::displayName(static_cast<std::uint16_t>(keyCode)));
+    caps.append(KeyboardLayout::displayName(std::uint16_t(keyCode)));
     return caps;
 }
 

@@ -72,7 +72,7 @@ constexpr std::optional<std::uint8_t> xKeyCode(std::uint32_t virtualKey)
     const auto pair = std::ranges::find(keyCodePairs, virtualKey, &KeyCodePair::virtualKey);
     if (pair == keyCodePairs.end() || pair->evdev + xKeyCodeOffset > 255)
         return std::nullopt;
-    return static_cast<std::uint8_t>(pair->evdev + xKeyCodeOffset);
+    return std::uint8_t(pair->evdev + xKeyCodeOffset);
 }
 
 /// The virtual key code of a key event's QKeyEvent::nativeScanCode(). Nothing for keys that have none.

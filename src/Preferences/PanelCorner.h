@@ -19,7 +19,7 @@ constexpr QLatin1String rawValue(PanelCorner corner)
     constexpr std::array names{QLatin1String("topRight"), QLatin1String("topLeft"),
                                QLatin1String("bottomRight"), QLatin1String("bottomLeft")};
     static_assert(names.size() == allPanelCorners.size());
-    return names[static_cast<std::size_t>(corner)];
+    return names[std::size_t(corner)];
 }
 
 /// The corner with the stored name `raw`, or nothing.

@@ -19,8 +19,7 @@ int readTitleWidth(qint64 stored, int current)
 {
     if (stored == current)
         return current;
-    return static_cast<int>(
-        std::clamp<qint64>(stored, Preferences::minTitleWidth, Preferences::maxTitleWidth));
+    return int(std::clamp<qint64>(stored, Preferences::minTitleWidth, Preferences::maxTitleWidth));
 }
 
 int readLeadMinutes(qint64 stored, int current)
@@ -28,7 +27,7 @@ int readLeadMinutes(qint64 stored, int current)
     constexpr int registered = 1;
     const auto &choices = Preferences::leadMinuteChoices;
     const bool isUsable = stored == current || std::ranges::find(choices, stored) != choices.end();
-    return isUsable ? static_cast<int>(stored) : registered;
+    return isUsable ? int(stored) : registered;
 }
 
 std::optional<kelo::HotKeyCombo> readJoinHotKey(const QString &stored)

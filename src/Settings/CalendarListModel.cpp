@@ -8,14 +8,14 @@ namespace mivora {
 
 int CalendarListModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+    return parent.isValid() ? 0 : int(m_rows.size());
 }
 
 QVariant CalendarListModel::data(const QModelIndex &index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    const Row &row = m_rows[static_cast<std::size_t>(index.row())];
+    const Row &row = m_rows[std::size_t(index.row())];
     switch (role) {
     case TitleRole:
         return QString::fromStdString(row.calendar.title);
@@ -49,7 +49,7 @@ void CalendarListModel::setCalendars(const std::vector<CalendarInfo> &calendars)
                                       std::make_reverse_iterator(newFrom));
     const auto oldTo = isSame.first.base();
     const auto newTo = isSame.second.base();
-    replace(static_cast<std::size_t>(oldFrom - m_rows.begin()), static_cast<std::size_t>(oldTo - oldFrom),
+    replace(std::size_t(oldFrom - m_rows.begin()), std::size_t(oldTo - oldFrom),
             std::vector<Row>(newFrom, newTo));
 }
 
@@ -57,7 +57,7 @@ void CalendarListModel::setDisabled(const std::set<std::string> &ids)
 {
     const std::set<std::string> before = std::exchange(m_disabled, ids);
     for (int row = 0; row < rowCount(); ++row) {
-        const std::string &id = m_rows[static_cast<std::size_t>(row)].calendar.id;
+        const std::string &id = m_rows[std::size_t(row)].calendar.id;
         if (before.contains(id) != ids.contains(id))
             Q_EMIT dataChanged(index(row), index(row), {IsOnRole});
     }
@@ -65,7 +65,7 @@ void CalendarListModel::setDisabled(const std::set<std::string> &ids)
 
 std::string CalendarListModel::calendarID(int row) const
 {
-    return row >= 0 && row < rowCount() ? m_rows[static_cast<std::size_t>(row)].calendar.id : std::string();
+    return row >= 0 && row < rowCount() ? m_rows[std::size_t(row)].calendar.id : std::string();
 }
 
 std::vector<CalendarListModel::Row> CalendarListModel::rowsOf(std::vector<CalendarInfo> calendars)
@@ -83,15 +83,15 @@ std::vector<CalendarListModel::Row> CalendarListModel::rowsOf(std::vector<Calend
 
 void CalendarListModel::replace(std::size_t first, std::size_t removed, const std::vector<Row> &inserted)
 {
-    const int from = static_cast<int>(first);
+    const int from = int(first);
     const auto begin = m_rows.begin() + from;
     if (removed > 0) {
-        beginRemoveRows({}, from, from + static_cast<int>(removed) - 1);
-        m_rows.erase(begin, begin + static_cast<int>(removed));
+        beginRemoveRows({}, from, from + int(removed) - 1);
+        m_rows.erase(begin, begin + int(removed));
         endRemoveRows();
     }
     if (!inserted.empty()) {
-        beginInsertRows({}, from, from + static_cast<int>(inserted.size()) - 1);
+        beginInsertRows({}, from, from + int(inserted.size()) - 1);
         m_rows.insert(m_rows.begin() + from, inserted.begin(), inserted.end());
         endInsertRows();
     }

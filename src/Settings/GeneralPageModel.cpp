@@ -40,12 +40,12 @@ QString textOfCorner(PanelCorner corner)
 template<typename List, typename Value> int indexIn(const List &choices, const Value &value)
 {
     const auto found = std::find(choices.begin(), choices.end(), value);
-    return found == choices.end() ? -1 : static_cast<int>(found - choices.begin());
+    return found == choices.end() ? -1 : int(found - choices.begin());
 }
 
 template<typename List> bool hasIndex(const List &choices, int index)
 {
-    return index >= 0 && index < static_cast<int>(choices.size());
+    return index >= 0 && index < int(choices.size());
 }
 
 template<typename List, typename Value> QStringList texts(const List &choices, QString (*text)(Value))
@@ -113,7 +113,7 @@ int GeneralPageModel::leadMinutesIndex() const
 void GeneralPageModel::setLeadMinutesIndex(int index)
 {
     if (hasIndex(Preferences::leadMinuteChoices, index))
-        m_prefs.setLeadMinutes(Preferences::leadMinuteChoices.at(static_cast<std::size_t>(index)));
+        m_prefs.setLeadMinutes(Preferences::leadMinuteChoices.at(std::size_t(index)));
 }
 
 QString GeneralPageModel::leadMinutesText() const
@@ -134,7 +134,7 @@ int GeneralPageModel::panelCornerIndex() const
 void GeneralPageModel::setPanelCornerIndex(int index)
 {
     if (hasIndex(allPanelCorners, index))
-        m_prefs.setPanelCorner(allPanelCorners.at(static_cast<std::size_t>(index)));
+        m_prefs.setPanelCorner(allPanelCorners.at(std::size_t(index)));
 }
 
 void GeneralPageModel::setUseHotKey(bool use)

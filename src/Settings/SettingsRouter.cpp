@@ -27,7 +27,7 @@ static_assert(pages.size() == allSettingsPages.size());
 
 const Page &row(SettingsPage page)
 {
-    return pages.at(static_cast<std::size_t>(page));
+    return pages.at(std::size_t(page));
 }
 
 } // namespace
@@ -68,8 +68,8 @@ QVariantList SettingsRouter::pages() const
 
 void SettingsRouter::selectRow(int row)
 {
-    if (row >= 0 && row < static_cast<int>(allSettingsPages.size()))
-        select(allSettingsPages.at(static_cast<std::size_t>(row)));
+    if (row >= 0 && row < int(allSettingsPages.size()))
+        select(allSettingsPages.at(std::size_t(row)));
 }
 
 } // namespace mivora

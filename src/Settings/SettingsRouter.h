@@ -37,7 +37,7 @@ public:
     /// Selects the page. onChange is called even when it was selected before.
     void select(SettingsPage page);
 
-    int pageIndex() const { return static_cast<int>(m_page); }
+    int pageIndex() const { return int(m_page); }
 
     QVariantList pages() const;
 

@@ -150,7 +150,6 @@ TEST_F(StatusItemTest, hasAMenuThatTheMouseReaches)
     QWindow &popup = *openPopup();
     const QPoint first(popup.width() / 2, 18);
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&popup));
-    QTest::qWait(20);
     QMouseEvent released(QEvent::MouseButtonRelease, first, popup.mapToGlobal(first), Qt::LeftButton, {}, {});
     for (const QPoint &point : {QPoint(first.x(), popup.height() - 18), first}) {
         QMouseEvent dragged(QEvent::MouseMove, point, popup.mapToGlobal(point), {}, Qt::LeftButton, {});

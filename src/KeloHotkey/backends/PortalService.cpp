@@ -67,7 +67,7 @@ QString shortcutName(const HotKeyPurpose &purpose, const HotKeyCombo &combo)
 QString portalTrigger(const HotKeyCombo &combo)
 {
     // Combinations that can be registered have a key code of 16 bits.
-    const QString key = KeyboardLayout::symbolName(static_cast<std::uint16_t>(combo.keyCode));
+    const QString key = KeyboardLayout::symbolName(std::uint16_t(combo.keyCode));
     if (key.isEmpty())
         return {};
     QStringList parts;

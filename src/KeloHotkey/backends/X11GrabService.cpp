@@ -116,7 +116,7 @@ std::optional<X11GrabService::Key> X11GrabService::key(const HotKeyCombo &combo)
 // A grab is for an exact state, so there is one for each state of the locks.
 std::vector<std::uint16_t> X11GrabService::masks(const Key &key) const
 {
-    std::vector<std::uint16_t> masks{key.mask, static_cast<std::uint16_t>(key.mask | XCB_MOD_MASK_LOCK)};
+    std::vector<std::uint16_t> masks{key.mask, std::uint16_t(key.mask | XCB_MOD_MASK_LOCK)};
     if (m_modifiers.numLock) {
         for (const std::size_t index : {0, 1})
             masks.push_back(masks[index] | m_modifiers.numLock);
@@ -186,7 +186,7 @@ bool X11GrabService::nativeEventFilter(const QByteArray &, void *message, qintpt
 bool X11GrabService::keyPressed(const xcb_key_press_event_t &event)
 {
     const std::uint16_t relevant = m_modifiers.mask(commandKey | shiftKey | optionKey | controlKey);
-    const Key pressedKey{event.detail, static_cast<std::uint16_t>(event.state & relevant)};
+    const Key pressedKey{event.detail, std::uint16_t(event.state & relevant)};
     const auto found = std::ranges::find_if(
         m_registered, [&](const auto &registered) { return key(registered.second) == pressedKey; });
     if (m_isSuspended || event.event != m_x11.root() || found == m_registered.end())

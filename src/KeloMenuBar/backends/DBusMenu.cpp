@@ -132,7 +132,7 @@ void DBusMenu::build()
     m_openings.push_back({m_nextId, m_build()});
     if (m_openings.size() > keptOpenings)
         m_openings.pop_front();
-    m_nextId += static_cast<int>(m_openings.back().menu.items().size());
+    m_nextId += int(m_openings.back().menu.items().size());
     ++m_revision;
 }
 
@@ -150,7 +150,7 @@ const ClosureMenuItem *DBusMenu::item(int id) const
         // Compared first: the number comes from the bus, and may be too low to be subtracted from.
         if (id < opening.firstId)
             continue;
-        const auto index = static_cast<std::size_t>(id - opening.firstId);
+        const auto index = std::size_t(id - opening.firstId);
         const auto &items = opening.menu.items();
         if (index < items.size())
             return &items[index];

@@ -133,7 +133,7 @@ void PopupMenu::dismiss()
 void PopupMenu::choose(int index)
 {
     // The menu may be opened again, and filled anew, by what the action does.
-    const auto action = m_menu.items().at(static_cast<std::size_t>(index)).action;
+    const auto action = m_menu.items().at(std::size_t(index)).action;
     dismiss();
     if (action)
         action();
@@ -197,7 +197,7 @@ bool PopupMenu::release()
 bool PopupMenu::pressKey(const QKeyEvent &event)
 {
     m_keyboardLeads = true;
-    const int count = static_cast<int>(m_menu.items().size());
+    const int count = int(m_menu.items().size());
     const int withShortcut = itemWithShortcut(event);
     switch (event.key()) {
     case Qt::Key_Escape:
@@ -231,10 +231,10 @@ bool PopupMenu::pressKey(const QKeyEvent &event)
 // The next item in this direction that can be chosen, round the ends.
 void PopupMenu::moveFrom(int index, int step)
 {
-    const int count = static_cast<int>(m_menu.items().size());
+    const int count = int(m_menu.items().size());
     for (int tried = 0; tried < count; ++tried) {
         index = (index + step + count) % count;
-        if (m_menu.items()[static_cast<std::size_t>(index)].canBeChosen())
+        if (m_menu.items()[std::size_t(index)].canBeChosen())
             return setCurrent(index);
     }
 }
@@ -245,7 +245,7 @@ int PopupMenu::itemWithShortcut(const QKeyEvent &event) const
     const auto found = std::find_if(items.begin(), items.end(), [&](const MenuItem &item) {
         return item.canBeChosen() && item.shortcut() == QKeySequence(event.keyCombination());
     });
-    return found == items.end() ? -1 : static_cast<int>(found - items.begin());
+    return found == items.end() ? -1 : int(found - items.begin());
 }
 
 } // namespace kelo

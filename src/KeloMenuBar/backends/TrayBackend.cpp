@@ -26,7 +26,7 @@ std::vector<std::uint32_t> minimumSize(int size)
     constexpr std::uint32_t hasMinimumSize = 1 << 4;
     std::vector<std::uint32_t> hints(18);
     hints[0] = hasMinimumSize;
-    hints[5] = hints[6] = static_cast<std::uint32_t>(size);
+    hints[5] = hints[6] = std::uint32_t(size);
     return hints;
 }
 
@@ -89,7 +89,7 @@ bool TrayBackend::hasAlpha() const
 // The tray says that it has taken the window in by reparenting it.
 void TrayBackend::askToDock() const
 {
-    const auto window = static_cast<xcb_window_t>(m_window->winId());
+    const auto window = xcb_window_t(m_window->winId());
     m_x11.setProperty(window, "WM_NORMAL_HINTS", XCB_ATOM_WM_SIZE_HINTS,
                       minimumSize(qRound(m_window->height() * m_window->devicePixelRatio())));
     // Version 0 of XEmbed; mapped by the tray as soon as it is in.
