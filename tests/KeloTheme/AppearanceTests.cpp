@@ -52,10 +52,8 @@ TEST(Appearance, followsTheDesktopsPortalOnceThereIsOne)
 
 TEST(Appearance, isTheEnvironmentsBeforeAll)
 {
-    for (const char *scheme : {"dark", "light"}) {
-        qputenv("MIVORA_APPEARANCE", scheme);
-        EXPECT_EQ(Appearance(QDBusConnection(QStringLiteral("none"))).isDark(), *scheme == 'd');
-    }
+    qputenv("MIVORA_APPEARANCE", "dark");
+    EXPECT_TRUE(Appearance(QDBusConnection(QStringLiteral("none"))).isDark());
     qunsetenv("MIVORA_APPEARANCE");
 }
 

@@ -15,6 +15,7 @@ namespace mivora {
 
 namespace {
 
+using enum CalendarListModel::Role;
 using enum SettingsPage;
 using support::AccessibleView;
 
@@ -31,11 +32,10 @@ std::string rows(const QAbstractItemModel &list)
 {
     QStringList found;
     for (int i = 0; i < list.rowCount(); ++i) {
-        const auto read = [&](int role) { return list.index(i, 0).data(role); };
-        const auto line = [&](int role) { return read(role).toBool() ? QStringLiteral("-") : QString(); };
-        found.append(line(CalendarListModel::IsFirstRole) + read(CalendarListModel::AccountRole).toString() +
-                     u' ' + read(CalendarListModel::TitleRole).toString() +
-                     read(CalendarListModel::ColorRole).toString() + line(CalendarListModel::IsLastRole));
+        const auto read = [&](int role) { return list.index(i, 0).data(role).toString(); };
+        const auto line = [&](int role) { return read(role) == u"true" ? u"-" : u""; };
+        found.append(line(IsFirstRole) + read(AccountRole) + u' ' + read(TitleRole) + read(ColorRole) +
+                     line(IsLastRole));
     }
     return found.join(u'|').toStdString();
 }
