@@ -90,14 +90,14 @@ TEST(DBusMenu, keepsThreeOpeningsWithNumbersOfTheirOwn)
     EXPECT_EQ(items[1].id, 8);
     EXPECT_EQ(layout(0, 0).second.size() + layout(7, -1).second.size(), 0);
     const auto group = [&menu](const QList<int> &ids) {
-        std::vector<std::pair<int, QString>> labels;
+        QString text;
         for (const DBusMenuProperties &item : menu.GetGroupProperties(ids, {}))
-            labels.emplace_back(item.id, item.properties.value(QStringLiteral("label")).toString());
-        return labels;
+            text += QStringLiteral("%1 %2|").arg(item.id).arg(
+                item.properties[QStringLiteral("label")].toString());
+        return text.toStdString();
     };
-    const std::pair<int, QString> on(7, QStringLiteral("on")), off(8, QStringLiteral("off")), root(0, {});
-    EXPECT_THAT(group({}), testing::ElementsAre(on, off));
-    EXPECT_THAT(group({8, 6, 9, 0}), testing::ElementsAre(off, root)) << "only the current ones are told";
+    EXPECT_EQ(group({}), "7 on|8 off|");
+    EXPECT_EQ(group({8, 6, 9, 0}), "8 off|0 |") << "only the current ones are told";
 
     QList<DBusMenuEvent> events{{7, QStringLiteral("opened"), QDBusVariant(QString()), 0}};
     for (const int id : {INT_MIN, -1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, INT_MAX})

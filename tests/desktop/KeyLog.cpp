@@ -3,7 +3,6 @@
 
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QRasterWindow>
 #include <iostream>
 
@@ -16,11 +15,6 @@ class KeyLog final : public QRasterWindow
     void focusInEvent(QFocusEvent *) override { std::cout << '+' << std::flush; }
 
     void focusOutEvent(QFocusEvent *) override { std::cout << '-' << std::flush; }
-
-    void paintEvent(QPaintEvent *) override
-    {
-        QPainter(this).fillRect(QRect(QPoint(), size()), Qt::darkCyan);
-    }
 };
 
 } // namespace

@@ -1,18 +1,12 @@
 #!/usr/bin/env bash
 # The real program in the status area of a desktop: chooses the first meeting in its menu with the pointer and looks
 # what was opened.
-#   tray-on-desktops.sh xfce|indicator|waybar BIN_FOLDER
+#   tray-on-desktops.sh indicator|waybar BIN_FOLDER
 host_name=$1 BIN=$(realpath "$2")
 . "$(dirname "$0")/session.sh"
 need xprop
 
 # Where the item and the first entry of its menu are on the screen.
-bring_up_xfce() {
-    need openbox xfce4-panel
-    window_manager
-    xfce_panel systray
-    icon="16 14" entry="60 44"
-}
 bring_up_indicator() {
     need openbox xfce4-panel
     indicator=$(find /usr/lib /usr/libexec -name ayatana-indicator-application-service 2>/dev/null | head -1)
