@@ -2,7 +2,6 @@
 #include "CalendarEds/EdsWorld.h"
 #include "CalendarFolder/LoadedStore.h"
 
-#include <QDirIterator>
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QStandardPaths>
@@ -16,7 +15,10 @@ namespace mivora {
 namespace {
 
 using support::EdsWorld;
-using Titles = std::vector<std::string>;
+
+constexpr const char *moonBase = "BEGIN:VTIMEZONE\r\nTZID:Moon Base\r\nBEGIN:STANDARD\r\n"
+                                 "DTSTART:19700101T000000\r\nTZOFFSETFROM:+0130\r\n"
+                                 "TZOFFSETTO:+0130\r\nEND:STANDARD\r\nEND:VTIMEZONE\r\n";
 
 /// A calendar as the server stores what it knows of it.
 std::string source(const std::string &title, const std::string &parent, const std::string &more)
@@ -90,7 +92,6 @@ protected:
             return;
         std::map<std::string, std::string> sources{
             {"local", source("Work", "local-stub", "BackendName=local\nColor=#3584e4\n")},
-            {"imported", source("Imported", "local-stub", "BackendName=local\n")},
             {"unknown", source("Unknown kind", "local-stub", "BackendName=nonesuch\n")}};
         if (Radicale::isInstalled())
             sources["net"] = server.emplace().source();
@@ -177,15 +178,9 @@ TEST_F(EdsStoryTest, followsALocalCalendar)
 
     world->import("local", eventText("series", "20260301T090000Z", "RRULE:FREQ=DAILY;COUNT=60\r\n"));
     EXPECT_TRUE(loaded->waitForTitles({"series"}));
-    // One of them to another day of the window, to a day far outside of it, and back.
-    const std::string tenth = "RECURRENCE-ID:20260310T090000Z\r\n";
-    world->import("local", eventText("series", "20260312T150000Z", tenth));
-    EXPECT_TRUE(loaded->waitForTitles({"series", "series"}, "2026-03-12T00:00:00Z"));
-    EXPECT_EQ(loaded->titles(), Titles{});
-    world->import("local", eventText("series", "20270601T150000Z", tenth));
-    EXPECT_TRUE(loaded->waitForTitles({"series"}, "2026-03-12T00:00:00Z"));
-    world->import("local", eventText("series", "20260310T200000Z", tenth));
-    EXPECT_TRUE(loaded->waitForTitles({"series"}));
+    // One of them to a day far outside of the window.
+    world->import("local", eventText("series", "20270601T150000Z", "RECURRENCE-ID:20260310T090000Z\r\n"));
+    EXPECT_TRUE(loaded->waitForTitles({}));
     const auto remove = [](const char *recurrenceID, ECalObjModType which) {
         return e_cal_client_remove_object_sync(world->client("local").get(), "series", recurrenceID, which,
                                                E_CAL_OPERATION_FLAG_NONE, nullptr, nullptr);
@@ -195,8 +190,13 @@ TEST_F(EdsStoryTest, followsALocalCalendar)
     EXPECT_TRUE(remove(nullptr, E_CAL_OBJ_MOD_ALL));
     EXPECT_TRUE(loaded->waitForTitles({}, "2026-03-09T00:00:00Z", 4));
 
-    world->import("local", eventText("later", "20260601T090000Z"));
+    // In days to come, and in a time zone that only the calendar knows.
+    std::string later = eventText("later", "20260601T103000");
+    later.replace(later.find("DTSTART"), 7, "DTSTART;TZID=Moon Base");
+    world->import("local", later.insert(later.find("BEGIN:VEVENT"), moonBase));
     EXPECT_TRUE(loaded->waitForTitles({"later"}, "2026-06-01T00:00:00Z"));
+    EXPECT_TRUE(waitFor(
+        [&] { return loaded->meetings("2026-06-01T00:00:00Z").at(0)->start == at("2026-06-01T09:00:00Z"); }));
     // The server never finishes to expand this one.
     world->import("local", eventText("30 February", "20260101T090000Z",
                                      "RRULE:FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30\r\n"));
@@ -207,7 +207,6 @@ TEST_F(EdsStoryTest, followsALocalCalendar)
 
     // It dies and comes back, hangs and is left.
     killServer();
-    EXPECT_EQ(loaded->titles(), Titles{"after"});
     world->import("local", eventText("after", "20260310T090000Z", "STATUS:CANCELLED\r\n"));
     EXPECT_TRUE(loaded->waitForTitles({}));
     EXPECT_GE(world->signalAll(SIGSTOP), 2U);
@@ -248,33 +247,6 @@ TEST_F(EdsStoryTest, followsAnAccountOnTheNet)
     server->put(guarded("20260311T090000Z", "SEQUENCE:1\r\n"));
     EXPECT_TRUE(e_client_refresh_sync(E_CLIENT(world->client("net").get()), nullptr, nullptr));
     EXPECT_TRUE(loaded->waitForTitles({"Guarded"}, "2026-03-11T00:00:00Z"));
-}
-
-TEST_F(EdsStoryTest, readsTheSameAsFromFiles)
-{
-    // A calendar's files in the server, and the same as a folder, in the week of a change of the clocks.
-    const std::string folder = std::string(MIVORA_TEST_DATA) + "/calendars";
-    for (QDirIterator files(QString::fromStdString(folder), {QStringLiteral("*.ics")}, QDir::Files,
-                            QDirIterator::Subdirectories);
-         files.hasNext();) {
-        QFile file(files.next());
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        world->import("imported", file.readAll().toStdString());
-    }
-    openStore();
-    LoadedStore asFolder({folder}, {"me@example.com"});
-    const auto week = [](LoadedStore &asked) {
-        std::multiset<std::string> found;
-        asked.store().setTimeZone(zoneNamed("Europe/Berlin"));
-        for (const auto &m : asked.meetings("2026-03-23T00:00:00+01:00", 9))
-            found.insert(m->id + ' ' + m->title + (m->joinLink ? m->joinLink->webURL.text() : "") +
-                         std::to_string(secondsSinceEpoch(m->end)) + std::to_string(m->attendeeCount) +
-                         (m->isAllDay ? " day" : ""));
-        return found;
-    };
-    const auto isRead = [&] { return week(asFolder).size() > 10 && week(*loaded) == week(asFolder); };
-    EXPECT_TRUE(waitFor(isRead, LoadedStore::patience));
-    EXPECT_THAT(week(*loaded), testing::ContainerEq(week(asFolder)));
 }
 
 } // namespace mivora
