@@ -7,33 +7,17 @@
 
 namespace mivora {
 
-namespace {
-
-/// A calendar in one line: "id|title|account|colour".
-std::string line(const CalendarInfo &calendar)
-{
-    return calendar.id + '|' + calendar.title + '|' + calendar.accountTitle + '|' +
-           (calendar.color ? calendar.color->hex() : "-");
-}
-
-struct Layout
-{
-    const char *what;
-    std::vector<std::pair<std::string, std::string>> files;
-    std::vector<std::string> calendars;
-};
-
-std::string named(const std::string &properties)
-{
-    return "BEGIN:VCALENDAR\r\nVERSION:2.0\r\n" + properties + "END:VCALENDAR\r\n";
-}
-
-} // namespace
-
 TEST(FolderDiscovery, tellsCalendarsFromAccountsAndOtherFolders)
 {
+    struct Layout
+    {
+        const char *what;
+        std::vector<std::pair<std::string, std::string>> files;
+        std::vector<std::string> calendars;
+    };
+
     const std::string event = eventText("Event");
-    const std::vector<Layout> layouts{
+    const Layout layouts[] = {
         {"a folder of events", {{"work/a.ics", event}}, {"work|work||-"}},
         {"its properties",
          {{"work/a.ics", event},
@@ -48,7 +32,8 @@ TEST(FolderDiscovery, tellsCalendarsFromAccountsAndOtherFolders)
         {"a folder of neither", {{"notes/readme.txt", "x"}}, {}},
         {"too deep", {{"a/b/c/d.ics", event}}, {}},
         {"files in the root",
-         {{"holidays.ics", named("X-WR-CALNAME:Public holidays\r\nX-APPLE-CALENDAR-COLOR:#0A0B0CFF\r\n")},
+         {{"holidays.ics", "BEGIN:VCALENDAR\nX-WR-CALNAME:Public "
+                           "holidays\nX-APPLE-CALENDAR-COLOR:#0A0B0CFF\nEND:VCALENDAR\n"},
           {"plain.ics", event}},
          {"holidays.ics|Public holidays||#0a0b0c", "plain.ics|plain||-"}},
         {"in colour", {{"plain.ics", event}, {"color", "RebeccaPurple"}}, {"plain.ics|plain||#663399"}},
@@ -62,10 +47,7 @@ TEST(FolderDiscovery, tellsCalendarsFromAccountsAndOtherFolders)
         for (const auto &[name, text] : layout.files)
             folder.write(name, text);
         LoadedStore loaded({folder.path()});
-        std::vector<std::string> lines;
-        for (const CalendarInfo &calendar : loaded.store().calendars())
-            lines.push_back(line(calendar));
-        EXPECT_EQ(lines, layout.calendars);
+        EXPECT_EQ(loaded.calendars(), layout.calendars);
     }
 }
 

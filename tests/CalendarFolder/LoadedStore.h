@@ -31,6 +31,16 @@ public:
 
     MemoryStore &store() { return m_store; }
 
+    /// A calendar in each line: "id|title|account|colour".
+    std::vector<std::string> calendars() const
+    {
+        std::vector<std::string> lines;
+        for (const CalendarInfo &c : m_store.calendars())
+            lines.push_back(c.id + '|' + c.title + '|' + c.accountTitle + '|' +
+                            (c.color ? c.color->hex() : "-"));
+        return lines;
+    }
+
     /// What is there from `from` on, by default on 10 March.
     Meetings meetings(const char *from = "2026-03-10T00:00:00Z", int days = 1)
     {
