@@ -78,6 +78,23 @@ INSTANTIATE_TEST_SUITE_P(Languages, TranslatedViews, testing::Values("en", "de",
 
 } // namespace
 
+TEST(Languages, haveTheirPlurals)
+{
+    const std::pair<QLocale::Language, const char *> languages[] = {
+        {QLocale::German, "1 Minute vorher, 2 Minuten vorher"},
+        {QLocale::French, "1 minute avant, 2 minutes avant"},
+        {QLocale::Japanese, "1 minute before, 2 minutes before"}};
+    for (const auto &[language, expected] : languages) {
+        installTranslations(QLocale(language));
+        const auto before = [](int minutes) {
+            return QCoreApplication::translate("GeneralPage", "%n minute(s) before", nullptr, minutes);
+        };
+        const QStringList texts{before(1), before(2)};
+        EXPECT_EQ(texts.join(QStringLiteral(", ")).toStdString(), expected);
+    }
+    installTranslations();
+}
+
 TEST_P(TranslatedViews, settingsHaveRoom)
 {
     SettingsUnderTest test;
