@@ -13,11 +13,6 @@
 
 namespace mivora {
 
-inline QTimeZone zoneNamed(const char *name)
-{
-    return QTimeZone(QByteArray(name));
-}
-
 /// "2026-03-10T09:00:00Z" and the like.
 inline Timestamp at(const char *text)
 {

@@ -66,9 +66,9 @@ TEST_F(EventKitSourceTest, sortsCalendarsByAccountThenTitle)
     EXPECT_THAT(ids, ElementsAre("3", "4", "2", "1"));
 }
 
-TEST_F(EventKitSourceTest, queriesOnlyCalendarsThatExist)
+TEST_F(EventKitSourceTest, queriesOnlyCalendarsThatExistAndTakesTheirColours)
 {
-    store->storeCalendars = {{"work", "Work", {}, {}}, {"home", "Home", {}, {}}};
+    store->storeCalendars = {{"home", "Home", {}, Color{9, 9, 9}}, {"work", "Work", {}, Color{1, 2, 3}}};
     store->add("At work", 0);
     store->add("At home", 0, "home");
     EXPECT_THAT(titles(std::set<std::string>{}), ElementsAre());
@@ -76,15 +76,9 @@ TEST_F(EventKitSourceTest, queriesOnlyCalendarsThatExist)
     EXPECT_EQ(store->queries, 0);
     EXPECT_THAT(titles(std::set<std::string>{"gone", "home"}), ElementsAre("At home"));
     EXPECT_THAT(titles(), ElementsAre("At home", "At work"));
-}
-
-TEST_F(EventKitSourceTest, takesTheColourFromTheCalendar)
-{
-    store->storeCalendars = {{"home", "Home", {}, Color{9, 9, 9}}, {"work", "Work", {}, Color{1, 2, 3}}};
-    store->add("Meeting", 0);
-    EXPECT_EQ(source.meetings({}, {}, {}).at(0).calendarColor, (Color{1, 2, 3}));
+    EXPECT_EQ(source.meetings({}, {}, {}).at(1).calendarColor, (Color{1, 2, 3}));
     store->storeCalendars.clear();
-    EXPECT_EQ(source.meetings({}, {}, {}).at(0).calendarColor, std::nullopt);
+    EXPECT_EQ(source.meetings({}, {}, {}).at(1).calendarColor, std::nullopt);
 }
 
 TEST(CalendarColor, isANameOrANumber)

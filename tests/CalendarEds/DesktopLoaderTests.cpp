@@ -104,7 +104,7 @@ TEST_F(DesktopEventsTest, takeTimeZonesThatComeLater)
     testing::internal::CaptureStderr();
     EXPECT_EQ(settled(), "zoned 10/10:30  floating 11/9:00  ");
     EventWindow elsewhere = firstWindow();
-    elsewhere.zone = zoneNamed("America/New_York");
+    elsewhere.zone = QTimeZone("America/New_York");
     events.setWindow(elsewhere);
     EXPECT_EQ(settled(), "zoned 10/14:30  floating 11/13:00  ");
     const std::string log = testing::internal::GetCapturedStderr();

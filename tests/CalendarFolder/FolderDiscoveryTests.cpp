@@ -9,15 +9,9 @@ namespace mivora {
 
 TEST(FolderDiscovery, tellsCalendarsFromAccountsAndOtherFolders)
 {
-    struct Layout
-    {
-        const char *what;
-        std::vector<std::pair<std::string, std::string>> files;
-        std::vector<std::string> calendars;
-    };
-
+    using Files = std::vector<std::pair<std::string, std::string>>;
     const std::string event = eventText("Event");
-    const Layout layouts[] = {
+    const std::tuple<const char *, Files, std::vector<std::string>> layouts[] = {
         {"a folder of events", {{"work/a.ics", event}}, {"work|work||-"}},
         {"its properties",
          {{"work/a.ics", event},
@@ -46,13 +40,12 @@ TEST(FolderDiscovery, tellsCalendarsFromAccountsAndOtherFolders)
          {{".git/a.ics", event}, {"work/.a.ics", event}, {"work/a.ics.tmp", event}, {"old~/a.ics", event}},
          {}},
     };
-    for (const Layout &layout : layouts) {
-        SCOPED_TRACE(layout.what);
+    for (const auto &[what, files, calendars] : layouts) {
         const CalendarFolder folder;
-        for (const auto &[name, text] : layout.files)
+        for (const auto &[name, text] : files)
             folder.write(name, text);
         LoadedStore loaded({folder.path()});
-        EXPECT_EQ(loaded.calendars(), layout.calendars);
+        EXPECT_EQ(loaded.calendars(), calendars) << what;
     }
 }
 
@@ -135,22 +128,18 @@ TEST(CalendarRoots, prefixesIdentifiersWithoutRegardToOtherRoots)
     const std::string data =
         QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation).toStdString();
 
-    struct Case
-    {
-        const char *environment;
-        std::vector<std::string> chosen;
-        std::vector<std::string> roots;
-    };
-
-    for (const Case &c : {Case{"", {}, {home + "/.calendars <>", data + "/calendars <calendars:>"}},
-                          Case{"/ignored", {"/x/./y/", "/z"}, {"/x/y <>", "/z <z:>"}},
-                          Case{"/a/b/:/c/../d", {}, {"/a/b <b:>", "/d <d:>"}},
-                          Case{"/a/b:/c/b:/a/b", {}, {"/a/b </a/b:>", "/c/b </c/b:>", "/a/b </a/b:>"}}}) {
-        qputenv("MIVORA_CALENDARS", c.environment);
+    using Paths = std::vector<std::string>;
+    const std::tuple<const char *, Paths, Paths> cases[] = {
+        {"", {}, {home + "/.calendars <>", data + "/calendars <calendars:>"}},
+        {"/ignored", {"/x/./y/", "/z"}, {"/x/y <>", "/z <z:>"}},
+        {"/a/b/:/c/../d", {}, {"/a/b <b:>", "/d <d:>"}},
+        {"/a/b:/c/b:/a/b", {}, {"/a/b </a/b:>", "/c/b </c/b:>", "/a/b </a/b:>"}}};
+    for (const auto &[environment, chosen, roots] : cases) {
+        qputenv("MIVORA_CALENDARS", environment);
         std::vector<std::string> found;
-        for (const CalendarRoot &root : calendarRoots(c.chosen))
+        for (const CalendarRoot &root : calendarRoots(chosen))
             found.push_back(root.path + " <" + root.prefix + '>');
-        EXPECT_EQ(found, c.roots);
+        EXPECT_EQ(found, roots);
     }
     qunsetenv("MIVORA_CALENDARS");
     // In each of two roots, a folder and a file.

@@ -1,6 +1,6 @@
 #include "ICalendar/ReadText.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 namespace mivora::ical {
 
@@ -14,23 +14,18 @@ const std::string mondayAllDay = "A 0609T220000/0610T220000 day";
 const std::string tuesdayAllDay = "A 0610T220000/0611T220000 day";
 const std::string noon = "B 0610T120000/0610T120000";
 
-struct Case
-{
-    const char *name;
-    std::string text;
-    std::vector<std::string> expected;
-};
+/// With its name, the events and what occurs.
+using Case = std::tuple<const char *, std::string, std::vector<std::string>>;
 
 /// Every case is read for 10 and 11 June 2024 in Berlin, two hours ahead of UTC.
 void check(const std::vector<Case> &cases,
            const EventWindow &window = windowOf("2024-06-10T00:00:00", "2024-06-12T00:00:00"))
 {
-    for (const Case &one : cases) {
-        SCOPED_TRACE(one.name);
+    for (const auto &[name, text, expected] : cases) {
         std::vector<std::string> lines;
-        for (const Occurrence &occurrence : readCalendarText(calendarOf(one.text), window).occurrences)
+        for (const Occurrence &occurrence : readCalendarText(calendarOf(text), window).occurrences)
             lines.push_back(lineOf(occurrence));
-        EXPECT_THAT(lines, testing::ElementsAreArray(one.expected));
+        EXPECT_EQ(lines, expected) << name;
     }
 }
 
