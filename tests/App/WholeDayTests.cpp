@@ -84,22 +84,15 @@ public:
 
     AppDelegate &app() { return *m_delegate; }
 
-    void travelTo(const char *zone)
-    {
-        qputenv("TZ", zone);
-        tzset();
-        Q_EMIT systemEvents.timeZoneChanged();
-    }
-
-    /// The buttons of the panel.
-    void press(void (JoinPanelModel::*button)() const) { (m_delegate->panel().model().*button)(); }
-
     /// Chooses the menu's entry that begins with `text`; a failure when there is none.
     void chooseInMenu(const char *text)
     {
-        for (const auto &item : m_tray.open().children) {
-            if (textOf(item).startsWith(QLatin1String(text)))
-                return m_tray.click(item.id);
+        for (const kelo::DBusMenuLayout &item : openMenu()) {
+            if (textOf(item).startsWith(QLatin1String(text))) {
+                const auto nothing = QVariant::fromValue(QDBusVariant(QString()));
+                m_tray.menu("Event", {item.id, QStringLiteral("clicked"), nothing, 0U});
+                return;
+            }
         }
         ADD_FAILURE() << "the menu has no entry " << text;
     }
@@ -123,7 +116,7 @@ public:
                                            : icon.contains(u"-exclamation") ? "?"
                                                                             : "");
         QStringList menu;
-        for (const kelo::DBusMenuLayout &item : m_tray.open().children) {
+        for (const kelo::DBusMenuLayout &item : openMenu()) {
             const QString text = textOf(item);
             if (text.startsWith(u"Join Next") || text.startsWith(u"Settings"))
                 break;
@@ -139,6 +132,14 @@ public:
     support::PrivateBus bus;
 
 private:
+    /// Opens the menu as panels do.
+    QList<kelo::DBusMenuLayout> openMenu()
+    {
+        m_tray.menu("AboutToShow", {0});
+        const QDBusMessage reply = m_tray.menu("GetLayout", {0, -1, QStringList()});
+        return qdbus_cast<kelo::DBusMenuLayout>(reply.arguments().value(1)).children;
+    }
+
     static QString textOf(const kelo::DBusMenuLayout &item)
     {
         const auto property = [&](const char *name) { return item.properties.value(QLatin1String(name)); };
@@ -249,8 +250,8 @@ std::vector<Step> saturday(WholeDay &day)
                                  afternoon;
     const std::string moved = "15:00 One-to-one · Teams | 16:00 Retro · Zoom";
     const auto start = [&] { day.start(); };
-    const auto snooze = [&] { day.press(&JoinPanelModel::snooze); };
-    const auto join = [&] { day.press(&JoinPanelModel::join); };
+    const auto snooze = [&] { day.app().panel().model().snooze(); };
+    const auto join = [&] { day.app().panel().model().join(); };
     const auto joinByMenu = [&] { day.chooseInMenu("09:30 Design review"); };
     const auto dismiss = [&] {
         day.call(applicationInterface, "ActivateAction",
@@ -298,8 +299,11 @@ std::vector<Step> sunday(WholeDay &day)
         };
     };
     const auto sleepUntil = [&](const char *time) { return tellAt(time, &SystemEvents::didWake); };
-    const auto dismiss = [&] { day.press(&JoinPanelModel::dismiss); };
-    const auto travel = [&] { day.travelTo("Europe/London"); };
+    const auto dismiss = [&] { day.app().panel().model().dismiss(); };
+    const auto travel = [&] {
+        qputenv("TZ", "Europe/London");
+        Q_EMIT day.systemEvents.timeZoneChanged();
+    };
     const auto start = [&] { day.start(); };
     const auto pressShortcut = [&] { day.hotKeys.press(kelo::HotKeyCombo::defaultCombo); };
     const auto moveAndSleep = [&] {

@@ -124,11 +124,10 @@ TEST(Preferences, whatAnotherProcessWritesIsReadInWholeThenAnnounced)
     std::string seenWithTheWidth;
     const QMetaObject::Connection observer = QObject::connect(&preferences, &Preferences::titleWidthChanged,
                                                               [&] { seenWithTheWidth = told(preferences); });
-    fixture.store.changeFromOutside([](DefaultsStore &other) {
-        other.setValue(settingsKey::titleWidth, 500);
-        other.setValue(settingsKey::leadMinutes, 4);
-        other.setValue(settingsKey::joinHotKey, QString::fromUtf8(HotKeyCombo{1, 2}.toJson()));
-    });
+    fixture.store.setValue(settingsKey::titleWidth, 500);
+    fixture.store.setValue(settingsKey::leadMinutes, 4);
+    fixture.store.setValue(settingsKey::joinHotKey, QString::fromUtf8(HotKeyCombo{1, 2}.toJson()));
+    Q_EMIT fixture.store.changedExternally();
     QObject::disconnect(observer);
     EXPECT_THAT(seenWithTheWidth, HasSubstr(R"(60,1,"topRight",false,"{\"keyCode\":1)"));
     EXPECT_EQ(shortcut.count(), 2);
@@ -137,8 +136,8 @@ TEST(Preferences, whatAnotherProcessWritesIsReadInWholeThenAnnounced)
     // What was set out of range stays when something else changes.
     preferences.setTitleWidth(100);
     preferences.setLeadMinutes(3);
-    fixture.store.changeFromOutside(
-        [](DefaultsStore &other) { other.setValue(settingsKey::joinHotKey, QJsonValue::Undefined); });
+    fixture.store.setValue(settingsKey::joinHotKey, QJsonValue::Undefined);
+    Q_EMIT fixture.store.changedExternally();
     EXPECT_THAT(told(preferences), HasSubstr(R"(100,3,"topRight",false,"none")"));
     EXPECT_EQ(shortcut.count(), 3);
 }

@@ -80,8 +80,8 @@ TEST_F(SchedulerTest, onlyEnabledCalendarsAreRead)
         source.fetches.clear();
         refreshAt("2026-03-10T19:00:00Z");
         ASSERT_EQ(source.fetches.size(), 2u);
-        EXPECT_EQ(source.fetches[0].calendarIDs, selection);
-        EXPECT_EQ(source.fetches[1].calendarIDs, selection);
+        EXPECT_EQ(std::get<2>(source.fetches[0]), selection);
+        EXPECT_EQ(std::get<2>(source.fetches[1]), selection);
     }
 }
 

@@ -105,11 +105,10 @@ TEST_F(SettingsTest, writesEveryTogglesPreference)
         }
     }
     EXPECT_EQ(prefs.joinHotKey(), controlSpace) << "the last one, not the default";
-    store.changeFromOutside([](DefaultsStore &store) {
-        store.setValue(settingsKey::joinHotKey, QJsonValue::Undefined);
-        store.setValue(settingsKey::showTitle, false);
-        store.setValue(settingsKey::leadMinutes, 2);
-    });
+    store.setValue(settingsKey::joinHotKey, QJsonValue::Undefined);
+    store.setValue(settingsKey::showTitle, false);
+    store.setValue(settingsKey::leadMinutes, 2);
+    Q_EMIT store.changedExternally();
     EXPECT_FALSE(view.isChecked(menuBarToggle)) << "another program has changed it";
     EXPECT_FALSE(view.isChecked(shortcutToggle));
     EXPECT_EQ(view.find(QAccessible::ComboBox, leadPicker)->text(QAccessible::Description),

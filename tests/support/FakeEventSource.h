@@ -2,6 +2,7 @@
 
 #include "Calendar/EventSource.h"
 
+#include <tuple>
 #include <utility>
 
 namespace mivora {
@@ -11,14 +12,8 @@ namespace mivora {
 class FakeEventSource final : public EventSource
 {
 public:
-    struct Fetch
-    {
-        Timestamp start{};
-        Timestamp end{};
-        std::optional<std::set<std::string>> calendarIDs;
-
-        friend bool operator==(const Fetch &, const Fetch &) = default;
-    };
+    /// From when to when, and of which calendars.
+    using Fetch = std::tuple<Timestamp, Timestamp, std::optional<std::set<std::string>>>;
 
     CalendarAuthorization authorization() const override { return access; }
 
@@ -34,7 +29,7 @@ public:
     std::vector<Meeting> meetings(Timestamp start, Timestamp end,
                                   const std::optional<std::set<std::string>> &calendarIDs) override
     {
-        fetches.push_back({start, end, calendarIDs});
+        fetches.emplace_back(start, end, calendarIDs);
         std::vector<Meeting> found;
         for (const Meeting &event : events) {
             const bool isSelected = !calendarIDs || calendarIDs->contains(event.calendarID);

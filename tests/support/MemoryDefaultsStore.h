@@ -2,11 +2,10 @@
 
 #include "Platform/DefaultsStore.h"
 
-#include <functional>
-
 namespace mivora {
 
-/// A settings store that lives in memory only.
+/// A settings store that lives in memory only. To write as another process does, set values and emit
+/// changedExternally().
 class MemoryDefaultsStore final : public DefaultsStore
 {
 public:
@@ -22,13 +21,6 @@ public:
     const QJsonObject &values() const override { return m_values; }
 
     void setValue(const QString &key, const QJsonValue &value) override { m_values.insert(key, value); }
-
-    /// Runs `writes`, which change this store, as another process would: they end in changedExternally().
-    void changeFromOutside(const std::function<void(DefaultsStore &)> &writes)
-    {
-        writes(*this);
-        Q_EMIT changedExternally();
-    }
 
 private:
     Kind m_kind;
