@@ -145,19 +145,17 @@ TEST(NotifierProperties, eachPresentationGivesTheHostOneThingToDraw)
                                 .isUrgent = true,
                                 .icon = QStringLiteral("calendar.badge.clock"),
                                 .accessibilityDescription = QStringLiteral("Mivora")};
-    const NotifierProperties label = notifierProperties(state, Presentation::Label);
-    EXPECT_EQ(label.label, QStringLiteral("Review · 12m"));
-    EXPECT_EQ(label.labelGuide, QStringLiteral("Review · 00m"));
-    EXPECT_EQ(label.iconName, QStringLiteral("app.kelo.Mivora-clock-urgent"));
-    EXPECT_FALSE(label.picture);
-
-    const NotifierProperties wide = notifierProperties(state, Presentation::Wide);
-    EXPECT_TRUE(wide.iconName.isEmpty()) << "the host would prefer it to the picture";
-    EXPECT_TRUE(wide.label.isEmpty());
-    EXPECT_EQ(wide.picture->text, QStringLiteral("Review · 12m"));
-
-    const NotifierProperties square = notifierProperties(state, Presentation::Square);
-    EXPECT_EQ(square.picture->text, QStringLiteral("12m"));
-    EXPECT_EQ(square.title, QStringLiteral("Review · 12m"));
-    EXPECT_TRUE(square.picture->isUrgent);
+    const auto text = [&](Presentation presentation) {
+        const NotifierProperties shown = notifierProperties(state, presentation);
+        QStringList parts{shown.title, shown.label, shown.labelGuide, shown.iconName};
+        if (shown.picture)
+            parts << shown.picture->text
+                  << QString(QLatin1String(shown.picture->isUrgent ? "urgent" : "calm"));
+        return parts.join(u'|').toStdString();
+    };
+    EXPECT_EQ(text(Presentation::Label),
+              "Review · 12m|Review · 12m|Review · 00m|app.kelo.Mivora-clock-urgent");
+    EXPECT_EQ(text(Presentation::Wide), "Review · 12m||||Review · 12m|urgent")
+        << "the host would prefer an icon's name to the picture";
+    EXPECT_EQ(text(Presentation::Square), "Review · 12m||||12m|urgent");
 }
