@@ -73,31 +73,28 @@ TEST(FolderDiscovery, knowsTheUserByTheMostCertainAddress)
     const std::string event = "work/a.ics", name = "work/displayname", address = "name@example.com";
     const std::string wr = "X-WR-OWNER:wr@example.com\r\n", cal = "X-WR-CALNAME:cal@example.com\r\n";
 
-    struct Case
-    {
-        const char *user;
-        std::string file;
-        std::string calendarLines;
-        std::vector<std::pair<std::string, std::string>> others = {};
+    // Who it is, the file, lines of its calendar, and other files.
+    const std::tuple<std::string, std::string, std::string, std::map<std::string, std::string>> cases[] = {
+        {"owner", event, wr, {{"work/owner", "MAILTO:Owner@example.com"}, {name, address}}},
+        {"wr", event, wr, {{name, address}}},
+        {"name", event, cal, {{name, address}}},
+        {"cal", event, cal, {{name, "Work"}}},
+        {"me", event, "X-WR-CALNAME:Work at@ home\r\n", {{name, "@work"}}},
+        {"name", address + ".ics", {}, {}},
+        {"cal", "cal@example.com/work/a.ics", {}, {}},
     };
-
-    for (const Case &c :
-         {Case{"owner", event, wr, {{"work/owner", "MAILTO:Owner@example.com"}, {name, address}}},
-          Case{"wr", event, wr, {{name, address}}}, Case{"name", event, cal, {{name, address}}},
-          Case{"cal", event, cal, {{name, "Work"}}},
-          Case{"me", event, "X-WR-CALNAME:Work at@ home\r\n", {{name, "@work"}}},
-          Case{"name", address + ".ics", {}}, Case{"cal", "cal@example.com/work/a.ics", {}}}) {
+    for (const auto &[user, file, calendarLines, others] : cases) {
         const CalendarFolder folder;
         std::string attendees = "ATTENDEE;PARTSTAT=DECLINED:/principals/1\r\n";
         for (const std::string one : {"owner", "wr", "name", "cal", "me"})
-            attendees += "ATTENDEE;PARTSTAT=" + std::string(one == c.user ? "ACCEPTED" : "DECLINED") +
+            attendees += "ATTENDEE;PARTSTAT=" + std::string(one == user ? "ACCEPTED" : "DECLINED") +
                          ":mailto:" + one + "@example.com\r\n";
         std::string text = eventText("Event", "20260310T090000Z", attendees);
-        folder.write(c.file, text.insert(text.find("BEGIN:VEVENT"), c.calendarLines));
-        for (const auto &[file, line] : c.others)
-            folder.write(file, line);
+        folder.write(file, text.insert(text.find("BEGIN:VEVENT"), calendarLines));
+        for (const auto &[other, line] : others)
+            folder.write(other, line);
         LoadedStore loaded({folder.path()}, {"", "mailto:Me@example.com"});
-        EXPECT_EQ(loaded.meetings().at(0)->participation, Participation::accepted) << c.user << c.file;
+        EXPECT_EQ(loaded.meetings().at(0)->participation, Participation::accepted) << user << file;
     }
 }
 
