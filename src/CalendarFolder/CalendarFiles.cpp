@@ -219,7 +219,9 @@ void FileCollection::forget(const std::vector<File *> &gone, MeetingChanges &cha
 
 std::span<const FileCollection::Holder> FileCollection::holdersOf(std::size_t uid) const
 {
-    return std::ranges::equal_range(holders, uid, {}, &Holder::uid);
+    const auto isBefore = [](const Holder &left, const Holder &right) { return left.uid < right.uid; };
+    const auto [first, last] = std::equal_range(holders.begin(), holders.end(), Holder{uid}, isBefore);
+    return {first, last};
 }
 
 std::vector<FileJob> CalendarFiles::update(const std::vector<FolderListing> &folders, MeetingChanges &changes)
