@@ -292,7 +292,7 @@ std::vector<Step> sunday(WholeDay &day)
     const std::string brunch = "10:00 Brunch · Zoom | (12:30 Walk)";
     const std::string begun = "10:00 Brunch · now · Zoom | (12:30 Walk)";
     const std::string begunThere = "09:00 Brunch · now · Zoom | (12:30 Walk)";
-    const auto tellAt = [&](const char *time, void (SystemEvents::*event)()) {
+    const auto tellAt = [&day](const char *time, void (SystemEvents::*event)()) {
         return [&day, time, event] {
             day.clock.time = local(time);
             Q_EMIT(day.systemEvents.*event)();
@@ -306,9 +306,9 @@ std::vector<Step> sunday(WholeDay &day)
     };
     const auto start = [&] { day.start(); };
     const auto pressShortcut = [&] { day.hotKeys.press(kelo::HotKeyCombo::defaultCombo); };
-    const auto moveAndSleep = [&] {
+    const auto moveAndSleep = [&day, sleep = sleepUntil("30T08:00")] {
         write(day.calendars, "Kickoff", "30T073000Z", zoom);
-        sleepUntil("30T08:00")();
+        sleep();
     };
     return {
         {"28T18:00 evening", {"", evening + brunch}},
