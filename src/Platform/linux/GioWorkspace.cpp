@@ -14,7 +14,7 @@
 #include <gio/gio.h>
 
 /// The function of GIO or GObject that is declared with this name; it must not be linked then.
-#define KELO_GIO(function) reinterpret_cast<decltype(&function)>(gioFunction(#function))
+#define KELO_GIO(function) reinterpret_cast<decltype(&(function))>(gioFunction(#function))
 
 namespace mivora {
 

@@ -121,7 +121,7 @@ QString XdgLoginItem::userFile() const
 QString XdgLoginItem::systemFile() const
 {
     for (const QString &folder : m_places.systemFolders) {
-        const QString path = folder % entryName;
+        QString path = folder % entryName;
         if (QFileInfo::exists(path))
             return path;
     }
