@@ -1,9 +1,8 @@
 #pragma once
 
-#include "Meetings/Timestamp.h"
+#include "support/MeetingFactory.h"
 
 #include <QCoreApplication>
-#include <QDateTime>
 #include <QDeadlineTimer>
 #include <QTemporaryDir>
 #include <QTimeZone>
@@ -12,13 +11,6 @@
 #include <string>
 
 namespace mivora {
-
-/// "2026-03-10T09:00:00Z" and the like.
-inline Timestamp at(const char *text)
-{
-    return timestampFromSeconds(
-        double(QDateTime::fromString(QLatin1String(text), Qt::ISODate).toSecsSinceEpoch()));
-}
 
 /// A calendar with one event of an hour; start as in "20260310T090000Z".
 inline std::string eventText(const std::string &title, const std::string &start = "20260310T090000Z",

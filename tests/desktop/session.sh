@@ -121,7 +121,8 @@ END
 mivora() { "$BIN/mivora" "$@"; }
 printed=$run/printed
 start_program() { # [VARIABLE=VALUE…]: $printed has what it prints
-    env "$@" "$BIN/mivora" >"$printed" 2>&1 9<&- &
+    : >"$printed"
+    env "$@" "$BIN/mivora" >>"$printed" 2>&1 9<&- &
     program=$!
     processes+=("$program")
 }
