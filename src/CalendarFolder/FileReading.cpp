@@ -66,10 +66,10 @@ ReadStatus FileReader::readAll(int file, std::int64_t limit)
 {
     constexpr std::size_t part = 4 << 20;
     for (;;) {
-        if (m_length == m_memory.size())
+        if (m_length == m_capacity)
             reserve(2 * m_length);
-        const std::size_t room = std::min(m_memory.size() - m_length, part);
-        const ssize_t count = ::read(file, m_memory.data() + m_length, room);
+        const std::size_t room = std::min(m_capacity - m_length, part);
+        const ssize_t count = ::read(file, m_memory.get() + m_length, room);
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
@@ -85,15 +85,22 @@ ReadStatus FileReader::readAll(int file, std::int64_t limit)
 
 void FileReader::reserve(std::size_t size)
 {
-    if (size > m_memory.size())
-        m_memory.resize(std::max<std::size_t>(size, 64 << 10));
+    if (size <= m_capacity)
+        return;
+    m_capacity = std::max<std::size_t>(size, 64 << 10);
+    // Not filled with zeros, as a vector would be: that costs as much as a tenth of the reading.
+    auto larger = std::make_unique_for_overwrite<char[]>(m_capacity);
+    std::copy_n(m_memory.get(), m_length, larger.get());
+    m_memory = std::move(larger);
 }
 
 void FileReader::trim()
 {
     constexpr std::size_t usual = 4 << 20;
-    if (m_memory.size() > usual)
-        m_memory = {};
+    if (m_capacity > usual) {
+        m_memory.reset();
+        m_capacity = 0;
+    }
     m_length = 0;
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 struct stat;
 
@@ -57,7 +57,7 @@ public:
     ReadStatus read(int folder, const char *name, std::int64_t limit = largestFile);
 
     /// What the last read() gave; valid until the next one.
-    std::string_view text() const { return {m_memory.data(), m_length}; }
+    std::string_view text() const { return {m_memory.get(), m_length}; }
 
     const FileStamp &stamp() const { return m_stamp; }
 
@@ -68,7 +68,8 @@ private:
     ReadStatus readAll(int file, std::int64_t limit);
     void reserve(std::size_t size);
 
-    std::vector<char> m_memory;
+    std::unique_ptr<char[]> m_memory;
+    std::size_t m_capacity = 0;
     std::size_t m_length = 0;
     FileStamp m_stamp;
 };
