@@ -37,7 +37,8 @@ set(sanitized_window_environment
 # Settings that every target of ours is compiled and linked with.
 add_library(MivoraOptions INTERFACE)
 # -pthread everywhere: GLib's users need it, and sources that share a precompiled header must agree on it.
-target_compile_options(MivoraOptions INTERFACE -Wall -Wextra -pthread $<$<CXX_COMPILER_ID:GNU>:-Wno-error=invalid-pch>)
+# Position independent in one way: a precompiled header for -fPIC is none for -fPIE.
+target_compile_options(MivoraOptions INTERFACE -Wall -Wextra -pthread -fPIC $<$<CXX_COMPILER_ID:GNU>:-Wno-error=invalid-pch>)
 # Clang compares times, which are others after ccache or a checkout has made a file anew.
 target_compile_options(MivoraOptions INTERFACE "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
 target_compile_definitions(

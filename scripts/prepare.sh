@@ -1,12 +1,21 @@
 # Sourced by run and test: installs what is missing, configures and builds.
 
-# Prints the packages of the given lists that are not installed.
+# Prints the packages of the given lists that are not installed. Of "one | other" either will do; when neither is there it
+# is the first that apt offers.
 missing_packages() {
-    local wanted
-    wanted=$(grep -hv '^#' "$@" | sort -u)
-    # shellcheck disable=SC2086
-    comm -23 <(printf '%s\n' $wanted) \
-        <(dpkg-query -W -f '${db:Status-Abbrev} ${Package}\n' $wanted 2>/dev/null | sed -n 's/^ii  *//p' | sort -u)
+    local installed name choice
+    installed=$(dpkg-query -W -f '${db:Status-Abbrev} ${Package}\n' | sed -n 's/^ii  *//p')
+    grep -hv '^#' "$@" | sort -u | while IFS=' |' read -ra names; do
+        choice=
+        for name in "${names[@]}"; do
+            if grep -qx "$name" <<<"$installed"; then
+                continue 2
+            elif [ -z "$choice" ] && { [ ${#names[@]} -eq 1 ] || [ -n "$(apt-cache madison "$name")" ]; }; then
+                choice=$name
+            fi
+        done
+        echo "${choice:-${names[0]}}"
+    done
 }
 
 # Installs the packages of the given lists; returns at once when they are all there.
@@ -26,8 +35,10 @@ install_packages() {
         fi
         as_root=(sudo)
     fi
-    echo "Installing what is missing:" $missing >&2
     "${as_root[@]}" apt-get update -q >&2 || return 1
+    # Only now it is known what apt offers.
+    missing=$(missing_packages "$@")
+    echo "Installing what is missing:" $missing >&2
     # shellcheck disable=SC2086
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -qy --no-install-recommends $missing >&2 || {
         echo "apt-get could not install the packages above; its own message says why." >&2

@@ -23,8 +23,8 @@ public:
 
     seconds offsetAt(UtcTime time) const override
     {
-        return seconds(
-            m_zone.offsetFromUtc(QDateTime::fromSecsSinceEpoch(time.time_since_epoch().count(), Qt::UTC)));
+        return seconds(m_zone.offsetFromUtc(
+            QDateTime::fromSecsSinceEpoch(time.time_since_epoch().count(), QTimeZone::utc())));
     }
 
 private:

@@ -41,7 +41,7 @@ protected:
         std::string titles;
         for (const auto &meeting : list.overlapping(at("2026-03-10T00:00:00Z"), at("2026-03-13T00:00:00Z"))) {
             const auto start =
-                QDateTime::fromSecsSinceEpoch(qint64(secondsSinceEpoch(meeting->start)), Qt::UTC);
+                QDateTime::fromSecsSinceEpoch(qint64(secondsSinceEpoch(meeting->start)), QTimeZone::utc());
             titles += meeting->title + start.toString(QStringLiteral(" d/H:mm  ")).toStdString();
             participation = meeting->participation;
         }

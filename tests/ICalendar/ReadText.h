@@ -33,7 +33,8 @@ inline std::string eventOf(const std::string &lines)
 inline std::string lineOf(const Occurrence &event)
 {
     const auto text = [](Timestamp time) {
-        const auto moment = QDateTime::fromSecsSinceEpoch(qint64(time.time_since_epoch().count()), Qt::UTC);
+        const auto moment =
+            QDateTime::fromSecsSinceEpoch(qint64(time.time_since_epoch().count()), QTimeZone::utc());
         return moment.toString(QStringLiteral("MMdd'T'HHmmss")).toStdString();
     };
     return event.title.value_or("-") + ' ' + text(event.start) + '/' + text(event.end) +

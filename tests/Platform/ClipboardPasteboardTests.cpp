@@ -20,7 +20,7 @@ TEST(ClipboardPasteboard, usesWlCopyOnWaylandAndTheToolkitWhereThatFails)
     wlCopy.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
     wlCopy.close();
     const QByteArray path = qgetenv("PATH");
-    qputenv("PATH", QFile::encodeName(folder.path()) + ":" + path);
+    qputenv("PATH", QByteArray(QFile::encodeName(folder.path()) + ":" + path));
     qputenv("WAYLAND_DISPLAY", "wayland-test");
     mivora::ClipboardPasteboard pasteboard;
     pasteboard.setText(text);

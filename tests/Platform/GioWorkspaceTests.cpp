@@ -27,7 +27,7 @@ protected:
         // The programs of the machine stay out of it.
         for (const char *folders : {"XDG_DATA_DIRS", "XDG_CONFIG_DIRS"})
             qputenv(folders, path("none").toUtf8());
-        qputenv("PATH", path("").toUtf8() + ":" + qgetenv("PATH"));
+        qputenv("PATH", QByteArray(path("").toUtf8() + ":" + qgetenv("PATH")));
         qunsetenv("DBUS_SESSION_BUS_ADDRESS");
         handler("https", "recorder browser %u");
         handler("zoommtg", "no-such-program %u");

@@ -1,6 +1,7 @@
 #include "CalendarEds/plugin/EdsCalendar.h"
 
 #include <QDateTime>
+#include <QTimeZone>
 #include <set>
 
 namespace mivora {
@@ -55,7 +56,7 @@ std::set<std::string> timeZonesIn(const GSList *components)
 
 std::string isoTime(double seconds)
 {
-    return QDateTime::fromSecsSinceEpoch(qint64(seconds), Qt::UTC)
+    return QDateTime::fromSecsSinceEpoch(qint64(seconds), QTimeZone::utc())
         .toString(QStringLiteral("yyyyMMdd'T'HHmmss'Z'"))
         .toStdString();
 }

@@ -170,7 +170,9 @@ void ViewsPlugin::releaseUnused()
     // Of each window's icon Qt keeps a copy there, for half a minute after the window.
     QPixmapCache::clear();
     // The engine's memory is scattered over the heap: without this the system doesn't get it back.
+#ifdef __GLIBC__
     malloc_trim(0);
+#endif
 }
 
 void ViewsPlugin::end()
