@@ -1,5 +1,5 @@
 # The calendars of the desktop, from the real Evolution Data Server on a bus and in a home of its own.
-if(BUILD_TESTING)
+if(BUILD_TESTING AND TARGET mivora-eds)
     mivora_bench(
         DesktopCalendars
         DEPENDS Calendar CalendarEds

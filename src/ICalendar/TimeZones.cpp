@@ -182,11 +182,28 @@ bool hasFile(const QByteArray &name)
            QFileInfo(QStringLiteral("/usr/lib/zoneinfo/") + QString::fromLatin1(name)).isFile();
 }
 
+/// What a zone is called now that has got another name, such as "US/Eastern"; else `name` itself. Many systems no
+/// longer install the old names.
+QByteArray currentName(const QByteArray &name)
+{
+    static constexpr std::string_view names =
+#include "ICalendar/OldZoneNames.inc"
+        ;
+    const std::string entry = '\n' + name.toStdString() + ' ';
+    const auto found = names.find(entry);
+    if (found == names.npos)
+        return name;
+    const auto current = names.substr(found + entry.size());
+    return QByteArray(current.data(), qsizetype(current.find('\n')));
+}
+
 std::unique_ptr<Zone> namedZone(std::string_view id)
 {
     if (!looksLikeName(id))
         return nullptr;
-    const QByteArray name(id.data(), qsizetype(id.size()));
+    QByteArray name(id.data(), qsizetype(id.size()));
+    if (!hasFile(name))
+        name = currentName(name);
     // Qt's list of zones has no links such as "US/Eastern", and its constructor takes any word for a POSIX
     // rule.
     if (!QTimeZone::isTimeZoneIdAvailable(name) && !hasFile(name))
@@ -214,8 +231,9 @@ std::unique_ptr<Zone> systemZone(std::string_view id)
     if (auto zone = namedZone(id))
         return zone;
     const QByteArray windowsID(id.data(), qsizetype(std::min<std::size_t>(id.size(), 64)));
-    if (const QByteArray name = QTimeZone::windowsIdToDefaultIanaId(windowsID); !name.isEmpty())
-        return std::make_unique<SystemZone>(QTimeZone(name));
+    const QByteArray name = QTimeZone::windowsIdToDefaultIanaId(windowsID);
+    if (auto zone = namedZone({name.data(), std::size_t(name.size())}))
+        return zone;
     return prefixedZone(id);
 }
 
