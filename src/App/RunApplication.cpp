@@ -10,6 +10,7 @@
 #include "Platform/linux/ClipboardPasteboard.h"
 #include "Platform/linux/LinuxSystemEvents.h"
 #include "Platform/linux/PortalLoginItem.h"
+#include "Platform/linux/PortalRequest.h"
 #include "Platform/linux/TerminationSignals.h"
 #include "Translations/InstallTranslations.h"
 
@@ -129,6 +130,8 @@ int runApplication(int &argc, char **argv, StartedBy startedBy)
     }
     QGuiApplication::setApplicationName(QStringLiteral("mivora"));
     QGuiApplication::setDesktopFileName(QStringLiteral("app.kelo.Mivora"));
+    // Qt asks portals too, from its start on.
+    introduceToPortal(QDBusConnection::sessionBus());
     // The name first: a second start ends before it has made anything.
     std::optional<WindowSystemStart> start(std::in_place);
     QGuiApplication application(argc, argv);

@@ -83,7 +83,10 @@ Appearance::Appearance(const QDBusConnection &bus, QObject *parent) : QObject(pa
                   SLOT(readOne(QDBusMessage)));
     auto *watcher =
         new QDBusServiceWatcher(portalService, m_bus, QDBusServiceWatcher::WatchForRegistration, this);
-    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &Appearance::readAll);
+    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, [this] {
+        mivora::introduceToPortal(m_bus);
+        readAll();
+    });
     readAll();
     qGuiApp->installEventFilter(this);
     update();

@@ -26,13 +26,12 @@ void StatusController::update(Timestamp now, CalendarAuthorization authorization
 {
     const auto &next = m_scheduler.next();
     const StatusText text = statusText(next, {m_prefs.showTitle(), m_prefs.titleWidth()}, authorization, now);
-    m_item.setState(
-        {.title = text.title,
-         .countdown = text.title.isEmpty() ? QString() : shortCountdownText(next->start - now),
-         .isUrgent = text.urgent,
-         .icon = text.icon,
-         .accessibilityDescription = name,
-         .toolTip = text.toolTip.value_or(QString())});
+    m_item.setState({.title = text.title,
+                     .countdown = text.title.isEmpty() ? QString() : shortCountdownText(next->start - now),
+                     .isUrgent = text.urgent,
+                     .icon = text.icon,
+                     .accessibilityDescription = name,
+                     .toolTip = text.toolTip.value_or(QString())});
 }
 
 } // namespace mivora

@@ -90,6 +90,7 @@ TEST_F(PortalServiceTest, waitsForAPortalAndBindsAnewWhenItComesBack)
     ASSERT_TRUE(areBound(1));
     startPortal(Present);
     ASSERT_TRUE(areBound(1));
+    EXPECT_EQ(m_portal->calls.first(), QStringLiteral("Register")) << "it forgets whom it knew";
     m_portal->activate(m_portal->bound[0].session);
     EXPECT_TRUE(QTest::qWaitFor([&] { return m_runs == 1; }));
     EXPECT_EQ(changes, 1);

@@ -62,12 +62,15 @@ public:
 
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &) override
     {
-        if (m_shortcuts == Shortcuts::Missing)
+        calls.append(message.member());
+        if (m_shortcuts == Shortcuts::Missing || message.interface().endsWith(QLatin1String(".Registry")))
             return false;
         m_bus.send(message.createReply(reply(message)));
         return true;
     }
 
+    /// The methods that were called, in their order.
+    QStringList calls;
     /// All settings, by their groups.
     QMap<QString, QVariantMap> settings;
     std::vector<Bound> bound;

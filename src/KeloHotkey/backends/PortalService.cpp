@@ -183,8 +183,10 @@ PortalService::PortalService(const HotKeyPurpose &purpose, const QDBusConnection
     // A portal that went away is started again by the next call; its shortcuts are back when it is.
     connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString &, const QString &, const QString &owner) {
-                if (!owner.isEmpty())
-                    probe();
+                if (owner.isEmpty())
+                    return;
+                mivora::introduceToPortal(m_bus);
+                probe();
             });
     probe();
 }

@@ -8,6 +8,15 @@
 
 namespace mivora {
 
+// Its refusal changes nothing: there is no other name to give.
+void introduceToPortal(const QDBusConnection &bus)
+{
+    auto call = QDBusMessage::createMethodCall(portalService, portalPath,
+                                               QStringLiteral("org.freedesktop.host.portal.Registry"),
+                                               QStringLiteral("Register"));
+    bus.send(call << QStringLiteral("app.kelo.Mivora") << QVariantMap());
+}
+
 QDBusMessage PortalPeer::call(const QString &path, const QString &interface, const QString &method) const
 {
     return QDBusMessage::createMethodCall(name, path, interface, method);

@@ -13,6 +13,12 @@ namespace mivora {
 inline const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
 inline const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 
+/// Tells the portal on `bus` which program this is, by org.freedesktop.host.portal.Registry: portals
+/// from 1.21 on serve no program that they can't name. They believe it only before any other call of theirs
+/// on the same connection, and forget it when they end. A portal without a registry finds out by itself, or
+/// not at all.
+void introduceToPortal(const QDBusConnection &bus);
+
 /// A desktop portal as its clients see it: the bus and the unique name of the portal on it.
 struct PortalPeer
 {
