@@ -3,8 +3,10 @@ import KeloAppearance
 import KeloThemeViews
 
 // A message that waits for the user to have read it.
-Item {
+FocusScope {
     id: root
+
+    focus: true
 
     // message, informativeText, close()
     required property QtObject alert
@@ -12,6 +14,13 @@ Item {
     Accessible.role: Accessible.AlertMessage
     Accessible.name: alert.message
     Accessible.description: alert.informativeText
+
+    function accept() {
+        alert.close()
+    }
+    function cancel() {
+        alert.close()
+    }
 
     Column {
         anchors { left: parent.left; right: parent.right; top: parent.top; margins: 20 }
@@ -38,8 +47,4 @@ Item {
         focus: true
         onClicked: root.alert.close()
     }
-
-    Keys.onReturnPressed: alert.close()
-    Keys.onEnterPressed: alert.close()
-    Keys.onEscapePressed: alert.close()
 }

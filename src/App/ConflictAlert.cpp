@@ -9,7 +9,8 @@ ConflictAlert::ConflictAlert(kelo::ViewLoader &views, const QDBusConnection &bus
                        .properties = {{QStringLiteral("alert"), QVariant::fromValue<QObject *>(this)}},
                        .size = {380, 170},
                        .flags = Qt::Dialog | Qt::WindowStaysOnTopHint,
-                       .title = QStringLiteral("Mivora")})
+                       .title = QStringLiteral("Mivora"),
+                       .isModal = true})
 {
 }
 

@@ -24,6 +24,8 @@ public:
 
     QString informativeText() const;
 
+    bool isVisible() const { return m_window.isVisible(); }
+
     /// The user has read it.
     Q_INVOKABLE void close() { m_window.close(); }
 

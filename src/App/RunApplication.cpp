@@ -129,6 +129,8 @@ int runApplication(int &argc, char **argv, StartedBy startedBy)
         return exitCouldNot;
     }
     QGuiApplication::setApplicationName(QStringLiteral("mivora"));
+    // What the titles of windows end with.
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Mivora"));
     QGuiApplication::setDesktopFileName(QStringLiteral("app.kelo.Mivora"));
     // Qt asks portals too, from its start on.
     introduceToPortal(QDBusConnection::sessionBus());

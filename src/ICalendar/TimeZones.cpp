@@ -182,8 +182,8 @@ bool hasFile(const QByteArray &name)
            QFileInfo(QStringLiteral("/usr/lib/zoneinfo/") + QString::fromLatin1(name)).isFile();
 }
 
-/// What a zone is called now that has got another name, such as "US/Eastern"; else `name` itself. Many systems no
-/// longer install the old names.
+/// What a zone is called now that has got another name, such as "US/Eastern"; else `name` itself. Many
+/// systems no longer install the old names.
 QByteArray currentName(const QByteArray &name)
 {
     static constexpr std::string_view names =

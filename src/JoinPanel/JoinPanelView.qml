@@ -19,6 +19,10 @@ Item {
     Accessible.name: model.title + ", " + model.timeText
     Accessible.description: model.serviceName
 
+    function cancel() {
+        model.dismiss()
+    }
+
     component InfoText: Text {
         color: root.colors.secondaryLabel
         textFormat: Text.PlainText

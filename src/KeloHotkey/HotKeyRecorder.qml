@@ -31,7 +31,7 @@ Row {
         anchors.verticalCenter: parent.verticalCenter
         implicitWidth: root.recorder.recording ? prompt.width : caps.width
         implicitHeight: Math.max(prompt.implicitHeight, caps.height)
-        focusPolicy: Qt.TabFocus
+        focusPolicy: Qt.StrongFocus
         onPressed: hasPress = true
         onClicked: {
             if (hasPress)
@@ -39,6 +39,7 @@ Row {
             hasPress = false
         }
         Keys.onReturnPressed: root.recorder.toggle()
+        Keys.onEnterPressed: root.recorder.toggle()
 
         Accessible.name: root.name
         Accessible.description: root.recorder.recording ? prompt.text
@@ -76,7 +77,7 @@ Row {
         visible: root.recorder.canReset
         implicitWidth: 22
         implicitHeight: 22
-        focusPolicy: Qt.TabFocus
+        focusPolicy: Qt.StrongFocus
         onClicked: {
             // The button goes away, and would take the keyboard's place on the page with it.
             if (activeFocus)

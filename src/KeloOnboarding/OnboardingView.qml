@@ -15,13 +15,9 @@ FocusScope {
     Accessible.role: Accessible.Dialog
     Accessible.name: title
 
-    // The main button is the default one: Return presses it wherever the focus is.
-    Keys.onReturnPressed: event => goOn(event)
-    Keys.onEnterPressed: event => goOn(event)
-
-    function goOn(event) {
-        if (!event.isAutoRepeat)
-            model.advance()
+    // The main button is the default one.
+    function accept() {
+        model.advance()
     }
 
     // A step that goes takes the focus with it; the keys must still arrive.

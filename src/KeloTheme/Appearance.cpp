@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace kelo {
 
@@ -96,7 +97,18 @@ bool Appearance::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::ApplicationPaletteChange && watched == qGuiApp)
         update();
+    else if (watched->isWindowType())
+        noteInput(*event);
     return QObject::eventFilter(watched, event);
+}
+
+void Appearance::noteInput(const QEvent &event)
+{
+    const bool isKey = event.type() == QEvent::KeyPress;
+    if (!isKey && event.type() != QEvent::MouseButtonPress && event.type() != QEvent::TouchBegin)
+        return;
+    if (std::exchange(m_usesKeyboard, isKey) != isKey)
+        Q_EMIT usesKeyboardChanged();
 }
 
 void Appearance::readAll()

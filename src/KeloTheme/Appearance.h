@@ -28,6 +28,7 @@ class Appearance final : public QObject
     Q_OBJECT
     Q_PROPERTY(kelo::SystemColors colors READ colors NOTIFY changed)
     Q_PROPERTY(double textScale READ textScale NOTIFY changed)
+    Q_PROPERTY(bool usesKeyboard READ usesKeyboard NOTIFY usesKeyboardChanged)
 
 public:
     explicit Appearance(const QDBusConnection &bus = QDBusConnection::sessionBus(),
@@ -41,8 +42,12 @@ public:
     /// for.
     double textScale() const { return m_textScale; }
 
+    /// Whether the user's last input into a window was a key, so that it is to be seen where the keyboard is.
+    bool usesKeyboard() const { return m_usesKeyboard; }
+
 Q_SIGNALS:
     void changed();
+    void usesKeyboardChanged();
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -54,6 +59,7 @@ private Q_SLOTS:
 private:
     void readAll();
     void update();
+    void noteInput(const QEvent &event);
     ColorScheme scheme() const;
 
     QDBusConnection m_bus;
@@ -61,6 +67,7 @@ private:
     ColorScheme m_scheme = ColorScheme::light;
     SystemColors m_colors;
     double m_textScale = 1;
+    bool m_usesKeyboard = false;
 };
 
 } // namespace kelo

@@ -20,7 +20,7 @@ T.Button {
     horizontalPadding: 14
     implicitWidth: Math.ceil(implicitContentWidth) + leftPadding + rightPadding
     implicitHeight: Math.round(fontSize * Appearance.textScale * 2.6)
-    focusPolicy: Qt.TabFocus
+    focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.4
 
     Accessible.name: text

@@ -62,15 +62,8 @@ Item {
         onTranslationChanged: root.surface.drag()
     }
 
-    FocusScope {
-        id: holder
-
+    ViewHolder {
         anchors.fill: card
-        focus: true
-    }
-
-    Component.onCompleted: {
-        content.parent = holder
-        content.anchors.fill = holder
+        content: root.content
     }
 }

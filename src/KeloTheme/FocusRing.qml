@@ -5,7 +5,7 @@ import KeloAppearance
 Rectangle {
     anchors.fill: parent
     anchors.margins: -3
-    visible: parent.activeFocus
+    visible: parent.activeFocus && Appearance.usesKeyboard
     radius: height / 2
     color: "transparent"
     border { width: 2; color: Appearance.colors.focusRing }

@@ -27,10 +27,7 @@ T.ComboBox {
             popup.open()
     }
 
-    FocusRing {
-        visible: root.visualFocus
-        radius: 10
-    }
+    FocusRing { radius: 10 }
 
     background: Rectangle {
         radius: 7

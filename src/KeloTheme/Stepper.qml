@@ -12,7 +12,7 @@ T.SpinBox {
 
     implicitWidth: 58
     implicitHeight: 24
-    focusPolicy: Qt.TabFocus
+    focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.4
 
     Accessible.name: name

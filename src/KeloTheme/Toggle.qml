@@ -10,7 +10,7 @@ T.Switch {
 
     implicitWidth: 38
     implicitHeight: 22
-    focusPolicy: Qt.TabFocus
+    focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.4
 
     Accessible.name: text

@@ -5,7 +5,7 @@ FormRow {
     id: root
 
     property alias checked: toggle.checked
-    // In lists, whose rows come and go, the list itself moves the keyboard on.
+    // The rows of a list are one stop; the list itself moves the keyboard on.
     property bool isTabStop: true
     // A function in place of Shift+Tab.
     property var goBack: null
@@ -19,7 +19,10 @@ FormRow {
     TapHandler {
         parent: root
         gesturePolicy: TapHandler.ReleaseWithinBounds
-        onTapped: toggle.press()
+        onTapped: {
+            toggle.forceActiveFocus(Qt.MouseFocusReason)
+            toggle.press()
+        }
     }
 
     Toggle {
@@ -27,7 +30,7 @@ FormRow {
 
         text: root.title
         description: root.footnote
-        focusPolicy: root.isTabStop ? Qt.TabFocus : Qt.NoFocus
+        focusPolicy: root.isTabStop ? Qt.StrongFocus : Qt.ClickFocus
         Keys.onBacktabPressed: event => {
             event.accepted = root.goBack !== null
             if (event.accepted)

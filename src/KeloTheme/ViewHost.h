@@ -37,6 +37,8 @@ struct ViewSpec
     Qt::WindowFlags flags = Qt::Dialog;
     ViewKind kind = ViewKind::ordinary;
     QString title{};
+    /// Whether an ordinary window blocks the one that it comes up over.
+    bool isModal = false;
     /// For floating windows: an object with the properties that FloatingSurface.qml names.
     QObject *surface = nullptr;
 };

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QScreen>
 #include <utility>
 
@@ -27,6 +28,8 @@ bool ViewWindow::show(Attention attention)
 {
     if (!m_window && !make())
         return false;
+    if (m_spec.isModal && !m_window->isVisible())
+        interrupt(QGuiApplication::focusWindow());
     m_window->setProperty("_q_showWithoutActivating", attention == Attention::left);
     m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);
     m_window->show();
@@ -35,6 +38,14 @@ bool ViewWindow::show(Attention attention)
         m_window->requestActivate();
     }
     return true;
+}
+
+// Panels are not interrupted: nothing is lost there.
+void ViewWindow::interrupt(QWindow *other)
+{
+    const bool isWindow = other && !other->flags().testFlag(Qt::FramelessWindowHint);
+    m_window->setTransientParent(isWindow ? other : nullptr);
+    m_window->setModality(isWindow ? Qt::WindowModal : Qt::NonModal);
 }
 
 void ViewWindow::close()

@@ -58,6 +58,7 @@ protected:
 
 private:
     bool make();
+    void interrupt(QWindow *other);
     void release();
 
     ViewLoader &m_views;

@@ -12,15 +12,8 @@ Rectangle {
     LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
     LayoutMirroring.childrenInherit: true
 
-    FocusScope {
-        id: holder
-
+    ViewHolder {
         anchors.fill: parent
-        focus: true
-    }
-
-    Component.onCompleted: {
-        content.parent = holder
-        content.anchors.fill = holder
+        content: root.content
     }
 }

@@ -21,6 +21,13 @@ Item {
             frame.height = Math.ceil(neededHeight)
     }
 
+    function accept() {
+        updates.pressPrimary()
+    }
+    function cancel() {
+        updates.dismiss()
+    }
+
     onNeededHeightChanged: grow()
     onFrameChanged: grow()
 
@@ -123,8 +130,4 @@ Item {
             onClicked: root.updates.pressPrimary()
         }
     }
-
-    Keys.onReturnPressed: updates.pressPrimary()
-    Keys.onEnterPressed: updates.pressPrimary()
-    Keys.onEscapePressed: updates.dismiss()
 }

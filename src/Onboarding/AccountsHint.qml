@@ -13,7 +13,7 @@ T.AbstractButton {
 
     text: sentence.arg(destination)
     implicitHeight: implicitContentHeight
-    focusPolicy: Qt.TabFocus
+    focusPolicy: Qt.StrongFocus
 
     Accessible.name: text
     Accessible.role: Accessible.Link

@@ -1,9 +1,10 @@
 import QtQuick
 import QtQuick.Templates as T
+import KeloAppearance
 import KeloThemeViews
 
-// The calendars of all accounts, however many: only the rows in sight exist. Tab and the arrow keys go from
-// row to row, Tab then to what stands below.
+// The calendars of all accounts, however many: only the rows in sight exist. They are one stop for Tab; arrow and page
+// keys, Home, End and the first letters of a title go from row to row.
 Item {
     id: root
 
@@ -17,11 +18,37 @@ Item {
         view.currentItem.forceActiveFocus()
         return true
     }
+    // Where the key leads to; undefined for other keys.
+    function rowOf(event) {
+        const page = Math.max(1, Math.floor(view.height / (60 * Appearance.textScale)))
+        const last = view.count - 1
+        switch (event.key) {
+        case Qt.Key_Home: return 0
+        case Qt.Key_End: return last
+        case Qt.Key_PageUp: return Math.max(0, view.currentIndex - page)
+        case Qt.Key_PageDown: return Math.min(last, view.currentIndex + page)
+        }
+        if (event.text > " " && !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier)))
+            return find(event.text)
+    }
+    function find(text) {
+        const isNew = !typing.running
+        typing.text = isNew ? text : typing.text + text
+        typing.restart()
+        return root.model.calendars.find(typing.text, view.currentIndex + isNew)
+    }
     function focusFooter() {
         view.positionViewAtEnd()
         view.footerItem.focusFirst()
     }
 
+    Timer {
+        id: typing
+
+        property string text
+
+        interval: 1000
+    }
     ListView {
         id: view
 
@@ -60,22 +87,25 @@ Item {
                 id: browser
 
                 model: root.model
-                goBack: () => root.focusRow(view.count - 1)
+                goBack: () => root.focusRow(view.currentIndex)
             }
 
             // Not for the list around it, whose rows they would change.
             Keys.onUpPressed: {}
             Keys.onDownPressed: {}
         }
+        Keys.onPressed: event => {
+            const row = currentItem && currentItem.activeFocus ? root.rowOf(event) : undefined
+            event.accepted = row !== undefined
+            if (event.accepted)
+                root.focusRow(row)
+        }
         delegate: CalendarRow {
             width: view.width
             onToggled: checked => root.model.setCalendarOn(index, checked)
-            Keys.onTabPressed: root.focusRow(index + 1) || root.focusFooter()
-            Keys.onBacktabPressed: event => {
-                // The item before the list: the chain itself would go through the footer.
-                if (!root.focusRow(index - 1))
-                    view.nextItemInFocusChain(false).forceActiveFocus()
-            }
+            Keys.onTabPressed: root.focusFooter()
+            // The item before the list: the chain itself would go through the footer.
+            Keys.onBacktabPressed: view.nextItemInFocusChain(false).forceActiveFocus()
         }
     }
 }

@@ -18,14 +18,13 @@ QVariant CalendarListModel::data(const QModelIndex &index, int role) const
     const Row &row = m_rows[std::size_t(index.row())];
     switch (role) {
     case TitleRole:
-        return QString::fromStdString(row.calendar.title);
+        return titleText(row.calendar.title);
     case ColorRole:
         return row.calendar.color ? QString::fromStdString(row.calendar.color->hex()) : QString();
     case IsOnRole:
         return !m_disabled.contains(row.calendar.id);
     case AccountRole:
-        return row.calendar.accountTitle.empty() ? tr("Calendars")
-                                                 : QString::fromStdString(row.calendar.accountTitle);
+        return row.calendar.accountTitle.empty() ? tr("Calendars") : titleText(row.calendar.accountTitle);
     case IsFirstRole:
         return row.isFirst;
     case IsLastRole:
@@ -61,6 +60,16 @@ void CalendarListModel::setDisabled(const std::set<std::string> &ids)
         if (before.contains(id) != ids.contains(id))
             Q_EMIT dataChanged(index(row), index(row), {IsOnRole});
     }
+}
+
+int CalendarListModel::find(const QString &text, int from) const
+{
+    for (int i = 0; i < rowCount(); ++i) {
+        const int row = (from + i) % rowCount();
+        if (index(row).data(TitleRole).toString().startsWith(text, Qt::CaseInsensitive))
+            return row;
+    }
+    return -1;
 }
 
 std::string CalendarListModel::calendarID(int row) const

@@ -39,6 +39,10 @@ public:
     void setCalendars(const std::vector<CalendarInfo> &calendars);
     void setDisabled(const std::set<std::string> &ids);
 
+    /// The first row from `from` on, and from the top again, whose title begins with `text` in either case;
+    /// -1 when there is none.
+    Q_INVOKABLE int find(const QString &text, int from) const;
+
     /// The calendar's identifier; empty when there is no such row.
     std::string calendarID(int row) const;
 

@@ -3,7 +3,7 @@ import KeloAppearance
 import KeloThemeViews
 
 // One calendar in the list of all; the first one of an account has the account's title above it.
-Item {
+FocusScope {
     id: root
 
     required property int index
@@ -16,7 +16,12 @@ Item {
 
     signal toggled(bool checked)
 
-    onActiveFocusChanged: if (activeFocus) row.focusControl()
+    onActiveFocusChanged: {
+        if (activeFocus) {
+            ListView.view.currentIndex = index
+            row.focusControl()
+        }
+    }
 
     // A row that waits for reuse is not drawn, but a screen reader would still read it.
     ListView.onPooled: visible = false

@@ -10,9 +10,6 @@ Rectangle {
     // pages, pageIndex; selectRow().
     required property QtObject router
 
-    // The list has the keyboard from the start; it shows so only when keys are used.
-    property bool isKeyed
-
     width: 220
     color: Appearance.colors.sidebarBackground
     activeFocusOnTab: true
@@ -20,9 +17,6 @@ Rectangle {
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Settings")
     Accessible.focusable: true
-
-    // By Tab or a click on the page, not by another window.
-    onActiveFocusChanged: if (!activeFocus && Window.active) isKeyed = true
 
     Rectangle {
         anchors { right: parent.right; top: parent.top; bottom: parent.bottom }
@@ -50,7 +44,10 @@ Rectangle {
                 focusPolicy: Qt.NoFocus
                 text: modelData.title
                 highlighted: index === root.router.pageIndex
-                onClicked: root.router.selectRow(index)
+                onClicked: {
+                    root.forceActiveFocus(Qt.MouseFocusReason)
+                    root.router.selectRow(index)
+                }
 
                 Accessible.name: text
                 Accessible.selectable: true
@@ -60,7 +57,7 @@ Rectangle {
                 FocusRing {
                     anchors.margins: 0
                     radius: 8
-                    visible: root.activeFocus && root.isKeyed && row.highlighted
+                    visible: root.activeFocus && Appearance.usesKeyboard && row.highlighted
                 }
 
                 background: Rectangle {
@@ -104,7 +101,6 @@ Rectangle {
         event.accepted = event.key in rows
         if (!event.accepted)
             return
-        isKeyed = true
         router.selectRow(Math.max(0, Math.min(router.pages.length - 1, router.pageIndex + rows[event.key])))
     }
 }

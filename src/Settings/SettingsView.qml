@@ -8,6 +8,10 @@ Item {
     required property QtObject general
     required property QtObject calendars
 
+    function cancel() {
+        Window.window.close()
+    }
+
     SettingsSidebar {
         id: sidebar
 

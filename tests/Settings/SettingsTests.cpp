@@ -78,6 +78,9 @@ TEST_F(SettingsTest, isOneWindowThatKeepsItsPage)
     EXPECT_EQ(first->title(), QStringLiteral("Calendars"));
     view.type(Qt::Key_Up);
     EXPECT_EQ(first->title(), QStringLiteral("General"));
+    ASSERT_TRUE(view.click(QAccessible::SpinBox, lengthStepper, 0.75));
+    view.type(Qt::Key_Down);
+    EXPECT_EQ(first->title(), QStringLiteral("General")) << "the stepper has the keyboard";
     EXPECT_EQ(settingsPageFromRawValue(QStringLiteral("calendars")), SettingsPage::calendars);
     EXPECT_EQ(settingsPageFromRawValue(QStringLiteral("Calendars")), std::nullopt);
 }
@@ -258,24 +261,37 @@ TEST_F(SettingsTest, reachesAllOfManyCalendarsByKeyboard)
     for (int i = 0; i < count; ++i)
         source.known.push_back({std::to_string(i), "Calendar " + std::to_string(i),
                                 "Account " + std::to_string(10 + i % 12), std::nullopt});
+    source.known[23].title = "Team";
     const AccessibleView view = open(calendars);
     EXPECT_LT(view.names(QAccessible::CheckBox).size(), 40) << "only what is in sight exists";
 
-    QStringList reached;
-    for (int i = 0; i < count + 3; ++i) {
-        view.type(Qt::Key_Tab);
-        reached.append(view.focused());
-    }
-    EXPECT_EQ(QSet<QString>(reached.begin(), reached.end()).size(), count + 3) << "each one, and once";
-    EXPECT_EQ(reached.last(), QStringLiteral("Settings"));
-
-    for (int i = 0; i < 3; ++i)
-        view.type(Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_EQ(view.focused(), reached[count - 1]);
-    view.type(Qt::Key_Up);
-    view.type(Qt::Key_Space);
-    const std::string id = reached[count - 2].mid(9).toStdString();
-    EXPECT_EQ(prefs.disabledCalendarIDs(), std::set<std::string>{id});
+    view.type(Qt::Key_Tab);
+    const auto walk = [&](Qt::Key key, int times) {
+        QStringList reached;
+        for (int i = 0; i < times; ++i) {
+            view.type(key);
+            reached.append(view.focused());
+        }
+        return reached;
+    };
+    const QString first = view.focused();
+    const QStringList others = walk(Qt::Key_Down, count - 1);
+    EXPECT_EQ(QSet<QString>(others.begin(), others.end()).size(), count - 1) << "each one, and once";
+    const QString last = others.last();
+    EXPECT_EQ(walk(Qt::Key_Home, 1), QStringList{first});
+    EXPECT_EQ(walk(Qt::Key_End, 1), QStringList{last});
+    const int page = count - 1 - others.indexOf(walk(Qt::Key_PageUp, 1).first()) - 1;
+    EXPECT_GT(page, 4);
+    EXPECT_EQ(walk(Qt::Key_PageDown, 1), QStringList{last});
+    for (const char letter : {'t', 'e'})
+        QTest::keyClick(&window(), letter);
+    EXPECT_EQ(view.focused(), QStringLiteral("Team"));
+    view.type(Qt::Key_Return);
+    EXPECT_EQ(prefs.disabledCalendarIDs(), std::set<std::string>{"23"}) << "Return is as good as Space";
+    EXPECT_EQ(walk(Qt::Key_Tab, 3).join(u'|'), QStringLiteral("Zoom|Microsoft Teams|Settings"));
+    EXPECT_EQ(walk(Qt::Key_Backtab, 3).last(), QStringLiteral("Team")) << "one stop";
+    view.type(Qt::Key_Escape);
+    EXPECT_FALSE(window().isVisible());
 }
 
 } // namespace mivora
