@@ -88,11 +88,24 @@ void FloatingPanel::releaseView()
     m_views.releaseUnused();
 }
 
+// KWin hands keys typed into other programs to XWayland, whose focus can still be where the pointer once was. No
+// key that isn't meant for the panel may press one of its buttons either.
 bool FloatingPanel::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() != QEvent::KeyPress || !keyHandler)
-        return QObject::eventFilter(watched, event);
-    return keyHandler(static_cast<const QKeyEvent &>(*event));
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::TouchBegin:
+    case QEvent::TabletPress:
+        m_isAddressed = true;
+        break;
+    case QEvent::KeyPress:
+        if (!m_isAddressed || !isKey())
+            return true;
+        return keyHandler && keyHandler(static_cast<const QKeyEvent &>(*event));
+    default:
+        break;
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 bool FloatingPanel::orderFront(Keyboard keyboard)
@@ -101,11 +114,14 @@ bool FloatingPanel::orderFront(Keyboard keyboard)
     if (!prepareWindow())
         return false;
     if (!isVisible()) {
+        m_isAddressed = false;
         m_backend->orderFront(*m_window, m_origin, m_surface.frame());
         announce();
     }
-    if (keyboard == Keyboard::take)
+    if (keyboard == Keyboard::take) {
+        m_isAddressed = true;
         m_backend->takeKeyboard(*m_window);
+    }
     return true;
 }
 

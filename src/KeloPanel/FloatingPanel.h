@@ -55,7 +55,8 @@ public:
     FloatingPanel(ViewLoader &views, PanelContent content);
     ~FloatingPanel() override;
 
-    /// Asked first about every key that goes down; true means that it was handled and goes nowhere else.
+    /// Asked first about every key that goes down; true means that it was handled and goes nowhere else. Only
+    /// keys that are meant for the panel: it is active, and was pressed or given the keyboard since it appeared.
     std::function<bool(const QKeyEvent &)> keyHandler;
     /// Called after the panel has lost the keyboard.
     std::function<void()> onResignKey;
@@ -101,6 +102,8 @@ private:
     PanelContent m_content;
     PanelSurface m_surface;
     std::unique_ptr<PanelBackend> m_backend;
+    /// Since it appeared, the user has turned to the panel.
+    bool m_isAddressed = false;
     std::unique_ptr<QWindow> m_window;
     QPoint m_origin;
 };

@@ -26,6 +26,14 @@ const Meeting lunch = makeMeeting("Lunch", now + Seconds(300));
 class JoinPanelControllerTest : public testing::Test, public PanelUnderTest
 {
 public:
+    void turnTo(QWindow &wanted)
+    {
+        wanted.requestActivate();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&wanted));
+    }
+
+    void click() { QTest::mouseClick(window(), Qt::LeftButton, {}, QPoint(40, 150)); }
+
     void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QKeyEvent event(QEvent::KeyPress, Qt::Key_unknown, modifiers, quint32(key + 8), 0, 0);
@@ -35,12 +43,19 @@ public:
 
 } // namespace
 
-TEST_F(JoinPanelControllerTest, keysActByTheirPlaceOnTheKeyboard)
+TEST_F(JoinPanelControllerTest, keysActByTheirPlaceOnTheKeyboardOnceItIsPressedAndWhileItIsActive)
 {
+    QWindow other;
+    other.show();
     panel.show(review, now);
+    turnTo(*window());
+    press(KEY_ENTER);
+    click();
     for (const int key : {KEY_S, KEY_ENTER, KEY_KPENTER, KEY_ESC, KEY_J})
         press(key);
     press(KEY_S, Qt::MetaModifier | Qt::ShiftModifier);
+    turnTo(other);
+    press(KEY_ENTER);
     EXPECT_THAT(actions, ElementsAre("snooze Design review", "join Design review", "join Design review",
                                      "dismiss Design review", "snooze Design review"));
 }
@@ -48,6 +63,8 @@ TEST_F(JoinPanelControllerTest, keysActByTheirPlaceOnTheKeyboard)
 TEST_F(JoinPanelControllerTest, actionsConcernTheMeetingOnShowNow)
 {
     panel.show(review, now);
+    click();
+    turnTo(*window());
     panel.show(lunch, now);
     press(KEY_ENTER);
     panel.refresh(review, now);

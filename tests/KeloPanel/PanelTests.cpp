@@ -5,7 +5,6 @@
 #include "support/KeptViews.h"
 
 #include <QGuiApplication>
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScreen>
 #include <QTest>
@@ -127,19 +126,6 @@ TEST_F(PanelTest, losingTheKeyboardHidesItWhenWanted)
         EXPECT_EQ(calls.size(), hides ? 2U : 1U);
         controller.hide();
     }
-}
-
-TEST_F(PanelTest, handledKeysGoNoFurther)
-{
-    controller.show();
-    controller.keyHandler = [](const QKeyEvent &event) { return event.nativeScanCode() == 36; };
-    const auto goesOn = [&](QEvent::Type type, quint32 scanCode) {
-        QKeyEvent event(type, Qt::Key_unknown, Qt::NoModifier, scanCode, 0, 0);
-        return !static_cast<QObject &>(controller.panel()).eventFilter(&window(), &event);
-    };
-    EXPECT_FALSE(goesOn(QEvent::KeyPress, 36));
-    EXPECT_TRUE(goesOn(QEvent::KeyRelease, 36));
-    EXPECT_TRUE(goesOn(QEvent::KeyPress, 44));
 }
 
 TEST_F(PanelTest, takesClicksOnItsCardAlone)
