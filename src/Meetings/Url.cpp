@@ -52,6 +52,9 @@ std::optional<Url> Url::parse(std::string_view text)
     const auto parsed = boost::urls::parse_uri(text);
     if (!parsed || (parsed->has_authority() && !isValidAuthority(*parsed)))
         return std::nullopt;
+    // Boost.URL takes a second "#" from 1.83 on, which RFC 3986 doesn't (section 3.5).
+    if (parsed->encoded_fragment().find('#') != std::string_view::npos)
+        return std::nullopt;
     const auto rangeOf = [text](std::string_view part) {
         return part.empty() ? Range() : Range{std::size_t(part.data() - text.data()), part.size()};
     };
