@@ -20,7 +20,7 @@ public:
     QAccessibleInterface *find(QAccessible::Role role, const QString &name) const
     {
         for (QAccessibleInterface *item : all()) {
-            if (item->role() == role && item->text(QAccessible::Name) == name)
+            if (hasRole(item, role) && item->text(QAccessible::Name) == name)
                 return item;
         }
         return nullptr;
@@ -30,7 +30,7 @@ public:
     QStringList names(QAccessible::Role role) const
     {
         QList<QAccessibleInterface *> items = all();
-        items.removeIf([role](QAccessibleInterface *item) { return item->role() != role; });
+        items.removeIf([role](QAccessibleInterface *item) { return !hasRole(item, role); });
         std::ranges::stable_sort(items, {}, [](QAccessibleInterface *item) { return item->rect().top(); });
         QStringList names;
         for (QAccessibleInterface *item : items)
@@ -92,6 +92,12 @@ private:
         QList<QAccessibleInterface *> found;
         collect(QAccessible::queryAccessibleInterface(m_window), found);
         return found;
+    }
+
+    // To Qt 6.4 a button is no link, whatever it says.
+    static bool hasRole(const QAccessibleInterface *item, QAccessible::Role role)
+    {
+        return item->role() == role || (item->role() == QAccessible::Link && role == QAccessible::PushButton);
     }
 
     static void collect(QAccessibleInterface *from, QList<QAccessibleInterface *> &found)
