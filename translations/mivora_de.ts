@@ -264,6 +264,10 @@
         <translation>Für den Sitzungsbus starten, der danach sagt, was er möchte</translation>
     </message>
     <message>
+        <source>Start with the session, as a service of systemd where that runs it</source>
+        <translation>Mit der Sitzung starten, als Dienst von systemd, wo dieses sie ausführt</translation>
+    </message>
+    <message>
         <source>%1 (mivora --help lists the arguments)</source>
         <translation>%1 (mivora --help führt die Argumente auf)</translation>
     </message>

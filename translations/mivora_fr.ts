@@ -264,6 +264,10 @@
         <translation>Démarrer pour le bus de session, qui demande ensuite ce qu’il veut</translation>
     </message>
     <message>
+        <source>Start with the session, as a service of systemd where that runs it</source>
+        <translation>Démarrer avec la session, comme service de systemd là où il la gère</translation>
+    </message>
+    <message>
         <source>%1 (mivora --help lists the arguments)</source>
         <translation>%1 (mivora --help énumère les arguments)</translation>
     </message>

@@ -9,12 +9,18 @@
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
+#include <QDeadlineTimer>
 #include <QJsonDocument>
 #include <utility>
 
 namespace mivora {
 
 namespace {
+
+using namespace std::chrono_literals;
+
+/// From the start to the bus's call, on a machine that is busy with a login.
+constexpr auto activationPatience = 10s;
 
 QString textOf(const QJsonObject &agenda)
 {
@@ -33,7 +39,7 @@ public:
     ApplicationAdaptor(QObject *service, const QDBusConnection &bus, AppDelegate &delegate,
                        StartedBy startedBy)
         : QDBusAbstractAdaptor(service), m_bus(bus), m_delegate(delegate),
-          m_isStartExpected(startedBy == StartedBy::sessionBus)
+          m_startExpected(startedBy == StartedBy::sessionBus ? activationPatience : 0ms)
     {
     }
 
@@ -41,7 +47,7 @@ public Q_SLOTS:
 
     void Activate(const QVariantMap &)
     {
-        if (!std::exchange(m_isStartExpected, false))
+        if (std::exchange(m_startExpected, {}).hasExpired())
             m_delegate.reopen();
     }
 
@@ -51,7 +57,7 @@ public Q_SLOTS:
     void ActivateAction(const QString &action, const QVariantList &parameters, const QVariantMap &,
                         const QDBusMessage &call)
     {
-        m_isStartExpected = false;
+        m_startExpected = {};
         call.setDelayedReply(true);
         auto *caller = new QDBusServiceWatcher(this);
         // One that wants no answer may be gone before the command is performed.
@@ -72,8 +78,9 @@ public Q_SLOTS:
 private:
     QDBusConnection m_bus;
     AppDelegate &m_delegate;
-    /// The bus activates what it has started: that is the start itself, and brings no settings up.
-    bool m_isStartExpected;
+    /// The bus activates what it has started: that is the start itself, and brings no settings up. It does so
+    /// at once, or not at all where the login or a restart was the reason.
+    QDeadlineTimer m_startExpected;
 };
 
 /// The agenda and its change signal, for the command line and status bars.

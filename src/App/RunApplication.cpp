@@ -15,11 +15,13 @@
 #include "Translations/InstallTranslations.h"
 
 #include <QDeadlineTimer>
+#include <QFile>
 #include <QGuiApplication>
 #include <QThread>
 #include <cstdlib>
 #include <memory>
 #include <optional>
+#include <unistd.h>
 #include <utility>
 
 namespace mivora {
@@ -119,6 +121,19 @@ int run(StartedBy startedBy)
 }
 
 } // namespace
+
+int startAtLogin(int argc, char **argv)
+{
+    QByteArray program;
+    {
+        const QCoreApplication application(argc, argv);
+        if (RunningInstance running; running.isThere() || running.startByManager())
+            return exitDone;
+        program = QFile::encodeName(QCoreApplication::applicationFilePath());
+    }
+    execl(program.constData(), argv[0], static_cast<char *>(nullptr));
+    return exitCouldNot;
+}
 
 int runApplication(int &argc, char **argv, StartedBy startedBy)
 {

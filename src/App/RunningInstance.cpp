@@ -5,10 +5,28 @@
 #include <QCoreApplication>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QDBusReply>
 #include <QDBusServiceWatcher>
 #include <QJsonDocument>
+#include <algorithm>
+#include <array>
 
 namespace mivora {
+
+bool managerKnowsDisplay(const QDBusConnection &bus)
+{
+    auto message = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.systemd1"), QStringLiteral("/org/freedesktop/systemd1"),
+        QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    message.setArguments({QStringLiteral("org.freedesktop.systemd1.Manager"), QStringLiteral("Environment")});
+    message.setAutoStartService(false);
+    const QDBusReply<QVariant> reply = bus.call(message, QDBus::Block, int(callerPatience.count()));
+    const QStringList known = reply.value().toStringList();
+    return std::ranges::any_of(std::array{"WAYLAND_DISPLAY", "DISPLAY"}, [&known](const char *name) {
+        const QString value = qEnvironmentVariable(name);
+        return !value.isEmpty() && known.contains(QLatin1String(name) % QLatin1Char('=') % value);
+    });
+}
 
 RunningInstance::RunningInstance(QDBusConnection bus) : m_bus(std::move(bus)) {}
 
@@ -53,6 +71,13 @@ CommandResult RunningInstance::perform(const QString &action, const QString &arg
         return {reply.errorMessage()};
     return {QCoreApplication::translate("Application", "Mivora does not answer; if that goes on, end it with "
                                                        "`pkill -x mivora` and start it again")};
+}
+
+bool RunningInstance::startByManager() const
+{
+    if (!m_bus.isConnected() || !managerKnowsDisplay(m_bus))
+        return false;
+    return m_bus.interface()->startService(QLatin1String(applicationBusName)).isValid();
 }
 
 bool RunningInstance::activate() const

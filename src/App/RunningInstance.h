@@ -11,6 +11,10 @@
 
 namespace mivora {
 
+/// Whether the user's systemd was told of the display of this session (org.freedesktop.systemd1.Manager):
+/// what it starts would find none, or another one's, otherwise.
+bool managerKnowsDisplay(const QDBusConnection &bus);
+
 /// The Mivora that runs already, seen over the session bus. Calls wait for the answer, a few seconds at most:
 /// this is for commands, which have nothing else to do.
 class RunningInstance final : public QObject
@@ -28,6 +32,10 @@ public:
 
     /// Has it do `action` with an optional argument.
     CommandResult perform(const QString &action, const QString &argument) const;
+
+    /// Has the bus start it by the systemd of the user's own, unless it is there. False, and nothing was
+    /// started, where systemd doesn't run this session, or has no unit for it.
+    bool startByManager() const;
 
     /// Brings up its settings, as a second start does. False when it does not answer.
     bool activate() const;

@@ -8,7 +8,8 @@ int main(int argc, char **argv)
     using namespace mivora;
     Request request = parseCommandLine(argc, argv);
     if (const auto *start = std::get_if<StartRequest>(&request))
-        return runApplication(argc, argv, start->startedBy);
+        return start->startedBy == StartedBy::login ? startAtLogin(argc, argv)
+                                                    : runApplication(argc, argv, start->startedBy);
     // Commands get an event loop without a display.
     const QCoreApplication application(argc, argv);
     installTranslations();

@@ -1,9 +1,14 @@
+#include "App/RunningInstance.h"
 #include "App/commands/AgendaFollower.h"
 #include "App/commands/Commands.h"
 #include "App/commands/Rfc3339.h"
+#include "support/PrivateBus.h"
 
+#include <QDBusVariant>
+#include <QDBusVirtualObject>
 #include <QTemporaryDir>
 #include <QTest>
+#include <future>
 #include <gmock/gmock.h>
 
 // Commands as a person gives them, on the sample calendars, in a home of the test's own.
@@ -165,6 +170,33 @@ TEST_F(Commands, printLinksSettingsAndAccessOrNameWhatWasExpected)
         EXPECT_EQ(std::ranges::count(outcome.complaint, '\n'), *complaint ? 1 : 0) << outcome.complaint;
     }
     EXPECT_THAT(run("--help").printed, HasSubstr("agenda"));
+}
+
+using namespace std::chrono_literals;
+
+TEST(StartAtLogin, isLeftToTheManagerThatKnowsTheDisplayOfThisSession)
+{
+    struct Manager final : QDBusVirtualObject
+    {
+        QString introspect(const QString &) const override { return {}; }
+
+        bool handleMessage(const QDBusMessage &call, const QDBusConnection &bus) override
+        {
+            const QDBusVariant environment(QStringList(QStringLiteral("DISPLAY=:7")));
+            return bus.send(call.createReply(QVariant::fromValue(environment)));
+        }
+    } manager;
+
+    support::PrivateBus bus;
+    QDBusConnection theirs = bus.connection();
+    theirs.registerVirtualObject(QStringLiteral("/org/freedesktop/systemd1"), &manager);
+    theirs.registerService(QStringLiteral("org.freedesktop.systemd1"));
+    for (const QByteArray display : {":70", ":7"}) {
+        qputenv("DISPLAY", display);
+        auto answer = std::async(std::launch::async, managerKnowsDisplay, bus.connection());
+        const auto isThere = [&] { return answer.wait_for(0s) == std::future_status::ready; };
+        EXPECT_TRUE(QTest::qWaitFor(isThere) && answer.get() == (display == ":7"));
+    }
 }
 
 } // namespace mivora

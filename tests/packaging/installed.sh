@@ -17,7 +17,7 @@ export prefix="$run/with blank" LC_ALL=C.UTF-8
 where_installed() { ! command -v "$1" >/dev/null || "$@"; }
 where_installed desktop-file-validate "$prefix/share/applications/app.kelo.Mivora.desktop"
 where_installed appstreamcli validate --no-net "$prefix/share/metainfo/app.kelo.Mivora.metainfo.xml"
-man --warnings --local-file "$prefix/share/man/man1/mivora.1.gz" 2>&1 >/dev/null | grep . && exit 1
+man --warnings --local-file "$prefix/share/man/man1/mivora.1" 2>&1 >/dev/null | grep . && exit 1
 
 activate() {
     set -euo pipefail

@@ -204,6 +204,9 @@ Request parseCommandLine(int argc, const char *const *argv)
     app.add_flag_callback(
         "--service", [&result] { result = StartRequest{StartedBy::sessionBus}; },
         utf8(CommandLineTexts::tr("Start for the session bus, which asks for what it wants then")));
+    app.add_flag_callback(
+        "--at-login", [&result] { result = StartRequest{StartedBy::login}; },
+        utf8(CommandLineTexts::tr("Start with the session, as a service of systemd where that runs it")));
     addAgenda(app, result);
     addDetect(app, result);
     addRemoteCommands(app, result);

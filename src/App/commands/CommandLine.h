@@ -11,9 +11,10 @@
 namespace mivora {
 
 /// Who starts the program. The session bus starts it in order to activate it right afterwards.
-enum class StartedBy { user, sessionBus };
+enum class StartedBy { user, sessionBus, login };
 
 /// `mivora`: start, or bring the running one's settings up. `mivora --service`: start for the session bus.
+/// `mivora --at-login`: start quietly, by way of systemd where it runs the session.
 struct StartRequest
 {
     StartedBy startedBy = StartedBy::user;

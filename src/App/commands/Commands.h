@@ -11,6 +11,10 @@ class DefaultsStore;
 /// settings instead.
 int runApplication(int &argc, char **argv, StartedBy startedBy);
 
+/// Starts the application at login: as the unit that systemd keeps for it, where it runs the session, or else
+/// by itself. Does nothing where one runs already.
+int startAtLogin(int argc, char **argv);
+
 /// Performs every other request than a start, in the application object that there is.
 int runCommand(const Request &request);
 

@@ -54,8 +54,10 @@ void PortalLoginItem::answered(bool asWanted, bool enabled)
 std::unique_ptr<LoginItem> makeLoginItem()
 {
     auto entry = std::make_unique<XdgLoginItem>(XdgLoginItem::Places::ofThisProcess());
-    if (!QFile::exists(QStringLiteral("/.flatpak-info")))
+    if (!QFile::exists(QStringLiteral("/.flatpak-info"))) {
+        entry->renew();
         return entry;
+    }
     return std::make_unique<PortalLoginItem>(std::move(entry), QDBusConnection::sessionBus());
 }
 

@@ -28,6 +28,7 @@ struct Unref
 };
 
 using DesktopFile = std::unique_ptr<GKeyFile, Unref>;
+using Text = std::unique_ptr<gchar, decltype(&g_free)>;
 
 /// The file `path` with the keys and comments that nobody here asks about. Null when it can't be read or is
 /// no desktop file.
@@ -61,9 +62,9 @@ void setString(GKeyFile *file, const char *key, const QString &value)
     g_key_file_set_string(file, group, key, value.toUtf8().constData());
 }
 
-/// The Exec value that starts `program` without arguments, quoted by the rules of the Desktop Entry
+/// The path of `program` in an Exec value, quoted by the rules of the Desktop Entry
 /// Specification.
-QString execLine(const QString &program)
+QString execPath(const QString &program)
 {
     QString quoted;
     for (const QChar character : program) {
@@ -80,6 +81,12 @@ QString execLine(const QString &program)
     return isPlain ? program : QLatin1Char('"') % quoted % QLatin1Char('"');
 }
 
+/// By itself, or as a unit of systemd's: that is known at the login.
+QString commandLine(const QString &program)
+{
+    return execPath(program) % QLatin1String(" --at-login");
+}
+
 void fillIn(GKeyFile *file, const QString &program)
 {
     setString(file, "Type", QStringLiteral("Application"));
@@ -87,7 +94,7 @@ void fillIn(GKeyFile *file, const QString &program)
         setString(file, "Name", QStringLiteral("Mivora"));
     if (!contains(file, "Icon"))
         setString(file, "Icon", QStringLiteral("app.kelo.Mivora"));
-    setString(file, "Exec", execLine(program));
+    setString(file, "Exec", commandLine(program));
     // Without the program the entry is passed over: it stays behind when a package is removed.
     setString(file, "TryExec", program);
 }
@@ -99,6 +106,13 @@ void switchTo(GKeyFile *file, bool enabled)
     g_key_file_remove_key(file, group, hiddenKey, nullptr);
     if (contains(file, gnomeEnabledKey))
         g_key_file_set_boolean(file, group, gnomeEnabledKey, true);
+}
+
+std::optional<QString> write(GKeyFile *file, const QString &path)
+{
+    gsize length = 0;
+    const Text text(g_key_file_to_data(file, &length, nullptr), g_free);
+    return replaceFile(path, QByteArray(text.get(), qsizetype(length)));
 }
 
 } // namespace
@@ -144,10 +158,19 @@ std::optional<QString> XdgLoginItem::setEnabled(bool enabled)
     }
     fillIn(file.get(), m_places.program);
     switchTo(file.get(), enabled);
-    gsize length = 0;
-    const std::unique_ptr<gchar, decltype(&g_free)> text(g_key_file_to_data(file.get(), &length, nullptr),
-                                                         g_free);
-    return replaceFile(userFile(), QByteArray(text.get(), qsizetype(length)));
+    return write(file.get(), userFile());
+}
+
+void XdgLoginItem::renew()
+{
+    const DesktopFile file = read(userFile());
+    if (!file)
+        return;
+    const Text line(g_key_file_get_string(file.get(), group, "Exec", nullptr), g_free);
+    if (execPath(m_places.program) != QString::fromUtf8(line.get()))
+        return;
+    setString(file.get(), "Exec", commandLine(m_places.program));
+    write(file.get(), userFile());
 }
 
 } // namespace mivora

@@ -30,6 +30,9 @@ public:
     bool isEnabled() const override;
     std::optional<QString> setEnabled(bool enabled) override;
 
+    /// Has an entry that an earlier version made start the program as this one's entries do.
+    void renew();
+
 private:
     QString userFile() const;
     /// Empty when there is none.
