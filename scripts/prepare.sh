@@ -1,12 +1,16 @@
 # Sourced by run and test: installs what is missing, configures and builds.
 
 # Prints the packages of the given lists that are not installed. Of "one | other" either will do; when neither is there it
-# is the first that apt offers.
+# is the first that apt offers. "one if other" is wanted where there is the other.
 missing_packages() {
     local installed name choice
     installed=$(dpkg-query -W -f '${db:Status-Abbrev} ${Package}\n' | sed -n 's/^ii  *//p')
     grep -hv '^#' "$@" | sort -u | while IFS=' |' read -ra names; do
         choice=
+        if [ "${names[1]:-}" = if ]; then
+            [ -n "$(apt-cache madison "${names[2]}")" ] || continue
+            names=("${names[0]}")
+        fi
         for name in "${names[@]}"; do
             if grep -qx "$name" <<<"$installed"; then
                 continue 2

@@ -4,6 +4,7 @@
 #include "App/ApplicationService.h"
 #include "App/CalendarSession.h"
 #include "App/RunningInstance.h"
+#include "App/WindowSystem.h"
 #include "App/commands/Output.h"
 #include "KeloHotkey/HotKeyServices.h"
 #include "MeetingTexts/MeetingTexts.h"
@@ -17,6 +18,7 @@
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QGuiApplication>
+#include <QLoggingCategory>
 #include <QThread>
 #include <cstdlib>
 #include <memory>
@@ -27,6 +29,8 @@
 namespace mivora {
 
 namespace {
+
+Q_LOGGING_CATEGORY(log, "kelo.app")
 
 int openSettingsOfRunningOne()
 {
@@ -42,19 +46,25 @@ int openSettingsOfRunningOne()
     return exitCouldNot;
 }
 
-/// X11 wherever it is to be had, in Wayland sessions as well: only there can a program place its windows.
-/// False when there is no display at all.
-bool chooseWindowSystem()
+/// While it lives, Qt starts on `platform`. What the programs see that are started later is as it was.
+class QtPlatform final
 {
-    if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        return true;
-    const bool hasX11 = !qEnvironmentVariableIsEmpty("DISPLAY");
-    const bool hasWayland = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-    if (!hasX11 && !hasWayland)
-        return false;
-    qputenv("QT_QPA_PLATFORM", !hasX11 ? "wayland" : hasWayland ? "xcb;wayland" : "xcb");
-    return true;
-}
+public:
+    explicit QtPlatform(const QByteArray &platform) { qputenv(variable, platform); }
+
+    ~QtPlatform()
+    {
+        if (m_before.isNull())
+            qunsetenv(variable);
+        else
+            qputenv(variable, m_before);
+    }
+    Q_DISABLE_COPY_MOVE(QtPlatform)
+
+private:
+    static constexpr const char *variable = "QT_QPA_PLATFORM";
+    const QByteArray m_before = qgetenv(variable);
+};
 
 /// While it lives, a window system that can't be reached ends the program in one line: Qt itself would abort,
 /// and leave a crash report. What it says on the way there is held back, and told when the end didn't come.
@@ -137,7 +147,8 @@ int startAtLogin(int argc, char **argv)
 
 int runApplication(int &argc, char **argv, StartedBy startedBy)
 {
-    if (!chooseWindowSystem()) {
+    const WindowSystemChoice windows = chooseWindowSystem(SessionWindows::current());
+    if (windows.platform.isEmpty()) {
         const QCoreApplication application(argc, argv);
         installTranslations();
         complain(CommandLineTexts::tr("there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set"));
@@ -151,13 +162,16 @@ int runApplication(int &argc, char **argv, StartedBy startedBy)
     introduceToPortal(QDBusConnection::sessionBus());
     // The name first: a second start ends before it has made anything.
     std::optional<WindowSystemStart> start(std::in_place);
+    std::optional<QtPlatform> platform(std::in_place, windows.platform);
     QGuiApplication application(argc, argv);
+    platform.reset();
     start.reset();
     const TerminationSignals signalsEndIt;
     QGuiApplication::setQuitOnLastWindowClosed(false);
     installTranslations();
     if (!claimApplicationName(QDBusConnection::sessionBus()))
         return openSettingsOfRunningOne();
+    qCInfo(log).noquote() << "Windows are on" << QGuiApplication::platformName() << "since" << windows.reason;
     return run(startedBy);
 }
 

@@ -1,7 +1,6 @@
 #include "JoinPanel/JoinPanelController.h"
 
 #include "KeloHotkey/VirtualKeys.h"
-#include "KeloPanel/Screens.h"
 #include "Preferences/Preferences.h"
 
 #include <QKeyEvent>
@@ -29,13 +28,11 @@ constexpr std::array panelKeys{
     PanelKey{kelo::virtualEscape, &JoinPanelModel::dismiss},
 };
 
-// Where the top left corner of a panel's window lies. The window includes the room for the shadow.
-QPointF cornerOrigin(PanelCorner corner, const QRectF &area, const QSizeF &panel)
+kelo::PanelPlace placeIn(PanelCorner corner)
 {
     const bool isLeft = corner == PanelCorner::topLeft || corner == PanelCorner::bottomLeft;
     const bool isTop = corner == PanelCorner::topLeft || corner == PanelCorner::topRight;
-    return {isLeft ? area.left() + cornerMargin : area.right() - panel.width() - cornerMargin,
-            isTop ? area.top() + cornerMargin : area.bottom() - panel.height() - cornerMargin};
+    return {(isLeft ? Qt::LeftEdge : Qt::RightEdge) | (isTop ? Qt::TopEdge : Qt::BottomEdge), cornerMargin};
 }
 
 } // namespace
@@ -79,7 +76,7 @@ void JoinPanelController::show(const Meeting &meeting, Timestamp now)
     if (isVisible())
         return;
     const bool usesWindow = kelo::panelPlatform() != kelo::PanelPlatform::notification;
-    if (!usesWindow || !m_controller.orderFrontRegardless(origin()))
+    if (!usesWindow || !showWindow())
         m_notification.show();
 }
 
@@ -88,7 +85,7 @@ void JoinPanelController::show(const Meeting &meeting, Timestamp now)
 void JoinPanelController::notificationFailed()
 {
     if (kelo::panelPlatform() == kelo::PanelPlatform::notification)
-        m_controller.orderFrontRegardless(origin());
+        showWindow();
 }
 
 void JoinPanelController::refresh(const std::optional<Meeting> &panelRequest, Timestamp now)
@@ -119,12 +116,9 @@ bool JoinPanelController::handleKey(const QKeyEvent &event) const
     return true;
 }
 
-std::optional<QPointF> JoinPanelController::origin()
+bool JoinPanelController::showWindow()
 {
-    const auto area = kelo::mainArea();
-    if (!area)
-        return {};
-    return cornerOrigin(m_prefs.panelCorner(), *area, m_controller.panel().frameSize());
+    return m_controller.orderFrontRegardless(placeIn(m_prefs.panelCorner()), kelo::mainArea());
 }
 
 } // namespace mivora

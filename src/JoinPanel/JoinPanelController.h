@@ -5,7 +5,6 @@
 #include "KeloPanel/FloatingPanelController.h"
 
 #include <QObject>
-#include <QPointF>
 #include <functional>
 
 class QKeyEvent;
@@ -57,7 +56,7 @@ public:
 private:
     void connectActions(const JoinPanelActions &actions);
     bool handleKey(const QKeyEvent &event) const;
-    std::optional<QPointF> origin();
+    bool showWindow();
     void notificationFailed();
 
     JoinPanelModel m_model;

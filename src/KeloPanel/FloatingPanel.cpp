@@ -1,5 +1,6 @@
 #include "KeloPanel/FloatingPanel.h"
 
+#include "KeloPanel/LayerShell.h"
 #include "KeloPanel/backends/PanelBackend.h"
 #include "KeloTheme/ViewLoader.h"
 #include "Platform/linux/X11Connection.h"
@@ -19,8 +20,9 @@ PanelPlatform panelPlatform()
         return PanelPlatform::notification;
     if (mivora::X11Connection::isAvailable())
         return PanelPlatform::x11;
-    const bool isWayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
-    return isWayland ? PanelPlatform::notification : PanelPlatform::window;
+    if (!QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
+        return PanelPlatform::window;
+    return SessionLayers::get().shell ? PanelPlatform::layers : PanelPlatform::notification;
 }
 
 FloatingPanel::FloatingPanel(ViewLoader &views, PanelContent content)
@@ -40,7 +42,7 @@ bool FloatingPanel::isVisible() const
 
 bool FloatingPanel::isKey() const
 {
-    return m_window && m_window->isActive();
+    return m_window && m_backend->hasKeyboard(*m_window);
 }
 
 bool FloatingPanel::isComposing() const
@@ -88,8 +90,8 @@ void FloatingPanel::releaseView()
     m_views.releaseUnused();
 }
 
-// KWin hands keys typed into other programs to XWayland, whose focus can still be where the pointer once was. No
-// key that isn't meant for the panel may press one of its buttons either.
+// KWin hands keys typed into other programs to XWayland, whose focus can still be where the pointer once was.
+// No key that isn't meant for the panel may press one of its buttons either.
 bool FloatingPanel::eventFilter(QObject *watched, QEvent *event)
 {
     switch (event->type()) {
@@ -115,7 +117,7 @@ bool FloatingPanel::orderFront(Keyboard keyboard)
         return false;
     if (!isVisible()) {
         m_isAddressed = false;
-        m_backend->orderFront(*m_window, m_origin, m_surface.frame());
+        m_backend->orderFront(*m_window, {m_origin, m_place}, m_surface.frame());
         announce();
     }
     if (keyboard == Keyboard::take) {
@@ -139,6 +141,7 @@ bool FloatingPanel::prepareWindow()
     if (!m_window)
         return false;
     m_surface.setWindow(m_window.get());
+    m_surface.onDrag = [this](const QPoint &distance) { m_backend->moveBy(*m_window, distance); };
     m_window->setFlag(Qt::WindowTransparentForInput, !m_content.takesInput);
     m_window->installEventFilter(this);
     connect(m_window.get(), &QWindow::activeChanged, this, [this] {

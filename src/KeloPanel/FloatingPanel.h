@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KeloPanel/PanelSurface.h"
+#include "KeloPanel/Screens.h"
 #include "KeloTheme/ViewHost.h"
 
 #include <QObject>
@@ -20,14 +21,16 @@ class ViewLoader;
 enum class PanelPlatform {
     /// A window that the window manager leaves alone.
     x11,
+    /// A surface that the Wayland compositor places.
+    layers,
     /// A frameless window that the desktop places.
     window,
     /// No window at all: the desktop's notifications.
     notification,
 };
 
-/// The platform's way: windows on X11 and XWayland; notifications where only Wayland is spoken, since a
-/// client can't place its windows there. MIVORA_PANEL=x11|window|notification overrules.
+/// The platform's way: windows on X11 and XWayland; on Wayland layers where the compositor has them, else
+/// notifications, since a client can't place its windows there. MIVORA_PANEL=window|notification overrules.
 PanelPlatform panelPlatform();
 
 /// What a panel shows and how large it is, in logical pixels.
@@ -56,7 +59,8 @@ public:
     ~FloatingPanel() override;
 
     /// Asked first about every key that goes down; true means that it was handled and goes nowhere else. Only
-    /// keys that are meant for the panel: it is active, and was pressed or given the keyboard since it appeared.
+    /// keys that are meant for the panel: it is active, and was pressed or given the keyboard since it
+    /// appeared.
     std::function<bool(const QKeyEvent &)> keyHandler;
     /// Called after the panel has lost the keyboard.
     std::function<void()> onResignKey;
@@ -71,6 +75,9 @@ public:
 
     /// Takes effect at once when the panel is visible.
     void setOrigin(const QPointF &origin);
+
+    /// Where compositors put it that place panels themselves, when it is next ordered front.
+    void setPlace(const PanelPlace &place) { m_place = place; }
 
     /// Of a hidden panel.
     void setContentSize(const QSize &size) { m_content.size = size; }
@@ -106,6 +113,7 @@ private:
     bool m_isAddressed = false;
     std::unique_ptr<QWindow> m_window;
     QPoint m_origin;
+    PanelPlace m_place;
 };
 
 } // namespace kelo

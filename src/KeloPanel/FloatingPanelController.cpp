@@ -1,6 +1,5 @@
 #include "KeloPanel/FloatingPanelController.h"
 
-#include "KeloPanel/Screens.h"
 #include "Platform/linux/X11Connection.h"
 
 #include <QCoreApplication>
@@ -75,11 +74,12 @@ void FloatingPanelController::show(const QRect &rect)
     m_panel.makeKeyAndOrderFront();
 }
 
-bool FloatingPanelController::orderFrontRegardless(const std::optional<QPointF> &origin)
+bool FloatingPanelController::orderFrontRegardless(const PanelPlace &place, const std::optional<QRectF> &area)
 {
     m_releaseTimer.stop();
-    if (origin)
-        m_panel.setOrigin(*origin);
+    m_panel.setPlace(place);
+    if (area)
+        m_panel.setOrigin(originAt(place, *area, m_panel.frameSize()));
     return m_panel.orderFrontRegardless();
 }
 
@@ -101,6 +101,7 @@ void FloatingPanelController::toggle()
 void FloatingPanelController::prepareToShow()
 {
     m_releaseTimer.stop();
+    m_panel.setPlace({});
     m_previousApp = frontmostApp();
     if (m_previousApp && m_previousApp->processID == QCoreApplication::applicationPid())
         m_previousApp.reset();

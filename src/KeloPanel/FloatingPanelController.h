@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KeloPanel/FloatingPanel.h"
+#include "KeloPanel/Screens.h"
 
 #include <QObject>
 #include <QTimer>
@@ -51,9 +52,10 @@ public:
     void show();
     /// Shows the panel below `rect`, which is in screen coordinates, with the keyboard.
     void show(const QRect &rect);
-    /// Shows the panel where `origin` says, or where it was last; the keyboard stays where it is, and
-    /// neither previousApp nor onWillShow takes part. False when the view can't be shown.
-    bool orderFrontRegardless(const std::optional<QPointF> &origin);
+    /// Shows the panel in its place on `area`, or where it was last when there is none; a compositor that
+    /// places panels itself chooses the screen. The keyboard stays where it is, and neither previousApp nor
+    /// onWillShow takes part. False when the view can't be shown.
+    bool orderFrontRegardless(const PanelPlace &place, const std::optional<QRectF> &area);
     /// Does nothing when the panel is hidden.
     void hide();
     void toggle();

@@ -28,8 +28,8 @@ void PanelSurface::beginDrag()
 
 void PanelSurface::drag()
 {
-    if (m_window)
-        m_window->setPosition(QCursor::pos() - m_grip);
+    if (m_window && onDrag)
+        onDrag(QCursor::pos() - m_grip - m_window->position());
 }
 
 } // namespace kelo

@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QPoint>
 #include <QWindow>
+#include <functional>
 
 namespace kelo {
 
@@ -34,6 +35,9 @@ public:
     void setFrame(const FloatingFrame &frame, bool isBlurred);
 
     void setWindow(QWindow *window) { m_window = window; }
+
+    /// Called with how far the window is from where the user drags it.
+    std::function<void(const QPoint &distance)> onDrag;
 
     /// The window follows the pointer between beginDrag() and the last drag().
     Q_INVOKABLE void beginDrag();

@@ -41,6 +41,17 @@ std::optional<QRectF> areaTouching(const QRect &rect)
     return mainArea();
 }
 
+QPointF originAt(const PanelPlace &place, const QRectF &area, const QSizeF &panel)
+{
+    const auto along = [&](Qt::Edge first, Qt::Edge last, double start, double end, double length) {
+        if (place.edges.testFlag(first))
+            return start + place.distance;
+        return place.edges.testFlag(last) ? end - place.distance - length : (start + end - length) / 2;
+    };
+    return {along(Qt::LeftEdge, Qt::RightEdge, area.left(), area.right(), panel.width()),
+            along(Qt::TopEdge, Qt::BottomEdge, area.top(), area.bottom(), panel.height())};
+}
+
 QPointF centredOrigin(const QRectF &area, const QSizeF &panel)
 {
     return {area.center().x() - panel.width() * 0.5,

@@ -17,6 +17,16 @@ std::optional<QRectF> mainArea();
 std::optional<QRectF> areaAt(const QPoint &point);
 std::optional<QRectF> areaTouching(const QRect &rect);
 
+/// Where a panel stands on a screen: `distance` away from `edges`, in the middle between those not named.
+struct PanelPlace
+{
+    Qt::Edges edges;
+    double distance = 0;
+};
+
+/// The top left corner of a panel in its place.
+QPointF originAt(const PanelPlace &place, const QRectF &area, const QSizeF &panel);
+
 /// The top left corner of a panel in the middle, its centre at 60 % of the height counted from below.
 QPointF centredOrigin(const QRectF &area, const QSizeF &panel);
 

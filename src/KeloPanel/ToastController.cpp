@@ -1,7 +1,5 @@
 #include "KeloPanel/ToastController.h"
 
-#include "KeloPanel/Screens.h"
-
 #include <QCursor>
 #include <QFontMetricsF>
 #include <QGuiApplication>
@@ -68,13 +66,9 @@ void ToastController::show(const QString &text)
 bool ToastController::showPanel()
 {
     m_controller.panel().setContentSize(sizeFor(m_text));
-    std::optional<QPointF> origin;
-    if (const auto area = areaAt(QCursor::pos())) {
-        const QSize frame = m_controller.panel().frameSize();
-        origin = QPointF(area->center().x() - frame.width() * 0.5,
-                         area->bottom() - area->height() * elevation - frame.height());
-    }
-    if (!m_controller.orderFrontRegardless(origin))
+    const auto area = areaAt(QCursor::pos());
+    const PanelPlace place{Qt::BottomEdge, area ? area->height() * elevation : 0};
+    if (!m_controller.orderFrontRegardless(place, area))
         return false;
     m_hideTimer.start(displayTime);
     return true;

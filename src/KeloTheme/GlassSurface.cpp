@@ -2,6 +2,7 @@
 
 #include "Platform/linux/X11Connection.h"
 
+#include <QBitmap>
 #include <QPainter>
 
 namespace kelo {
@@ -43,6 +44,28 @@ StretchableImage GlassSurface::roundedMask(int radius)
     painter.setBrush(Qt::black);
     painter.drawRoundedRect(image.rect(), radius, radius);
     return {image, radius};
+}
+
+QRegion GlassSurface::cardRegion(const FloatingFrame &frame)
+{
+    const StretchableImage mask = roundedMask(int(frame.cornerRadius));
+    const QSize size = frame.contentRect.size();
+    const int inset = mask.capInset;
+    // The mask's corners, and everything between them.
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    for (const bool right : {false, true}) {
+        for (const bool bottom : {false, true}) {
+            const QPoint target(right ? size.width() - inset : 0, bottom ? size.height() - inset : 0);
+            const QPoint source(right ? inset + 1 : 0, bottom ? inset + 1 : 0);
+            painter.drawImage(target, mask.image, QRect(source, QSize(inset, inset)));
+        }
+    }
+    painter.end();
+    const QBitmap card = QBitmap::fromImage(image.createAlphaMask(Qt::ThresholdDither));
+    return QRegion(card).translated(frame.contentRect.topLeft());
 }
 
 FloatingFrame GlassSurface::floating(const QSize &size, std::optional<double> cornerRadius)

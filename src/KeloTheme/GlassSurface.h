@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QRect>
+#include <QRegion>
 #include <QSize>
 #include <optional>
 
@@ -52,6 +53,9 @@ public:
 
     /// An opaque rounded rectangle as small as it can be stretched from: (2r + 1) x (2r + 1) pixels.
     static StretchableImage roundedMask(int radius);
+
+    /// The card with its rounded corners, in the window: the part that takes clicks.
+    static QRegion cardRegion(const FloatingFrame &frame);
 
     /// The frame of a panel with content of `size`; without `cornerRadius` it is panelCornerRadius().
     static FloatingFrame floating(const QSize &size, std::optional<double> cornerRadius = {});

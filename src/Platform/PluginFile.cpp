@@ -1,6 +1,5 @@
 #include "Platform/PluginFile.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 namespace mivora {
@@ -13,7 +12,9 @@ QString pathOf(const char *name, const char *variable)
     if (!wanted.isEmpty())
         return wanted;
     const QString file = QString::fromLatin1(name) + QStringLiteral(".so");
-    const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/../lib/");
+    // Not asked of the application object: it may not be there yet.
+    const QString program = QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget();
+    const QString beside = QFileInfo(program).path() + QStringLiteral("/../lib/");
     const QString installed = beside + QStringLiteral("mivora/") + file;
     return QFileInfo::exists(installed) ? installed : beside + file;
 }

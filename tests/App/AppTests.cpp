@@ -1,6 +1,7 @@
 #include "App/AgendaJson.h"
 #include "App/AgendaTable.h"
 #include "App/HotKeyRegistration.h"
+#include "App/WindowSystem.h"
 #include "App/commands/Rfc3339.h"
 #include "FakeSurroundings.h"
 #include "Scheduling/SchedulerTest.h"
@@ -232,6 +233,34 @@ TEST(Rfc3339, writesTheOffsetOfTheZoneAtThatTime)
     };
     for (const auto &[zone, seconds, text] : cases)
         EXPECT_EQ(rfc3339(timestampFromSeconds(seconds), QTimeZone(zone)).toStdString(), text);
+}
+
+TEST(WindowSystem, isWaylandsWhereTheCompositorPlacesPanels)
+{
+    const struct
+    {
+        QByteArray wanted, panel, qt;
+        bool hasX11, hasWayland, hasLayers;
+        QByteArray expected;
+    } rows[] = {
+        {"", "", "", true, true, true, "wayland;xcb"},
+        {"", "", "", true, true, false, "xcb;wayland"},
+        {"", "", "", true, false, true, "xcb"},
+        {"", "", "", false, true, false, "wayland"},
+        {"", "", "", false, false, false, ""},
+        {"", "", "wayland", true, true, false, "xcb;wayland"},
+        {"", "", "xcb", true, true, true, "wayland;xcb"},
+        {"", "", "offscreen", true, true, true, "offscreen"},
+        {"", "x11", "", true, true, true, "xcb;wayland"},
+        {"xcb", "", "offscreen", true, true, true, "xcb"},
+    };
+
+    for (const auto &row : rows) {
+        const auto choice =
+            chooseWindowSystem({row.wanted, row.panel, row.qt, row.hasX11, row.hasWayland,
+                                [&] { return row.hasLayers ? QString() : QStringLiteral("none"); }});
+        EXPECT_EQ(choice.platform, row.expected) << choice.reason.toStdString();
+    }
 }
 
 } // namespace mivora

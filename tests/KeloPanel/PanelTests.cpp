@@ -37,6 +37,8 @@ protected:
     }
 };
 
+constexpr PanelPlace topLeft{Qt::LeftEdge | Qt::TopEdge, 10};
+
 class PanelTest : public testing::Test
 {
 public:
@@ -101,14 +103,14 @@ TEST_F(PanelTest, tellsBeforeShowingAndAfterHiding)
 
 TEST_F(PanelTest, orderedFrontItAsksNobodyAndKeepsItsPlace)
 {
-    EXPECT_TRUE(controller.orderFrontRegardless(QPointF(30, 40)));
+    EXPECT_TRUE(controller.orderFrontRegardless(topLeft, QRectF(20, 30, 800, 600)));
     controller.panel().releaseView();
     EXPECT_TRUE(controller.isVisible()) << "a visible panel keeps its view";
     window().setPosition(50, 60);
     controller.hide();
     controller.panel().releaseView();
     EXPECT_FALSE(controller.panel().window());
-    EXPECT_TRUE(controller.orderFrontRegardless({}));
+    EXPECT_TRUE(controller.orderFrontRegardless(topLeft, {}));
     EXPECT_EQ(window().position(), QPoint(50, 60));
     EXPECT_THAT(calls, ElementsAre("didHide"));
 }
@@ -133,7 +135,7 @@ TEST_F(PanelTest, takesClicksOnItsCardAlone)
     x11.setInputFocus(xcb_window_t(below.winId()));
     ASSERT_TRUE(hasKeyboard(below));
     controller.hidesOnResignKey = false;
-    ASSERT_TRUE(controller.orderFrontRegardless(QPointF(300, 200)));
+    ASSERT_TRUE(controller.orderFrontRegardless(topLeft, QRectF(290, 190, 800, 600)));
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window()));
     // The card is in the middle of its shadow: 28 on each side.
     const std::vector<QPoint> beside{{306, 278}, {550, 278}, {428, 206}, {428, 350}, {329, 229}};

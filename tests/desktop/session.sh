@@ -84,6 +84,11 @@ start_sway() { # No key repeats on its own, however slow the machine is.
     printf '%s\n' 'xwayland enable' 'default_border none' 'input * repeat_rate 0' "exec $run/started" >"$run/sway"
     start env WLR_BACKENDS=x11 WLR_RENDERER=pixman WLR_X11_OUTPUTS=1 sway -c "$run/sway"
 }
+start_kwin_wayland() {
+    printf '[Keyboard]\nKeyRepeat=nothing\n' >"$XDG_CONFIG_HOME/kcminputrc"
+    start env QT_QUICK_BACKEND=software LIBGL_ALWAYS_SOFTWARE=1 kwin_wayland --x11-display "$DISPLAY" --xwayland \
+        --width 1024 --height 600 --socket kwin "$run/started"
+}
 enter_session() {
     await test -s "$run/session" || { echo "the desktop doesn't start here" >&2; exit 77; }
     read -r DISPLAY WAYLAND_DISPLAY XAUTHORITY <"$run/session"

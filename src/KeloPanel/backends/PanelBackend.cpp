@@ -1,6 +1,8 @@
 #include "KeloPanel/backends/PanelBackend.h"
 
 #include "KeloPanel/FloatingPanel.h"
+#include "KeloPanel/LayerShell.h"
+#include "KeloPanel/backends/LayerPanelBackend.h"
 #include "KeloPanel/backends/X11PanelBackend.h"
 
 #include <QVariant>
@@ -19,9 +21,9 @@ public:
         window.setProperty("_q_showWithoutActivating", QVariant(true));
     }
 
-    void orderFront(QWindow &window, const QPoint &origin, const FloatingFrame &frame) override
+    void orderFront(QWindow &window, const PanelPosition &position, const FloatingFrame &frame) override
     {
-        window.setGeometry(QRect(origin, frame.windowSize));
+        window.setGeometry(QRect(position.origin, frame.windowSize));
         window.show();
     }
 
@@ -32,11 +34,26 @@ public:
 
 } // namespace
 
+bool PanelBackend::hasKeyboard(const QWindow &window) const
+{
+    return window.isActive();
+}
+
+void PanelBackend::moveBy(QWindow &window, const QPoint &distance)
+{
+    window.setPosition(window.position() + distance);
+}
+
 std::unique_ptr<PanelBackend> PanelBackend::create()
 {
-    if (panelPlatform() == PanelPlatform::x11)
+    switch (panelPlatform()) {
+    case PanelPlatform::x11:
         return std::make_unique<X11PanelBackend>();
-    return std::make_unique<PlainPanelBackend>();
+    case PanelPlatform::layers:
+        return std::make_unique<LayerPanelBackend>(*SessionLayers::get().shell);
+    default:
+        return std::make_unique<PlainPanelBackend>();
+    }
 }
 
 } // namespace kelo

@@ -1,10 +1,8 @@
 #include "KeloPanel/backends/X11PanelBackend.h"
 
-#include <QBitmap>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QGuiApplication>
-#include <QPainter>
 #include <QScreen>
 #include <QWindow>
 #include <xcb/shape.h>
@@ -26,25 +24,6 @@ bool runsUnderWayland()
     const QScreen *screen = QGuiApplication::primaryScreen();
     return qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
            (screen && screen->name().startsWith(QLatin1String("XWAYLAND")));
-}
-
-// The mask's corners, and everything between them.
-QRegion stretched(const StretchableImage &mask, const QSize &size)
-{
-    const int inset = mask.capInset;
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::black);
-    QPainter painter(&image);
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    for (const bool right : {false, true}) {
-        for (const bool bottom : {false, true}) {
-            const QPoint target(right ? size.width() - inset : 0, bottom ? size.height() - inset : 0);
-            const QPoint source(right ? inset + 1 : 0, bottom ? inset + 1 : 0);
-            painter.drawImage(target, mask.image, QRect(source, QSize(inset, inset)));
-        }
-    }
-    painter.end();
-    return QBitmap::fromImage(image.createAlphaMask(Qt::ThresholdDither));
 }
 
 // By the edges of the region's rectangles: rounded sizes would leave gaps between them.
@@ -86,11 +65,11 @@ void X11PanelBackend::prepare(QWindow &window)
     window.installEventFilter(this);
 }
 
-void X11PanelBackend::orderFront(QWindow &window, const QPoint &origin, const FloatingFrame &frame)
+void X11PanelBackend::orderFront(QWindow &window, const PanelPosition &position, const FloatingFrame &frame)
 {
     shape(window, frame);
     setType(window, WindowType::notification);
-    window.setGeometry(QRect(origin, frame.windowSize));
+    window.setGeometry(QRect(position.origin, frame.windowSize));
     window.show();
     window.raise();
     if (m_isXWayland)
@@ -111,6 +90,12 @@ void X11PanelBackend::takeKeyboard(QWindow &window)
         m_hasGrab = true;
     }
     m_x11.flush();
+}
+
+// sway takes the focus back, and the keys come by the grab.
+bool X11PanelBackend::hasKeyboard(const QWindow &window) const
+{
+    return m_hasGrab || PanelBackend::hasKeyboard(window);
 }
 
 void X11PanelBackend::orderOut(QWindow &window)
@@ -161,13 +146,10 @@ void X11PanelBackend::setType(const QWindow &window, WindowType type)
 // device.
 void X11PanelBackend::shape(QWindow &window, const FloatingFrame &frame)
 {
-    const QRegion rounded =
-        stretched(GlassSurface::roundedMask(int(frame.cornerRadius)), frame.contentRect.size());
+    const QRegion rounded = GlassSurface::cardRegion(frame);
     window.setMask(frame.shadowByWindow ? rounded : QRegion());
     const std::vector<xcb_rectangle_t> card =
-        frame.shadowByWindow
-            ? std::vector<xcb_rectangle_t>()
-            : inPixels(rounded.translated(frame.contentRect.topLeft()), window.devicePixelRatio());
+        frame.shadowByWindow ? std::vector<xcb_rectangle_t>() : inPixels(rounded, window.devicePixelRatio());
     std::vector<std::uint32_t> blurred;
     for (const auto &[x, y, width, height] : card)
         blurred.insert(blurred.end(), {std::uint32_t(x), std::uint32_t(y), width, height});

@@ -21,8 +21,9 @@ public:
     X11PanelBackend();
 
     void prepare(QWindow &window) override;
-    void orderFront(QWindow &window, const QPoint &origin, const FloatingFrame &frame) override;
+    void orderFront(QWindow &window, const PanelPosition &position, const FloatingFrame &frame) override;
     void takeKeyboard(QWindow &window) override;
+    bool hasKeyboard(const QWindow &window) const override;
     void orderOut(QWindow &window) override;
 
     bool nativeEventFilter(const QByteArray &type, void *message, qintptr *result) override;
