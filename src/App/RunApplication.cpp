@@ -126,6 +126,10 @@ int run(StartedBy startedBy)
          .store = makeCalendarStore({.folders = {}, .now = clock.now(), .zone = userTimeZone()}, defaults,
                                     access)});
     const ApplicationService service(bus, delegate, startedBy);
+    // The bus hands over what it was asked meanwhile as soon as the name is taken: somebody must be there by
+    // then.
+    if (!claimApplicationName(bus))
+        return openSettingsOfRunningOne();
     delegate.launch();
     return QGuiApplication::exec();
 }
@@ -160,7 +164,6 @@ int runApplication(int &argc, char **argv, StartedBy startedBy)
     QGuiApplication::setDesktopFileName(QStringLiteral("app.kelo.Mivora"));
     // Qt asks portals too, from its start on.
     introduceToPortal(QDBusConnection::sessionBus());
-    // The name first: a second start ends before it has made anything.
     std::optional<WindowSystemStart> start(std::in_place);
     std::optional<QtPlatform> platform(std::in_place, windows.platform);
     QGuiApplication application(argc, argv);
@@ -169,7 +172,7 @@ int runApplication(int &argc, char **argv, StartedBy startedBy)
     const TerminationSignals signalsEndIt;
     QGuiApplication::setQuitOnLastWindowClosed(false);
     installTranslations();
-    if (!claimApplicationName(QDBusConnection::sessionBus()))
+    if (RunningInstance().isThere())
         return openSettingsOfRunningOne();
     qCInfo(log).noquote() << "Windows are on" << QGuiApplication::platformName() << "since" << windows.reason;
     return run(startedBy);

@@ -28,7 +28,8 @@ FocusScope {
         const item = Window.activeFocusItem
         if (event.isAutoRepeat)
             return
-        if (item instanceof T.AbstractButton)
+        // A button that has gone by what it did keeps the focus until something else takes it.
+        if (item instanceof T.AbstractButton && item.visible)
             press(item)
         else if (content.accept)
             content.accept()
