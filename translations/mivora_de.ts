@@ -537,6 +537,50 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <source>%1 is already in use. Choose a different shortcut.</source>
         <translation>%1 wird bereits verwendet. Wählen Sie ein anderes Tastenkürzel.</translation>
     </message>
+    <message>
+        <source>Copied</source>
+        <translation>Kopiert</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Your desktop has set no keys for it. Choose them in its settings.</source>
+        <translation>Ihre Arbeitsumgebung hat ihm keine Tasten gegeben. Wählen Sie diese in deren Einstellungen.</translation>
+    </message>
+    <message>
+        <source>Waiting for your desktop, which may be asking you.</source>
+        <translation>Wartet auf Ihre Arbeitsumgebung, die Sie vielleicht gerade fragt.</translation>
+    </message>
+    <message>
+        <source>You declined it. Switch it on to be asked again.</source>
+        <translation>Sie haben es abgelehnt. Schalten Sie es ein, um erneut gefragt zu werden.</translation>
+    </message>
+    <message>
+        <source>Your desktop refused it. Switch it off and on to try again.</source>
+        <translation>Ihre Arbeitsumgebung hat es abgelehnt. Schalten Sie es aus und wieder ein, um es erneut zu versuchen.</translation>
+    </message>
+    <message>
+        <source>Your desktop has ended it. Switch it off and on to try again.</source>
+        <translation>Ihre Arbeitsumgebung hat es beendet. Schalten Sie es aus und wieder ein, um es erneut zu versuchen.</translation>
+    </message>
+    <message>
+        <source>Bind this command to a key in the settings of your desktop:</source>
+        <translation>Legen Sie diesen Befehl in den Einstellungen Ihrer Arbeitsumgebung auf eine Taste:</translation>
+    </message>
+    <message>
+        <source>Add this line to %1:</source>
+        <translation>Fügen Sie diese Zeile in %1 ein:</translation>
+    </message>
+    <message>
+        <source>Change the keys in the settings of your desktop.</source>
+        <translation>Die Tasten ändern Sie in den Einstellungen Ihrer Arbeitsumgebung.</translation>
+    </message>
+    <message>
+        <source>Change…</source>
+        <translation>Ändern&#xa0;…</translation>
+    </message>
 </context>
 <context>
     <name>HotKeyRecorder</name>
@@ -640,6 +684,110 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <message>
         <source>Ctrl</source>
         <translation>Strg</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Umschalt</translation>
+    </message>
+    <message>
+        <source>Alt</source>
+        <translation>Alt</translation>
+    </message>
+    <message>
+        <source>Super</source>
+        <translation>Super</translation>
+    </message>
+    <message>
+        <source>Meta</source>
+        <translation>Meta</translation>
+    </message>
+    <message>
+        <source>Return</source>
+        <translation>Eingabe</translation>
+    </message>
+    <message>
+        <source>Tab</source>
+        <translation>Tab</translation>
+    </message>
+    <message>
+        <source>Backspace</source>
+        <translation>Rücktaste</translation>
+    </message>
+    <message>
+        <source>Esc</source>
+        <translation>Esc</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Entf</translation>
+    </message>
+    <message>
+        <source>Insert</source>
+        <translation>Einfg</translation>
+    </message>
+    <message>
+        <source>Home</source>
+        <translation>Pos1</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation>Ende</translation>
+    </message>
+    <message>
+        <source>Page Up</source>
+        <translation>Bild auf</translation>
+    </message>
+    <message>
+        <source>Page Down</source>
+        <translation>Bild ab</translation>
+    </message>
+    <message>
+        <source>Left</source>
+        <translation>Links</translation>
+    </message>
+    <message>
+        <source>Right</source>
+        <translation>Rechts</translation>
+    </message>
+    <message>
+        <source>Up</source>
+        <translation>Hoch</translation>
+    </message>
+    <message>
+        <source>Down</source>
+        <translation>Runter</translation>
+    </message>
+    <message>
+        <source>Enter</source>
+        <translation>Enter</translation>
+    </message>
+    <message>
+        <source>Num Lock</source>
+        <translation>Num</translation>
+    </message>
+    <message>
+        <source>Volume Up</source>
+        <translation>Lauter</translation>
+    </message>
+    <message>
+        <source>Volume Down</source>
+        <translation>Leiser</translation>
+    </message>
+    <message>
+        <source>Volume Mute</source>
+        <translation>Stumm</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
+    <message>
+        <source>Power Off</source>
+        <translation>Ausschalten</translation>
+    </message>
+    <message>
+        <source>Num %1</source>
+        <translation>Num %1</translation>
     </message>
 </context>
 <context>

@@ -537,6 +537,50 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <source>%1 is already in use. Choose a different shortcut.</source>
         <translation>%1 est déjà utilisé. Choisissez un autre raccourci.</translation>
     </message>
+    <message>
+        <source>Copied</source>
+        <translation>Copié</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Copier</translation>
+    </message>
+    <message>
+        <source>Your desktop has set no keys for it. Choose them in its settings.</source>
+        <translation>Votre bureau ne lui a attribué aucune touche. Choisissez-les dans ses paramètres.</translation>
+    </message>
+    <message>
+        <source>Waiting for your desktop, which may be asking you.</source>
+        <translation>En attente de votre bureau, qui vous pose peut-être la question.</translation>
+    </message>
+    <message>
+        <source>You declined it. Switch it on to be asked again.</source>
+        <translation>Vous l’avez refusé. Activez-le pour que la question soit reposée.</translation>
+    </message>
+    <message>
+        <source>Your desktop refused it. Switch it off and on to try again.</source>
+        <translation>Votre bureau l’a refusé. Désactivez-le puis réactivez-le pour réessayer.</translation>
+    </message>
+    <message>
+        <source>Your desktop has ended it. Switch it off and on to try again.</source>
+        <translation>Votre bureau y a mis fin. Désactivez-le puis réactivez-le pour réessayer.</translation>
+    </message>
+    <message>
+        <source>Bind this command to a key in the settings of your desktop:</source>
+        <translation>Associez cette commande à une touche dans les paramètres de votre bureau&#x202f;:</translation>
+    </message>
+    <message>
+        <source>Add this line to %1:</source>
+        <translation>Ajoutez cette ligne à %1&#x202f;:</translation>
+    </message>
+    <message>
+        <source>Change the keys in the settings of your desktop.</source>
+        <translation>Modifiez les touches dans les paramètres de votre bureau.</translation>
+    </message>
+    <message>
+        <source>Change…</source>
+        <translation>Modifier…</translation>
+    </message>
 </context>
 <context>
     <name>HotKeyRecorder</name>
@@ -640,6 +684,110 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     <message>
         <source>Ctrl</source>
         <translation>Ctrl</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Maj</translation>
+    </message>
+    <message>
+        <source>Alt</source>
+        <translation>Alt</translation>
+    </message>
+    <message>
+        <source>Super</source>
+        <translation>Super</translation>
+    </message>
+    <message>
+        <source>Meta</source>
+        <translation>Meta</translation>
+    </message>
+    <message>
+        <source>Return</source>
+        <translation>Entrée</translation>
+    </message>
+    <message>
+        <source>Tab</source>
+        <translation>Tab</translation>
+    </message>
+    <message>
+        <source>Backspace</source>
+        <translation>Retour arrière</translation>
+    </message>
+    <message>
+        <source>Esc</source>
+        <translation>Échap</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Suppr</translation>
+    </message>
+    <message>
+        <source>Insert</source>
+        <translation>Inser</translation>
+    </message>
+    <message>
+        <source>Home</source>
+        <translation>Début</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation>Fin</translation>
+    </message>
+    <message>
+        <source>Page Up</source>
+        <translation>Page préc.</translation>
+    </message>
+    <message>
+        <source>Page Down</source>
+        <translation>Page suiv.</translation>
+    </message>
+    <message>
+        <source>Left</source>
+        <translation>Gauche</translation>
+    </message>
+    <message>
+        <source>Right</source>
+        <translation>Droite</translation>
+    </message>
+    <message>
+        <source>Up</source>
+        <translation>Haut</translation>
+    </message>
+    <message>
+        <source>Down</source>
+        <translation>Bas</translation>
+    </message>
+    <message>
+        <source>Enter</source>
+        <translation>Entrée (pavé)</translation>
+    </message>
+    <message>
+        <source>Num Lock</source>
+        <translation>Verr. num.</translation>
+    </message>
+    <message>
+        <source>Volume Up</source>
+        <translation>Volume +</translation>
+    </message>
+    <message>
+        <source>Volume Down</source>
+        <translation>Volume -</translation>
+    </message>
+    <message>
+        <source>Volume Mute</source>
+        <translation>Muet</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menu</translation>
+    </message>
+    <message>
+        <source>Power Off</source>
+        <translation>Éteindre</translation>
+    </message>
+    <message>
+        <source>Num %1</source>
+        <translation>Pavé %1</translation>
     </message>
 </context>
 <context>

@@ -82,6 +82,7 @@ void AppDelegate::makeStatus()
         std::make_unique<HotKeyRegistration>(m_parts.hotKeys, m_prefs, [this] { m_commands->joinNext(); });
     m_alert = std::make_unique<ConflictAlert>(m_views, m_parts.bus);
     connect(m_hotKey.get(), &HotKeyRegistration::conflict, m_alert.get(), &ConflictAlert::show);
+    connect(m_hotKey.get(), &HotKeyRegistration::stateChanged, this, &AppDelegate::hotKeyChanged);
 }
 
 void AppDelegate::makeOnboarding()
@@ -99,6 +100,7 @@ void AppDelegate::installObservers()
     refreshOn(&SystemEvents::didWake);
     refreshOn(&SystemEvents::dayChanged);
     refreshOn(&SystemEvents::clockChanged);
+    connect(&m_parts.systemEvents, &SystemEvents::didWake, &m_parts.hotKeys, &kelo::HotKeyService::retry);
     connect(&m_parts.systemEvents, &SystemEvents::timeZoneChanged, this, &AppDelegate::timeZoneChanged);
     connect(&m_parts.defaults, &DefaultsStore::writeFailed, this, &AppDelegate::tellUnsavedSettings);
     // A setting that the status item or the panel shows the effect of, whoever changed it.
@@ -113,6 +115,14 @@ void AppDelegate::tellUnsavedSettings(const QString &reason)
 {
     writeToSystemLog(QLatin1String("Mivora: settings can't be saved: ") + reason);
     m_toast.show(tr("Settings can't be saved: %1").arg(reason.section(QLatin1String(": "), -1)));
+}
+
+void AppDelegate::hotKeyChanged()
+{
+    if (m_settingsWindow)
+        m_settingsWindow->setHotKeyState(m_hotKey->state());
+    // The menu names its keys.
+    Q_EMIT refreshed();
 }
 
 void AppDelegate::calendarsChanged()
@@ -138,9 +148,11 @@ bool AppDelegate::openSettings(std::optional<SettingsPage> page)
         const SettingsActions actions{
             .registerHotKey =
                 [this](const kelo::HotKeyCombo &combo) { return m_hotKey->tryToRegister(combo); },
-            .openSystemSettings = [this](const QString &link) { openLink(link); }};
+            .openSystemSettings = [this](const QString &link) { openLink(link); },
+            .copy = [this](const QString &text) { m_parts.pasteboard.setText(text); }};
         m_settingsWindow =
             std::make_unique<SettingsWindowController>(m_prefs, m_source, m_parts.hotKeys, m_views, actions);
+        m_settingsWindow->setHotKeyState(m_hotKey->state());
     }
     return m_settingsWindow->show(page);
 }
@@ -272,14 +284,15 @@ QJsonObject AppDelegate::agenda() const
 
 AgendaContext AppDelegate::agendaContext() const
 {
-    const auto &combo = m_hotKey->registeredCombo();
+    const kelo::HotKeyState &hotKey = m_hotKey->state();
     return {.scheduler = *m_scheduler,
             .source = m_source,
             .prefs = m_prefs,
             .installed = m_installed,
             .now = m_parts.clock.now(),
             .zone = m_scheduler->timeZone(),
-            .joinHotKey = combo ? std::optional(combo->displayString()) : std::nullopt,
+            .joinHotKey = hotKey.kind == kelo::HotKeyState::Kind::registered ? std::optional(hotKey.keys)
+                                                                             : std::nullopt,
             .canCheckForUpdates = m_updater->canCheckForUpdates()};
 }
 

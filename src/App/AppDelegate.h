@@ -94,6 +94,7 @@ private:
     void makeStatus();
     void makeOnboarding();
     void installObservers();
+    void hotKeyChanged();
     void calendarsChanged();
     void takeInChanges();
     void performWaiting();

@@ -100,7 +100,7 @@ QJsonObject CalendarSession::agenda() const
                        .installed = m_installed,
                        .now = m_clock->now(),
                        .zone = m_zone,
-                       .joinHotKey = combo ? std::optional(combo->displayString()) : std::nullopt,
+                       .joinHotKey = combo ? std::optional(combo->text()) : std::nullopt,
                        .canCheckForUpdates = canCheckForUpdates()});
 }
 

@@ -2,10 +2,12 @@
 
 #include "KeloHotkey/KeyboardLayout.h"
 
+#include <QCoreApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <cmath>
 #include <limits>
+#include <span>
 
 namespace kelo {
 
@@ -35,6 +37,42 @@ constexpr ModifierForm modifierForms[] = {
     {commandKey, Qt::MetaModifier, u'⌘'},
 };
 
+struct ModifierName
+{
+    std::uint32_t bit;
+    const char *name;
+};
+
+// Like those of menus, in the context that Qt has for them.
+constexpr ModifierName namesOfGtk[] = {
+    {shiftKey, QT_TRANSLATE_NOOP("QShortcut", "Shift")},
+    {controlKey, QT_TRANSLATE_NOOP("QShortcut", "Ctrl")},
+    {optionKey, QT_TRANSLATE_NOOP("QShortcut", "Alt")},
+    {commandKey, QT_TRANSLATE_NOOP("QShortcut", "Super")},
+};
+constexpr ModifierName namesOfQt[] = {
+    {commandKey, QT_TRANSLATE_NOOP("QShortcut", "Meta")},
+    {controlKey, "Ctrl"},
+    {optionKey, "Alt"},
+    {shiftKey, "Shift"},
+};
+
+// Each toolkit has its order, and its name for the key with the logo.
+std::span<const ModifierName> modifierNames()
+{
+    const auto desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':'));
+    if (desktops.contains(QLatin1String("KDE")) || desktops.contains(QLatin1String("LXQt")))
+        return namesOfQt;
+    return namesOfGtk;
+}
+
+std::uint16_t keyCodeOf(const HotKeyCombo &combo)
+{
+    if (combo.keyCode > std::numeric_limits<std::uint16_t>::max())
+        qFatal("%u is no key code", combo.keyCode);
+    return std::uint16_t(combo.keyCode);
+}
+
 } // namespace
 
 std::uint32_t HotKeyCombo::carbonFlags(Qt::KeyboardModifiers modifiers)
@@ -49,15 +87,23 @@ std::uint32_t HotKeyCombo::carbonFlags(Qt::KeyboardModifiers modifiers)
 
 QStringList HotKeyCombo::keyCaps() const
 {
-    if (keyCode > std::numeric_limits<std::uint16_t>::max())
-        qFatal("%u is no key code", keyCode);
     QStringList caps;
     for (const ModifierForm &form : modifierForms) {
         if (modifiers & form.bit)
             caps.append(QChar(form.symbol));
     }
-    caps.append(KeyboardLayout::displayName(std::uint16_t(keyCode)));
+    caps.append(KeyboardLayout::displayName(keyCodeOf(*this)));
     return caps;
+}
+
+QStringList HotKeyCombo::keyNames() const
+{
+    QStringList names;
+    for (const ModifierName &modifier : modifierNames()) {
+        if (modifiers & modifier.bit)
+            names.append(QCoreApplication::translate("QShortcut", modifier.name));
+    }
+    return names << KeyboardLayout::name(keyCodeOf(*this));
 }
 
 QString HotKeyCombo::displayString() const

@@ -44,6 +44,14 @@ struct HotKeyCombo
     /// The key caps in one word: "⇧⌘V".
     QString displayString() const;
 
+    /// The keys as this desktop names them, in its order and in the user's language: "Ctrl", "Alt", "J".
+    /// Where displayString() has the symbols of other keyboards, this is for people. A key code above 65,535
+    /// stops the program.
+    QStringList keyNames() const;
+
+    /// The names in one text: "Ctrl+Alt+J".
+    QString text() const { return keyNames().join(QLatin1Char('+')); }
+
     /// {"keyCode":9,"modifiers":768}
     QByteArray toJson() const;
 

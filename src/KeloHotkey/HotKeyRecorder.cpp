@@ -21,6 +21,25 @@ namespace {
 constexpr std::uint32_t reservedWithCommand[] = {virtualC, virtualV,   virtualX,    virtualQ,
                                                  virtualW, virtualTab, virtualSpace};
 
+// With control alone these edit, in every program of this desktop: a shortcut would take that from all of
+// them. Letters count by what they type.
+constexpr QStringView reservedLetters = u"acfnopqrstvwxyz";
+constexpr std::uint32_t reservedWithControl[] = {
+    virtualReturn, virtualKeypadEnter, virtualTab, virtualBackspace, virtualDelete,
+    virtualInsert, virtualHome,        virtualEnd, virtualPageUp,    virtualPageDown,
+    virtualLeft,   virtualRight,       virtualUp,  virtualDown};
+
+bool isReserved(const HotKeyCombo &combo)
+{
+    if (combo.modifiers == commandKey)
+        return std::ranges::find(reservedWithCommand, combo.keyCode) != std::end(reservedWithCommand);
+    if (combo.modifiers != controlKey)
+        return false;
+    const auto typed = KeyboardLayout::character(std::uint16_t(combo.keyCode));
+    return (typed && typed->size() == 1 && reservedLetters.contains(typed->at(0))) ||
+           std::ranges::find(reservedWithControl, combo.keyCode) != std::end(reservedWithControl);
+}
+
 bool isModifierKey(std::uint32_t keyCode)
 {
     return keyCode >= virtualRightCommand && keyCode <= virtualFunction;
@@ -29,10 +48,7 @@ bool isModifierKey(std::uint32_t keyCode)
 bool isShortcut(const HotKeyCombo &combo)
 {
     const bool isShiftAtMost = (combo.modifiers & ~std::uint32_t{shiftKey}) == 0;
-    const bool isReserved =
-        combo.modifiers == commandKey &&
-        std::ranges::find(reservedWithCommand, combo.keyCode) != std::end(reservedWithCommand);
-    return !isShiftAtMost && !isReserved;
+    return !isShiftAtMost && !isReserved(combo);
 }
 
 void ungrabKeyboard()
@@ -131,7 +147,7 @@ QString HotKeyRecorder::toolTip() const
 
 QString HotKeyRecorder::resetToolTip() const
 {
-    return tr("Reset to %1").arg(m_defaultCombo.displayString());
+    return tr("Reset to %1").arg(m_defaultCombo.text());
 }
 
 void HotKeyRecorder::toggle()

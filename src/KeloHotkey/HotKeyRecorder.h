@@ -24,7 +24,7 @@ class HotKeyRecorder final : public QObject
     Q_OBJECT
     Q_PROPERTY(bool recording READ isRecording NOTIFY recordingChanged)
     Q_PROPERTY(QStringList keyCaps READ keyCaps NOTIFY keyCapsChanged)
-    Q_PROPERTY(QString displayString READ displayString NOTIFY keyCapsChanged)
+    Q_PROPERTY(QString text READ text NOTIFY keyCapsChanged)
     Q_PROPERTY(bool canReset READ canReset NOTIFY canResetChanged)
     Q_PROPERTY(QString toolTip READ toolTip NOTIFY recordingChanged)
     Q_PROPERTY(QString resetToolTip READ resetToolTip NOTIFY keyCapsChanged)
@@ -41,10 +41,10 @@ public:
 
     bool isRecording() const { return m_recording; }
 
-    /// What the key caps show, on the user's keyboard layout.
-    QStringList keyCaps() const { return m_combo.keyCaps(); }
+    /// What the key caps show: the keys in the words of the desktop, on the user's keyboard layout.
+    QStringList keyCaps() const { return m_combo.keyNames(); }
 
-    QString displayString() const { return m_combo.displayString(); }
+    QString text() const { return m_combo.text(); }
 
     /// Whether there is another combination to go back to.
     bool canReset() const { return !m_recording && m_combo != m_defaultCombo; }

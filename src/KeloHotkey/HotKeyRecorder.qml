@@ -7,7 +7,7 @@ import KeloThemeViews
 Row {
     id: root
 
-    // recording, keyCaps, displayString, canReset, toolTip, resetToolTip; toggle(), stop(), reset().
+    // recording, keyCaps, text, canReset, toolTip, resetToolTip; toggle(), stop(), reset().
     required property QtObject recorder
     property string name
     // What a screen reader says besides the combination.
@@ -43,7 +43,7 @@ Row {
 
         Accessible.name: root.name
         Accessible.description: root.recorder.recording ? prompt.text
-                                                        : root.recorder.displayString + (root.note ? ". " + root.note : "")
+                                                        : root.recorder.text + (root.note ? ". " + root.note : "")
         Accessible.onPressAction: root.recorder.toggle()
 
         FocusRing { radius: 8 }

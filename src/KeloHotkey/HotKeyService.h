@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KeloHotkey/HotKeyCombo.h"
+#include "KeloHotkey/HotKeyState.h"
 
 #include <QObject>
 #include <cstdint>
@@ -15,12 +16,10 @@ class HotKeyService : public QObject
 public:
     using QObject::QObject;
 
-    /// Whether shortcuts can be registered here at all. While they can't, nothing is to be attempted: a
-    /// refusal would say nothing about a conflict.
-    virtual bool canRegister() const = 0;
-
     /// Registers the combination under a number that is unique in the process. False when it is taken, by
-    /// another program or in this one, or names no key. Where the desktop asks the user, true at once.
+    /// another program or in this one, or names no key. Where the desktop answers later, or programs can have
+    /// no shortcut, true at once: state() has the rest. Where the desktop gives a program one shortcut alone,
+    /// it takes the place of the one before.
     virtual bool registerHotKey(const HotKeyCombo &combo, std::uint32_t id) = 0;
 
     /// Does nothing for an unknown number.
@@ -31,12 +30,22 @@ public:
     virtual void suspend() = 0;
     virtual void resume() = 0;
 
+    /// How it stands with the combination registered last, or with the service when none is registered.
+    virtual HotKeyState state() const = 0;
+
+    /// Tries again to get what somebody else had, or the keyboard has lost. To be called when there is reason
+    /// to hope: after sleep, or when the user looks.
+    virtual void retry() {}
+
+    /// Opens the desktop's own dialog for the keys; only where state() has it.
+    virtual void configure() {}
+
 Q_SIGNALS:
     /// The combination registered under the number was pressed. Once for each press, however long it is held.
     void pressed(std::uint32_t id);
 
-    /// canRegister() gives another answer than before.
-    void availabilityChanged();
+    /// state() gives another answer than before.
+    void stateChanged();
 };
 
 } // namespace kelo

@@ -1,5 +1,6 @@
 #include "KeloHotkey/HotKeyServices.h"
 
+#include "KeloHotkey/backends/GnomeKeybinding.h"
 #include "KeloHotkey/backends/PortalService.h"
 #include "KeloHotkey/backends/X11GrabService.h"
 #include "Platform/linux/X11Connection.h"
@@ -28,9 +29,13 @@ std::unique_ptr<HotKeyService> makeHotKeyService(const HotKeyPurpose &purpose)
             !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") || qgetenv("XDG_SESSION_TYPE") == "wayland",
         .overrule = qgetenv("MIVORA_HOTKEY"),
     });
-    if (kind == HotKeyServiceKind::X11Grabs)
+    if (kind == HotKeyServiceKind::X11Grabs) {
+        // One that a Wayland session has left works in this one as well, and has the keys.
+        if (auto keybinding = GnomeKeybinding::create(purpose); keybinding && keybinding->hasEntry())
+            return keybinding;
         return std::make_unique<X11GrabService>();
-    // Without a bus there is no portal: nothing can be registered, and the log says so.
+    }
+    // Without a bus there is no portal: nothing can be registered.
     return std::make_unique<PortalService>(purpose, kind == HotKeyServiceKind::Portal
                                                         ? QDBusConnection::sessionBus()
                                                         : QDBusConnection(QString()));

@@ -13,7 +13,7 @@ struct HotKeyPurpose
     QString name;
     /// Shown to the user where the desktop asks or lists shortcuts: "Join the next meeting".
     QString description;
-    /// What a user can bind in the compositor where no service can help: "mivora join".
+    /// What has the same effect, for keybindings of the desktop's own: "mivora join".
     QString command;
 };
 

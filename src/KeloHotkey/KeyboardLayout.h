@@ -18,6 +18,10 @@ std::optional<QString> character(std::uint16_t keyCode);
 /// The name on the key cap: "V", "Space", "F5", "←"; "#105" for a key that has none.
 QString displayName(std::uint16_t keyCode);
 
+/// The key's name in words, as this desktop has them in its lists of shortcuts: "V", "Space", "F5", "Left",
+/// "Home".
+QString name(std::uint16_t keyCode);
+
 /// The lowest key code up to 127 whose key types the characters, in upper or lower case. Nothing when none
 /// does.
 std::optional<std::uint16_t> keyCode(const QString &forCharacters);

@@ -20,10 +20,22 @@ enum VirtualKey : std::uint16_t {
     virtualReturn = 36,
     virtualTab = 48,
     virtualSpace = 49,
+    virtualGrave = 50,
+    virtualBackspace = 51,
     virtualEscape = 53,
     virtualRightCommand = 54,
     virtualFunction = 63,
     virtualKeypadEnter = 76,
+    virtualInsert = 114,
+    virtualHome = 115,
+    virtualPageUp = 116,
+    virtualDelete = 117,
+    virtualEnd = 119,
+    virtualPageDown = 121,
+    virtualLeft = 123,
+    virtualRight = 124,
+    virtualDown = 125,
+    virtualUp = 126,
 };
 
 struct KeyCodePair

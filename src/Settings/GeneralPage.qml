@@ -92,23 +92,71 @@ FormPage {
         title: qsTr("Shortcut")
 
         ToggleRow {
+            visible: !root.model.binding
             hasSeparator: false
             title: qsTr("Join the next meeting with a shortcut")
-            footnote: qsTr("Works from any app.")
+            footnote: root.model.hotKeyText
+            footnoteColor: root.model.doesHotKeyFail ? Appearance.colors.red : Appearance.colors.secondaryLabel
             checked: root.model.useHotKey
             onToggled: checked => root.model.useHotKey = checked
         }
         FormRow {
-            visible: root.model.useHotKey
+            visible: root.model.useHotKey && !root.model.binding
             title: qsTr("Shortcut")
-            footnote: root.model.hotKeyConflict
-            footnoteColor: Appearance.colors.red
+            footnote: root.model.desktopKeys && !root.model.canConfigureHotKey
+                      ? qsTr("Change the keys in the settings of your desktop.") : root.model.hotKeyConflict
+            footnoteColor: root.model.hotKeyConflict ? Appearance.colors.red : Appearance.colors.secondaryLabel
 
-            HotKeyRecorder {
-                name: qsTr("Shortcut")
-                note: root.model.hotKeyConflict
-                recorder: root.model.recorder
+            Row {
+                spacing: 10
+
+                HotKeyRecorder {
+                    visible: !root.model.desktopKeys
+                    name: qsTr("Shortcut")
+                    note: root.model.hotKeyConflict
+                    recorder: root.model.recorder
+                }
+                KeyCaps {
+                    visible: root.model.desktopKeys
+                    anchors.verticalCenter: parent.verticalCenter
+                    keys: root.model.desktopKeys ? [root.model.desktopKeys] : []
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: root.model.desktopKeys
+                }
+                KeloButton {
+                    visible: root.model.canConfigureHotKey
+                    text: qsTr("Change…")
+                    Accessible.description: root.model.desktopKeys
+                    onClicked: root.model.configureHotKey()
+                }
             }
+        }
+        // Where programs can have no shortcut: what the user can do instead.
+        FormRow {
+            visible: root.model.binding
+            hasSeparator: false
+            title: qsTr("Join the next meeting with a shortcut")
+            footnote: root.model.hotKeyText
+
+            KeloButton {
+                property bool hasCopied: false
+
+                text: hasCopied ? qsTr("Copied") : qsTr("Copy")
+                Accessible.description: root.model.hotKeyText + " " + root.model.binding
+                onClicked: {
+                    root.model.copyBinding()
+                    hasCopied = true
+                }
+            }
+        }
+        Label {
+            visible: root.model.binding
+            anchors { left: parent.left; right: parent.right; margins: 12 }
+            bottomPadding: 12
+            text: root.model.binding
+            size: 12
+            font.family: "monospace"
+            wrapMode: Text.WrapAnywhere
         }
     }
 }

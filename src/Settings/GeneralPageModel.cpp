@@ -1,5 +1,6 @@
 #include "Settings/GeneralPageModel.h"
 
+#include "KeloHotkey/HotKeyService.h"
 #include "Preferences/Preferences.h"
 
 #include <QCoreApplication>
@@ -58,8 +59,10 @@ template<typename List, typename Value> QStringList texts(const List &choices, Q
 } // namespace
 
 GeneralPageModel::GeneralPageModel(Preferences &prefs, kelo::HotKeyService &service,
-                                   std::function<bool(const kelo::HotKeyCombo &)> registerHotKey)
-    : m_prefs(prefs), m_registerHotKey(std::move(registerHotKey)), m_useHotKey(prefs.joinHotKey()),
+                                   std::function<bool(const kelo::HotKeyCombo &)> registerHotKey,
+                                   std::function<void(const QString &)> copy)
+    : m_prefs(prefs), m_service(service), m_registerHotKey(std::move(registerHotKey)),
+      m_copy(std::move(copy)), m_useHotKey(prefs.joinHotKey()),
       m_recorder(service, prefs.joinHotKey().value_or(defaultCombo), defaultCombo)
 {
     connect(&m_prefs, &Preferences::leadMinutesChanged, this, &GeneralPageModel::leadMinutesChanged);
@@ -68,21 +71,28 @@ GeneralPageModel::GeneralPageModel(Preferences &prefs, kelo::HotKeyService &serv
     connect(&m_recorder, &kelo::HotKeyRecorder::comboChosen, this, &GeneralPageModel::chooseHotKey);
 }
 
+void GeneralPageModel::begin()
+{
+    // Who opens the page may be looking for what is wrong.
+    m_service.retry();
+    followHotKey();
+}
+
 void GeneralPageModel::followHotKey()
 {
     const auto combo = m_prefs.joinHotKey();
     if (combo)
         m_recorder.setCombo(*combo);
-    setHotKeyState(combo.has_value());
+    showHotKey(combo.has_value());
 }
 
-void GeneralPageModel::setHotKeyState(bool use, const QString &conflict)
+void GeneralPageModel::showHotKey(bool use, const QString &conflict)
 {
     if (use == m_useHotKey && conflict == m_hotKeyConflict)
         return;
     m_useHotKey = use;
     m_hotKeyConflict = conflict;
-    Q_EMIT useHotKeyChanged();
+    Q_EMIT hotKeyChanged();
 }
 
 QObject *GeneralPageModel::prefs() const
@@ -141,7 +151,7 @@ void GeneralPageModel::setUseHotKey(bool use)
 {
     if (use == m_useHotKey)
         return;
-    setHotKeyState(use);
+    showHotKey(use);
     if (use)
         chooseHotKey(m_recorder.combo());
     else
@@ -153,13 +163,74 @@ void GeneralPageModel::chooseHotKey(const kelo::HotKeyCombo &combo)
     if (m_registerHotKey && !m_registerHotKey(combo)) {
         const auto &inForce = m_prefs.joinHotKey();
         m_recorder.setCombo(inForce.value_or(combo));
-        setHotKeyState(
-            true,
-            GeneralPage::tr("%1 is already in use. Choose a different shortcut.").arg(combo.displayString()));
+        showHotKey(true,
+                   GeneralPage::tr("%1 is already in use. Choose a different shortcut.").arg(combo.text()));
         return;
     }
-    setHotKeyState(true);
+    showHotKey(true);
     m_prefs.setJoinHotKey(combo);
+}
+
+void GeneralPageModel::setHotKeyState(const kelo::HotKeyState &state)
+{
+    m_state = state;
+    Q_EMIT hotKeyChanged();
+}
+
+QString GeneralPageModel::hotKeyText() const
+{
+    using enum kelo::HotKeyState::Kind;
+    if (!binding().isEmpty()) {
+        const QString file = compositorBinding().file;
+        if (file.isEmpty())
+            return GeneralPage::tr("Bind this command to a key in the settings of your desktop:");
+        return GeneralPage::tr("Add this line to %1:").arg(file);
+    }
+    switch (m_state.kind) {
+    case off:
+    case impossible:
+        break;
+    case registered:
+        if (!m_state.keys.isEmpty())
+            break;
+        return GeneralPage::tr("Your desktop has set no keys for it. Choose them in its settings.");
+    case waiting:
+        return GeneralPage::tr("Waiting for your desktop, which may be asking you.");
+    case cancelled:
+        return GeneralPage::tr("You declined it. Switch it on to be asked again.");
+    case refused:
+        return GeneralPage::tr("Your desktop refused it. Switch it off and on to try again.");
+    case ended:
+        return GeneralPage::tr("Your desktop has ended it. Switch it off and on to try again.");
+    case taken:
+        return GeneralPage::tr("%1 is already in use. Choose a different shortcut.").arg(m_state.keys);
+    }
+    return GeneralPage::tr("Works from any app.");
+}
+
+bool GeneralPageModel::doesHotKeyFail() const
+{
+    using enum kelo::HotKeyState::Kind;
+    return m_state.kind == refused || m_state.kind == ended || m_state.kind == taken ||
+           (m_state.kind == registered && m_state.keys.isEmpty());
+}
+
+void GeneralPageModel::configureHotKey()
+{
+    m_service.configure();
+}
+
+kelo::CompositorBinding GeneralPageModel::compositorBinding() const
+{
+    return kelo::compositorBinding(m_recorder.combo(), QStringLiteral("mivora join"));
+}
+
+QString GeneralPageModel::binding() const
+{
+    using enum kelo::HotKeyState::Kind;
+    const auto possible = compositorBinding();
+    const bool hasNoKeys = m_state.kind == registered && m_state.keys.isEmpty();
+    return m_state.kind == impossible || (hasNoKeys && !possible.file.isEmpty()) ? possible.line : QString();
 }
 
 } // namespace mivora

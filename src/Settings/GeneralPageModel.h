@@ -1,6 +1,8 @@
 #pragma once
 
+#include "KeloHotkey/CompositorBinding.h"
 #include "KeloHotkey/HotKeyRecorder.h"
+#include "KeloHotkey/HotKeyState.h"
 
 #include <QObject>
 #include <QStringList>
@@ -23,8 +25,13 @@ class GeneralPageModel final : public QObject
     Q_PROPERTY(QString leadMinutesText READ leadMinutesText NOTIFY leadMinutesChanged)
     Q_PROPERTY(QStringList panelCornerTexts READ panelCornerTexts CONSTANT)
     Q_PROPERTY(int panelCornerIndex READ panelCornerIndex WRITE setPanelCornerIndex NOTIFY panelCornerChanged)
-    Q_PROPERTY(bool useHotKey READ useHotKey WRITE setUseHotKey NOTIFY useHotKeyChanged)
-    Q_PROPERTY(QString hotKeyConflict READ hotKeyConflict NOTIFY useHotKeyChanged)
+    Q_PROPERTY(bool useHotKey READ useHotKey WRITE setUseHotKey NOTIFY hotKeyChanged)
+    Q_PROPERTY(QString hotKeyText READ hotKeyText NOTIFY hotKeyChanged)
+    Q_PROPERTY(bool doesHotKeyFail READ doesHotKeyFail NOTIFY hotKeyChanged)
+    Q_PROPERTY(QString hotKeyConflict READ hotKeyConflict NOTIFY hotKeyChanged)
+    Q_PROPERTY(QString desktopKeys READ desktopKeys NOTIFY hotKeyChanged)
+    Q_PROPERTY(bool canConfigureHotKey READ canConfigureHotKey NOTIFY hotKeyChanged)
+    Q_PROPERTY(QString binding READ binding NOTIFY hotKeyChanged)
     Q_PROPERTY(QObject *recorder READ recorder CONSTANT)
 
 public:
@@ -33,10 +40,11 @@ public:
 
     /// The preferences outlive the model. `registerHotKey` may be empty: then every combination is free.
     GeneralPageModel(Preferences &prefs, kelo::HotKeyService &service,
-                     std::function<bool(const kelo::HotKeyCombo &)> registerHotKey);
+                     std::function<bool(const kelo::HotKeyCombo &)> registerHotKey,
+                     std::function<void(const QString &)> copy);
 
     /// To be called when the page is built: what was refused on it before is forgotten.
-    Q_INVOKABLE void begin() { followHotKey(); }
+    Q_INVOKABLE void begin();
 
     QObject *prefs() const;
 
@@ -58,24 +66,49 @@ public:
 
     void setUseHotKey(bool use);
 
+    /// How it stands with the shortcut that is set.
+    void setHotKeyState(const kelo::HotKeyState &state);
+
+    /// That in words, and whether they tell of a shortcut that is wanted and doesn't work.
+    QString hotKeyText() const;
+    bool doesHotKeyFail() const;
+
     /// What to tell of a combination that the user chose and that is in use; empty when there is none. Until
     /// another is chosen, the one before stays in force.
     const QString &hotKeyConflict() const { return m_hotKeyConflict; }
+
+    /// The keys that the desktop has set, whatever was recorded; empty where the recorded ones count.
+    QString desktopKeys() const { return m_state.areKeysOfDesktop ? m_state.keys : QString(); }
+
+    bool canConfigureHotKey() const { return m_state.isConfigurable; }
+
+    /// Opens the desktop's own dialog for the keys.
+    Q_INVOKABLE void configureHotKey();
+
+    /// The line of the compositor's configuration that does what the shortcut would, where only that gives it
+    /// keys; else empty. hotKeyText() tells where it goes.
+    QString binding() const;
+
+    Q_INVOKABLE void copyBinding() { m_copy(binding()); }
 
     kelo::HotKeyRecorder *recorder() { return &m_recorder; }
 
 Q_SIGNALS:
     void leadMinutesChanged();
     void panelCornerChanged();
-    void useHotKeyChanged();
+    void hotKeyChanged();
 
 private:
     void followHotKey();
     void chooseHotKey(const kelo::HotKeyCombo &combo);
-    void setHotKeyState(bool use, const QString &conflict = {});
+    void showHotKey(bool use, const QString &conflict = {});
+    kelo::CompositorBinding compositorBinding() const;
 
     Preferences &m_prefs;
+    kelo::HotKeyService &m_service;
     std::function<bool(const kelo::HotKeyCombo &)> m_registerHotKey;
+    std::function<void(const QString &)> m_copy;
+    kelo::HotKeyState m_state;
     bool m_useHotKey = false;
     QString m_hotKeyConflict;
     kelo::HotKeyRecorder m_recorder;

@@ -19,7 +19,7 @@ constexpr Qt::WindowFlags windowFlags = Qt::Window | Qt::CustomizeWindowHint | Q
 SettingsWindowController::SettingsWindowController(Preferences &prefs, const EventSource &source,
                                                    kelo::HotKeyService &service, kelo::ViewLoader &views,
                                                    const SettingsActions &actions)
-    : m_general(prefs, service, actions.registerHotKey),
+    : m_general(prefs, service, actions.registerHotKey, actions.copy),
       m_calendars(prefs, source, actions.openSystemSettings),
       m_window(views,
                {.module = QStringLiteral("SettingsViews"),

@@ -17,6 +17,8 @@ struct SettingsActions
     std::function<bool(const kelo::HotKeyCombo &)> registerHotKey;
     /// Shows what the link leads to in the settings of the desktop.
     std::function<void(const QString &deepLink)> openSystemSettings;
+    /// Puts the text on the clipboard.
+    std::function<void(const QString &text)> copy;
 };
 
 /// The settings window, and what its pages show. A window that stays closed for long gives its memory back;
@@ -33,6 +35,9 @@ public:
     /// Brings the window to the front, on the page that is given or else on the one shown last. False when
     /// the window can't be made.
     bool show(std::optional<SettingsPage> page = {});
+
+    /// How it stands with the shortcut. To be called when the controller is made, and when that changes.
+    void setHotKeyState(const kelo::HotKeyState &state) { m_general.setHotKeyState(state); }
 
     /// To be called when the source's calendars or its permission changed.
     void calendarsChanged();

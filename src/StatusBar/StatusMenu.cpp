@@ -84,8 +84,10 @@ void fillStatusMenu(kelo::Menu &menu, const MenuContents &contents, const MenuAc
     menu.addSeparator();
     // The blanks part the shortcut from the text: a global shortcut is no key equivalent of the menu.
     if (contents.joinHotKey)
-        menu.addItem(StatusMenu::tr("Join Next Meeting") + QStringLiteral("   ") + *contents.joinHotKey, {},
-                     actions.joinNext);
+        menu.addItem(
+            QString(StatusMenu::tr("Join Next Meeting") + QStringLiteral("   ") + *contents.joinHotKey)
+                .trimmed(),
+            {}, actions.joinNext);
     menu.addItem(StatusMenu::tr("Settings…"), QStringLiteral(","), actions.openSettings);
     if (contents.canCheckForUpdates)
         menu.addItem(StatusMenu::tr("Check for Updates…"), {}, actions.checkForUpdates);

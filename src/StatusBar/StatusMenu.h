@@ -22,7 +22,8 @@ struct MenuContents
     /// All calendars of the source, and the ids of those that are switched off.
     std::vector<CalendarInfo> calendars;
     std::set<std::string> disabledCalendarIDs;
-    /// The registered shortcut as it is shown; nothing when none is registered.
+    /// The keys of the registered shortcut as they are shown, empty when they aren't known; nothing when none
+    /// is registered.
     std::optional<QString> joinHotKey;
     bool canCheckForUpdates = false;
     /// How times of day are written.

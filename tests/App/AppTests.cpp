@@ -130,13 +130,7 @@ TEST_F(App, registersTheShortcutThatIsSet)
     prefs.setJoinHotKey(std::nullopt);
     EXPECT_TRUE(service.registered.empty());
 
-    service.isAvailable = false;
     prefs.setJoinHotKey(combo);
-    EXPECT_EQ(prefs.joinHotKey(), combo) << "where nothing can be registered, nothing is said of a conflict";
-    service.isAvailable = true;
-    Q_EMIT service.availabilityChanged();
-    EXPECT_EQ(registration.registeredCombo(), combo);
-
     EXPECT_TRUE(registration.tryToRegister(other));
     service.isTaken = true;
     EXPECT_FALSE(registration.tryToRegister(combo));
@@ -145,8 +139,41 @@ TEST_F(App, registersTheShortcutThatIsSet)
     EXPECT_EQ(service.registered.begin()->second, other) << "the working one stays";
     prefs.setJoinHotKey(std::nullopt);
     prefs.setJoinHotKey(other);
-    EXPECT_TRUE(service.registered.empty() && !prefs.joinHotKey() && !registration.registeredCombo());
-    EXPECT_EQ(conflicts, QStringList{other.displayString()});
+    EXPECT_TRUE(service.registered.empty() && !prefs.joinHotKey());
+    EXPECT_EQ(registration.state().kind, kelo::HotKeyState::Kind::taken) << "why it is off";
+    EXPECT_EQ(conflicts, QStringList{other.text()});
+}
+
+TEST_F(App, keepsAShortcutThatTheDesktopMayYetGiveAndDropsOneThatItWont)
+{
+    using enum kelo::HotKeyState::Kind;
+    kelo::FakeHotKeyService service;
+    HotKeyRegistration registration(service, prefs, [] {});
+    const kelo::HotKeyState inUse{taken, QStringLiteral("keys")};
+    const kelo::HotKeyState bound{registered, QStringLiteral("other keys")};
+
+    const std::pair<std::vector<kelo::HotKeyState>, bool> rows[] = {
+        {{{waiting}, bound, {ended}, {waiting}}, true},
+        {{{waiting}, {refused}}, true},
+        {{{impossible}}, true},
+        {{bound, inUse, inUse, bound}, true},
+        {{{waiting}, inUse}, false},
+        {{{waiting}, {cancelled}}, false},
+    };
+    for (const auto &[told, remains] : rows) {
+        service.answer = told[0];
+        prefs.setJoinHotKey(kelo::HotKeyCombo::defaultCombo);
+        for (const kelo::HotKeyState &state : told) {
+            service.tell(state);
+            QCoreApplication::processEvents();
+            EXPECT_EQ(registration.state(), state);
+        }
+        EXPECT_EQ(prefs.joinHotKey().has_value(), remains) << int(told.back().kind);
+        service.tell({off});
+        QCoreApplication::processEvents();
+        EXPECT_EQ(registration.state().kind, remains ? off : told.back().kind) << "the reason stays";
+        prefs.setJoinHotKey(std::nullopt);
+    }
 }
 
 TEST_F(App, tellsItsAgendaAsOneStableObject)

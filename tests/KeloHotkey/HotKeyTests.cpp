@@ -1,5 +1,6 @@
 #include "KeloHotkey/HotKey.h"
 
+#include "KeloHotkey/CompositorBinding.h"
 #include "KeloHotkey/HotKeyServices.h"
 #include "KeloHotkey/backends/LatinLayout.h"
 #include "support/FakeHotKeyService.h"
@@ -32,6 +33,42 @@ TEST(HotKeyCombo, isShownInTheFixedOrderOfModifiers)
     EXPECT_EQ((HotKeyCombo{49, optionKey | controlKey}).displayString(), QStringLiteral("⌃⌥Space"));
     EXPECT_EQ((HotKeyCombo{105, 0x1b00}).keyCaps().join(QLatin1Char(' ')), QStringLiteral("⌃ ⌥ ⇧ ⌘ #105"));
     EXPECT_EQ((HotKeyCombo{65535, 0xe4ff}).displayString(), QStringLiteral("#65535"));
+}
+
+TEST(HotKeyCombo, isNamedAsTheDesktopDoes)
+{
+    for (const auto &[desktop, combo, text] : {
+             std::tuple("", HotKeyCombo{38, controlKey | optionKey}, "Ctrl+Alt+J"),
+             {"ubuntu:GNOME",
+              {115, controlKey | optionKey | shiftKey | commandKey},
+              "Shift+Ctrl+Alt+Super+Home"},
+             {"KDE", {123, controlKey | optionKey | shiftKey | commandKey}, "Meta+Ctrl+Alt+Shift+Left"},
+             {"sway", {83, commandKey}, "Super+Num 1"},
+             {"sway", {105, commandKey}, "Super+F13"},
+         }) {
+        qputenv("XDG_CURRENT_DESKTOP", desktop);
+        EXPECT_EQ(combo.text().toStdString(), text);
+    }
+    qunsetenv("XDG_CURRENT_DESKTOP");
+}
+
+TEST(CompositorBinding, isALineOfItsConfiguration)
+{
+    for (const auto &[desktop, line] : {
+             std::pair("sway", "bindsym Mod4+Shift+j exec mivora join"),
+             {"Hyprland", "bind = SUPER SHIFT, j, exec, mivora join"},
+             {"niri", "Super+Shift+j { spawn \"mivora\" \"join\"; }"},
+             {"labwc:wlroots",
+              "<keybind key=\"W-S-j\"><action name=\"Execute\" command=\"mivora join\"/></keybind>"},
+             {"river", "riverctl map normal Super+Shift j spawn 'mivora join'"},
+             {"weston", "mivora join"},
+         }) {
+        qputenv("XDG_CURRENT_DESKTOP", desktop);
+        EXPECT_EQ(
+            compositorBinding({38, commandKey | shiftKey}, QStringLiteral("mivora join")).line.toStdString(),
+            line);
+    }
+    qunsetenv("XDG_CURRENT_DESKTOP");
 }
 
 TEST(HotKeyServices, areChosenByTheSession)

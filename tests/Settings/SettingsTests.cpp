@@ -25,6 +25,7 @@ const QString lengthStepper = QStringLiteral("Title length");
 const QString shortcutToggle = QStringLiteral("Join the next meeting with a shortcut");
 const QString recorder = QStringLiteral("Shortcut");
 const QString accessButton = QStringLiteral("Open System Settings…");
+constexpr const char *recorded = "Ctrl+Space";
 constexpr kelo::HotKeyCombo controlSpace{49, kelo::controlKey};
 
 /// "ACCOUNT TITLE COLOUR" of each row, with a line where an account begins and where it ends.
@@ -157,7 +158,7 @@ TEST_F(SettingsTest, picksFromListsWhatThereIs)
     ASSERT_TRUE(view.click(QAccessible::ListItem, QStringLiteral("Bottom left")));
     EXPECT_EQ(prefs.panelCorner(), PanelCorner::bottomLeft);
 
-    GeneralPageModel page(prefs, service, {});
+    GeneralPageModel page(prefs, service, {}, {});
     prefs.setLeadMinutes(7);
     EXPECT_EQ(page.leadMinutesIndex(), -1);
     page.setLeadMinutesIndex(-1);
@@ -188,11 +189,11 @@ TEST_F(SettingsTest, isOperatedByTheKeyboardAlone)
     EXPECT_FALSE(service.isSuspended) << "the release doesn't begin anew";
 
     view.type(Qt::Key_Tab);
-    EXPECT_EQ(view.focused(), QStringLiteral("Reset to ⇧⌘J"));
+    EXPECT_EQ(view.focused(), QStringLiteral("Reset to Shift+Super+J"));
     isFree = false;
     view.type(Qt::Key_Space);
     EXPECT_EQ(view.find(QAccessible::PushButton, recorder)->text(QAccessible::Description),
-              QStringLiteral("⌃Space. ⇧⌘J is already in use. Choose a different shortcut."));
+              QStringLiteral("Ctrl+Space. Shift+Super+J is already in use. Choose a different shortcut."));
     EXPECT_EQ(prefs.joinHotKey(), controlSpace) << "it stays in force";
     EXPECT_EQ(view.focused(), recorder) << "the button that had the keyboard may be gone";
     isFree = true;
@@ -200,11 +201,57 @@ TEST_F(SettingsTest, isOperatedByTheKeyboardAlone)
     view.type(Qt::Key_Space);
     EXPECT_EQ(prefs.joinHotKey(), GeneralPageModel::defaultCombo);
     EXPECT_EQ(view.find(QAccessible::PushButton, recorder)->text(QAccessible::Description),
-              QStringLiteral("⇧⌘J"));
+              QStringLiteral("Shift+Super+J"));
     view.type(Qt::Key_Space);
     EXPECT_TRUE(service.isSuspended);
     controller.show(calendars);
     EXPECT_FALSE(service.isSuspended) << "the recorder has left the screen";
+}
+
+TEST_F(SettingsTest, tellsHowItStandsWithTheShortcut)
+{
+    using enum kelo::HotKeyState::Kind;
+    const QString keys = QStringLiteral("Ctrl+Alt+Q");
+
+    const struct
+    {
+        kelo::HotKeyState state;
+        const char *said;
+        const char *shown;
+    } rows[] = {
+        {{off}, "Works from any app.", recorded},
+        {{registered, keys}, "Works from any app.", recorded},
+        {{registered, keys, true}, "Works from any app.", "Ctrl+Alt+Q"},
+        {{registered, keys, true, true}, "Works from any app.", "Ctrl+Alt+Q, Change…"},
+        {{registered, {}, true}, "Your desktop has set no keys", recorded},
+        {{waiting}, "Waiting for your desktop", recorded},
+        {{cancelled}, "You declined it.", recorded},
+        {{refused}, "Your desktop refused it.", recorded},
+        {{ended}, "Your desktop has ended it.", recorded},
+        {{taken, keys}, "Ctrl+Alt+Q is already in use.", recorded},
+        {{impossible}, "", "Bind this command to a key in the settings of your desktop: mivora join"},
+    };
+
+    prefs.setJoinHotKey(controlSpace);
+    const AccessibleView view = open(general);
+    for (const auto &row : rows) {
+        controller.setHotKeyState(row.state);
+        const auto toggle = view.find(QAccessible::CheckBox, shortcutToggle);
+        EXPECT_EQ(bool(toggle), *row.said != 0);
+        const QString said = toggle ? toggle->text(QAccessible::Description) : QLatin1String("");
+        EXPECT_TRUE(said.startsWith(QLatin1String(row.said))) << row.said;
+        QStringList shown;
+        if (view.find(QAccessible::StaticText, keys))
+            shown.append(keys);
+        for (const QString &name : {recorder, QStringLiteral("Change…"), QStringLiteral("Copy")}) {
+            const auto button = view.find(QAccessible::PushButton, name);
+            if (button)
+                shown.append(name == u"Change…" ? name : button->text(QAccessible::Description));
+        }
+        EXPECT_EQ(shown.join(QLatin1String(", ")).toStdString(), row.shown) << row.said;
+    }
+    ASSERT_TRUE(view.click(QAccessible::PushButton, QStringLiteral("Copy")));
+    EXPECT_EQ(copied, QStringLiteral("mivora join"));
 }
 
 TEST_F(SettingsTest, switchesTheCalendarsThatItMaySee)

@@ -24,12 +24,14 @@ struct SettingsUnderTest
     Views release;
     bool isFree = true;
     QStringList opened;
-    SettingsWindowController controller{
-        prefs,
-        source,
-        service,
-        sharedViews(),
-        {[this](const auto &) { return isFree; }, [this](const QString &link) { opened.append(link); }}};
+    QString copied;
+    SettingsWindowController controller{prefs,
+                                        source,
+                                        service,
+                                        sharedViews(),
+                                        {[this](const auto &) { return isFree; },
+                                         [this](const QString &link) { opened.append(link); },
+                                         [this](const QString &text) { copied = text; }}};
 };
 
 } // namespace mivora

@@ -10,8 +10,6 @@ namespace kelo {
 class FakeHotKeyService final : public HotKeyService
 {
 public:
-    bool canRegister() const override { return isAvailable; }
-
     bool registerHotKey(const HotKeyCombo &combo, std::uint32_t id) override
     {
         if (!isTaken)
@@ -20,6 +18,20 @@ public:
     }
 
     void unregisterHotKey(std::uint32_t id) override { registered.erase(id); }
+
+    HotKeyState state() const override
+    {
+        if (answer || registered.empty())
+            return answer.value_or(HotKeyState());
+        return {HotKeyState::Kind::registered, registered.rbegin()->second.text()};
+    }
+
+    /// The desktop says how it stands.
+    void tell(const HotKeyState &state)
+    {
+        answer = state;
+        Q_EMIT stateChanged();
+    }
 
     void suspend() override { isSuspended = true; }
 
@@ -34,7 +46,7 @@ public:
         }
     }
 
-    bool isAvailable = true;
+    std::optional<HotKeyState> answer;
     bool isTaken = false;
     std::map<std::uint32_t, HotKeyCombo> registered;
     bool isSuspended = false;

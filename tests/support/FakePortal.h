@@ -11,6 +11,27 @@
 
 namespace support {
 
+/// A shortcut as the portal tells of it.
+struct PortalBinding
+{
+    QString name;
+    QVariantMap properties;
+
+    friend QDBusArgument &operator<<(QDBusArgument &argument, const PortalBinding &binding)
+    {
+        argument.beginStructure();
+        argument << binding.name << binding.properties;
+        argument.endStructure();
+        return argument;
+    }
+
+    // The type can only be registered with both directions.
+    friend const QDBusArgument &operator>>(const QDBusArgument &argument, PortalBinding &)
+    {
+        return argument;
+    }
+};
+
 /// A desktop portal with settings, global shortcuts and the start at login, and a user who answers at once.
 class FakePortal final : public QDBusVirtualObject
 {
@@ -29,6 +50,8 @@ public:
         : m_bus(bus), m_shortcuts(shortcuts)
     {
         qDBusRegisterMetaType<QMap<QString, QVariantMap>>();
+        qDBusRegisterMetaType<PortalBinding>();
+        qDBusRegisterMetaType<QList<PortalBinding>>();
         m_bus.registerVirtualObject(mivora::portalPath, this, QDBusConnection::SubPath);
         m_bus.registerService(mivora::portalService);
     }
@@ -47,6 +70,23 @@ public:
                                                  QStringLiteral("Activated"));
         m_bus.send(signal << QVariant::fromValue(QDBusObjectPath(session)) << QString() << qulonglong{0}
                           << QVariantMap());
+    }
+
+    /// The desktop binds a session's shortcut to other keys.
+    void change(const QString &session, const QString &keys)
+    {
+        auto signal = QDBusMessage::createSignal(mivora::portalPath,
+                                                 QStringLiteral("org.freedesktop.portal.GlobalShortcuts"),
+                                                 QStringLiteral("ShortcutsChanged"));
+        m_bus.send(signal << QVariant::fromValue(QDBusObjectPath(session)) << boundTo(keys));
+    }
+
+    /// The desktop ends a session.
+    void close(const QString &session)
+    {
+        m_bus.send(QDBusMessage::createSignal(session, QStringLiteral("org.freedesktop.portal.Session"),
+                                              QStringLiteral("Closed"))
+                   << QVariantMap());
     }
 
     /// A setting of the group has changed.
@@ -74,6 +114,12 @@ public:
     /// All settings, by their groups.
     QMap<QString, QVariantMap> settings;
     std::vector<Bound> bound;
+    /// What the user answers to a new session and to a new shortcut, and the keys that the desktop binds it
+    /// to: none when it doesn't.
+    uint sessionResponse = 0;
+    uint shortcutsResponse = 0;
+    std::optional<QString> boundKeys = QString();
+    uint version = 1;
     QStringList closed;
     /// The options of each RequestBackground.
     std::vector<QVariantMap> backgroundRequests;
@@ -86,10 +132,10 @@ private:
         const QString method = message.member();
         const QVariantList arguments = message.arguments();
         if (method == QLatin1String("CreateSession"))
-            return respond(message, qdbus_cast<QVariantMap>(arguments.at(0)), 0);
+            return respond(message, qdbus_cast<QVariantMap>(arguments.at(0)), sessionResponse);
         if (method == QLatin1String("BindShortcuts")) {
             bind(arguments);
-            return respond(message, qdbus_cast<QVariantMap>(arguments.at(3)), 0);
+            return respond(message, qdbus_cast<QVariantMap>(arguments.at(3)), shortcutsResponse);
         }
         if (method == QLatin1String("RequestBackground")) {
             backgroundRequests.push_back(qdbus_cast<QVariantMap>(arguments.at(1)));
@@ -101,7 +147,7 @@ private:
             closed.append(message.path());
             return {};
         }
-        return {QVariant::fromValue(QDBusVariant(1u))};
+        return {QVariant::fromValue(QDBusVariant(version))};
     }
 
     void bind(const QVariantList &arguments)
@@ -130,11 +176,22 @@ private:
         auto signal = QDBusMessage::createTargetedSignal(message.service(), path,
                                                          QStringLiteral("org.freedesktop.portal.Request"),
                                                          QStringLiteral("Response"));
-        m_bus.send(
-            signal << response
-                   << QVariantMap{{QStringLiteral("session_handle"), pathOf("session", message, session)},
-                                  {autostart, options.value(autostart, false)}});
+        QVariantMap results{{autostart, options.value(autostart, false)}};
+        if (response == 0)
+            results.insert(QStringLiteral("session_handle"), pathOf("session", message, session));
+        if (message.member() == QLatin1String("BindShortcuts"))
+            results.insert(QStringLiteral("shortcuts"), boundTo(boundKeys));
+        m_bus.send(signal << response << results);
         return {QVariant::fromValue(QDBusObjectPath(path))};
+    }
+
+    /// The list of bound shortcuts, a(sa{sv}).
+    QVariant boundTo(const std::optional<QString> &keys) const
+    {
+        QList<PortalBinding> list;
+        if (keys && !bound.empty())
+            list.append({bound.back().name, {{QStringLiteral("trigger_description"), *keys}}});
+        return QVariant::fromValue(list);
     }
 
     static QString pathOf(const char *kind, const QDBusMessage &message, const QVariant &token)

@@ -2,12 +2,13 @@
 
 #include "KeloHotkey/KeyboardLayout.h"
 #include "KeloHotkey/VirtualKeys.h"
+#include "KeloHotkey/backends/GnomeKeybinding.h"
 
 #include <QDBusArgument>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
-#include <QLoggingCategory>
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 namespace kelo {
@@ -16,14 +17,14 @@ using mivora::portalPath;
 using mivora::PortalPeer;
 using mivora::PortalRequest;
 using mivora::portalService;
+using enum HotKeyState::Kind;
 
 namespace {
 
-Q_LOGGING_CATEGORY(hotKeyLog, "kelo.hotkey")
-
 const QString shortcutsInterface = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
+const QString sessionInterface = QStringLiteral("org.freedesktop.portal.Session");
 
-/// An element of the list of shortcuts that BindShortcuts takes, a(sa{sv}).
+/// An element of the lists of shortcuts that the portal takes and gives, a(sa{sv}).
 struct PortalShortcutEntry
 {
     QString name;
@@ -38,7 +39,6 @@ QDBusArgument &operator<<(QDBusArgument &argument, const PortalShortcutEntry &en
     return argument;
 }
 
-// The type can only be registered with both directions.
 const QDBusArgument &operator>>(const QDBusArgument &argument, PortalShortcutEntry &entry)
 {
     argument.beginStructure();
@@ -53,13 +53,6 @@ QString sessionPath(const QVariant &handle)
     if (handle.metaType() == QMetaType::fromType<QDBusObjectPath>())
         return handle.value<QDBusObjectPath>().path();
     return handle.toString();
-}
-
-// Desktops remember the keys of a shortcut by its name and then ignore the wanted ones. With the combination
-// in the name, another combination is another shortcut.
-QString shortcutName(const HotKeyPurpose &purpose, const HotKeyCombo &combo)
-{
-    return QStringLiteral("%1-%2-%3").arg(purpose.name).arg(combo.keyCode).arg(combo.modifiers);
 }
 
 // The combination as the freedesktop "shortcuts" text: "SHIFT+LOGO+v". The key is named by what it types on
@@ -82,53 +75,60 @@ QString portalTrigger(const HotKeyCombo &combo)
     return (parts << key).join(QLatin1Char('+'));
 }
 
+HotKeyState stateAfter(uint answer)
+{
+    return {answer == PortalRequest::cancelled ? cancelled : refused};
+}
+
 } // namespace
 
-/// One combination bound at the portal, in a session of its own: a session can be given shortcuts only once.
+/// A shortcut bound at the portal, in a session of its own: a session can be given shortcuts only once.
 class PortalShortcut final : public QObject
 {
 public:
-    PortalShortcut(const HotKeyCombo &combo, const HotKeyPurpose &purpose)
-        : m_combo(combo), m_purpose(purpose)
+    using Listener = std::function<void(const HotKeyState &)>;
+
+    /// `changed` is told how it stands, whenever that changes.
+    PortalShortcut(PortalPeer peer, HotKeyPurpose purpose, Listener changed)
+        : m_peer(std::move(peer)), m_purpose(std::move(purpose)), m_changed(std::move(changed))
     {
     }
-
-    const HotKeyCombo &combo() const { return m_combo; }
 
     /// Empty while there is no session.
     const QString &session() const { return m_session; }
 
-    /// Creates a session and binds the combination in it. The user may be asked. A former session is
-    /// forgotten.
-    void bind(const PortalPeer &peer);
+    /// Creates the session and binds the shortcut in it, if possible to the combination. The user may be
+    /// asked.
+    void bind(const HotKeyCombo &combo);
+
+    /// Takes in what the desktop has bound. It decides, not whether the answer was a yes: GNOME 48 gives the
+    /// shortcuts that the user has just added along with a refusal.
+    void adopt(const QVariant &shortcuts, const HotKeyState &otherwise);
 
     /// Ends the session. One that is just being created is ended when it is there.
     static void release(std::unique_ptr<PortalShortcut> shortcut);
 
 private:
-    void sessionCreated(const QVariantMap &results);
-    void bindShortcut();
+    void sessionCreated(uint answer, const QVariantMap &results, const QString &trigger);
     void closeSession();
 
-    HotKeyCombo m_combo;
+    PortalPeer m_peer;
     HotKeyPurpose m_purpose;
-    std::optional<PortalPeer> m_peer;
+    Listener m_changed;
     QString m_session;
     /// The session is being created: until it is there it can't be closed.
     bool m_isCreating = false;
-    bool m_isReleased = false;
 };
 
-void PortalShortcut::bind(const PortalPeer &peer)
+void PortalShortcut::bind(const HotKeyCombo &combo)
 {
-    qDeleteAll(findChildren<PortalRequest *>());
-    m_peer = peer;
-    m_session.clear();
     m_isCreating = true;
-    auto *request = new PortalRequest(peer, this);
-    connect(request, &PortalRequest::succeeded, this, &PortalShortcut::sessionCreated);
-    connect(request, &PortalRequest::failed, this, [this] { sessionCreated({}); });
-    QDBusMessage call = peer.call(portalPath, shortcutsInterface, QStringLiteral("CreateSession"));
+    auto *request = new PortalRequest(m_peer, this);
+    connect(request, &PortalRequest::answered, this,
+            [this, trigger = portalTrigger(combo)](uint answer, const QVariantMap &results) {
+                sessionCreated(answer, results, trigger);
+            });
+    QDBusMessage call = m_peer.call(portalPath, shortcutsInterface, QStringLiteral("CreateSession"));
     call << QVariantMap{{QStringLiteral("handle_token"), request->token()},
                         {QStringLiteral("session_handle_token"), PortalRequest::newToken()}};
     request->send(call);
@@ -136,43 +136,62 @@ void PortalShortcut::bind(const PortalPeer &peer)
 
 void PortalShortcut::release(std::unique_ptr<PortalShortcut> shortcut)
 {
+    if (!shortcut)
+        return;
+    shortcut->m_changed = nullptr;
     if (!shortcut->m_isCreating)
         return shortcut->closeSession();
-    shortcut->m_isReleased = true;
     // It ends itself when its session is there.
     static_cast<void>(shortcut.release());
 }
 
-void PortalShortcut::sessionCreated(const QVariantMap &results)
+void PortalShortcut::sessionCreated(uint answer, const QVariantMap &results, const QString &trigger)
 {
     m_isCreating = false;
     m_session = sessionPath(results.value(QStringLiteral("session_handle")));
-    if (m_isReleased) {
+    if (!m_changed) {
         closeSession();
-        deleteLater();
-    } else if (!m_session.isEmpty()) {
-        bindShortcut();
+        return deleteLater();
     }
+    if (m_session.isEmpty())
+        return m_changed(stateAfter(answer));
+
+    QVariantMap properties{{QStringLiteral("description"), m_purpose.description}};
+    if (!trigger.isEmpty())
+        properties.insert(QStringLiteral("preferred_trigger"), trigger);
+    auto *request = new PortalRequest(m_peer, this);
+    connect(request, &PortalRequest::answered, this, [this](uint code, const QVariantMap &bound) {
+        const auto shortcuts = bound.value(QStringLiteral("shortcuts"));
+        const bool isPlainYes = code == PortalRequest::done && !shortcuts.isValid();
+        adopt(shortcuts,
+              isPlainYes ? HotKeyState{.kind = registered, .areKeysOfDesktop = true} : stateAfter(code));
+    });
+    QDBusMessage call = m_peer.call(portalPath, shortcutsInterface, QStringLiteral("BindShortcuts"));
+    call << QVariant::fromValue(QDBusObjectPath(m_session))
+         << QVariant::fromValue(QList<PortalShortcutEntry>{{m_purpose.name, properties}}) << QString()
+         << QVariantMap{{QStringLiteral("handle_token"), request->token()}};
+    request->send(call);
 }
 
-// A refusal by the user is final and no conflict: the desktop's own settings are the place to change it.
-void PortalShortcut::bindShortcut()
+void PortalShortcut::adopt(const QVariant &shortcuts, const HotKeyState &otherwise)
 {
-    const QVariantMap properties{{QStringLiteral("description"), m_purpose.description},
-                                 {QStringLiteral("preferred_trigger"), portalTrigger(m_combo)}};
-    auto *request = new PortalRequest(*m_peer, this);
-    QDBusMessage call = m_peer->call(portalPath, shortcutsInterface, QStringLiteral("BindShortcuts"));
-    call << QVariant::fromValue(QDBusObjectPath(m_session))
-         << QVariant::fromValue(QList<PortalShortcutEntry>{{shortcutName(m_purpose, m_combo), properties}})
-         << QString() << QVariantMap{{QStringLiteral("handle_token"), request->token()}};
-    request->send(call);
+    const auto bound = qdbus_cast<QList<PortalShortcutEntry>>(shortcuts);
+    const auto ours = std::ranges::find(bound, m_purpose.name, &PortalShortcutEntry::name);
+    HotKeyState state = otherwise;
+    if (ours != bound.end())
+        state = {.kind = registered,
+                 .keys =
+                     ours->properties.value(QStringLiteral("trigger_description")).toString().simplified(),
+                 .areKeysOfDesktop = true};
+    state.isConfigurable = state.kind == registered && m_peer.version >= 2;
+    if (m_changed)
+        m_changed(state);
 }
 
 void PortalShortcut::closeSession()
 {
     if (!m_session.isEmpty())
-        m_peer->bus.send(m_peer->call(m_session, QStringLiteral("org.freedesktop.portal.Session"),
-                                      QStringLiteral("Close")));
+        m_peer.bus.send(m_peer.call(m_session, sessionInterface, QStringLiteral("Close")));
 }
 
 PortalService::PortalService(const HotKeyPurpose &purpose, const QDBusConnection &bus)
@@ -180,9 +199,19 @@ PortalService::PortalService(const HotKeyPurpose &purpose, const QDBusConnection
 {
     qDBusRegisterMetaType<PortalShortcutEntry>();
     qDBusRegisterMetaType<QList<PortalShortcutEntry>>();
-    // A portal that went away is started again by the next call; its shortcuts are back when it is.
+    m_bus.connect(portalService, portalPath, shortcutsInterface, QStringLiteral("Activated"), this,
+                  SLOT(onActivated(QDBusMessage)));
+    m_bus.connect(portalService, portalPath, shortcutsInterface, QStringLiteral("ShortcutsChanged"), this,
+                  SLOT(onShortcutsChanged(QDBusMessage)));
+    m_bus.connect(portalService, {}, sessionInterface, QStringLiteral("Closed"), this,
+                  SLOT(onSessionClosed(QDBusMessage)));
     connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString &, const QString &, const QString &owner) {
+                // Sessions end with the portal that they were in. It may be started again at any time.
+                m_shortcut.reset();
+                if (m_peer)
+                    setState({m_combo ? ended : off});
+                m_peer.reset();
                 if (owner.isEmpty())
                     return;
                 mivora::introduceToPortal(m_bus);
@@ -193,68 +222,140 @@ PortalService::PortalService(const HotKeyPurpose &purpose, const QDBusConnection
 
 PortalService::~PortalService()
 {
-    for (auto &[id, shortcut] : m_shortcuts)
-        PortalShortcut::release(std::move(shortcut));
+    PortalShortcut::release(std::move(m_shortcut));
 }
 
 void PortalService::probe()
 {
-    mivora::findPortal(m_bus, shortcutsInterface, this, [this](const std::optional<PortalPeer> &peer) {
-        setPeer(peer);
-        if (!peer && !std::exchange(m_hasAdvised, true))
-            qCInfo(hotKeyLog,
-                   "This session has no global shortcuts for applications. Bind \"%s\" to a key in the "
-                   "compositor.",
-                   qUtf8Printable(m_purpose.command));
-    });
+    mivora::findPortal(m_bus, shortcutsInterface, this,
+                       [this](const std::optional<PortalPeer> &peer) { setPeer(peer); });
 }
 
-void PortalService::setPeer(std::optional<PortalPeer> peer)
+void PortalService::setPeer(const std::optional<PortalPeer> &peer)
 {
-    const QString formerName = m_peer ? m_peer->name : QString();
-    const QString name = peer ? peer->name : QString();
-    if (name == formerName)
+    // It may have been asked twice.
+    if (peer ? m_peer.has_value() : bool(m_instead))
         return;
-    m_peer = std::move(peer);
-    if (m_peer) {
-        m_bus.connect(name, portalPath, shortcutsInterface, QStringLiteral("Activated"), this,
-                      SLOT(onActivated(QDBusMessage)));
-        // Sessions end with the portal that they were in.
-        for (const auto &[id, shortcut] : m_shortcuts)
-            shortcut->bind(*m_peer);
+    m_peer = peer;
+    m_instead = m_peer ? nullptr : GnomeKeybinding::create(m_purpose);
+    if (m_instead) {
+        connect(m_instead.get(), &HotKeyService::pressed, this, &HotKeyService::pressed);
+        connect(m_instead.get(), &HotKeyService::stateChanged, this, &HotKeyService::stateChanged);
     }
-    if (name.isEmpty() != formerName.isEmpty())
-        Q_EMIT availabilityChanged();
+    setState({m_peer || m_instead ? off : impossible});
+    if (m_combo)
+        bind();
+    else if (m_instead)
+        GnomeKeybinding::forget(m_purpose); // The setting was changed while the program didn't run.
+}
+
+void PortalService::setState(const HotKeyState &state)
+{
+    m_state = state;
+    Q_EMIT stateChanged();
+}
+
+HotKeyState PortalService::state() const
+{
+    return m_instead && m_state.kind == off ? m_instead->state() : m_state;
 }
 
 bool PortalService::registerHotKey(const HotKeyCombo &combo, std::uint32_t id)
 {
-    const bool isTaken = std::ranges::any_of(
-        m_shortcuts, [&](const auto &registered) { return registered.second->combo() == combo; });
-    if (!m_peer || isTaken || !xKeyCode(combo.keyCode))
+    if (m_combo == combo || !xKeyCode(combo.keyCode))
         return false;
-    const auto added = m_shortcuts.emplace(id, std::make_unique<PortalShortcut>(combo, m_purpose)).first;
-    added->second->bind(*m_peer);
+    if (m_instead && !m_instead->registerHotKey(combo, id))
+        return false;
+    m_combo = combo;
+    m_id = id;
+    if (m_instead)
+        return true;
+    // A portal that has ended is started by being looked for.
+    if (!m_peer)
+        probe();
+    bind();
     return true;
+}
+
+// A refusal by the user is final and no conflict: the desktop's own settings are the place to change it.
+void PortalService::bind()
+{
+    PortalShortcut::release(std::move(m_shortcut));
+    if (m_instead)
+        return setState({m_instead->registerHotKey(*m_combo, m_id) ? off : taken, m_combo->text()});
+    if (m_state.kind == impossible)
+        return;
+    setState({waiting});
+    // Goes on when the portal is found.
+    if (!m_peer)
+        return;
+    // That of a former version of the desktop would have the same keys.
+    GnomeKeybinding::forget(m_purpose);
+    m_shortcut = std::make_unique<PortalShortcut>(*m_peer, m_purpose,
+                                                  [this](const HotKeyState &state) { setState(state); });
+    m_shortcut->bind(*m_combo);
 }
 
 void PortalService::unregisterHotKey(std::uint32_t id)
 {
-    const auto found = m_shortcuts.find(id);
-    if (found == m_shortcuts.end())
+    if (!m_combo || id != m_id)
         return;
-    PortalShortcut::release(std::move(found->second));
-    m_shortcuts.erase(found);
+    m_combo.reset();
+    if (m_instead)
+        m_instead->unregisterHotKey(id);
+    PortalShortcut::release(std::move(m_shortcut));
+    if (m_state.kind != impossible)
+        setState({off});
 }
 
-// Takes the message as it is: Qt refuses to connect slots with D-Bus types that nothing has used before.
+void PortalService::suspend()
+{
+    m_isSuspended = true;
+    if (m_instead)
+        m_instead->suspend();
+}
+
+void PortalService::resume()
+{
+    m_isSuspended = false;
+    if (m_instead)
+        m_instead->resume();
+}
+
+void PortalService::configure()
+{
+    if (!m_state.isConfigurable)
+        return;
+    QDBusMessage call = m_peer->call(portalPath, shortcutsInterface, QStringLiteral("ConfigureShortcuts"));
+    m_bus.send(call << QVariant::fromValue(QDBusObjectPath(m_shortcut->session())) << QString()
+                    << QVariantMap());
+}
+
+bool PortalService::isOurs(const QString &session) const
+{
+    return m_shortcut && !session.isEmpty() && m_shortcut->session() == session;
+}
+
+// These take the messages as they are: Qt refuses to connect slots with D-Bus types that nothing has used
+// before.
 void PortalService::onActivated(const QDBusMessage &message)
 {
-    const QString session = message.arguments().value(0).value<QDBusObjectPath>().path();
-    const auto found = std::ranges::find_if(
-        m_shortcuts, [&](const auto &registered) { return registered.second->session() == session; });
-    if (found != m_shortcuts.end() && !m_isSuspended)
-        Q_EMIT pressed(found->first);
+    if (isOurs(message.arguments().value(0).value<QDBusObjectPath>().path()) && !m_isSuspended)
+        Q_EMIT pressed(m_id);
+}
+
+void PortalService::onShortcutsChanged(const QDBusMessage &message)
+{
+    if (isOurs(message.arguments().value(0).value<QDBusObjectPath>().path()))
+        m_shortcut->adopt(message.arguments().value(1), {ended});
+}
+
+void PortalService::onSessionClosed(const QDBusMessage &message)
+{
+    if (!isOurs(message.path()))
+        return;
+    m_shortcut.reset();
+    setState({ended});
 }
 
 } // namespace kelo

@@ -79,6 +79,7 @@ bool X11GrabService::registerHotKey(const HotKeyCombo &combo, std::uint32_t id)
     m_registered.emplace(id, combo);
     if (m_isSuspended)
         ungrab(*wanted);
+    Q_EMIT stateChanged();
     return true;
 }
 
@@ -89,6 +90,8 @@ void X11GrabService::unregisterHotKey(std::uint32_t id)
         return;
     ungrab(*key(found->second));
     m_registered.erase(found);
+    m_lost.erase(id);
+    Q_EMIT stateChanged();
 }
 
 void X11GrabService::suspend()
@@ -103,6 +106,21 @@ void X11GrabService::resume()
         return;
     m_isSuspended = false;
     grabAll();
+}
+
+HotKeyState X11GrabService::state() const
+{
+    using enum HotKeyState::Kind;
+    if (m_registered.empty())
+        return {};
+    const auto &[id, combo] = *m_registered.rbegin();
+    return {m_lost.contains(id) ? taken : registered, combo.text()};
+}
+
+void X11GrabService::retry()
+{
+    if (!m_isSuspended && !m_lost.empty())
+        grabAll();
 }
 
 std::optional<X11GrabService::Key> X11GrabService::key(const HotKeyCombo &combo) const
@@ -150,8 +168,13 @@ void X11GrabService::ungrab(const Key &key)
 
 void X11GrabService::grabAll()
 {
-    for (const auto &[id, combo] : m_registered)
-        grab(*key(combo));
+    std::set<std::uint32_t> lost;
+    for (const auto &[id, combo] : m_registered) {
+        if (!grab(*key(combo)))
+            lost.insert(id);
+    }
+    if (std::exchange(m_lost, lost) != lost)
+        Q_EMIT stateChanged();
 }
 
 void X11GrabService::ungrabAll()
@@ -165,7 +188,7 @@ void X11GrabService::adoptModifiers()
 {
     const X11Modifiers modifiers = currentModifiers(m_x11);
     if (modifiers == m_modifiers)
-        return;
+        return retry();
     ungrabAll();
     m_modifiers = modifiers;
     if (!m_isSuspended)

@@ -7,6 +7,7 @@
 #include <QAbstractNativeEventFilter>
 #include <QTimer>
 #include <map>
+#include <set>
 #include <vector>
 
 namespace kelo {
@@ -34,12 +35,12 @@ public:
     X11GrabService();
     ~X11GrabService() override;
 
-    bool canRegister() const override { return true; }
-
     bool registerHotKey(const HotKeyCombo &combo, std::uint32_t id) override;
     void unregisterHotKey(std::uint32_t id) override;
     void suspend() override;
     void resume() override;
+    HotKeyState state() const override;
+    void retry() override;
 
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
 
@@ -69,6 +70,8 @@ private:
     /// Collects the burst of events that a change of the keymap is.
     QTimer m_keymapTimer;
     std::map<std::uint32_t, HotKeyCombo> m_registered;
+    /// What somebody else had when it was to be grabbed again.
+    std::set<std::uint32_t> m_lost;
     bool m_isSuspended = false;
     /// The grabbed key that is down, and when the last one went up: both tell repeats from presses.
     xcb_keycode_t m_held = 0;

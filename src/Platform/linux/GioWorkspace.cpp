@@ -1,31 +1,18 @@
 #include "Platform/linux/GioWorkspace.h"
 
+#include "Platform/linux/Gio.h"
+
 #include <QCoreApplication>
 #include <QFuture>
-#include <QLibrary>
 #include <QProcess>
 #include <QPromise>
 #include <algorithm>
 #include <array>
 #include <thread>
 
-// GIO uses "signals" as a name.
-#undef signals
-#include <gio/gio.h>
-
-/// The function of GIO or GObject that is declared with this name; it must not be linked then.
-#define KELO_GIO(function) reinterpret_cast<decltype(&(function))>(gioFunction(#function))
-
 namespace mivora {
 
 namespace {
-
-/// A function of GIO's library, which is loaded when it is first asked for: it brings seven others, and many
-/// days have no link to open. Null where there is none.
-QFunctionPointer gioFunction(const char *name)
-{
-    return QLibrary::resolve(QStringLiteral("gio-2.0"), 0, name);
-}
 
 /// The scheme of links into the system settings.
 constexpr QLatin1String systemSettingsScheme("x-apple.systempreferences");

@@ -28,10 +28,12 @@ std::optional<QString> PortalLoginItem::setEnabled(bool enabled)
 void PortalLoginItem::request(const PortalPeer &portal, bool enabled)
 {
     auto *request = new PortalRequest(portal, this);
-    connect(request, &PortalRequest::succeeded, this, [this, enabled](const QVariantMap &results) {
-        answered(results.value(QStringLiteral("autostart")).toBool() == enabled, enabled);
-    });
-    connect(request, &PortalRequest::failed, this, [this, enabled] { answered(false, enabled); });
+    connect(request, &PortalRequest::answered, this,
+            [this, enabled](uint answer, const QVariantMap &results) {
+                answered(answer == PortalRequest::done &&
+                             results.value(QStringLiteral("autostart")).toBool() == enabled,
+                         enabled);
+            });
     const QVariantMap options{
         {QStringLiteral("handle_token"), request->token()},
         {QStringLiteral("reason"), tr("Mivora counts down to your next meeting from the moment you log in.")},

@@ -30,12 +30,13 @@ void findPortal(const QDBusConnection &bus, const QString &interface, QObject *c
     auto version = QDBusMessage::createMethodCall(
         portalService, portalPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     version << interface << QStringLiteral("version");
-    const auto owned = [bus, found](const QDBusPendingReply<QString> &owner) {
-        found(owner.isError() ? std::nullopt : std::optional(PortalPeer{bus, owner.value()}));
-    };
     callBus<QDBusVariant>(bus, version, context, [=](const QDBusPendingReply<QDBusVariant> &answer) {
         if (answer.isError())
             return found(std::nullopt);
+        const uint number = answer.value().variant().toUInt();
+        const auto owned = [bus, found, number](const QDBusPendingReply<QString> &owner) {
+            found(owner.isError() ? std::nullopt : std::optional(PortalPeer{bus, owner.value(), number}));
+        };
         const QString daemon = QStringLiteral("org.freedesktop.DBus");
         auto owner = QDBusMessage::createMethodCall(daemon, QStringLiteral("/org/freedesktop/DBus"), daemon,
                                                     QStringLiteral("GetNameOwner"));
@@ -62,7 +63,7 @@ void PortalRequest::send(const QDBusMessage &call)
     listenAt(QStringLiteral("/org/freedesktop/portal/desktop/request/%1/%2").arg(sender, m_token));
     callBus<QDBusObjectPath>(m_peer.bus, call, this, [this](const QDBusPendingReply<QDBusObjectPath> &reply) {
         if (reply.isError()) {
-            Q_EMIT failed();
+            Q_EMIT answered(other, {});
             deleteLater();
         } else if (reply.value().path() != m_path) {
             // Portals before 0.9 put the request elsewhere.
@@ -81,10 +82,10 @@ void PortalRequest::listenAt(const QString &path)
 void PortalRequest::onResponse(const QDBusMessage &message)
 {
     const QVariantList arguments = message.arguments();
-    if (arguments.size() == 2 && arguments[0].toUInt() == 0)
-        Q_EMIT succeeded(qdbus_cast<QVariantMap>(arguments[1]));
+    if (arguments.size() == 2)
+        Q_EMIT answered(arguments[0].toUInt(), qdbus_cast<QVariantMap>(arguments[1]));
     else
-        Q_EMIT failed();
+        Q_EMIT answered(other, {});
     deleteLater();
 }
 

@@ -24,6 +24,8 @@ struct PortalPeer
 {
     QDBusConnection bus;
     QString name;
+    /// Of the interface that was looked for.
+    uint version = 0;
 
     /// A call of an object of the portal.
     QDBusMessage call(const QString &path, const QString &interface, const QString &method) const;
@@ -52,11 +54,13 @@ public:
     /// A token that no one else uses.
     static QString newToken();
 
+    /// What Response begins with.
+    enum Answer : uint { done, cancelled, other };
+
 Q_SIGNALS:
-    /// The portal, or the user, said yes.
-    void succeeded(const QVariantMap &results);
-    /// Somebody said no, or the call failed.
-    void failed();
+    /// The portal, or the user, has answered: `done`, `cancelled` by the user, or `other`, which a failed
+    /// call gives as well.
+    void answered(uint answer, const QVariantMap &results);
 
 private Q_SLOTS:
     void onResponse(const QDBusMessage &message);
