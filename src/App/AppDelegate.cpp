@@ -247,6 +247,7 @@ void AppDelegate::performWaiting()
         const BusCommand &command = waiting.command;
         if (!command.caller)
             continue;
+        holdActivation(command.activation);
         const CommandResult result = perform(command.action, command.argument);
         const bool mayYetBeDone = !result.isDone() && !m_source.store().isLoaded() &&
                                   std::ranges::find(aboutMeetings, command.action) != aboutMeetings.end();

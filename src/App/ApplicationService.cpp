@@ -45,17 +45,18 @@ public:
 
 public Q_SLOTS:
 
-    void Activate(const QVariantMap &)
+    void Activate(const QVariantMap &platformData)
     {
+        holdActivation(Activation::fromPlatformData(platformData));
         if (std::exchange(m_startExpected, {}).hasExpired())
             m_delegate.reopen();
     }
 
     /// Mivora opens no documents: being asked to is being started again.
-    void Open(const QStringList &, const QVariantMap &options) { Activate(options); }
+    void Open(const QStringList &, const QVariantMap &platformData) { Activate(platformData); }
 
-    void ActivateAction(const QString &action, const QVariantList &parameters, const QVariantMap &,
-                        const QDBusMessage &call)
+    void ActivateAction(const QString &action, const QVariantList &parameters,
+                        const QVariantMap &platformData, const QDBusMessage &call)
     {
         m_startExpected = {};
         call.setDelayedReply(true);
@@ -72,7 +73,11 @@ public Q_SLOTS:
                                      : call.createErrorReply(QLatin1String(couldNotError), result.failure));
             caller->deleteLater();
         };
-        m_delegate.perform({action, parameters.value(0).toString(), caller, answer});
+        m_delegate.perform({.action = action,
+                            .argument = parameters.value(0).toString(),
+                            .caller = caller,
+                            .answer = answer,
+                            .activation = Activation::fromPlatformData(platformData)});
     }
 
 private:

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Activation.h"
+
 #include <QPointer>
 #include <QString>
 #include <chrono>
@@ -25,6 +27,7 @@ struct BusCommand
     QPointer<QObject> caller;
     /// To be called once.
     std::function<void(const CommandResult &result)> answer;
+    Activation activation{};
 };
 
 /// How long a caller waits for the answer to a command.

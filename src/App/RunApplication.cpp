@@ -32,12 +32,12 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, "kelo.app")
 
-int openSettingsOfRunningOne()
+int openSettingsOfRunningOne(const Activation &activation)
 {
     // One that is just starting has its name before it can answer. A call waits longer than this by itself.
     const QDeadlineTimer patience(std::chrono::seconds(3));
     do {
-        if (RunningInstance().activate())
+        if (RunningInstance().activate(activation))
             return exitDone;
         QThread::msleep(100);
     } while (!patience.hasExpired());
@@ -99,7 +99,7 @@ private:
     static inline QStringList warnings;
 };
 
-int run(StartedBy startedBy)
+int run(StartedBy startedBy, const Activation &activation)
 {
     JsonDefaultsStore defaults;
     const std::unique_ptr<LoginItem> loginItem = makeLoginItem();
@@ -129,7 +129,8 @@ int run(StartedBy startedBy)
     // The bus hands over what it was asked meanwhile as soon as the name is taken: somebody must be there by
     // then.
     if (!claimApplicationName(bus))
-        return openSettingsOfRunningOne();
+        return openSettingsOfRunningOne(activation);
+    holdActivation(activation);
     delegate.launch();
     return QGuiApplication::exec();
 }
@@ -158,6 +159,7 @@ int runApplication(int &argc, char **argv, StartedBy startedBy)
         complain(CommandLineTexts::tr("there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set"));
         return exitCouldNot;
     }
+    const Activation activation = Activation::ofThisProcess();
     QGuiApplication::setApplicationName(QStringLiteral("mivora"));
     // What the titles of windows end with.
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Mivora"));
@@ -173,9 +175,9 @@ int runApplication(int &argc, char **argv, StartedBy startedBy)
     QGuiApplication::setQuitOnLastWindowClosed(false);
     installTranslations();
     if (RunningInstance().isThere())
-        return openSettingsOfRunningOne();
+        return openSettingsOfRunningOne(activation);
     qCInfo(log).noquote() << "Windows are on" << QGuiApplication::platformName() << "since" << windows.reason;
-    return run(startedBy);
+    return run(startedBy, activation);
 }
 
 } // namespace mivora

@@ -57,13 +57,14 @@ std::optional<QJsonObject> RunningInstance::agenda() const
     return QJsonDocument::fromJson(reply.arguments().first().toString().toUtf8()).object();
 }
 
-CommandResult RunningInstance::perform(const QString &action, const QString &argument) const
+CommandResult RunningInstance::perform(const QString &action, const QString &argument,
+                                       const Activation &activation) const
 {
     QVariantList parameters;
     if (!argument.isEmpty())
         parameters.append(argument);
-    const QDBusMessage reply =
-        call(applicationInterface, QStringLiteral("ActivateAction"), {action, parameters, QVariantMap()});
+    const QDBusMessage reply = call(applicationInterface, QStringLiteral("ActivateAction"),
+                                    {action, parameters, activation.platformData()});
     if (reply.type() == QDBusMessage::ReplyMessage)
         return {};
     // The program's own words; the bus has words for programmers only.
@@ -80,9 +81,9 @@ bool RunningInstance::startByManager() const
     return m_bus.interface()->startService(QLatin1String(applicationBusName)).isValid();
 }
 
-bool RunningInstance::activate() const
+bool RunningInstance::activate(const Activation &activation) const
 {
-    return call(applicationInterface, QStringLiteral("Activate"), {QVariantMap()}).type() ==
+    return call(applicationInterface, QStringLiteral("Activate"), {activation.platformData()}).type() ==
            QDBusMessage::ReplyMessage;
 }
 

@@ -30,15 +30,15 @@ public:
     /// Its agenda; nothing when there is none or it does not answer.
     std::optional<QJsonObject> agenda() const;
 
-    /// Has it do `action` with an optional argument.
-    CommandResult perform(const QString &action, const QString &argument) const;
+    /// Has it do `action` with an optional argument; `activation` is for what it shows or starts then.
+    CommandResult perform(const QString &action, const QString &argument, const Activation &activation) const;
 
     /// Has the bus start it by the systemd of the user's own, unless it is there. False, and nothing was
     /// started, where systemd doesn't run this session, or has no unit for it.
     bool startByManager() const;
 
     /// Brings up its settings, as a second start does. False when it does not answer.
-    bool activate() const;
+    bool activate(const Activation &activation) const;
 
     /// From now on announces changes of its agenda, and its coming and going.
     void follow();

@@ -1,5 +1,6 @@
 #include "KeloPanel/DesktopNotification.h"
 
+#include "Platform/Activation.h"
 #include "Platform/linux/BusCall.h"
 
 #include <QDeadlineTimer>
@@ -68,6 +69,8 @@ void DesktopNotification::listen()
 {
     if (std::exchange(m_listens, true))
         return;
+    m_bus.connect(service, path, service, QStringLiteral("ActivationToken"), this,
+                  SLOT(receiveToken(uint, QString)));
     m_bus.connect(service, path, service, QStringLiteral("ActionInvoked"), this,
                   SLOT(receiveAction(uint, QString)));
     m_bus.connect(service, path, service, QStringLiteral("NotificationClosed"), this,
@@ -104,6 +107,12 @@ bool DesktopNotification::sendNext()
     return true;
 }
 
+void DesktopNotification::receiveToken(uint id, const QString &token)
+{
+    if (id != 0 && (id == m_id || id == m_ended))
+        m_activationToken = token.toUtf8();
+}
+
 void DesktopNotification::receiveAction(uint id, const QString &key)
 {
     if (id == 0 || (id != m_id && id != m_ended))
@@ -112,6 +121,7 @@ void DesktopNotification::receiveAction(uint id, const QString &key)
     if (id == m_id)
         m_id = 0;
     m_ended = 0;
+    mivora::holdActivation({.token = std::exchange(m_activationToken, {})});
     Q_EMIT actionInvoked(key);
     sendNext();
 }

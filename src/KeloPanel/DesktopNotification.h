@@ -49,6 +49,7 @@ Q_SIGNALS:
     void failed();
 
 private Q_SLOTS:
+    void receiveToken(uint id, const QString &token);
     void receiveAction(uint id, const QString &key);
     void receiveClosed(uint id, uint reason);
 
@@ -68,6 +69,8 @@ private:
     QDBusPendingCallWatcher *m_sending = nullptr;
     /// What was asked for meanwhile.
     std::optional<NotificationContent> m_next;
+    /// What the desktop gave for the action that it tells of next.
+    QByteArray m_activationToken;
     bool m_closesNext = false;
     bool m_listens = false;
 };

@@ -3,6 +3,7 @@
 #include "KeloPanel/LayerShell.h"
 #include "KeloPanel/backends/PanelBackend.h"
 #include "KeloTheme/ViewLoader.h"
+#include "Platform/Activation.h"
 #include "Platform/linux/X11Connection.h"
 
 #include <QAccessible>
@@ -94,6 +95,8 @@ void FloatingPanel::releaseView()
 // No key that isn't meant for the panel may press one of its buttons either.
 bool FloatingPanel::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() == QEvent::KeyPress || event->type() == QEvent::MouseButtonRelease)
+        mivora::holdActivation({.time = std::uint32_t(static_cast<QInputEvent *>(event)->timestamp())});
     switch (event->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::TouchBegin:

@@ -1,6 +1,7 @@
 #include "KeloTheme/ViewWindow.h"
 
 #include "KeloTheme/ViewLoader.h"
+#include "Platform/Activation.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -32,11 +33,10 @@ bool ViewWindow::show(Attention attention)
         interrupt(QGuiApplication::focusWindow());
     m_window->setProperty("_q_showWithoutActivating", attention == Attention::left);
     m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);
-    m_window->show();
-    if (attention == Attention::taken) {
-        m_window->raise();
-        m_window->requestActivate();
-    }
+    if (attention == Attention::taken)
+        mivora::showInFront(*m_window);
+    else
+        m_window->show();
     return true;
 }
 

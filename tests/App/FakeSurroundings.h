@@ -1,6 +1,7 @@
 #pragma once
 
 #include "App/AppDelegate.h"
+#include "Platform/Activation.h"
 #include "Platform/SystemEvents.h"
 #include "support/FakeClock.h"
 #include "support/FakeHotKeyService.h"
@@ -18,6 +19,7 @@ public:
     void open(const QString &url, Opened done) override
     {
         opened.append(url);
+        token = takeLaunchToken();
         QMetaObject::invokeMethod(
             QCoreApplication::instance(), [done = std::move(done), result = succeeds] { done(result); },
             Qt::QueuedConnection);
@@ -27,6 +29,8 @@ public:
 
     /// Every link handed over so far.
     QStringList opened;
+    /// What the last one may come to the front with.
+    QByteArray token;
     /// What open() answers.
     bool succeeds = true;
     /// The schemes that have a handler.

@@ -383,6 +383,9 @@ TEST(WholeDayTest, obeysCommandsByWhatIsKnownOfTheCalendars)
     };
     send("join", caller);
     EXPECT_EQ(day.workspace.opened, QStringList{link});
+    day.call(applicationInterface, "ActivateAction",
+             {QStringLiteral("join"), QVariantList(), Activation{.token = "token"}.platformData()});
+    EXPECT_EQ(day.workspace.token, "token");
     send("nonsense", caller);
     send("dismiss", caller);
     auto impatient = std::make_unique<QObject>();

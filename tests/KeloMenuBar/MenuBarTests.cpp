@@ -67,7 +67,8 @@ TEST(DBusMenu, keepsThreeOpeningsWithNumbersOfTheirOwn)
         return menu;
     };
     QObject exported;
-    DBusMenu menu(QDBusConnection(QStringLiteral("none")), build, &exported);
+    DBusMenu menu(
+        QDBusConnection(QStringLiteral("none")), build, [] { return QByteArray(); }, &exported);
     const auto layout = [&menu](int id, int depth) {
         DBusMenuLayout layout;
         const uint revision = menu.GetLayout(id, depth, {}, QDBusMessage(), layout);

@@ -1,6 +1,7 @@
 #include "FakeHost.h"
 #include "FakeTray.h"
 #include "KeloMenuBar/StatusItemController.h"
+#include "Platform/Activation.h"
 #include "support/AccessibleView.h"
 #include "support/FakeKeyboard.h"
 #include "support/KeptViews.h"
@@ -46,6 +47,12 @@ protected:
         return QTest::qWaitFor([&] { return m_chosen.join(u' ') == QLatin1String(titles) && !openPopup(); });
     }
 
+    void choose(const QString &title)
+    {
+        m_chosen << title;
+        m_launchToken = mivora::takeLaunchToken();
+    }
+
     /// A host of this presentation that shows the item.
     FakeHost &host(const char *presentation)
     {
@@ -59,13 +66,14 @@ protected:
     std::optional<FakeTray> m_tray;
     std::optional<FakeHost> m_host;
     QStringList m_chosen;
+    QByteArray m_launchToken;
     QStringList m_titles{QStringLiteral("one"), QStringLiteral("off"), QStringLiteral("two")};
     StatusItemController m_item{
         QStringLiteral("calendar.badge.clock"),
         QStringLiteral("Mivora"),
         [this](Menu &menu) {
             for (const QString &title : m_titles)
-                menu.addItem(title, title.first(1), [this, title] { m_chosen << title; }).isEnabled =
+                menu.addItem(title, title.first(1), [this, title] { choose(title); }).isEnabled =
                     title != QLatin1String("off");
         },
         QStringLiteral("app.kelo.Mivora"),
@@ -194,9 +202,17 @@ TEST_F(StatusItemTest, hasAMenuForTheHostToDraw)
     const QDBusMessage reply = host.menu("EventGroup", {events});
     EXPECT_EQ(qdbus_cast<QList<int>>(reply.arguments().value(0)), QList<int>{12345});
     EXPECT_EQ(host.menu("GetLayout", {12345, -1, QStringList()}).type(), QDBusMessage::ErrorMessage);
-    host.menu("Event",
-              {item.id, QStringLiteral("clicked"), QVariant::fromValue(QDBusVariant(QString())), 0U});
+    const auto click = [&] {
+        host.menu("Event",
+                  {item.id, QStringLiteral("clicked"), QVariant::fromValue(QDBusVariant(QString())), 77U});
+    };
+    host.item("ProvideXdgActivationToken", {QStringLiteral("token")});
+    click();
     EXPECT_TRUE(isChosen("one"));
+    EXPECT_EQ(m_launchToken, "token");
+    click();
+    EXPECT_TRUE(isChosen("one one"));
+    EXPECT_TRUE(m_launchToken.endsWith("_TIME77")) << m_launchToken.constData();
     host.item("Activate", {10, 10});
     ASSERT_TRUE(openPopup()) << "for hosts that draw none";
     EXPECT_EQ(openPopup()->geometry(), QRect(10, 10, 160, 88));

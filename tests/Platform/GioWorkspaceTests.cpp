@@ -1,5 +1,7 @@
 #include "Platform/linux/GioWorkspace.h"
 
+#include "Platform/Activation.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -19,7 +21,8 @@ protected:
     static void SetUpTestSuite()
     {
         QDir().mkpath(path("applications"));
-        write("recorder", "#!/bin/sh\nprintf '%s\\n' \"$@\" >> '" + path("opened").toUtf8() + "'\n");
+        write("recorder", "#!/bin/sh\nprintf '%s\\n' \"$@\" $XDG_ACTIVATION_TOKEN >> '" +
+                              path("opened").toUtf8() + "'\n");
         write("gnome-control-center", "#!/bin/sh\nexec recorder settings \"$@\"\n");
         write("mimeapps.list", "[Default Applications]\n");
         for (const char *folder : {"XDG_DATA_HOME", "XDG_CONFIG_HOME"})
@@ -98,8 +101,9 @@ TEST_F(WorkspaceTest, appInstalledMeanwhileIsFound)
     // Programs that live in a folder of their own quote it.
     handler("msteams", R"("recorder" teams %u)");
     EXPECT_TRUE(QTest::qWaitFor([&] { return m_workspace.hasHandler(QStringLiteral("msteams")); }));
+    holdActivation({.token = "token"});
     EXPECT_EQ(open("msteams://l/1"), true);
-    EXPECT_TRUE(isRecorded("teams\nmsteams://l/1\n"));
+    EXPECT_TRUE(isRecorded("teams\nmsteams://l/1\ntoken\n")) << "it may come to the front";
 }
 
 TEST_F(WorkspaceTest, settingsLinksOpenTheDesktopsPanel)

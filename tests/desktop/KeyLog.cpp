@@ -1,10 +1,14 @@
 // A window that stands for the user's terminal: writes the text of every key that it gets to its output, "+"
-// when it gets the keyboard and "-" when it loses it.
+// when it gets the keyboard and "-" when it loses it. For each line of its input, an activation token, it
+// asks to come to the front, as browsers do that have been given a link.
 
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QRasterWindow>
+#include <QSocketNotifier>
 #include <iostream>
+#include <string>
+#include <unistd.h>
 
 namespace {
 
@@ -24,5 +28,12 @@ int main(int argc, char **argv)
     QGuiApplication app(argc, argv);
     KeyLog window;
     window.showMaximized();
+    const QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(&input, &QSocketNotifier::activated, &window, [&window] {
+        std::string token;
+        std::getline(std::cin, token);
+        qputenv("XDG_ACTIVATION_TOKEN", token.c_str());
+        window.requestActivate();
+    });
     return QGuiApplication::exec();
 }

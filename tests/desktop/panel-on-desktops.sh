@@ -15,10 +15,6 @@ start_openbox() {
     window_manager
     start "$run/started"
 }
-start_mutter() {
-    printf '[org/gnome/desktop/peripherals/keyboard]\nrepeat=false\n' >"$XDG_CONFIG_HOME/glib-2.0/settings/keyfile"
-    start env MUTTER_DEBUG_DUMMY_MODE_SPECS=1024x600 dbus-run-session -- mutter --wayland --nested -- "$run/started"
-}
 "start_$desktop"
 enter_session
 

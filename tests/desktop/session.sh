@@ -89,6 +89,10 @@ start_kwin_wayland() {
     start env QT_QUICK_BACKEND=software LIBGL_ALWAYS_SOFTWARE=1 kwin_wayland --x11-display "$DISPLAY" --xwayland \
         --width 1024 --height 600 --socket kwin "$run/started"
 }
+start_mutter() {
+    printf '[org/gnome/desktop/peripherals/keyboard]\nrepeat=false\n' >"$XDG_CONFIG_HOME/glib-2.0/settings/keyfile"
+    start env MUTTER_DEBUG_DUMMY_MODE_SPECS=1024x600 dbus-run-session -- mutter --wayland --nested -- "$run/started"
+}
 enter_session() {
     await test -s "$run/session" || { echo "the desktop doesn't start here" >&2; exit 77; }
     read -r DISPLAY WAYLAND_DISPLAY XAUTHORITY <"$run/session"

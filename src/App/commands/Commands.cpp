@@ -62,7 +62,8 @@ int runRemote(const RemoteRequest &request)
         return exitCouldNot;
     }
     const CommandResult result =
-        instance.perform(QString::fromStdString(request.action), QString::fromStdString(request.page));
+        instance.perform(QString::fromStdString(request.action), QString::fromStdString(request.page),
+                         Activation::ofThisProcess());
     if (!result.isDone())
         complain(result.failure);
     return result.isDone() ? exitDone : exitCouldNot;

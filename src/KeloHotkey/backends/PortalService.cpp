@@ -3,6 +3,7 @@
 #include "KeloHotkey/KeyboardLayout.h"
 #include "KeloHotkey/VirtualKeys.h"
 #include "KeloHotkey/backends/GnomeKeybinding.h"
+#include "Platform/Activation.h"
 
 #include <QDBusArgument>
 #include <QDBusMetaType>
@@ -340,8 +341,11 @@ bool PortalService::isOurs(const QString &session) const
 // before.
 void PortalService::onActivated(const QDBusMessage &message)
 {
-    if (isOurs(message.arguments().value(0).value<QDBusObjectPath>().path()) && !m_isSuspended)
-        Q_EMIT pressed(m_id);
+    if (!isOurs(message.arguments().value(0).value<QDBusObjectPath>().path()) || m_isSuspended)
+        return;
+    const auto options = qdbus_cast<QVariantMap>(message.arguments().value(3));
+    mivora::holdActivation({.token = options.value(QStringLiteral("activation_token")).toByteArray()});
+    Q_EMIT pressed(m_id);
 }
 
 void PortalService::onShortcutsChanged(const QDBusMessage &message)

@@ -1,6 +1,7 @@
 #include "KeloHotkey/backends/X11GrabService.h"
 
 #include "KeloHotkey/VirtualKeys.h"
+#include "Platform/Activation.h"
 
 #include <QCoreApplication>
 #include <algorithm>
@@ -218,8 +219,10 @@ bool X11GrabService::keyPressed(const xcb_key_press_event_t &event)
     const bool isRepeat =
         m_held == event.detail || (m_released == event.detail && m_releaseTime == event.time);
     m_held = event.detail;
-    if (!isRepeat)
+    if (!isRepeat) {
+        mivora::holdActivation({.time = event.time});
         Q_EMIT pressed(found->first);
+    }
     return true;
 }
 

@@ -1,5 +1,7 @@
 #include "KeloMenuBar/backends/DBusMenu.h"
 
+#include "Platform/Activation.h"
+
 #include <QGuiApplication>
 #include <QTimer>
 #include <utility>
@@ -46,8 +48,9 @@ QVariantMap dbusMenuProperties(const MenuItem &item)
     return properties;
 }
 
-DBusMenu::DBusMenu(const QDBusConnection &bus, std::function<Menu()> build, QObject *exported)
-    : QDBusAbstractAdaptor(exported), m_bus(bus), m_build(std::move(build))
+DBusMenu::DBusMenu(const QDBusConnection &bus, std::function<Menu()> build,
+                   std::function<QByteArray()> takeToken, QObject *exported)
+    : QDBusAbstractAdaptor(exported), m_bus(bus), m_build(std::move(build)), m_takeToken(std::move(takeToken))
 {
     registerBusTypes();
 }
@@ -90,12 +93,15 @@ QDBusVariant DBusMenu::GetProperty(int id, const QString &name, const QDBusMessa
     return QDBusVariant(found.value(name));
 }
 
-void DBusMenu::Event(int id, const QString &eventId, const QDBusVariant &, uint)
+void DBusMenu::Event(int id, const QString &eventId, const QDBusVariant &, uint timestamp)
 {
     const ClosureMenuItem *clicked = eventId == QLatin1String("clicked") ? item(id) : nullptr;
     // Afterwards, so that the host has its answer first, and from a copy: the action may rebuild the menu.
     if (clicked && clicked->isEnabled && clicked->action)
-        QTimer::singleShot(0, this, std::function(clicked->action));
+        QTimer::singleShot(0, this, [this, timestamp, action = clicked->action] {
+            mivora::holdActivation({m_takeToken(), timestamp});
+            action();
+        });
 }
 
 QList<int> DBusMenu::EventGroup(const QList<DBusMenuEvent> &events)

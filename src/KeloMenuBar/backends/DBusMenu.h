@@ -28,8 +28,10 @@ class DBusMenu final : public QDBusAbstractAdaptor
     Q_PROPERTY(QStringList IconThemePath READ iconThemePath CONSTANT)
 
 public:
-    /// `build` makes the menu anew, each time that it is called.
-    DBusMenu(const QDBusConnection &bus, std::function<Menu()> build, QObject *exported);
+    /// `build` makes the menu anew, each time that it is called. `takeToken` takes the activation token that
+    /// the host gave for the click on an item.
+    DBusMenu(const QDBusConnection &bus, std::function<Menu()> build, std::function<QByteArray()> takeToken,
+             QObject *exported);
 
     uint version() const { return 3; }
 
@@ -70,6 +72,7 @@ private:
 
     QDBusConnection m_bus;
     std::function<Menu()> m_build;
+    std::function<QByteArray()> m_takeToken;
     // The current one is the last.
     std::deque<Opening> m_openings;
     int m_nextId = 1;

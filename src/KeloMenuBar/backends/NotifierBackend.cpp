@@ -45,7 +45,8 @@ NotifierBackend::NotifierBackend(const QDBusConnection &bus, const QString &id, 
       m_item(new NotifierItem(
           bus, id, [this](QPoint point) { return this->openMenu(point); }, &m_itemObject))
 {
-    new DBusMenu(bus, std::move(build), &m_menuObject);
+    new DBusMenu(
+        bus, std::move(build), [this] { return m_item->takeActivationToken(); }, &m_menuObject);
     m_bus.registerObject(QLatin1String(NotifierItem::objectPath), &m_itemObject);
     m_bus.registerObject(QLatin1String(NotifierItem::menuPath), &m_menuObject);
     connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,

@@ -74,6 +74,9 @@ void NotifierItem::XAyatanaSecondaryActivate(uint) {}
 
 void NotifierItem::Scroll(int, const QString &) {}
 
-void NotifierItem::ProvideXdgActivationToken(const QString &) {}
+void NotifierItem::ProvideXdgActivationToken(const QString &token)
+{
+    m_activationToken = token.toUtf8();
+}
 
 } // namespace kelo

@@ -9,6 +9,7 @@
 #include <QDBusObjectPath>
 #include <QPoint>
 #include <functional>
+#include <utility>
 
 namespace kelo {
 
@@ -57,6 +58,9 @@ public:
     QString title() const { return m_properties.title; }
 
     QString status() const { return m_properties.status; }
+
+    /// The activation token that the host gave last; once.
+    QByteArray takeActivationToken() { return std::exchange(m_activationToken, {}); }
 
     int windowId() const { return 0; }
 
@@ -108,6 +112,7 @@ private:
     QString m_id;
     std::function<bool(QPoint)> m_openMenu;
     NotifierProperties m_properties;
+    QByteArray m_activationToken;
     QList<NotifierPixmap> m_pixmaps;
 };
 

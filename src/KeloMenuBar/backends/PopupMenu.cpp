@@ -1,6 +1,7 @@
 #include "KeloMenuBar/backends/PopupMenu.h"
 
 #include "KeloTheme/ViewLoader.h"
+#include "Platform/Activation.h"
 #include "Platform/linux/X11Connection.h"
 
 #include <QFontMetrics>
@@ -147,6 +148,8 @@ void PopupMenu::setCurrent(int index)
 
 bool PopupMenu::eventFilter(QObject *, QEvent *event)
 {
+    if (event->type() == QEvent::KeyPress || event->type() == QEvent::MouseButtonRelease)
+        mivora::holdActivation({.time = std::uint32_t(static_cast<QInputEvent *>(event)->timestamp())});
     switch (event->type()) {
     case QEvent::MouseButtonPress:
         return press(static_cast<QMouseEvent *>(event)->position().toPoint());

@@ -1,5 +1,6 @@
 #include "Platform/linux/GioWorkspace.h"
 
+#include "Platform/Activation.h"
 #include "Platform/linux/Gio.h"
 
 #include <QCoreApplication>
@@ -13,6 +14,46 @@
 namespace mivora {
 
 namespace {
+
+constexpr const char *activationVariable = "XDG_ACTIVATION_TOKEN";
+
+/// Tells GIO, on whatever thread it starts a program, what the program may come to the front with: to be put
+/// into the environment, into a call over the bus, or into the portal's options.
+char *startupId(GAppLaunchContext *context, GAppInfo *handler, GList *)
+{
+    char **environment = KELO_GIO(g_app_launch_context_get_environment)(context);
+    char *id = g_strdup(g_environ_getenv(environment, activationVariable));
+    g_strfreev(environment);
+    const QByteArray name(handler ? KELO_GIO(g_app_info_get_name)(handler) : "");
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(), [token = QByteArray(id), name] { announceLaunch(token, name); },
+        Qt::QueuedConnection);
+    return id;
+}
+
+GType launchContextType()
+{
+    const auto initialize = [](void *type, void *) {
+        static_cast<GAppLaunchContextClass *>(type)->get_startup_notify_id = &startupId;
+    };
+    static const GType type = KELO_GIO(g_type_register_static_simple)(
+        KELO_GIO(g_app_launch_context_get_type)(), "MivoraLaunchContext", sizeof(GAppLaunchContextClass),
+        initialize, sizeof(GAppLaunchContext), nullptr, GTypeFlags(0));
+    return type;
+}
+
+/// Null for a program that comes without the user's asking.
+GAppLaunchContext *launchContext(const QByteArray &token)
+{
+    if (token.isEmpty())
+        return nullptr;
+    auto *context = reinterpret_cast<GAppLaunchContext *>(
+        KELO_GIO(g_object_new_with_properties)(launchContextType(), 0, nullptr, nullptr));
+    // For programs whose entry promises no startup notification as well: browsers' often don't.
+    for (const char *variable : {activationVariable, "DESKTOP_STARTUP_ID"})
+        KELO_GIO(g_app_launch_context_setenv)(context, variable, token.constData());
+    return context;
+}
 
 /// The scheme of links into the system settings.
 constexpr QLatin1String systemSettingsScheme("x-apple.systempreferences");
@@ -81,9 +122,13 @@ void GioWorkspace::open(const QString &url, Opened done)
     QPromise<bool> opened;
     opened.future().then(QCoreApplication::instance(), std::move(done));
     // A thread that hangs is left to itself, also when the program ends.
-    std::thread([launch, link = url.toUtf8(), opened = std::move(opened)]() mutable {
+    std::thread([launch, link = url.toUtf8(), token = takeLaunchToken(),
+                 opened = std::move(opened)]() mutable {
         opened.start();
-        opened.addResult(bool(launch(link.constData(), nullptr, nullptr)));
+        GAppLaunchContext *context = launchContext(token);
+        opened.addResult(bool(launch(link.constData(), context, nullptr)));
+        if (context)
+            KELO_GIO(g_object_unref)(context);
         opened.finish();
     }).detach();
 }

@@ -1,6 +1,7 @@
 #include "Platform/linux/X11Connection.h"
 
 #include <QGuiApplication>
+#include <algorithm>
 
 namespace mivora {
 
@@ -68,6 +69,12 @@ void X11Connection::setProperty(xcb_window_t window, const QByteArray &property,
                         std::uint32_t(values.size()), values.data());
 }
 
+void X11Connection::setText(xcb_window_t window, const QByteArray &property, const QByteArray &text) const
+{
+    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, atom(property), atom("UTF8_STRING"), 8,
+                        std::uint32_t(text.size()), text.constData());
+}
+
 std::vector<std::uint32_t> X11Connection::values(xcb_window_t window, const QByteArray &property) const
 {
     const auto cookie = xcb_get_property(m_connection, false, window, atom(property),
@@ -121,6 +128,48 @@ void X11Connection::setInputFocus(xcb_window_t window) const
         xcb_set_input_focus_checked(m_connection, XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
     // Errors about a window that has gone are expected and not to be logged.
     xcb_discard_reply(m_connection, cookie.sequence);
+}
+
+void X11Connection::activate(xcb_window_t window, xcb_timestamp_t time) const
+{
+    constexpr std::uint32_t application = 1;
+    constexpr std::uint32_t directUserAction = 2;
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = atom("_NET_ACTIVE_WINDOW");
+    message.data.data32[0] = time != XCB_CURRENT_TIME ? application : directUserAction;
+    message.data.data32[1] = time;
+    sendToRoot(message, XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT);
+    flush();
+}
+
+// Pieces of twenty bytes, the last one with the zero that ends the text; a window of its own parts it from
+// other texts.
+void X11Connection::broadcastStartup(const QByteArray &text) const
+{
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 8;
+    message.window = xcb_generate_id(m_connection);
+    message.type = atom("_NET_STARTUP_INFO_BEGIN");
+    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, message.window, root(), -1, -1, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    constexpr qsizetype pieceSize = sizeof message.data.data8;
+    for (qsizetype start = 0; start <= text.size(); start += pieceSize) {
+        const QByteArray piece = text.mid(start, pieceSize).leftJustified(pieceSize, '\0');
+        std::copy(piece.begin(), piece.end(), message.data.data8);
+        sendToRoot(message, XCB_EVENT_MASK_PROPERTY_CHANGE);
+        message.type = atom("_NET_STARTUP_INFO");
+    }
+    xcb_destroy_window(m_connection, message.window);
+    flush();
+}
+
+void X11Connection::sendToRoot(const xcb_client_message_event_t &message, std::uint32_t receivers) const
+{
+    xcb_send_event(m_connection, false, root(), receivers, reinterpret_cast<const char *>(&message));
 }
 
 } // namespace mivora

@@ -43,6 +43,8 @@ public:
     /// Gives the window a property of 32-bit values.
     void setProperty(xcb_window_t window, const QByteArray &property, xcb_atom_t type,
                      const std::vector<std::uint32_t> &values) const;
+    /// Gives the window a property that is text in UTF-8.
+    void setText(xcb_window_t window, const QByteArray &property, const QByteArray &text) const;
     /// The 32-bit values of a property; empty when the window has none of that name.
     std::vector<std::uint32_t> values(xcb_window_t window, const QByteArray &property) const;
     bool hasProperty(xcb_window_t window, const QByteArray &property) const;
@@ -56,9 +58,17 @@ public:
     /// Nothing happens when the window is not to be seen.
     void setInputFocus(xcb_window_t window) const;
 
+    /// Has the window manager bring the window to the front, for what the user did at `time` (EWMH,
+    /// _NET_ACTIVE_WINDOW). A time of 0 is not known: then it has to take our word that the user wants it.
+    void activate(xcb_window_t window, xcb_timestamp_t time) const;
+    /// Tells whoever shows what is being started (Startup Notification Protocol).
+    void broadcastStartup(const QByteArray &message) const;
+
     void flush() const { xcb_flush(m_connection); }
 
 private:
+    void sendToRoot(const xcb_client_message_event_t &message, std::uint32_t receivers) const;
+
     xcb_connection_t *m_connection = nullptr;
     int m_screenNumber = 0;
     xcb_screen_t *m_screen = nullptr;
