@@ -379,6 +379,10 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <source>%1 knows only %2; &quot;%3&quot; is kept, but read as %4</source>
         <translation>%1 kennt nur %2; „%3“ bleibt gespeichert, gilt aber als %4</translation>
     </message>
+    <message>
+        <source>Show today&apos;s meetings in a small window</source>
+        <translation>Die heutigen Termine in einem kleinen Fenster zeigen</translation>
+    </message>
 </context>
 <context>
     <name>Countdown</name>
@@ -1020,6 +1024,14 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <message>
         <source>your calendars are still being read; try again in a moment</source>
         <translation>Ihre Kalender werden noch gelesen; versuchen Sie es gleich noch einmal</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>Heute</translation>
+    </message>
+    <message>
+        <source>the day can&apos;t be shown</source>
+        <translation>der Tag kann nicht angezeigt werden</translation>
     </message>
 </context>
 <context>

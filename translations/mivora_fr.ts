@@ -379,6 +379,10 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <source>%1 knows only %2; &quot;%3&quot; is kept, but read as %4</source>
         <translation>%1 ne connaît que %2&#x202f;; «&#x202f;%3&#x202f;» est conservé mais lu comme %4</translation>
     </message>
+    <message>
+        <source>Show today&apos;s meetings in a small window</source>
+        <translation>Afficher les réunions du jour dans une petite fenêtre</translation>
+    </message>
 </context>
 <context>
     <name>Countdown</name>
@@ -1020,6 +1024,14 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     <message>
         <source>your calendars are still being read; try again in a moment</source>
         <translation>vos calendriers sont encore en cours de lecture&#x202f;; réessayez dans un instant</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>Aujourd’hui</translation>
+    </message>
+    <message>
+        <source>the day can&apos;t be shown</source>
+        <translation>la journée ne peut pas être affichée</translation>
     </message>
 </context>
 <context>

@@ -11,6 +11,7 @@ __mivora_command join "Join the meeting of the panel, or else the next one with 
 __mivora_command snooze "Hide the panel for a minute"
 __mivora_command dismiss "Hide the panel of this meeting"
 __mivora_command copy "Copy the join link of the meeting that would be joined"
+__mivora_command show "Show today's meetings in a small window"
 __mivora_command settings "Open the settings"
 __mivora_command quit "End the running program"
 __mivora_command defaults "Read and write the settings store"

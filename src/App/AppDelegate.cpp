@@ -6,6 +6,7 @@
 #include "App/MakeUpdater.h"
 #include "KeloHotkey/HotKeyService.h"
 #include "KeloMenuBar/MainMenu.h"
+#include "KeloMenuBar/MenuWindow.h"
 #include "MeetingTexts/MeetingTexts.h"
 #include "Onboarding/OnboardingFlow.h"
 #include "Platform/DefaultsStore.h"
@@ -157,6 +158,18 @@ bool AppDelegate::openSettings(std::optional<SettingsPage> page)
     return m_settingsWindow->show(page);
 }
 
+bool AppDelegate::showToday()
+{
+    const auto build = [this] {
+        kelo::Menu menu;
+        buildMenu(menu);
+        return menu;
+    };
+    if (!m_today)
+        m_today = std::make_unique<kelo::MenuWindow>(m_views, tr("Today"), build);
+    return m_today->show();
+}
+
 void AppDelegate::openLink(const QString &link)
 {
     m_parts.workspace.open(link, [](bool) {});
@@ -182,6 +195,8 @@ void AppDelegate::showRefreshed()
     m_status->update(now, m_source.authorization());
     if (m_panel->isVisible())
         m_panel->refresh(m_scheduler->panelRequest(), now);
+    if (m_today)
+        m_today->update();
     Q_EMIT refreshed();
 }
 
@@ -217,6 +232,8 @@ CommandResult AppDelegate::perform(const QString &action, const QString &argumen
         return performOnPanel(&Scheduler::snooze);
     if (action == QLatin1String("dismiss"))
         return performOnPanel(&Scheduler::dismiss);
+    if (action == QLatin1String("show"))
+        return resultOf(showToday(), tr("the day can't be shown"));
     if (action == QLatin1String("settings"))
         return performSettings(argument);
     if (action == QLatin1String("quit")) {

@@ -22,6 +22,7 @@
 
 namespace kelo {
 class HotKeyService;
+class MenuWindow;
 class Updater;
 } // namespace kelo
 
@@ -100,6 +101,7 @@ private:
     void performWaiting();
     void tellUnsavedSettings(const QString &reason);
     bool openSettings(std::optional<SettingsPage> page);
+    bool showToday();
     void openLink(const QString &link);
     void buildMenu(kelo::Menu &menu);
     void panelRequestChanged(const std::optional<Meeting> &meeting);
@@ -126,6 +128,7 @@ private:
     std::unique_ptr<ConflictAlert> m_alert;
     std::unique_ptr<SettingsWindowController> m_settingsWindow;
     std::unique_ptr<OnboardingFlow> m_onboarding;
+    std::unique_ptr<kelo::MenuWindow> m_today;
     bool m_areChangesDue = false;
 
     struct WaitingCommand

@@ -95,8 +95,7 @@ void FloatingPanel::releaseView()
 // No key that isn't meant for the panel may press one of its buttons either.
 bool FloatingPanel::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::KeyPress || event->type() == QEvent::MouseButtonRelease)
-        mivora::holdActivation({.time = std::uint32_t(static_cast<QInputEvent *>(event)->timestamp())});
+    mivora::holdActivationOf(*event);
     switch (event->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::TouchBegin:

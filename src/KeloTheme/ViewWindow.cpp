@@ -61,6 +61,20 @@ void ViewWindow::setTitle(const QString &title)
         m_window->setTitle(title);
 }
 
+void ViewWindow::setSize(const QSize &size)
+{
+    m_spec.size = size;
+    if (m_window)
+        fixSize();
+}
+
+void ViewWindow::fixSize()
+{
+    m_window->setMinimumSize(m_spec.size);
+    m_window->setMaximumSize(m_spec.size);
+    m_window->resize(m_spec.size);
+}
+
 bool ViewWindow::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == qApp && event->type() == QEvent::Quit)
@@ -89,10 +103,10 @@ bool ViewWindow::make()
     m_window.reset(m_views.createWindow(m_spec));
     if (!m_window)
         return false;
-    const bool isResizable = m_spec.minimumSize.isValid();
-    m_window->setMinimumSize(isResizable ? m_spec.minimumSize : m_spec.size);
-    if (!isResizable)
-        m_window->setMaximumSize(m_spec.size);
+    if (m_spec.minimumSize.isValid())
+        m_window->setMinimumSize(m_spec.minimumSize);
+    else
+        fixSize();
     m_window->setFlags(m_spec.flags);
     const QPoint middle = m_window->screen()->availableGeometry().center();
     m_window->setPosition(m_position.value_or(middle - QRect(QPoint(), m_spec.size).center()));

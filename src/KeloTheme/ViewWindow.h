@@ -44,6 +44,9 @@ public:
 
     void setTitle(const QString &title);
 
+    /// Of a window whose size is fixed.
+    void setSize(const QSize &size);
+
     bool isVisible() const { return m_window && m_window->isVisible(); }
 
     /// Null while there is none.
@@ -59,6 +62,7 @@ protected:
 private:
     bool make();
     void interrupt(QWindow *other);
+    void fixSize();
     void release();
 
     ViewLoader &m_views;

@@ -4,6 +4,7 @@
 #include <QVariantMap>
 #include <cstdint>
 
+class QEvent;
 class QWindow;
 
 namespace mivora {
@@ -32,6 +33,9 @@ struct Activation
 /// Lets `activation` hold for what is shown or started until control is back in the event loop. Main thread
 /// only.
 void holdActivation(Activation activation);
+
+/// The same with the time of a key that goes down or a button that is released; other events do nothing.
+void holdActivationOf(const QEvent &event);
 
 /// The token with which a program that is about to be started may come to the front: the one that holds now,
 /// which is over then, or on X11 a new one. Empty for none.

@@ -1,5 +1,6 @@
 #include "FakeHost.h"
 #include "FakeTray.h"
+#include "KeloMenuBar/MenuWindow.h"
 #include "KeloMenuBar/StatusItemController.h"
 #include "Platform/Activation.h"
 #include "support/AccessibleView.h"
@@ -47,6 +48,15 @@ protected:
         return QTest::qWaitFor([&] { return m_chosen.join(u' ') == QLatin1String(titles) && !openPopup(); });
     }
 
+    Menu menu()
+    {
+        Menu menu;
+        for (const QString &title : m_titles)
+            menu.addItem(title, title.first(1), [this, title] { choose(title); }).isEnabled =
+                title != QLatin1String("off");
+        return menu;
+    }
+
     void choose(const QString &title)
     {
         m_chosen << title;
@@ -68,17 +78,12 @@ protected:
     QStringList m_chosen;
     QByteArray m_launchToken;
     QStringList m_titles{QStringLiteral("one"), QStringLiteral("off"), QStringLiteral("two")};
-    StatusItemController m_item{
-        QStringLiteral("calendar.badge.clock"),
-        QStringLiteral("Mivora"),
-        [this](Menu &menu) {
-            for (const QString &title : m_titles)
-                menu.addItem(title, title.first(1), [this, title] { choose(title); }).isEnabled =
-                    title != QLatin1String("off");
-        },
-        QStringLiteral("app.kelo.Mivora"),
-        mivora::sharedViews(),
-        m_bus.connection()};
+    StatusItemController m_item{QStringLiteral("calendar.badge.clock"),
+                                QStringLiteral("Mivora"),
+                                [this](Menu &menu) { menu = this->menu(); },
+                                QStringLiteral("app.kelo.Mivora"),
+                                mivora::sharedViews(),
+                                m_bus.connection()};
 };
 
 } // namespace
@@ -257,4 +262,36 @@ TEST_F(StatusItemTest, givesPicturesInNetworkByteOrder)
         const QByteArray pixel = pixmap.bytes.mid(qsizetype(pixmap.height / 2) * pixmap.width * 4, 4);
         EXPECT_EQ(pixel.toHex(), "ff1c1c1e");
     }
+}
+
+TEST_F(StatusItemTest, hasItsMenuInAWindowToo)
+{
+    QAccessible::setActive(true);
+    MenuWindow today(mivora::sharedViews(), QStringLiteral("Today"), [this] { return menu(); });
+    ASSERT_TRUE(today.show());
+    const support::AccessibleView view(*today.window());
+    const auto shows = [&](const char *names, const char *focused) {
+        return QTest::qWaitFor([&] {
+            return view.names(QAccessible::MenuItem).join(u' ') == QLatin1String(names) &&
+                   view.focused() == QLatin1String(focused);
+        });
+    };
+    EXPECT_TRUE(shows("one off two", "one"));
+    QTest::keyClick(today.window(), Qt::Key_Down);
+    EXPECT_TRUE(shows("one off two", "off")) << "what can't be chosen is read as well";
+    QTest::keyClick(today.window(), Qt::Key_Return);
+    const QSize before = today.window()->size();
+    m_titles.prepend(QStringLiteral("new"));
+    today.update();
+    EXPECT_TRUE(shows("new one off two", "off")) << "it stays where it is";
+    EXPECT_GT(today.window()->height(), before.height());
+    QTest::keyClick(today.window(), Qt::Key_Down);
+    QTest::keyClick(today.window(), Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !today.window(); }));
+    today.show();
+    QTest::keyClick(today.window(), Qt::Key_Escape);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !today.window(); }));
+    today.show();
+    QTest::keyClick(today.window(), Qt::Key_Return);
+    EXPECT_EQ(m_chosen.join(u' '), QStringLiteral("two new"));
 }

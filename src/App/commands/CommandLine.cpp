@@ -90,6 +90,7 @@ void addRemoteCommands(CLI::App &app, Request &result)
     add("snooze", CommandLineTexts::tr("Hide the panel for a minute"));
     add("dismiss", CommandLineTexts::tr("Hide the panel of this meeting"));
     add("copy", CommandLineTexts::tr("Copy the join link of the meeting that would be joined"));
+    add("show", CommandLineTexts::tr("Show today's meetings in a small window"));
     const auto [window, request] = add("settings", CommandLineTexts::tr("Open the settings"));
     window->add_option("page", request.page, utf8(CommandLineTexts::tr("The page to open")))
         ->check(CLI::IsMember({"general", "calendars"}))

@@ -41,7 +41,7 @@ struct DetectRequest
     std::optional<std::string> notes;
 };
 
-/// `mivora join`, `snooze`, `dismiss`, `copy`, `quit` and `settings [PAGE]`: for the running program.
+/// `mivora join`, `snooze`, `dismiss`, `copy`, `show`, `quit` and `settings [PAGE]`: for the running program.
 struct RemoteRequest
 {
     std::string action;

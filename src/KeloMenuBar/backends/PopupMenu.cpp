@@ -4,37 +4,21 @@
 #include "Platform/Activation.h"
 #include "Platform/linux/X11Connection.h"
 
-#include <QFontMetrics>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScreen>
 #include <QTimer>
 #include <algorithm>
+#include <climits>
 #include <utility>
 
 namespace kelo {
 
 namespace {
 
-// As PopupMenu.qml has them.
-constexpr int edge = 5;
-constexpr int indent = 12;
-constexpr int rowHeight = 26;
-constexpr int separatorHeight = 9;
-constexpr int shortcutGap = 32;
-constexpr int narrowest = 160;
-constexpr int widest = 480;
-// Widths are measured in whole pixels, and a text is not to be cut for the rest.
-constexpr int rounding = 4;
-
 // The panel that was clicked may hold the pointer until the button is released.
 constexpr int grabAttempts = 20;
 constexpr int grabInterval = 25;
-
-QString shortcutText(const MenuItem &item)
-{
-    return item.shortcut().toString(QKeySequence::NativeText);
-}
 
 // Below and to the right of the point where there is room, else on its other side; never outside the screen.
 QPoint placed(QSize size, QPoint point, const QRect &screen)
@@ -46,37 +30,31 @@ QPoint placed(QSize size, QPoint point, const QRect &screen)
 
 } // namespace
 
+PopupMenu::PopupMenu(ViewLoader &views) : m_views(views)
+{
+    connect(&m_model, &MenuModel::ended, this, &PopupMenu::dismiss);
+}
+
 PopupMenu::~PopupMenu()
 {
     dismiss();
 }
 
-QVariantList PopupMenu::items() const
-{
-    QVariantList items;
-    for (const MenuItem &item : m_menu.items())
-        items.append(QVariantMap{{QStringLiteral("title"), item.text()},
-                                 {QStringLiteral("shortcut"), shortcutText(item)},
-                                 {QStringLiteral("isEnabled"), item.isEnabled},
-                                 {QStringLiteral("isSeparator"), item.isSeparator}});
-    return items;
-}
-
 void PopupMenu::open(Menu menu, QPoint position)
 {
     dismiss();
-    m_menu = std::move(menu);
+    m_model.setMenu(std::move(menu));
     m_wasPressed = false;
-    m_keyboardLeads = false;
+    m_model.followPointer();
     const QScreen *found = QGuiApplication::screenAt(position);
     const QRect available = (found ? found : QGuiApplication::primaryScreen())->availableGeometry();
-    const QSize size = measure().boundedTo({widest, available.height()});
-    m_window.reset(
-        m_views.createWindow({.module = QStringLiteral("KeloMenuBarViews"),
-                              .component = QStringLiteral("PopupMenu"),
-                              .properties = {{QStringLiteral("menu"), QVariant::fromValue<QObject *>(this)}},
-                              .size = size,
-                              .kind = ViewKind::popup}));
+    const QSize size = m_model.size().boundedTo({INT_MAX, available.height()});
+    m_window.reset(m_views.createWindow(
+        {.module = QStringLiteral("KeloMenuBarViews"),
+         .component = QStringLiteral("MenuView"),
+         .properties = {{QStringLiteral("menu"), QVariant::fromValue<QObject *>(&m_model)}},
+         .size = size,
+         .kind = ViewKind::popup}));
     if (!m_window)
         return;
     m_window->setFlags(Qt::Popup | Qt::FramelessWindowHint);
@@ -89,20 +67,6 @@ void PopupMenu::open(Menu menu, QPoint position)
     x11.setInputFocus(xcb_window_t(m_window->winId()));
     x11.flush();
     grab(grabAttempts);
-}
-
-QSize PopupMenu::measure() const
-{
-    const QFontMetrics metrics(QGuiApplication::font());
-    QSize size(narrowest, 2 * edge);
-    for (const MenuItem &item : m_menu.items()) {
-        const QString shortcut = shortcutText(item);
-        const int extra = shortcut.isEmpty() ? 0 : shortcutGap + metrics.horizontalAdvance(shortcut);
-        const int width = metrics.horizontalAdvance(item.text()) + rounding + extra + 2 * (edge + indent);
-        size = {std::max(size.width(), width),
-                size.height() + (item.isSeparator ? separatorHeight : rowHeight)};
-    }
-    return size;
 }
 
 void PopupMenu::grab(int attemptsLeft)
@@ -128,42 +92,27 @@ void PopupMenu::dismiss()
     connect(
         window, &QObject::destroyed, this, [this] { m_views.releaseUnused(); }, Qt::QueuedConnection);
     window->deleteLater();
-    setCurrent(-1);
-}
-
-void PopupMenu::choose(int index)
-{
-    // The menu may be opened again, and filled anew, by what the action does.
-    const auto action = m_menu.items().at(std::size_t(index)).action;
-    dismiss();
-    if (action)
-        action();
-}
-
-void PopupMenu::setCurrent(int index)
-{
-    if (std::exchange(m_current, index) != index)
-        Q_EMIT currentChanged();
+    m_model.setCurrent(-1);
 }
 
 bool PopupMenu::eventFilter(QObject *, QEvent *event)
 {
-    if (event->type() == QEvent::KeyPress || event->type() == QEvent::MouseButtonRelease)
-        mivora::holdActivation({.time = std::uint32_t(static_cast<QInputEvent *>(event)->timestamp())});
+    mivora::holdActivationOf(*event);
     switch (event->type()) {
     case QEvent::MouseButtonPress:
         return press(static_cast<QMouseEvent *>(event)->position().toPoint());
     case QEvent::MouseMove:
-        m_keyboardLeads = false;
+        m_model.followPointer();
         return drag(*static_cast<QMouseEvent *>(event));
     case QEvent::MouseButtonRelease:
         return release();
     case QEvent::ShortcutOverride:
         // Accepted, it becomes a key press, and no shortcut of other windows is triggered by it.
-        event->setAccepted(itemWithShortcut(*static_cast<QKeyEvent *>(event)) >= 0);
+        event->setAccepted(m_model.hasShortcut(*static_cast<QKeyEvent *>(event)));
         return event->isAccepted();
     case QEvent::KeyPress:
-        return pressKey(*static_cast<QKeyEvent *>(event));
+        m_model.pressKey(*static_cast<QKeyEvent *>(event));
+        return true;
     default:
         return false;
     }
@@ -192,63 +141,9 @@ bool PopupMenu::drag(const QMouseEvent &event)
 bool PopupMenu::release()
 {
     const bool ends = !std::exchange(m_wasPressed, true);
-    if (ends && m_current >= 0)
-        choose(m_current);
+    if (ends)
+        m_model.choose(m_model.current());
     return ends;
-}
-
-bool PopupMenu::pressKey(const QKeyEvent &event)
-{
-    m_keyboardLeads = true;
-    const int count = int(m_menu.items().size());
-    const int withShortcut = itemWithShortcut(event);
-    switch (event.key()) {
-    case Qt::Key_Escape:
-        dismiss();
-        break;
-    case Qt::Key_Down:
-        moveFrom(m_current, 1);
-        break;
-    case Qt::Key_Up:
-        moveFrom(m_current < 0 ? count : m_current, -1);
-        break;
-    case Qt::Key_Home:
-        moveFrom(-1, 1);
-        break;
-    case Qt::Key_End:
-        moveFrom(count, -1);
-        break;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Space:
-        if (m_current >= 0)
-            choose(m_current);
-        break;
-    default:
-        if (withShortcut >= 0)
-            choose(withShortcut);
-    }
-    return true;
-}
-
-// The next item in this direction that can be chosen, round the ends.
-void PopupMenu::moveFrom(int index, int step)
-{
-    const int count = int(m_menu.items().size());
-    for (int tried = 0; tried < count; ++tried) {
-        index = (index + step + count) % count;
-        if (m_menu.items()[std::size_t(index)].canBeChosen())
-            return setCurrent(index);
-    }
-}
-
-int PopupMenu::itemWithShortcut(const QKeyEvent &event) const
-{
-    const auto &items = m_menu.items();
-    const auto found = std::find_if(items.begin(), items.end(), [&](const MenuItem &item) {
-        return item.canBeChosen() && item.shortcut() == QKeySequence(event.keyCombination());
-    });
-    return found == items.end() ? -1 : int(found - items.begin());
 }
 
 } // namespace kelo

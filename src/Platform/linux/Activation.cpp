@@ -3,6 +3,7 @@
 #include "Platform/linux/X11Connection.h"
 
 #include <QCoreApplication>
+#include <QInputEvent>
 #include <QWindow>
 #include <array>
 #include <utility>
@@ -112,6 +113,12 @@ void holdActivation(Activation activation)
             release(std::exchange(held, {}));
     };
     QMetaObject::invokeMethod(QCoreApplication::instance(), end, Qt::QueuedConnection);
+}
+
+void holdActivationOf(const QEvent &event)
+{
+    if (event.type() == QEvent::KeyPress || event.type() == QEvent::MouseButtonRelease)
+        holdActivation({.time = std::uint32_t(static_cast<const QInputEvent &>(event).timestamp())});
 }
 
 QByteArray takeLaunchToken()

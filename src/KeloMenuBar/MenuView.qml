@@ -3,17 +3,18 @@ import QtQuick.Templates as T
 import KeloAppearance
 import KeloThemeViews
 
-// The menu of a status item, in a window of its own.
+// The menu of a status item: as a popup, or in an ordinary window.
 Rectangle {
     id: root
 
-    // items: title, shortcut, isEnabled, isSeparator of each; current; choose(index).
+    // items: title, shortcut, isEnabled, isStop, isSeparator of each; current; choose(index).
     required property QtObject menu
+    property bool isPopup: true
 
     readonly property var colors: Appearance.colors
 
-    color: colors.panel
-    border { width: 1; color: Qt.tint(colors.panel, colors.separator) }
+    color: isPopup ? colors.panel : "transparent"
+    border { width: isPopup ? 1 : 0; color: Qt.tint(colors.panel, colors.separator) }
     LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
     LayoutMirroring.childrenInherit: true
 
@@ -36,17 +37,18 @@ Rectangle {
             required property int index
             required property var modelData
 
+            readonly property bool isRead: highlighted && Window.active
             readonly property color textColor: highlighted ? root.colors.accentLabel : root.colors.label
 
             width: list.width
             height: modelData.isSeparator ? 9 : 26
             leftPadding: 12
             rightPadding: 12
-            enabled: modelData.isEnabled && !modelData.isSeparator
+            enabled: modelData.isStop
             highlighted: ListView.isCurrentItem
             text: modelData.title
             // Screen readers follow the keyboard.
-            onHighlightedChanged: if (highlighted) forceActiveFocus()
+            onIsReadChanged: if (isRead) forceActiveFocus()
             onHoveredChanged: {
                 if (hovered)
                     root.menu.current = enabled ? index : -1
