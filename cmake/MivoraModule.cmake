@@ -30,9 +30,10 @@ endforeach()
 # What the sanitizers are told when a test runs. Of windows' leaks Qt's own few are known by their whole stacks, which are
 # slow to take, the more so the longer they are. What Clang 14 notes of the thread-local storage of plug-ins can be wrong
 # in the main thread, and the search for leaks then crashes on it.
-set(sanitized_environment TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/races.supp:halt_on_error=1)
+set(sanitized_environment TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/races.supp:halt_on_error=1
+                          LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/leaks.supp:print_suppressions=0)
 set(sanitized_window_environment
-    ASAN_OPTIONS=fast_unwind_on_malloc=0:malloc_context_size=16:intercept_tls_get_addr=0 LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/leaks.supp:print_suppressions=0)
+    ${sanitized_environment} ASAN_OPTIONS=fast_unwind_on_malloc=0:malloc_context_size=16:intercept_tls_get_addr=0)
 
 # Settings that every target of ours is compiled and linked with.
 add_library(MivoraOptions INTERFACE)
