@@ -23,7 +23,7 @@ QTimeZone zoneOfRule(QByteArray rule)
 /// The zone that a file of the zone database, or a copy of one, holds.
 QTimeZone zoneOfFile(const QDir &zones, const QString &path)
 {
-    const QTimeZone zone(zones.relativeFilePath(QFileInfo(path).canonicalFilePath()).toLocal8Bit());
+    QTimeZone zone(zones.relativeFilePath(QFileInfo(path).canonicalFilePath()).toLocal8Bit());
     QFile file(path);
     if (zone.isValid() || !file.open(QFile::ReadOnly))
         return zone;

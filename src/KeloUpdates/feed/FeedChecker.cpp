@@ -55,7 +55,7 @@ CheckOutcome read(const QByteArray &document, const QString &runningVersion)
 {
     const QJsonObject feed = QJsonDocument::fromJson(document).object();
     const auto text = [&](const char *key) { return feed.value(QLatin1String(key)).toString(); };
-    const Update update{.version = text("version"),
+    Update update{.version = text("version"),
                         .date = QDate::fromString(text("date"), Qt::ISODate),
                         .notes = text("notes"),
                         .page = text("page")};
