@@ -24,18 +24,22 @@ constexpr std::array keySchemas{"org.gnome.desktop.wm.keybindings", "org.gnome.s
                                 "org.gnome.mutter.keybindings", "org.gnome.mutter.wayland.keybindings",
                                 daemonSchema};
 
-struct ModifierName
+struct AcceleratorModifier
 {
     QLatin1String name;
     std::uint32_t bit;
 };
 
 // As accelerators name them. The first of each is written, in this order.
-constexpr std::array modifierNames{
-    ModifierName{QLatin1String("Shift"), shiftKey},     ModifierName{QLatin1String("Control"), controlKey},
-    ModifierName{QLatin1String("Alt"), optionKey},      ModifierName{QLatin1String("Super"), commandKey},
-    ModifierName{QLatin1String("Primary"), controlKey}, ModifierName{QLatin1String("Ctrl"), controlKey},
-    ModifierName{QLatin1String("Mod1"), optionKey},     ModifierName{QLatin1String("Mod4"), commandKey},
+constexpr std::array acceleratorModifiers{
+    AcceleratorModifier{QLatin1String("Shift"), shiftKey},
+    AcceleratorModifier{QLatin1String("Control"), controlKey},
+    AcceleratorModifier{QLatin1String("Alt"), optionKey},
+    AcceleratorModifier{QLatin1String("Super"), commandKey},
+    AcceleratorModifier{QLatin1String("Primary"), controlKey},
+    AcceleratorModifier{QLatin1String("Ctrl"), controlKey},
+    AcceleratorModifier{QLatin1String("Mod1"), optionKey},
+    AcceleratorModifier{QLatin1String("Mod4"), commandKey},
 };
 constexpr std::size_t writtenNames = 4;
 
@@ -44,7 +48,7 @@ QString acceleratorOf(const HotKeyCombo &combo)
 {
     const QString key = KeyboardLayout::symbolName(std::uint16_t(combo.keyCode));
     QString text;
-    for (const ModifierName &modifier : std::span(modifierNames).first(writtenNames)) {
+    for (const AcceleratorModifier &modifier : std::span(acceleratorModifiers).first(writtenNames)) {
         if (combo.modifiers & modifier.bit)
             text += QLatin1Char('<') + modifier.name + QLatin1Char('>');
     }
@@ -67,10 +71,11 @@ std::optional<std::pair<std::uint32_t, QString>> readAccelerator(const QString &
     while (end < text.size() && text[end] == QLatin1Char('<')) {
         const qsizetype close = text.indexOf(QLatin1Char('>'), end);
         const QString name = text.mid(end + 1, close - end - 1);
-        const auto *known = std::ranges::find_if(modifierNames, [&](const ModifierName &modifier) {
-            return name.compare(modifier.name, Qt::CaseInsensitive) == 0;
-        });
-        if (close < 0 || known == modifierNames.end())
+        const auto *known =
+            std::ranges::find_if(acceleratorModifiers, [&](const AcceleratorModifier &modifier) {
+                return name.compare(modifier.name, Qt::CaseInsensitive) == 0;
+            });
+        if (close < 0 || known == acceleratorModifiers.end())
             return std::nullopt;
         modifiers |= known->bit;
         end = close + 1;
@@ -106,8 +111,8 @@ bool hasDaemon()
 
 } // namespace
 
-/// The settings of a schema, which need not be installed: then there are none. GIO ends a program that asks for
-/// those of a schema that isn't there.
+/// The settings of a schema, which need not be installed: then there are none. GIO ends a program that asks
+/// for those of a schema that isn't there.
 class GnomeSettings final
 {
 public:
@@ -118,8 +123,8 @@ public:
         if (schemas)
             m_schema = KELO_GIO(g_settings_schema_source_lookup)(schemas, schema, true);
         if (m_schema)
-            m_settings = KELO_GIO(g_settings_new_full)(
-                m_schema, nullptr, path.isEmpty() ? nullptr : path.toUtf8().constData());
+            m_settings = KELO_GIO(g_settings_new_full)(m_schema, nullptr,
+                                                       path.isEmpty() ? nullptr : path.toUtf8().constData());
     }
 
     ~GnomeSettings()
@@ -182,8 +187,8 @@ public:
     /// Calls `changed` with `context` at each change, until this is gone.
     void onChange(void (*changed)(GSettings *, char *, void *), void *context)
     {
-        KELO_GIO(g_signal_connect_data)(m_settings, "changed", GCallback(changed), context, nullptr,
-                                        GConnectFlags(0));
+        KELO_GIO(g_signal_connect_data)
+        (m_settings, "changed", GCallback(changed), context, nullptr, GConnectFlags(0));
     }
 
 private:
@@ -215,9 +220,11 @@ GnomeKeybinding::GnomeKeybinding(const HotKeyPurpose &purpose)
     if (!m_daemon->exists() || !m_entry->exists())
         return;
     for (GnomeSettings *settings : {m_daemon.get(), m_entry.get()})
-        settings->onChange([](GSettings *, char *,
-                              void *service) { Q_EMIT static_cast<GnomeKeybinding *>(service)->stateChanged(); },
-                           this);
+        settings->onChange(
+            [](GSettings *, char *, void *service) {
+                Q_EMIT static_cast<GnomeKeybinding *>(service)->stateChanged();
+            },
+            this);
     // With the program only the setting stays, and so does the entry.
     connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, [this] { m_combo.reset(); });
 }
@@ -237,7 +244,8 @@ bool GnomeKeybinding::isUsed(const HotKeyCombo &combo) const
     };
     for (const char *schema : keySchemas) {
         const GnomeSettings settings(schema);
-        if (std::ranges::any_of(settings.keys(), [&](const QString &key) { return has(settings.texts(key)); }))
+        if (std::ranges::any_of(settings.keys(),
+                                [&](const QString &key) { return has(settings.texts(key)); }))
             return true;
     }
     return std::ranges::any_of(m_daemon->texts(QLatin1String(entriesKey)), [&](const QString &path) {
