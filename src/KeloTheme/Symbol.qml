@@ -9,5 +9,6 @@ Image {
     width: size
     height: size
     sourceSize: Qt.size(Math.round(size * Screen.devicePixelRatio), Math.round(size * Screen.devicePixelRatio))
-    source: name ? "image://symbol/" + name + "/" + color : ""
+    // Not compiled, for the sake of toString(): in compiled code Qt 6.4 may collect the text of a colour too early.
+    source: name ? "image://symbol/" + name + "/" + color.toString() : ""
 }
