@@ -50,12 +50,13 @@ constexpr std::array compositors{
                {QLatin1String("W"), QLatin1String("C"), QLatin1String("A"), QLatin1String("S")},
                QLatin1Char('-'),
                QLatin1String("<keybind key=\"%1-%2\"><action name=\"Execute\" command=\"%3\"/></keybind>")},
-    Compositor{QLatin1String("river"),
-               "",
-               QLatin1String("~/.config/river/init"),
-               {QLatin1String("Super"), QLatin1String("Control"), QLatin1String("Alt"), QLatin1String("Shift")},
-               QLatin1Char('+'),
-               QLatin1String("riverctl map normal %1 %2 spawn '%3'")},
+    Compositor{
+        QLatin1String("river"),
+        "",
+        QLatin1String("~/.config/river/init"),
+        {QLatin1String("Super"), QLatin1String("Control"), QLatin1String("Alt"), QLatin1String("Shift")},
+        QLatin1Char('+'),
+        QLatin1String("riverctl map normal %1 %2 spawn '%3'")},
 };
 
 constexpr std::array modifierBits{commandKey, controlKey, optionKey, shiftKey};

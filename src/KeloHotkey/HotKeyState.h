@@ -27,8 +27,8 @@ struct HotKeyState
     };
 
     Kind kind = Kind::off;
-    /// Of one that is registered or taken: its keys in the words of the desktop. Empty when no keys are bound to
-    /// it, or the desktop doesn't tell them.
+    /// Of one that is registered or taken: its keys in the words of the desktop. Empty when no keys are bound
+    /// to it, or the desktop doesn't tell them.
     QString keys{};
     /// The desktop itself has set the keys, whatever was wished for.
     bool areKeysOfDesktop = false;

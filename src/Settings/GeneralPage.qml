@@ -103,7 +103,7 @@ FormPage {
         FormRow {
             visible: root.model.useHotKey && !root.model.binding
             title: qsTr("Shortcut")
-            footnote: root.model.desktopKeys && !root.model.canConfigureHotKey
+            footnote: root.model.desktopKeys.length > 0 && !root.model.canConfigureHotKey
                       ? qsTr("Change the keys in the settings of your desktop.") : root.model.hotKeyConflict
             footnoteColor: root.model.hotKeyConflict ? Appearance.colors.red : Appearance.colors.secondaryLabel
 
@@ -111,22 +111,22 @@ FormPage {
                 spacing: 10
 
                 HotKeyRecorder {
-                    visible: !root.model.desktopKeys
+                    visible: root.model.desktopKeys.length === 0
                     name: qsTr("Shortcut")
                     note: root.model.hotKeyConflict
                     recorder: root.model.recorder
                 }
                 KeyCaps {
-                    visible: root.model.desktopKeys
+                    visible: root.model.desktopKeys.length > 0
                     anchors.verticalCenter: parent.verticalCenter
-                    keys: root.model.desktopKeys ? [root.model.desktopKeys] : []
+                    keys: root.model.desktopKeys
                     Accessible.role: Accessible.StaticText
-                    Accessible.name: root.model.desktopKeys
+                    Accessible.name: root.model.desktopKeys.join("+")
                 }
                 KeloButton {
                     visible: root.model.canConfigureHotKey
                     text: qsTr("Change…")
-                    Accessible.description: root.model.desktopKeys
+                    Accessible.description: root.model.desktopKeys.join("+")
                     onClicked: root.model.configureHotKey()
                 }
             }

@@ -215,6 +215,16 @@ bool GeneralPageModel::doesHotKeyFail() const
            (m_state.kind == registered && m_state.keys.isEmpty());
 }
 
+QStringList GeneralPageModel::desktopKeys() const
+{
+    if (!m_state.areKeysOfDesktop || m_state.keys.isEmpty())
+        return {};
+    // Other texts than keys joined by plus signs are shown as they are.
+    const QStringList parts = m_state.keys.split(QLatin1Char('+'));
+    const bool isWords = parts.contains(QString()) || m_state.keys.contains(QLatin1String(", "));
+    return isWords ? QStringList(m_state.keys) : parts;
+}
+
 void GeneralPageModel::configureHotKey()
 {
     m_service.configure();

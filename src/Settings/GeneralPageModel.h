@@ -29,7 +29,7 @@ class GeneralPageModel final : public QObject
     Q_PROPERTY(QString hotKeyText READ hotKeyText NOTIFY hotKeyChanged)
     Q_PROPERTY(bool doesHotKeyFail READ doesHotKeyFail NOTIFY hotKeyChanged)
     Q_PROPERTY(QString hotKeyConflict READ hotKeyConflict NOTIFY hotKeyChanged)
-    Q_PROPERTY(QString desktopKeys READ desktopKeys NOTIFY hotKeyChanged)
+    Q_PROPERTY(QStringList desktopKeys READ desktopKeys NOTIFY hotKeyChanged)
     Q_PROPERTY(bool canConfigureHotKey READ canConfigureHotKey NOTIFY hotKeyChanged)
     Q_PROPERTY(QString binding READ binding NOTIFY hotKeyChanged)
     Q_PROPERTY(QObject *recorder READ recorder CONSTANT)
@@ -78,7 +78,7 @@ public:
     const QString &hotKeyConflict() const { return m_hotKeyConflict; }
 
     /// The keys that the desktop has set, whatever was recorded; empty where the recorded ones count.
-    QString desktopKeys() const { return m_state.areKeysOfDesktop ? m_state.keys : QString(); }
+    QStringList desktopKeys() const;
 
     bool canConfigureHotKey() const { return m_state.isConfigurable; }
 

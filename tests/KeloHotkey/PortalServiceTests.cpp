@@ -93,6 +93,11 @@ TEST_F(PortalServiceTest, tellsWhatTheDesktopAnsweredAndWhatItHasBound)
         HotKeyState state;
     } rows[] = {
         {"yes", 0, 0, QStringLiteral("Ctrl+X"), {registered, QStringLiteral("Ctrl+X"), true, true}},
+        {"yes, as GNOME writes it",
+         0,
+         0,
+         QStringLiteral("Press <Control><Alt>j"),
+         {registered, QStringLiteral("Ctrl+Alt+J"), true, true}},
         {"yes, without keys", 0, 0, QString(), {registered, {}, true, true}},
         {"no, but it is bound", 0, 2, QStringLiteral("Y"), {registered, QStringLiteral("Y"), true, true}},
         {"yes, but it is not bound", 0, 0, none, {refused}},

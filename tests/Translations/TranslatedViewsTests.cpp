@@ -105,6 +105,11 @@ TEST_P(TranslatedViews, settingsHaveRoom)
         test.prefs.setLeadMinutes(minutes);
         expectRoom(test.controller.window());
     }
+    using enum kelo::HotKeyState::Kind;
+    for (const auto kind : {registered, waiting, refused, ended, cancelled, impossible}) {
+        test.controller.setHotKeyState({kind});
+        expectRoom(test.controller.window());
+    }
     for (const auto access : {CalendarAuthorization::granted, CalendarAuthorization::denied}) {
         test.source.access = access;
         test.controller.show(SettingsPage::calendars);

@@ -1,7 +1,6 @@
 #include "KeloHotkey/backends/GnomeKeybinding.h"
 
-#include "KeloHotkey/KeyboardLayout.h"
-#include "KeloHotkey/VirtualKeys.h"
+#include "KeloHotkey/backends/Accelerator.h"
 #include "Platform/linux/Gio.h"
 
 #include <QCoreApplication>
@@ -9,7 +8,6 @@
 #include <QStandardPaths>
 #include <algorithm>
 #include <array>
-#include <span>
 
 namespace kelo {
 
@@ -23,81 +21,6 @@ constexpr const char *entriesKey = "custom-keybindings";
 constexpr std::array keySchemas{"org.gnome.desktop.wm.keybindings", "org.gnome.shell.keybindings",
                                 "org.gnome.mutter.keybindings", "org.gnome.mutter.wayland.keybindings",
                                 daemonSchema};
-
-struct AcceleratorModifier
-{
-    QLatin1String name;
-    std::uint32_t bit;
-};
-
-// As accelerators name them. The first of each is written, in this order.
-constexpr std::array acceleratorModifiers{
-    AcceleratorModifier{QLatin1String("Shift"), shiftKey},
-    AcceleratorModifier{QLatin1String("Control"), controlKey},
-    AcceleratorModifier{QLatin1String("Alt"), optionKey},
-    AcceleratorModifier{QLatin1String("Super"), commandKey},
-    AcceleratorModifier{QLatin1String("Primary"), controlKey},
-    AcceleratorModifier{QLatin1String("Ctrl"), controlKey},
-    AcceleratorModifier{QLatin1String("Mod1"), optionKey},
-    AcceleratorModifier{QLatin1String("Mod4"), commandKey},
-};
-constexpr std::size_t writtenNames = 4;
-
-/// "<Control><Alt>j"; empty for a key without a name.
-QString acceleratorOf(const HotKeyCombo &combo)
-{
-    const QString key = KeyboardLayout::symbolName(std::uint16_t(combo.keyCode));
-    QString text;
-    for (const AcceleratorModifier &modifier : std::span(acceleratorModifiers).first(writtenNames)) {
-        if (combo.modifiers & modifier.bit)
-            text += QLatin1Char('<') + modifier.name + QLatin1Char('>');
-    }
-    return key.isEmpty() ? QString() : text + key;
-}
-
-bool typesKey(std::uint16_t keyCode, const QString &name)
-{
-    // What is above Tab is bound by its place.
-    if (name == QLatin1String("Above_Tab"))
-        return keyCode == virtualGrave;
-    return KeyboardLayout::symbolName(keyCode).compare(name, Qt::CaseInsensitive) == 0;
-}
-
-/// The part of an accelerator behind its modifiers, and these. Nothing when it has other ones than the four.
-std::optional<std::pair<std::uint32_t, QString>> readAccelerator(const QString &text)
-{
-    std::uint32_t modifiers = 0;
-    qsizetype end = 0;
-    while (end < text.size() && text[end] == QLatin1Char('<')) {
-        const qsizetype close = text.indexOf(QLatin1Char('>'), end);
-        const QString name = text.mid(end + 1, close - end - 1);
-        const auto *known =
-            std::ranges::find_if(acceleratorModifiers, [&](const AcceleratorModifier &modifier) {
-                return name.compare(modifier.name, Qt::CaseInsensitive) == 0;
-            });
-        if (close < 0 || known == acceleratorModifiers.end())
-            return std::nullopt;
-        modifiers |= known->bit;
-        end = close + 1;
-    }
-    return std::pair(modifiers, text.mid(end));
-}
-
-bool isAccelerator(const QString &text, const HotKeyCombo &combo)
-{
-    const auto read = readAccelerator(text);
-    return read && read->first == combo.modifiers && typesKey(std::uint16_t(combo.keyCode), read->second);
-}
-
-/// The keys of an accelerator in words; the text itself when it names none that are known.
-QString wordsOf(const QString &accelerator)
-{
-    const auto read = readAccelerator(accelerator);
-    const auto *pair = std::ranges::find_if(keyCodePairs, [&](const KeyCodePair &candidate) {
-        return read && typesKey(candidate.virtualKey, read->second);
-    });
-    return pair == keyCodePairs.end() ? accelerator : HotKeyCombo{pair->virtualKey, read->first}.text();
-}
 
 // Nothing of this depends on what runs already, as at login the daemon may come later.
 bool hasDaemon()
@@ -240,7 +163,7 @@ bool GnomeKeybinding::isUsed(const HotKeyCombo &combo) const
 {
     const auto has = [&](const QStringList &accelerators) {
         return std::ranges::any_of(accelerators,
-                                   [&](const QString &text) { return isAccelerator(text, combo); });
+                                   [&](const QString &text) { return Accelerator::names(text, combo); });
     };
     for (const char *schema : keySchemas) {
         const GnomeSettings settings(schema);
@@ -255,7 +178,7 @@ bool GnomeKeybinding::isUsed(const HotKeyCombo &combo) const
 
 bool GnomeKeybinding::registerHotKey(const HotKeyCombo &combo, std::uint32_t id)
 {
-    const QString accelerator = acceleratorOf(combo);
+    const QString accelerator = Accelerator::of(combo);
     if (combo == m_combo || accelerator.isEmpty() || isUsed(combo)) {
         // The desktop has come to use keys that the entry of a former run has.
         if (!m_combo)
@@ -306,7 +229,7 @@ void GnomeKeybinding::suspend()
 void GnomeKeybinding::resume()
 {
     if (std::exchange(m_isSuspended, false) && m_combo)
-        m_entry->set("binding", acceleratorOf(*m_combo));
+        m_entry->set("binding", Accelerator::of(*m_combo));
 }
 
 // The user can change the entry in the settings of the desktop, or remove it: that is a no.
@@ -317,10 +240,10 @@ HotKeyState GnomeKeybinding::state() const
     if (!hasEntry())
         return {HotKeyState::Kind::cancelled};
     const QString binding = m_entry->text("binding");
-    if (m_isSuspended || isAccelerator(binding, *m_combo))
+    if (m_isSuspended || Accelerator::names(binding, *m_combo))
         return {HotKeyState::Kind::registered, m_combo->text()};
     return {.kind = HotKeyState::Kind::registered,
-            .keys = binding.isEmpty() ? QString() : wordsOf(binding),
+            .keys = binding.isEmpty() ? QString() : Accelerator::words(binding),
             .areKeysOfDesktop = true};
 }
 

@@ -8,11 +8,11 @@ namespace kelo {
 
 class GnomeSettings;
 
-/// A shortcut among the custom keybindings of GNOME's settings daemon, which runs the command of the purpose: for
-/// versions of GNOME whose portal has no shortcuts, and for desktops that have kept its daemon.
+/// A shortcut among the custom keybindings of GNOME's settings daemon, which runs the command of the purpose:
+/// for versions of GNOME whose portal has no shortcuts, and for desktops that have kept its daemon.
 ///
-/// There is one entry, at a place of its own among those of the user. It stays when the program ends, and is found
-/// again.
+/// There is one entry, at a place of its own among those of the user. It stays when the program ends, and is
+/// found again.
 class GnomeKeybinding final : public HotKeyService
 {
     Q_OBJECT

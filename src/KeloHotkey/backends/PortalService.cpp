@@ -2,6 +2,7 @@
 
 #include "KeloHotkey/KeyboardLayout.h"
 #include "KeloHotkey/VirtualKeys.h"
+#include "KeloHotkey/backends/Accelerator.h"
 #include "KeloHotkey/backends/GnomeKeybinding.h"
 #include "Platform/Activation.h"
 
@@ -74,6 +75,14 @@ QString portalTrigger(const HotKeyCombo &combo)
     if (combo.modifiers & commandKey)
         parts.append(QStringLiteral("LOGO"));
     return (parts << key).join(QLatin1Char('+'));
+}
+
+// GNOME 48 says "Press <Control><Alt>j", in its own language.
+QString keysIn(const QString &description)
+{
+    const QString text = description.simplified();
+    return text.contains(QLatin1Char('<')) ? Accelerator::words(text.mid(text.indexOf(QLatin1Char('<'))))
+                                           : text;
 }
 
 HotKeyState stateAfter(uint answer)
@@ -181,8 +190,7 @@ void PortalShortcut::adopt(const QVariant &shortcuts, const HotKeyState &otherwi
     HotKeyState state = otherwise;
     if (ours != bound.end())
         state = {.kind = registered,
-                 .keys =
-                     ours->properties.value(QStringLiteral("trigger_description")).toString().simplified(),
+                 .keys = keysIn(ours->properties.value(QStringLiteral("trigger_description")).toString()),
                  .areKeysOfDesktop = true};
     state.isConfigurable = state.kind == registered && m_peer.version >= 2;
     if (m_changed)

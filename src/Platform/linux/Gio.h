@@ -6,8 +6,8 @@
 #undef signals
 #include <gio/gio.h>
 
-/// The function of GIO or GObject that is declared with this name; it must not be linked then. Null where there is
-/// no GIO.
+/// The function of GIO or GObject that is declared with this name; it must not be linked then. Null where
+/// there is no GIO.
 #define KELO_GIO(function) reinterpret_cast<decltype(&(function))>(mivora::gioFunction(#function))
 
 namespace mivora {
