@@ -77,6 +77,7 @@ void FloatingPanelController::show(const QRect &rect)
 bool FloatingPanelController::orderFrontRegardless(const PanelPlace &place, const std::optional<QRectF> &area)
 {
     m_releaseTimer.stop();
+    m_isWanted = true;
     m_panel.setPlace(place);
     if (area)
         m_panel.setOrigin(originAt(place, *area, m_panel.frameSize()));
@@ -85,6 +86,7 @@ bool FloatingPanelController::orderFrontRegardless(const PanelPlace &place, cons
 
 void FloatingPanelController::hide()
 {
+    m_isWanted = false;
     if (!isVisible())
         return;
     m_panel.orderOut();
@@ -101,6 +103,7 @@ void FloatingPanelController::toggle()
 void FloatingPanelController::prepareToShow()
 {
     m_releaseTimer.stop();
+    m_isWanted = true;
     m_panel.setPlace({});
     m_previousApp = frontmostApp();
     if (m_previousApp && m_previousApp->processID == QCoreApplication::applicationPid())
@@ -109,9 +112,15 @@ void FloatingPanelController::prepareToShow()
         onWillShow();
 }
 
-// A panel on a screen that has gone, or become smaller, moves no further than it must.
+// A panel on a screen that has gone, or become smaller, moves no further than it must. A compositor that
+// places it may close it with its screen, or leave it there unseen: so there it appears anew.
 void FloatingPanelController::stayOnScreen()
 {
+    if (m_isWanted && panelPlatform() == PanelPlatform::layers) {
+        m_panel.orderOut();
+        m_panel.orderFrontRegardless();
+        return;
+    }
     if (!isVisible())
         return;
     const QRect frame = m_panel.window()->geometry();

@@ -66,6 +66,8 @@ private:
 
     FloatingPanel m_panel;
     std::optional<RunningApp> m_previousApp;
+    /// Between showing and hiding.
+    bool m_isWanted = false;
     QTimer m_releaseTimer;
     QTimer m_screensSettle;
 };

@@ -33,6 +33,7 @@ expect_typed() { # TEXT
     await typed "$1" || fail "no key is lost: $(cat "$run/typed")"
     : >"$run/typed"
 }
+export MIVORA_PLATFORM=xcb
 record_links
 used_before
 start "$BIN/mivora"

@@ -37,7 +37,6 @@ void LayerPanelBackend::orderFront(QWindow &window, const PanelPosition &positio
     window.setMask(GlassSurface::cardRegion(frame));
     m_shell.place(window, m_edges, m_distance);
     setTakesKeyboard(window, false);
-    m_isShown = true;
     window.show();
 }
 
@@ -48,14 +47,14 @@ void LayerPanelBackend::takeKeyboard(QWindow &window)
 
 void LayerPanelBackend::orderOut(QWindow &window)
 {
-    m_isShown = false;
     window.hide();
 }
 
-void LayerPanelBackend::moveBy(QWindow &window, const QPoint &distance)
+// Once the surface is let go. Some compositors tell the pointer's place from where it was taken, others from
+// where it is: a surface that moves meanwhile would run away from the pointer.
+void LayerPanelBackend::moveBy(QWindow &, const QPoint &distance)
 {
-    m_distance += QMargins(distance.x(), distance.y(), -distance.x(), -distance.y());
-    m_shell.place(window, m_edges, m_distance);
+    m_dragged = distance;
 }
 
 bool LayerPanelBackend::eventFilter(QObject *watched, QEvent *event)
@@ -68,6 +67,11 @@ bool LayerPanelBackend::eventFilter(QObject *watched, QEvent *event)
     case QEvent::MouseButtonPress:
     case QEvent::TouchBegin:
         setTakesKeyboard(window, true);
+        break;
+    case QEvent::MouseButtonRelease:
+        m_distance += QMargins(m_dragged.x(), m_dragged.y(), -m_dragged.x(), -m_dragged.y());
+        m_dragged = {};
+        m_shell.place(window, m_edges, m_distance);
         break;
     case QEvent::Leave:
         setTakesKeyboard(window, false);

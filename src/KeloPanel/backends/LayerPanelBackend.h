@@ -31,8 +31,8 @@ private:
     LayerShell &m_shell;
     Qt::Edges m_edges;
     QMargins m_distance;
+    QPoint m_dragged;
     bool m_takesKeyboard = false;
-    bool m_isShown = false;
 };
 
 } // namespace kelo

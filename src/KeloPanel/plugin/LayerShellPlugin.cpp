@@ -44,7 +44,7 @@ public:
         surface->setLayer(Surface::LayerOverlay);
         surface->setScreenConfiguration(Surface::ScreenFromCompositor);
         surface->setKeyboardInteractivity(Surface::KeyboardInteractivityNone);
-        surface->setCloseOnDismissed(false);
+        surface->setCloseOnDismissed(true);
     }
 
     void place(QWindow &window, Qt::Edges edges, const QMargins &distance) override
