@@ -826,6 +826,14 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <source>Mivora needs Calendar access</source>
         <translation>Mivora braucht Zugriff auf den Kalender</translation>
     </message>
+    <message>
+        <source>GNOME shows no icon before you install the extension AppIndicator (gnome-shell-extension-appindicator) and turn it on in the app Extensions; until then, `mivora show` shows your day.</source>
+        <translation>GNOME zeigt kein Symbol, bevor Sie die Erweiterung AppIndicator (gnome-shell-extension-appindicator) installieren und in der App Erweiterungen einschalten; bis dahin zeigt `mivora show` Ihren Tag.</translation>
+    </message>
+    <message>
+        <source>This desktop has no status area for the icon: add one to a panel; until then, `mivora show` shows your day.</source>
+        <translation>Dieser Desktop hat keinen Statusbereich für das Symbol: Fügen Sie einer Leiste einen hinzu; bis dahin zeigt `mivora show` Ihren Tag.</translation>
+    </message>
 </context>
 <context>
     <name>StatusMenu</name>

@@ -79,6 +79,7 @@ void AppDelegate::makeStatus()
 {
     m_status = std::make_unique<StatusController>(*m_scheduler, m_prefs, m_views, m_parts.bus,
                                                   [this](kelo::Menu &menu) { buildMenu(menu); });
+    connect(&m_status->item(), &kelo::StatusItemController::isShownChanged, this, &AppDelegate::tellTrayHint);
     m_hotKey =
         std::make_unique<HotKeyRegistration>(m_parts.hotKeys, m_prefs, [this] { m_commands->joinNext(); });
     m_alert = std::make_unique<ConflictAlert>(m_views, m_parts.bus);
@@ -154,8 +155,17 @@ bool AppDelegate::openSettings(std::optional<SettingsPage> page)
         m_settingsWindow =
             std::make_unique<SettingsWindowController>(m_prefs, m_source, m_parts.hotKeys, m_views, actions);
         m_settingsWindow->setHotKeyState(m_hotKey->state());
+        m_settingsWindow->setTrayHint(m_status->trayHint());
     }
     return m_settingsWindow->show(page);
+}
+
+void AppDelegate::tellTrayHint()
+{
+    const QString hint = m_status->trayHint();
+    m_onboarding->setTrayHint(hint);
+    if (m_settingsWindow)
+        m_settingsWindow->setTrayHint(hint);
 }
 
 bool AppDelegate::showToday()

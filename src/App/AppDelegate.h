@@ -102,6 +102,7 @@ private:
     void tellUnsavedSettings(const QString &reason);
     bool openSettings(std::optional<SettingsPage> page);
     bool showToday();
+    void tellTrayHint();
     void openLink(const QString &link);
     void buildMenu(kelo::Menu &menu);
     void panelRequestChanged(const std::optional<Meeting> &meeting);

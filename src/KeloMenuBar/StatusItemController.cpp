@@ -85,14 +85,22 @@ void StatusItemController::setNotifierHost(bool isThere)
     if (isThere) {
         m_tray.reset();
     } else if (!m_tray && TrayBackend::applies()) {
-        m_tray = std::make_unique<TrayBackend>(m_state, [this](QPoint position) { openMenu(position); });
+        m_tray = std::make_unique<TrayBackend>(
+            m_state, [this](QPoint position) { openMenu(position); }, [this] { updateShown(); });
     }
+    updateShown();
+}
+
+void StatusItemController::updateShown()
+{
+    const bool isShown = (m_notifier && m_notifier->hasHost()) || (m_tray && m_tray->hasTray());
+    if (std::exchange(m_isShown, isShown) != isShown)
+        Q_EMIT isShownChanged();
 }
 
 void StatusItemController::sayIfNothingShowsIt()
 {
-    const bool isShown = (m_notifier && m_notifier->hasHost()) || (m_tray && m_tray->hasTray());
-    if (!isShown)
+    if (!m_isShown)
         qCWarning(menuBarLog, "No status area found: the icon is shown as soon as there is one");
 }
 

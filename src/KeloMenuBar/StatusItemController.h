@@ -62,11 +62,18 @@ public:
 
     void setVisible(bool isVisible);
 
+    /// Whether anything shows the item, as far as is known by now.
+    bool isShown() const { return m_isShown; }
+
+Q_SIGNALS:
+    void isShownChanged();
+
 private:
     void flush();
     Menu buildMenu() const;
     void openMenu(QPoint position);
     void setNotifierHost(bool isThere);
+    void updateShown();
     void sayIfNothingShowsIt();
 
     std::function<void(Menu &)> m_build;
@@ -76,6 +83,7 @@ private:
     std::unique_ptr<TrayBackend> m_tray;
     std::unique_ptr<PopupMenu> m_popup;
     QTimer m_flush;
+    bool m_isShown = true;
 };
 
 } // namespace kelo

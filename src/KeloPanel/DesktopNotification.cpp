@@ -17,6 +17,7 @@ const QString service = QStringLiteral("org.freedesktop.Notifications");
 const QString path = QStringLiteral("/org/freedesktop/Notifications");
 
 constexpr uint closedByUser = 2;
+constexpr uchar critical = 2;
 constexpr int never = 0;
 constexpr int asUsual = -1;
 // Some desktops tell of the end before they tell of the action that brought it about.
@@ -49,7 +50,7 @@ void DesktopNotification::show(const NotificationContent &content)
 {
     listen();
     m_closesNext = false;
-    if (m_sending || m_ended != 0)
+    if (m_sending || m_ended != 0 || !m_hasActions)
         m_next = content;
     else
         send(content);
@@ -75,16 +76,26 @@ void DesktopNotification::listen()
                   SLOT(receiveAction(uint, QString)));
     m_bus.connect(service, path, service, QStringLiteral("NotificationClosed"), this,
                   SLOT(receiveClosed(uint, uint)));
+    mivora::callBus<QStringList>(
+        m_bus, call(QStringLiteral("GetCapabilities")), this, [this](const auto &reply) {
+            m_hasActions = !reply.isValid() || reply.value().contains(QLatin1String("actions"));
+            sendNext();
+        });
 }
 
 void DesktopNotification::send(const NotificationContent &content)
 {
     // The body may be read as markup; texts of ours are plain.
-    const QVariantMap hints{{QStringLiteral("desktop-entry"), QStringLiteral("app.kelo.Mivora")}};
+    QVariantMap hints{{QStringLiteral("desktop-entry"), QStringLiteral("app.kelo.Mivora")}};
+    // Those that are not go after some seconds on GNOME, and hide their buttons until the pointer is there.
+    if (content.stays)
+        hints.insert(QStringLiteral("urgency"), QVariant::fromValue(critical));
+    const bool needsLine = !*m_hasActions && !content.insteadOfActions.isEmpty();
+    const QString body = needsLine ? content.body + u'\n' + content.insteadOfActions : content.body;
     const QDBusMessage request = call(QStringLiteral("Notify"))
                                  << QStringLiteral("Mivora") << m_id << QStringLiteral("app.kelo.Mivora")
-                                 << content.summary << content.body.toHtmlEscaped() << content.actions
-                                 << hints << (content.stays ? never : asUsual);
+                                 << content.summary << body.toHtmlEscaped() << content.actions << hints
+                                 << (content.stays ? never : asUsual);
     m_sending =
         mivora::callBus<uint>(m_bus, request, this, [this](const auto &reply) { finishShowing(reply); });
 }

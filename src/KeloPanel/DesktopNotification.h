@@ -17,7 +17,9 @@ struct NotificationContent
     QString body{};
     /// Keys and labels of its buttons in turn; the key "default" is a click on the notification itself.
     QStringList actions{};
-    /// Whether it stays until it is closed; else the desktop takes it away after some seconds.
+    /// A line of the body where the desktop shows no buttons.
+    QString insteadOfActions{};
+    /// Whether it is urgent and stays until it is closed; else the desktop takes it away after some seconds.
     bool stays = false;
 };
 
@@ -72,6 +74,8 @@ private:
     /// What the desktop gave for the action that it tells of next.
     QByteArray m_activationToken;
     bool m_closesNext = false;
+    /// Nothing until the desktop has told.
+    std::optional<bool> m_hasActions;
     bool m_listens = false;
 };
 

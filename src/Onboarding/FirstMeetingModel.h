@@ -17,12 +17,16 @@ class FirstMeetingModel final : public QObject
     Q_PROPERTY(QString title READ title NOTIFY changed)
     Q_PROPERTY(QString detail READ detail NOTIFY changed)
     Q_PROPERTY(QString color READ color NOTIFY changed)
+    /// What to do about an icon that nothing shows; empty while something does.
+    Q_PROPERTY(QString trayHint MEMBER trayHint NOTIFY trayHintChanged)
 
 public:
     using TimeFormat = std::function<QString(Timestamp)>;
 
     /// `formatTime` writes the time of day. `scheduler` must outlive the model.
     FirstMeetingModel(const Scheduler &scheduler, TimeFormat formatTime);
+
+    QString trayHint;
 
     bool hasMeeting() const;
 
@@ -37,6 +41,7 @@ public:
 
 Q_SIGNALS:
     void changed();
+    void trayHintChanged();
 
 private:
     const Scheduler &m_scheduler;

@@ -6,7 +6,7 @@ import KeloThemeViews
 Item {
     id: root
 
-    // hasMeeting, title, detail, color.
+    // hasMeeting, title, detail, color, trayHint.
     required property QtObject model
 
     Column {
@@ -18,7 +18,7 @@ Item {
             text: root.model.hasMeeting ? qsTr("Here's your next meeting") : qsTr("No meetings today")
         }
         StepText {
-            visible: !root.model.hasMeeting
+            visible: !root.model.hasMeeting && !root.model.trayHint
             text: qsTr("You're all set. The countdown appears in the menu bar as soon as something is on your calendar.")
         }
         // The meeting: its calendar's colour, its title, when and where it is.
@@ -65,9 +65,9 @@ Item {
         Item { width: 1; height: 2 }
         TipRow {
             width: parent.width
-            visible: root.model.hasMeeting
+            visible: root.model.hasMeeting || root.model.trayHint
             symbol: "menubar.rectangle"
-            text: qsTr("The countdown is in your menu bar from now on.")
+            text: root.model.trayHint || qsTr("The countdown is in your menu bar from now on.")
         }
         TipRow {
             width: parent.width

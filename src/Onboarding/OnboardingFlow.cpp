@@ -55,7 +55,7 @@ void OnboardingFlow::show(FirstRunStep first)
     m_window->show(steps(), Onboarding::tr("Start Using Mivora"), int(first));
 }
 
-std::vector<kelo::OnboardingStep> OnboardingFlow::steps() const
+std::vector<kelo::OnboardingStep> OnboardingFlow::steps()
 {
     const auto access = std::make_shared<CalendarStepModel>(
         m_source, [this] { m_scheduler.refresh(); }, m_openSystemSettings);
@@ -64,9 +64,17 @@ std::vector<kelo::OnboardingStep> OnboardingFlow::steps() const
         access->update();
         return access->isGranted();
     };
-    return {makeStep("welcome", "WelcomeStep"), calendar,
-            makeStep("first", "FirstMeetingStep",
-                     std::make_shared<FirstMeetingModel>(m_scheduler, m_formatTime))};
+    const auto first = std::make_shared<FirstMeetingModel>(m_scheduler, m_formatTime);
+    first->trayHint = m_trayHint;
+    m_firstMeeting = first;
+    return {makeStep("welcome", "WelcomeStep"), calendar, makeStep("first", "FirstMeetingStep", first)};
+}
+
+void OnboardingFlow::setTrayHint(const QString &hint)
+{
+    m_trayHint = hint;
+    if (const auto shown = m_firstMeeting.lock())
+        shown->setProperty("trayHint", hint);
 }
 
 bool OnboardingFlow::hasAccess() const

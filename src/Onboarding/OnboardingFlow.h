@@ -8,6 +8,7 @@
 namespace mivora {
 
 class EventSource;
+class FirstMeetingModel;
 class Preferences;
 class Scheduler;
 
@@ -35,8 +36,12 @@ public:
     /// Null while the walkthrough is not on show.
     kelo::OnboardingWindowController *window() const { return m_window.get(); }
 
+    /// What the last step says in place of where the countdown is: what to do about an icon that nothing
+    /// shows. Empty while something does.
+    void setTrayHint(const QString &hint);
+
 private:
-    std::vector<kelo::OnboardingStep> steps() const;
+    std::vector<kelo::OnboardingStep> steps();
     bool hasAccess() const;
     void finish();
 
@@ -47,6 +52,8 @@ private:
     std::function<void(const QString &link)> m_openSystemSettings;
     std::function<QString(Timestamp)> m_formatTime;
     std::unique_ptr<kelo::OnboardingWindowController> m_window;
+    QString m_trayHint;
+    std::weak_ptr<FirstMeetingModel> m_firstMeeting;
 };
 
 } // namespace mivora

@@ -18,7 +18,7 @@ FormPage {
         ToggleRow {
             hasSeparator: false
             title: qsTr("Show the next meeting in the menu bar")
-            footnote: qsTr("Off: only the icon, the menu still lists your meetings.")
+            footnote: root.model.trayHint || qsTr("Off: only the icon, the menu still lists your meetings.")
             checked: root.model.prefs.showTitle
             onToggled: checked => root.model.prefs.showTitle = checked
         }

@@ -32,6 +32,8 @@ class GeneralPageModel final : public QObject
     Q_PROPERTY(QStringList desktopKeys READ desktopKeys NOTIFY hotKeyChanged)
     Q_PROPERTY(bool canConfigureHotKey READ canConfigureHotKey NOTIFY hotKeyChanged)
     Q_PROPERTY(QString binding READ binding NOTIFY hotKeyChanged)
+    /// What to do about an icon that nothing shows; empty while something does.
+    Q_PROPERTY(QString trayHint MEMBER trayHint NOTIFY trayHintChanged)
     Q_PROPERTY(QObject *recorder READ recorder CONSTANT)
 
 public:
@@ -45,6 +47,8 @@ public:
 
     /// To be called when the page is built: what was refused on it before is forgotten.
     Q_INVOKABLE void begin();
+
+    QString trayHint;
 
     QObject *prefs() const;
 
@@ -94,6 +98,7 @@ public:
     kelo::HotKeyRecorder *recorder() { return &m_recorder; }
 
 Q_SIGNALS:
+    void trayHintChanged();
     void leadMinutesChanged();
     void panelCornerChanged();
     void hotKeyChanged();

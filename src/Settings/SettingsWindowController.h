@@ -39,6 +39,9 @@ public:
     /// How it stands with the shortcut. To be called when the controller is made, and when that changes.
     void setHotKeyState(const kelo::HotKeyState &state) { m_general.setHotKeyState(state); }
 
+    /// What to do about an icon that nothing shows; empty while something does.
+    void setTrayHint(const QString &hint) { m_general.setProperty("trayHint", hint); }
+
     /// To be called when the source's calendars or its permission changed.
     void calendarsChanged();
 

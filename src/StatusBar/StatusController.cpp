@@ -5,6 +5,8 @@
 #include "Scheduling/Scheduler.h"
 #include "StatusBar/StatusText.h"
 
+#include <QCoreApplication>
+
 namespace mivora {
 
 namespace {
@@ -32,6 +34,22 @@ void StatusController::update(Timestamp now, CalendarAuthorization authorization
                      .icon = text.icon,
                      .accessibilityDescription = name,
                      .toolTip = text.toolTip.value_or(QString())});
+}
+
+QString StatusController::trayHint() const
+{
+    if (m_item.isShown())
+        return {};
+    const QStringList desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':');
+    return desktops.contains(QLatin1String("GNOME"), Qt::CaseInsensitive)
+               ? QCoreApplication::translate(
+                     "StatusItem",
+                     "GNOME shows no icon before you install the extension AppIndicator "
+                     "(gnome-shell-extension-appindicator) and turn it on in the app Extensions; until "
+                     "then, `mivora show` shows your day.")
+               : QCoreApplication::translate(
+                     "StatusItem", "This desktop has no status area for the icon: add one to a panel; until "
+                                   "then, `mivora show` shows your day.");
 }
 
 } // namespace mivora

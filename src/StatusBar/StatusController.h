@@ -23,6 +23,11 @@ public:
     /// Sets title, icon and tool tip to what they are at `now`.
     void update(Timestamp now, CalendarAuthorization authorization);
 
+    /// What the user can do about an icon that nothing shows, in one sentence; empty while something does.
+    QString trayHint() const;
+
+    kelo::StatusItemController &item() { return m_item; }
+
 private:
     const Scheduler &m_scheduler;
     const Preferences &m_prefs;

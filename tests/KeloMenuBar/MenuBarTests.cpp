@@ -126,15 +126,23 @@ TEST(Presentation, followsTheHost)
         // A plug-in of a panel for Ayatana's service.
         {"stranger", true, "", Label},
         {"stranger", false, "GNOME", Square},
+        {"sfwbar", false, "", Label},
         // In a sandbox the desktop is all that is known.
         {"", false, "ubuntu:GNOME", Label},
         {"", false, "", Square},
     };
 
     for (const auto &[process, hasAyatanaIndicator, desktop, expected] : rows)
-        EXPECT_EQ(presentationFor({QLatin1String(process), hasAyatanaIndicator, QLatin1String(desktop)}),
+        EXPECT_EQ(presentationFor({.process = QLatin1String(process),
+                                   .hasAyatanaIndicator = hasAyatanaIndicator,
+                                   .desktop = QLatin1String(desktop)}),
                   expected)
             << process << ' ' << desktop;
+    const StatusHost beside{.process = QStringLiteral("swaybar"),
+                            .others = {QStringLiteral("swaybar"), QStringLiteral("waybar")}};
+    EXPECT_EQ(presentationFor(beside), Wide) << "sway's own bar keeps the list";
+    EXPECT_TRUE(readsMarkup(beside));
+    EXPECT_FALSE(readsMarkup({.process = QStringLiteral("gnome-shell")}));
     EXPECT_TRUE(opensRefusedMenu({.process = QStringLiteral("kded5")}));
     EXPECT_FALSE(opensRefusedMenu({.process = QStringLiteral("waybar")}));
 }

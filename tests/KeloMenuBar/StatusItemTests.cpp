@@ -226,6 +226,16 @@ TEST_F(StatusItemTest, hasAMenuForTheHostToDraw)
     QTest::keyClick(openPopup(), Qt::Key_Escape);
 }
 
+TEST_F(StatusItemTest, announcesItsLabelOnceMoreToAHostThatHasReadIt)
+{
+    FakeHost &host = this->host("label");
+    m_item.setState({.title = QStringLiteral("Review")});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return host.property("XAyatanaLabel") == QStringLiteral("Review"); }));
+    host.signalNames.clear();
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return host.signalNames.contains(QLatin1String("XAyatanaNewLabel")); }));
+}
+
 TEST_F(StatusItemTest, announcesOnlyWhatHasChanged)
 {
     FakeHost &host = this->host("label");

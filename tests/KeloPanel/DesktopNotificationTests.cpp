@@ -52,18 +52,30 @@ TEST_F(DesktopNotificationTest, replacesWhatItShowed)
         << "only the latest matters";
 }
 
+TEST_F(DesktopNotificationTest, hasALineWhereThereAreNoButtons)
+{
+    desktop.capabilities.clear();
+    notification->show({.summary = QStringLiteral("One"), .insteadOfActions = QStringLiteral("https://a")});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !desktop.calls.empty(); }));
+    EXPECT_THAT(desktop.calls, ElementsAre("notify 0 One|\nhttps://a||-1"));
+}
+
 TEST_F(DesktopNotificationTest, isNotLeftBehindByAProgramThatEnds)
 {
+    show("One");
+    EXPECT_TRUE(waitForCalls(1)) << "the desktop has told what it can do";
+    notification->close();
+    EXPECT_TRUE(waitForCalls(2));
     QThread elsewhere;
     desktop.moveToThread(&elsewhere);
     elsewhere.start();
-    show("One");
+    show("Two");
     notification->close();
     notification.reset();
-    EXPECT_TRUE(waitForCalls(2));
+    EXPECT_TRUE(waitForCalls(4));
     elsewhere.quit();
     elsewhere.wait();
-    EXPECT_THAT(desktop.calls, ElementsAre("notify 0 One|||0", "close 7"));
+    EXPECT_THAT(desktop.calls, ElementsAre("notify 0 One|||0", "close 7", "notify 0 Two|||0", "close 8"));
 }
 
 TEST_F(DesktopNotificationTest, tellsOnceOfItsOwnEnd)

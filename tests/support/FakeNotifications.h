@@ -33,6 +33,9 @@ public:
                             parts.join(QLatin1Char('|')).toStdString());
             id = replaced != 0 ? replaced : id + 1;
             connection.send(message.createReply(id));
+        } else if (message.member() == QLatin1String("GetCapabilities")) {
+            connection.send(message.createReply(capabilities));
+            return true;
         } else {
             calls.push_back("close " + arguments.value(0).toString().toStdString());
             connection.send(message.createReply());
@@ -45,6 +48,7 @@ public:
 
     void closed(uint id, uint reason) { send(QStringLiteral("NotificationClosed"), {id, reason}); }
 
+    QStringList capabilities{QStringLiteral("actions")};
     /// Of what was shown last.
     uint id = 6;
     /// "notify REPLACED SUMMARY|BODY|ACTIONS|TIMEOUT" and "close ID".

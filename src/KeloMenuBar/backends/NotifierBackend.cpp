@@ -5,6 +5,7 @@
 #include "Platform/linux/BusCall.h"
 
 #include <QFile>
+#include <QRegularExpression>
 #include <utility>
 
 namespace kelo {
@@ -16,11 +17,10 @@ namespace {
 const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 
-QDBusMessage busCall(const QString &method, const QString &argument)
+QDBusMessage busCall(const QString &method)
 {
     const auto bus = QStringLiteral("org.freedesktop.DBus");
-    return QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus, method)
-           << argument;
+    return QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus, method);
 }
 
 QDBusMessage watcherCall(const QString &owner, const QString &interface, const QString &method)
@@ -53,12 +53,12 @@ NotifierBackend::NotifierBackend(const QDBusConnection &bus, const QString &id, 
             [this](const QString &, const QString &, const QString &owner) { setOwner(owner); });
     // From any sender: with a name, Qt would wait for its owner here.
     for (const char *change : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
-        m_bus.connect({}, watcherPath, watcherName, QLatin1String(change), this, SLOT(askDrawn()));
+        m_bus.connect({}, watcherPath, watcherName, QLatin1String(change), this, SLOT(followHosts()));
     // The connection's own word: a bus that is gone tells of nobody's end.
     m_bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
                   QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), this,
                   SLOT(setOwner()));
-    callBus<QString>(m_bus, busCall(QStringLiteral("GetNameOwner"), watcherName), this,
+    callBus<QString>(m_bus, busCall(QStringLiteral("GetNameOwner")) << watcherName, this,
                      [this](const auto &owner) { setOwner(owner.isValid() ? owner.value() : QString()); });
 }
 
@@ -70,8 +70,14 @@ NotifierBackend::~NotifierBackend()
 
 void NotifierBackend::update()
 {
-    if (m_presentation)
-        m_item->setProperties(notifierProperties(m_state, *m_presentation));
+    if (!m_presentation)
+        return;
+    NotifierProperties properties = notifierProperties(m_state, *m_presentation);
+    if (readsMarkup(m_host)) {
+        properties.title = properties.title.toHtmlEscaped();
+        properties.toolTip = properties.toolTip.toHtmlEscaped();
+    }
+    m_item->setProperties(properties);
 }
 
 void NotifierBackend::setOwner(const QString &owner)
@@ -79,40 +85,50 @@ void NotifierBackend::setOwner(const QString &owner)
     if (!owner.isEmpty() && owner == m_owner)
         return;
     m_owner = owner;
+    m_presentation.reset();
     m_host = {.desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP")};
     if (!owner.isEmpty())
         return askProcess();
-    m_presentation.reset();
     setHasHost(false);
 }
 
 void NotifierBackend::askProcess()
 {
-    callBus<uint>(m_bus, busCall(QStringLiteral("GetConnectionUnixProcessID"), m_owner), this,
+    callBus<uint>(m_bus, busCall(QStringLiteral("GetConnectionUnixProcessID")) << m_owner, this,
                   [this, owner = m_owner](const auto &pid) {
                       if (owner != m_owner)
                           return;
                       m_host.process = processName(pid.isValid() ? pid.value() : 0);
-                      askIndicator();
+                      askHosts();
                   });
 }
 
-void NotifierBackend::askIndicator()
+// Watchers tell of no host's name, but each has one on the bus, with the number of its process.
+void NotifierBackend::askHosts()
 {
-    callBus<bool>(
-        m_bus, busCall(QStringLiteral("NameHasOwner"), QStringLiteral("org.ayatana.indicator.application")),
-        this, [this, owner = m_owner](const auto &isThere) {
-            if (owner != m_owner)
-                return;
-            m_host.hasAyatanaIndicator = isThere.isValid() && isThere.value();
+    const auto answered = [this, owner = m_owner](const auto &names) {
+        if (owner != m_owner)
+            return;
+        const QStringList found = names.isValid() ? names.value() : QStringList();
+        m_host.hasAyatanaIndicator = found.contains(QLatin1String("org.ayatana.indicator.application"));
+        m_host.others.clear();
+        static const QRegularExpression hostName(QStringLiteral("\\.StatusNotifierHost-(\\d+)"));
+        for (const QString &name : found) {
+            if (const auto match = hostName.match(name); match.hasMatch())
+                m_host.others << processName(match.captured(1).toUInt());
+        }
+        const bool isNew = !m_presentation;
+        m_presentation = presentationOverride().value_or(presentationFor(m_host));
+        update();
+        if (isNew)
             registerItem();
-        });
+    };
+    callBus<QStringList>(m_bus, busCall(QStringLiteral("ListNames")), this, answered);
 }
 
 void NotifierBackend::registerItem()
 {
-    m_presentation = presentationOverride().value_or(presentationFor(m_host));
-    update();
+    m_item->expectHost();
     // The unique name: hosts take it as well as a name of the form org.kde.StatusNotifierItem-…, which a
     // sandbox would not let us have. A host that does not answer just shows nothing.
     m_bus.asyncCall(watcherCall(m_owner, watcherName, QStringLiteral("RegisterStatusNotifierItem"))
@@ -121,11 +137,17 @@ void NotifierBackend::registerItem()
     askDrawn();
 }
 
-// The watcher may be a program that only keeps the list of items.
-void NotifierBackend::askDrawn()
+void NotifierBackend::followHosts()
 {
     if (!m_presentation)
         return;
+    askHosts();
+    askDrawn();
+}
+
+// The watcher may be a program that only keeps the list of items.
+void NotifierBackend::askDrawn()
+{
     const auto call =
         watcherCall(m_owner, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"))
         << watcherName << QStringLiteral("IsStatusNotifierHostRegistered");

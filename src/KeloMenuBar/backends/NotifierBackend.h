@@ -35,12 +35,13 @@ Q_SIGNALS:
     void hostChanged(bool isThere);
 
 private Q_SLOTS:
-    void askDrawn();
+    void followHosts();
     void setOwner(const QString &owner = {});
 
 private:
     void askProcess();
-    void askIndicator();
+    void askHosts();
+    void askDrawn();
     void registerItem();
     void setHasHost(bool hasHost);
     bool openMenu(QPoint point);

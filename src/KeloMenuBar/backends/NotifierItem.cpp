@@ -1,6 +1,8 @@
 #include "KeloMenuBar/backends/NotifierItem.h"
 
 #include <QDBusError>
+#include <QTimer>
+#include <chrono>
 #include <utility>
 
 namespace kelo {
@@ -9,6 +11,9 @@ namespace {
 
 // The height of a panel's icons, and twice that for dense screens.
 constexpr int pictureHeights[] = {22, 44};
+
+// By then a host has made what shows the item, on a busy desktop as well.
+constexpr std::chrono::milliseconds labelDelay{700};
 
 } // namespace
 
@@ -46,6 +51,22 @@ QList<NotifierPixmap> NotifierItem::iconPixmap()
             m_pixmaps << NotifierPixmap::fromImage(m_properties.picture->draw(height));
     }
     return m_pixmaps;
+}
+
+QString NotifierItem::label()
+{
+    if (!std::exchange(m_isLabelRead, true))
+        QTimer::singleShot(labelDelay, this, &NotifierItem::announceLabelAgain);
+    return m_properties.label;
+}
+
+// The host passes over what it believes to know; the blank is never drawn.
+void NotifierItem::announceLabelAgain()
+{
+    if (m_properties.label.isEmpty())
+        return;
+    Q_EMIT XAyatanaNewLabel(m_properties.label + u' ', m_properties.labelGuide);
+    Q_EMIT XAyatanaNewLabel(m_properties.label, m_properties.labelGuide);
 }
 
 // Some hosts (MATE's, Plasma's) activate an item although it says that it is but a menu.

@@ -83,7 +83,12 @@ public:
 
     QDBusObjectPath menu() const { return QDBusObjectPath(QLatin1String(menuPath)); }
 
-    QString label() const { return m_properties.label; }
+    /// Read for the first time by a host, it is announced once more a moment later: GNOME's host reads it
+    /// before it knows of it, and shows it only when it changes.
+    QString label();
+
+    /// Another host reads the item from its beginning.
+    void expectHost() { m_isLabelRead = false; }
 
     QString labelGuide() const { return m_properties.labelGuide; }
 
@@ -107,12 +112,14 @@ Q_SIGNALS:
 
 private:
     void openMenu(QPoint point, const QDBusMessage &call);
+    void announceLabelAgain();
 
     QDBusConnection m_bus;
     QString m_id;
     std::function<bool(QPoint)> m_openMenu;
     NotifierProperties m_properties;
     QByteArray m_activationToken;
+    bool m_isLabelRead = false;
     QList<NotifierPixmap> m_pixmaps;
 };
 

@@ -23,12 +23,15 @@ constexpr KnownHost processes[] = {
     {QLatin1String("notification-ar"), Presentation::Label},
     {QLatin1String("mate-indicator-"), Presentation::Label},
     {QLatin1String("waybar"), Presentation::Wide},
+    {QLatin1String("sfwbar"), Presentation::Label},
     {QLatin1String("xfce4-panel"), Presentation::Square},
 };
 
 // Plasma's watcher lives in one of these.
 constexpr QLatin1String plasma[] = {QLatin1String("kded5"), QLatin1String("kded6"),
                                     QLatin1String("plasmashell")};
+
+constexpr QLatin1String markupReaders[] = {QLatin1String("waybar"), QLatin1String("sfwbar")};
 
 // By one entry of $XDG_CURRENT_DESKTOP.
 constexpr KnownHost desktops[] = {
@@ -92,6 +95,10 @@ Presentation presentationFor(const StatusHost &host)
 {
     if (const auto known = find(processes, host.process))
         return *known;
+    for (const QString &process : host.others) {
+        if (const auto known = find(processes, process))
+            return *known;
+    }
     // Ayatana's service may run beside another watcher; it decides only where the watcher is a stranger.
     if (host.hasAyatanaIndicator)
         return Presentation::Label;
@@ -103,6 +110,13 @@ Presentation presentationFor(const StatusHost &host)
 bool opensRefusedMenu(const StatusHost &host)
 {
     return std::ranges::any_of(plasma, [&](QLatin1String process) { return host.process == process; });
+}
+
+bool readsMarkup(const StatusHost &host)
+{
+    return std::ranges::any_of(markupReaders, [&](QLatin1String process) {
+        return host.process == process || host.others.contains(process);
+    });
 }
 
 std::optional<Presentation> presentationOverride()

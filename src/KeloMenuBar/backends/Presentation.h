@@ -23,6 +23,8 @@ struct StatusHost
     /// The name of the process that owns the watcher's bus name, as the kernel cuts it (15 bytes). Empty if
     /// unknown, which it is in a sandbox.
     QString process{};
+    /// The same of those that draw what another program's watcher keeps: a bar beside sway's own.
+    QStringList others{};
     /// The Ayatana indicator service is on the bus.
     bool hasAyatanaIndicator = false;
     /// $XDG_CURRENT_DESKTOP, the only hint within a sandbox.
@@ -36,6 +38,9 @@ Presentation presentationFor(const StatusHost &host);
 
 /// Whether the host opens the menu, in its own look, when an item refuses to be activated.
 bool opensRefusedMenu(const StatusHost &host);
+
+/// Whether the host reads titles and tool tips as Pango markup, though they are plain text.
+bool readsMarkup(const StatusHost &host);
 
 /// The user's own choice, $MIVORA_TRAY: label, wide or square. Nothing if unset or anything else.
 std::optional<Presentation> presentationOverride();

@@ -32,8 +32,9 @@ std::vector<std::uint32_t> minimumSize(int size)
 
 } // namespace
 
-TrayBackend::TrayBackend(const StatusItemState &state, std::function<void(QPoint)> openMenu)
-    : m_state(state), m_openMenu(std::move(openMenu))
+TrayBackend::TrayBackend(const StatusItemState &state, std::function<void(QPoint)> openMenu,
+                         std::function<void()> changed)
+    : m_state(state), m_openMenu(std::move(openMenu)), m_changed(std::move(changed))
 {
     // Qt already listens to the root window, where a new tray announces itself.
     QCoreApplication::instance()->installNativeEventFilter(this);
@@ -115,8 +116,10 @@ bool TrayBackend::nativeEventFilter(const QByteArray &, void *message, qintptr *
     switch (event->response_type & 0x7f) {
     case XCB_CLIENT_MESSAGE: {
         const auto *client = static_cast<const xcb_client_message_event_t *>(message);
-        if (client->type == m_managerMessage && client->data.data32[1] == m_selectionAtom)
+        if (client->type == m_managerMessage && client->data.data32[1] == m_selectionAtom) {
             find();
+            m_changed();
+        }
         break;
     }
     case XCB_DESTROY_NOTIFY:
@@ -125,6 +128,7 @@ bool TrayBackend::nativeEventFilter(const QByteArray &, void *message, qintptr *
             m_tray = XCB_WINDOW_NONE;
             m_window.reset();
             find();
+            m_changed();
         }
         break;
     case XCB_REPARENT_NOTIFY: {

@@ -16,8 +16,10 @@ public:
     /// Whether windows of this program can be docked at all: it runs on X11.
     static bool applies() { return mivora::X11Connection::isAvailable(); }
 
-    /// `openMenu` shows the menu beside a point of the screen. `state` outlives the backend.
-    TrayBackend(const StatusItemState &state, std::function<void(QPoint)> openMenu);
+    /// `openMenu` shows the menu beside a point of the screen. `changed` is called when a tray comes or goes
+    /// later. `state` outlives the backend.
+    TrayBackend(const StatusItemState &state, std::function<void(QPoint)> openMenu,
+                std::function<void()> changed);
 
     /// Shows the state as it is now.
     void update();
@@ -34,6 +36,7 @@ private:
 
     const StatusItemState &m_state;
     std::function<void(QPoint)> m_openMenu;
+    std::function<void()> m_changed;
     const mivora::X11Connection m_x11;
     const QByteArray m_selection = m_x11.ofScreen("_NET_SYSTEM_TRAY_S");
     const xcb_atom_t m_selectionAtom = m_x11.atom(m_selection);
