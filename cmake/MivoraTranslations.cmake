@@ -4,7 +4,7 @@ include_guard()
 
 find_package(Qt6 6.4 REQUIRED COMPONENTS LinguistTools)
 
-# English is there for its plural forms alone: every other text stands in the sources as it is shown.
+# English is written by hand: plural forms, and texts of the sources that say it in another platform's words.
 set(MIVORA_LANGUAGES de fr)
 set(MIVORA_TRANSLATIONS ${CMAKE_SOURCE_DIR}/translations)
 
@@ -16,7 +16,6 @@ set(lupdate_options -silent -no-obsolete -locations none)
 add_custom_target(
     update_translations
     COMMAND Qt6::lupdate ${lupdate_options} src -ts ${ts_files}
-    COMMAND Qt6::lupdate ${lupdate_options} -pluralonly src -ts ${MIVORA_TRANSLATIONS}/mivora_en.ts
     WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
     VERBATIM)
 

@@ -5,7 +5,7 @@
     <name>AccountsHint</name>
     <message>
         <source>Internet Accounts</source>
-        <translation>Internetkonten</translation>
+        <translation>Online‑Konten</translation>
     </message>
     <message>
         <source>Using Google or Outlook? Add the account in %1 and its calendars show up here.</source>
@@ -16,7 +16,7 @@
     <name>Agenda</name>
     <message>
         <source>No more meetings today</source>
-        <translation>Heute keine weiteren Termine</translation>
+        <translation>Heute keine weiteren Besprechungen</translation>
     </message>
     <message>
         <source>Tomorrow</source>
@@ -28,7 +28,7 @@
     </message>
     <message>
         <source>Join: %1</source>
-        <translation>Beitreten: %1</translation>
+        <translation>Teilnehmen: %1</translation>
     </message>
 </context>
 <context>
@@ -42,7 +42,7 @@
     <name>Application</name>
     <message>
         <source>Join the next meeting</source>
-        <translation>Dem nächsten Termin beitreten</translation>
+        <translation>An der nächsten Besprechung teilnehmen</translation>
     </message>
     <message>
         <source>Mivora does not answer; if that goes on, end it with `pkill -x mivora` and start it again</source>
@@ -57,7 +57,7 @@
     </message>
     <message>
         <source>By default Join opens the Zoom or Teams app when it&apos;s installed, so there&apos;s no browser interstitial.</source>
-        <translation>Normalerweise öffnet „Beitreten“ die App von Zoom oder Teams, sofern sie installiert ist. So entfällt der Umweg über den Browser.</translation>
+        <translation>Normalerweise öffnet „Teilnehmen“ die App von Zoom oder Teams, sofern sie installiert ist. So entfällt der Umweg über den Browser.</translation>
     </message>
     <message>
         <source>Zoom</source>
@@ -72,18 +72,18 @@
     <name>CalendarList</name>
     <message>
         <source>Google or Outlook calendar missing? Add the account under System Settings → Internet Accounts and it appears here.</source>
-        <translation>Fehlt ein Kalender von Google oder Outlook? Fügen Sie das Konto unter Systemeinstellungen → Internetkonten hinzu, dann erscheint er hier.</translation>
+        <translation>Fehlt ein Kalender von Google oder Outlook? Fügen Sie das Konto unter Einstellungen →&#xa0;Online-Konten hinzu, dann erscheint er hier.</translation>
     </message>
 </context>
 <context>
     <name>CalendarStep</name>
     <message>
         <source>Let Mivora read your calendar</source>
-        <translation>Mivora Ihren Kalender lesen lassen</translation>
+        <translation>Darf Mivora Ihren Kalender lesen?</translation>
     </message>
     <message>
         <source>Mivora needs Full Access to see your meetings and their Join links. It reads them on this Mac and never stores or uploads anything.</source>
-        <translation>Mivora braucht vollen Zugriff, um Ihre Termine und deren Beitrittslinks zu sehen. Gelesen wird nur auf diesem Computer; nichts wird gespeichert oder hochgeladen.</translation>
+        <translation>Mivora muss Ihre Besprechungen und deren Links sehen können. Gelesen wird nur auf diesem Computer; nichts wird gespeichert oder hochgeladen.</translation>
     </message>
     <message>
         <source>Allow Calendar Access</source>
@@ -95,11 +95,11 @@
     </message>
     <message>
         <source>Open System Settings</source>
-        <translation>Systemeinstellungen öffnen</translation>
+        <translation>Einstellungen öffnen</translation>
     </message>
     <message>
         <source>Turn on Mivora under Privacy &amp; Security → Calendars, then come back here.</source>
-        <translation>Schalten Sie Mivora unter Datenschutz &amp; Sicherheit → Kalender ein und kommen Sie dann hierher zurück.</translation>
+        <translation>Mivora konnte keinen Kalender lesen. Fügen Sie einen hinzu und kommen Sie dann hierher zurück.</translation>
     </message>
 </context>
 <context>
@@ -110,18 +110,18 @@
     </message>
     <message>
         <source>Mivora can&apos;t read your calendars until you allow it under Privacy &amp; Security → Calendars.</source>
-        <translation>Mivora kann Ihre Kalender erst lesen, wenn Sie es unter Datenschutz &amp; Sicherheit → Kalender erlauben.</translation>
+        <translation>Mivora kann Ihre Kalender erst lesen, wenn Sie es erlauben.</translation>
     </message>
     <message>
         <source>Open System Settings…</source>
-        <translation>Systemeinstellungen öffnen&#xa0;…</translation>
+        <translation>Einstellungen öffnen&#xa0;…</translation>
     </message>
 </context>
 <context>
     <name>CommandLine</name>
     <message>
         <source>Print today&apos;s meetings, the next one and its countdown</source>
-        <translation>Die Termine von heute, den nächsten und die Zeit bis dahin ausgeben</translation>
+        <translation>Die Besprechungen von heute, die nächste und die Zeit bis dahin ausgeben</translation>
     </message>
     <message>
         <source>Print one JSON object (with --follow, one a line)</source>
@@ -137,7 +137,7 @@
     </message>
     <message>
         <source>Show the agenda of this time (RFC 3339)</source>
-        <translation>Die Termine zu dieser Zeit zeigen (RFC&#xa0;3339)</translation>
+        <translation>Die Besprechungen zu dieser Zeit zeigen (RFC&#xa0;3339)</translation>
     </message>
     <message>
         <source>Read this folder of iCalendar files instead of your own</source>
@@ -145,7 +145,7 @@
     </message>
     <message>
         <source>Print the join link of an event&apos;s texts</source>
-        <translation>Den Beitrittslink in den Texten eines Termins ausgeben</translation>
+        <translation>Den Besprechungslink in den Texten eines Termins ausgeben</translation>
     </message>
     <message>
         <source>Print a JSON object, or null</source>
@@ -165,19 +165,19 @@
     </message>
     <message>
         <source>Join the meeting of the panel, or else the next one with a link</source>
-        <translation>Dem Termin im Beitrittsfenster beitreten, sonst dem nächsten mit Link</translation>
+        <translation>An der Besprechung im Fenster teilnehmen, sonst an der nächsten mit Link</translation>
     </message>
     <message>
         <source>Hide the panel for a minute</source>
-        <translation>Das Beitrittsfenster eine Minute lang ausblenden</translation>
+        <translation>Das Teilnahmefenster eine Minute lang ausblenden</translation>
     </message>
     <message>
         <source>Hide the panel of this meeting</source>
-        <translation>Das Beitrittsfenster dieses Termins ausblenden</translation>
+        <translation>Das Teilnahmefenster dieser Besprechung ausblenden</translation>
     </message>
     <message>
         <source>Copy the join link of the meeting that would be joined</source>
-        <translation>Den Link des Termins kopieren, dem beigetreten würde</translation>
+        <translation>Den Link der Besprechung kopieren, an der Sie teilnehmen würden</translation>
     </message>
     <message>
         <source>Open the settings</source>
@@ -325,7 +325,7 @@
     </message>
     <message>
         <source>no join link found: none of the texts holds an https link</source>
-        <translation>kein Beitrittslink gefunden: keiner der Texte enthält einen https-Link</translation>
+        <translation>kein Besprechungslink gefunden: keiner der Texte enthält einen https-Link</translation>
     </message>
     <message>
         <source>Mivora is not running; start it with `mivora`</source>
@@ -422,42 +422,42 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <name>FirstMeetingStep</name>
     <message>
         <source>Here&apos;s your next meeting</source>
-        <translation>Das ist Ihr nächster Termin</translation>
+        <translation>Das ist Ihre nächste Besprechung</translation>
     </message>
     <message>
         <source>No meetings today</source>
-        <translation>Heute keine Termine</translation>
+        <translation>Heute keine Besprechungen</translation>
     </message>
     <message>
         <source>You&apos;re all set. The countdown appears in the menu bar as soon as something is on your calendar.</source>
-        <translation>Alles ist eingerichtet. Der Countdown erscheint in der Menüleiste, sobald etwas in Ihrem Kalender steht.</translation>
+        <translation>Alles ist eingerichtet. Der Countdown erscheint in der Systemleiste, sobald etwas in Ihrem Kalender steht.</translation>
     </message>
     <message>
         <source>The countdown is in your menu bar from now on.</source>
-        <translation>Der Countdown steht ab jetzt in Ihrer Menüleiste.</translation>
+        <translation>Der Countdown steht ab jetzt in der Systemleiste.</translation>
     </message>
     <message>
         <source>A minute before it starts, the Join panel appears. Change the lead time in Settings.</source>
-        <translation>Eine Minute vor Beginn erscheint das Beitrittsfenster. Die Vorlaufzeit ändern Sie in den Einstellungen.</translation>
+        <translation>Eine Minute vor Beginn erscheint das Teilnahmefenster. Die Vorlaufzeit ändern Sie in den Einstellungen.</translation>
     </message>
     <message>
         <source>A minute before each meeting, the Join panel appears. Change the lead time in Settings.</source>
-        <translation>Eine Minute vor jedem Termin erscheint das Beitrittsfenster. Die Vorlaufzeit ändern Sie in den Einstellungen.</translation>
+        <translation>Eine Minute vor jeder Besprechung erscheint das Teilnahmefenster. Die Vorlaufzeit ändern Sie in den Einstellungen.</translation>
     </message>
 </context>
 <context>
     <name>GeneralPage</name>
     <message>
         <source>Menu bar</source>
-        <translation>Menüleiste</translation>
+        <translation>Systemleiste</translation>
     </message>
     <message>
         <source>Show the next meeting in the menu bar</source>
-        <translation>Nächsten Termin in der Menüleiste anzeigen</translation>
+        <translation>Nächste Besprechung in der Systemleiste zeigen</translation>
     </message>
     <message>
         <source>Off: only the icon, the menu still lists your meetings.</source>
-        <translation>Aus: nur das Symbol; das Menü führt Ihre Termine weiterhin auf.</translation>
+        <translation>Aus: nur das Symbol; das Menü führt Ihre Besprechungen weiterhin auf.</translation>
     </message>
     <message>
         <source>Title length</source>
@@ -473,11 +473,11 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
     <message>
         <source>Before a meeting</source>
-        <translation>Vor einem Termin</translation>
+        <translation>Vor einer Besprechung</translation>
     </message>
     <message>
         <source>Show the Join panel</source>
-        <translation>Beitrittsfenster anzeigen</translation>
+        <translation>Teilnahmefenster zeigen</translation>
     </message>
     <message>
         <source>Panel position</source>
@@ -485,11 +485,11 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
     <message>
         <source>Also remind me for meetings without a link</source>
-        <translation>Auch an Termine ohne Link erinnern</translation>
+        <translation>Auch an Besprechungen ohne Link erinnern</translation>
     </message>
     <message>
         <source>In-person meetings and calls show the panel too, without a Join button.</source>
-        <translation>Das Fenster erscheint auch bei Treffen vor Ort und Anrufen, dann ohne die Schaltfläche „Beitreten“.</translation>
+        <translation>Das Fenster erscheint auch bei Treffen vor Ort und Anrufen, dann ohne die Schaltfläche „Teilnehmen“.</translation>
     </message>
     <message>
         <source>Shortcut</source>
@@ -497,7 +497,7 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
     <message>
         <source>Join the next meeting with a shortcut</source>
-        <translation>Dem nächsten Termin per Tastenkürzel beitreten</translation>
+        <translation>Per Tastenkürzel an der nächsten Besprechung teilnehmen</translation>
     </message>
     <message>
         <source>Works from any app.</source>
@@ -590,7 +590,7 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <name>HotKeyRecorder</name>
     <message>
         <source>Press a shortcut…</source>
-        <translation>Tastenkürzel drücken&#xa0;…</translation>
+        <translation>Drücken Sie ein Tastenkürzel&#xa0;…</translation>
     </message>
 </context>
 <context>
@@ -612,7 +612,7 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <name>JoinPanelView</name>
     <message>
         <source>Join</source>
-        <translation>Beitreten</translation>
+        <translation>Teilnehmen</translation>
     </message>
     <message>
         <source>Snooze 1 min</source>
@@ -635,7 +635,7 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <name>MenuBarMock</name>
     <message>
         <source>The countdown in the menu bar, and the Join panel under it</source>
-        <translation>Der Countdown in der Menüleiste und darunter das Beitrittsfenster</translation>
+        <translation>Der Countdown in der Systemleiste und darunter das Teilnahmefenster</translation>
     </message>
     <message>
         <source>Design review · 2m</source>
@@ -651,7 +651,7 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
     <message>
         <source>Join</source>
-        <translation>Beitreten</translation>
+        <translation>Teilnehmen</translation>
     </message>
     <message>
         <source>Snooze 1 min</source>
@@ -666,7 +666,7 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
     <message>
         <source>Start Using Mivora</source>
-        <translation>Mivora verwenden</translation>
+        <translation>Mit Mivora beginnen</translation>
     </message>
 </context>
 <context>
@@ -844,7 +844,7 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
     <message>
         <source>No more meetings today</source>
-        <translation>Heute keine weiteren Termine</translation>
+        <translation>Heute keine weiteren Besprechungen</translation>
     </message>
     <message>
         <source>Tomorrow</source>
@@ -864,7 +864,7 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
     <message>
         <source>Join Next Meeting</source>
-        <translation>Dem nächsten Termin beitreten</translation>
+        <translation>An der nächsten Besprechung teilnehmen</translation>
     </message>
     <message>
         <source>Settings…</source>
@@ -970,22 +970,22 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <name>WelcomeStep</name>
     <message>
         <source>Your next meeting, one click away.</source>
-        <translation>Mit einem Klick im nächsten Termin.</translation>
+        <translation>Mit einem Klick in der nächsten Besprechung.</translation>
     </message>
     <message>
         <source>The countdown lives in your menu bar. A minute before, a small panel offers Join, Snooze or Dismiss.</source>
-        <translation>Der Countdown steht in Ihrer Menüleiste. Eine Minute vorher bietet ein kleines Fenster Beitreten, Erinnern und Ausblenden an.</translation>
+        <translation>Der Countdown steht in der Systemleiste. Eine Minute vorher bietet ein kleines Fenster „Teilnehmen“, „1&#xa0;min später“ und „Ausblenden“ an.</translation>
     </message>
 </context>
 <context>
     <name>kelo::HotKeyRecorder</name>
     <message>
         <source>Press Esc to cancel</source>
-        <translation>Zum Abbrechen Esc drücken</translation>
+        <translation>Mit Esc brechen Sie ab</translation>
     </message>
     <message>
         <source>Click to record a new shortcut</source>
-        <translation>Klicken, um ein neues Tastenkürzel aufzunehmen</translation>
+        <translation>Klicken Sie, um ein neues Tastenkürzel aufzunehmen</translation>
     </message>
     <message>
         <source>Reset to %1</source>
@@ -1003,11 +1003,11 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <name>mivora::AppDelegate</name>
     <message>
         <source>there is no meeting to join now</source>
-        <translation>derzeit gibt es keinen Termin zum Beitreten</translation>
+        <translation>derzeit gibt es keine Besprechung zum Teilnehmen</translation>
     </message>
     <message>
         <source>there is no meeting with a link now</source>
-        <translation>derzeit gibt es keinen Termin mit Link</translation>
+        <translation>derzeit gibt es keine Besprechung mit Link</translation>
     </message>
     <message>
         <source>Mivora knows no action &quot;%1&quot;</source>
@@ -1023,7 +1023,7 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
     <message>
         <source>no meeting has its panel shown now</source>
-        <translation>derzeit wird kein Beitrittsfenster angezeigt</translation>
+        <translation>derzeit wird kein Teilnahmefenster gezeigt</translation>
     </message>
     <message>
         <source>Settings can&apos;t be saved: %1</source>
@@ -1071,7 +1071,7 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <name>mivora::JoinNotification</name>
     <message>
         <source>Join</source>
-        <translation>Beitreten</translation>
+        <translation>Teilnehmen</translation>
     </message>
     <message>
         <source>Snooze 1 min</source>
@@ -1093,7 +1093,7 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <name>mivora::PortalLoginItem</name>
     <message>
         <source>Mivora counts down to your next meeting from the moment you log in.</source>
-        <translation>Mivora zeigt ab der Anmeldung den Countdown bis zu Ihrem nächsten Termin.</translation>
+        <translation>Mivora zeigt ab der Anmeldung den Countdown bis zu Ihrer nächsten Besprechung.</translation>
     </message>
 </context>
 </TS>

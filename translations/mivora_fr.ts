@@ -5,7 +5,7 @@
     <name>AccountsHint</name>
     <message>
         <source>Internet Accounts</source>
-        <translation>Comptes Internet</translation>
+        <translation>Comptes en ligne</translation>
     </message>
     <message>
         <source>Using Google or Outlook? Add the account in %1 and its calendars show up here.</source>
@@ -16,7 +16,7 @@
     <name>Agenda</name>
     <message>
         <source>No more meetings today</source>
-        <translation>Plus de réunion aujourd’hui</translation>
+        <translation>Plus aucune réunion aujourd’hui</translation>
     </message>
     <message>
         <source>Tomorrow</source>
@@ -72,7 +72,7 @@
     <name>CalendarList</name>
     <message>
         <source>Google or Outlook calendar missing? Add the account under System Settings → Internet Accounts and it appears here.</source>
-        <translation>Un agenda Google ou Outlook manque&#x202f;? Ajoutez le compte dans Réglages système → Comptes Internet et il apparaîtra ici.</translation>
+        <translation>Un agenda Google ou Outlook manque&#x202f;? Ajoutez le compte dans Paramètres →&#xa0;Comptes en ligne et il apparaîtra ici.</translation>
     </message>
 </context>
 <context>
@@ -83,7 +83,7 @@
     </message>
     <message>
         <source>Mivora needs Full Access to see your meetings and their Join links. It reads them on this Mac and never stores or uploads anything.</source>
-        <translation>Mivora a besoin d’un accès complet pour voir vos réunions et leurs liens. Tout est lu sur cet ordinateur&#x202f;; rien n’est enregistré ni envoyé.</translation>
+        <translation>Mivora doit voir vos réunions et leurs liens. Tout est lu sur cet ordinateur&#x202f;; rien n’est enregistré ni envoyé.</translation>
     </message>
     <message>
         <source>Allow Calendar Access</source>
@@ -95,11 +95,11 @@
     </message>
     <message>
         <source>Open System Settings</source>
-        <translation>Ouvrir les réglages système</translation>
+        <translation>Ouvrir les paramètres</translation>
     </message>
     <message>
         <source>Turn on Mivora under Privacy &amp; Security → Calendars, then come back here.</source>
-        <translation>Activez Mivora sous Confidentialité &amp; sécurité → Agendas, puis revenez ici.</translation>
+        <translation>Mivora n’a pu lire aucun agenda. Ajoutez-en un, puis revenez ici.</translation>
     </message>
 </context>
 <context>
@@ -110,11 +110,11 @@
     </message>
     <message>
         <source>Mivora can&apos;t read your calendars until you allow it under Privacy &amp; Security → Calendars.</source>
-        <translation>Mivora ne peut pas lire vos agendas tant que vous ne l’y autorisez pas sous Confidentialité &amp; sécurité → Agendas.</translation>
+        <translation>Mivora ne peut pas lire vos agendas tant que vous ne l’y autorisez pas.</translation>
     </message>
     <message>
         <source>Open System Settings…</source>
-        <translation>Ouvrir les réglages système…</translation>
+        <translation>Ouvrir les paramètres…</translation>
     </message>
 </context>
 <context>
@@ -430,11 +430,11 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     </message>
     <message>
         <source>You&apos;re all set. The countdown appears in the menu bar as soon as something is on your calendar.</source>
-        <translation>Tout est prêt. Le compte à rebours apparaîtra dans la barre des menus dès que votre agenda contiendra une réunion.</translation>
+        <translation>Tout est prêt. Le compte à rebours apparaîtra dans la zone de notification dès que votre agenda contiendra une réunion.</translation>
     </message>
     <message>
         <source>The countdown is in your menu bar from now on.</source>
-        <translation>Le compte à rebours est désormais dans votre barre des menus.</translation>
+        <translation>Le compte à rebours est désormais dans la zone de notification.</translation>
     </message>
     <message>
         <source>A minute before it starts, the Join panel appears. Change the lead time in Settings.</source>
@@ -449,11 +449,11 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     <name>GeneralPage</name>
     <message>
         <source>Menu bar</source>
-        <translation>Barre des menus</translation>
+        <translation>Zone de notification</translation>
     </message>
     <message>
         <source>Show the next meeting in the menu bar</source>
-        <translation>Afficher la prochaine réunion dans la barre des menus</translation>
+        <translation>Afficher la prochaine réunion dans la zone de notification</translation>
     </message>
     <message>
         <source>Off: only the icon, the menu still lists your meetings.</source>
@@ -571,11 +571,11 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     </message>
     <message>
         <source>Bind this command to a key in the settings of your desktop:</source>
-        <translation>Associez cette commande à une touche dans les paramètres de votre bureau&#x202f;:</translation>
+        <translation>Associez cette commande à une touche dans les paramètres de votre bureau&#xa0;:</translation>
     </message>
     <message>
         <source>Add this line to %1:</source>
-        <translation>Ajoutez cette ligne à %1&#x202f;:</translation>
+        <translation>Ajoutez cette ligne à %1&#xa0;:</translation>
     </message>
     <message>
         <source>Change the keys in the settings of your desktop.</source>
@@ -590,7 +590,7 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     <name>HotKeyRecorder</name>
     <message>
         <source>Press a shortcut…</source>
-        <translation>Appuyez sur un raccourci…</translation>
+        <translation>Saisissez un raccourci…</translation>
     </message>
 </context>
 <context>
@@ -635,7 +635,7 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     <name>MenuBarMock</name>
     <message>
         <source>The countdown in the menu bar, and the Join panel under it</source>
-        <translation>Le compte à rebours dans la barre des menus et, au-dessous, le panneau Rejoindre</translation>
+        <translation>Le compte à rebours dans la zone de notification et, au-dessous, le panneau Rejoindre</translation>
     </message>
     <message>
         <source>Design review · 2m</source>
@@ -844,7 +844,7 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     </message>
     <message>
         <source>No more meetings today</source>
-        <translation>Plus de réunion aujourd’hui</translation>
+        <translation>Plus aucune réunion aujourd’hui</translation>
     </message>
     <message>
         <source>Tomorrow</source>
@@ -974,7 +974,7 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     </message>
     <message>
         <source>The countdown lives in your menu bar. A minute before, a small panel offers Join, Snooze or Dismiss.</source>
-        <translation>Le compte à rebours se trouve dans votre barre des menus. Une minute avant, un petit panneau propose de rejoindre la réunion, de la rappeler ou de l’ignorer.</translation>
+        <translation>Le compte à rebours se trouve dans la zone de notification. Une minute avant, un petit panneau propose de rejoindre la réunion, de vous la rappeler plus tard ou de l’ignorer.</translation>
     </message>
 </context>
 <context>

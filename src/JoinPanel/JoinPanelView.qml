@@ -23,11 +23,9 @@ Item {
         model.dismiss()
     }
 
-    component InfoText: Text {
+    component InfoText: Label {
         color: root.colors.secondaryLabel
-        textFormat: Text.PlainText
-        font.pixelSize: Math.round(12 * Appearance.textScale)
-        Accessible.ignored: true
+        size: 12
     }
 
     Row {
@@ -35,30 +33,27 @@ Item {
         anchors.margins: 14
         spacing: 12
 
-        Rectangle {
+        Box {
             width: 5
             height: parent.height
             radius: 2.5
-            color: root.model.accentColor || root.colors.accent
+            color: root.model.accentColor || root.colors.mark
         }
 
         Column {
             width: parent.width - 17
             spacing: 6
 
-            Text {
+            Label {
                 width: parent.width
                 text: root.model.title
-                textFormat: Text.PlainText
-                color: root.colors.label
-                font { pixelSize: Math.round(15 * Appearance.textScale); weight: Font.DemiBold }
-                horizontalAlignment: Text.AlignLeft
+                size: 15
+                font.weight: Font.DemiBold
                 wrapMode: Text.Wrap
                 maximumLineCount: 2
                 elide: Text.ElideRight
                 // Marks piled up on a character reach beyond its line.
                 clip: true
-                Accessible.ignored: true
             }
 
             Row {

@@ -20,7 +20,7 @@ Row {
     onIsOnScreenChanged: if (!isOnScreen) recorder.stop()
     Component.onDestruction: recorder.stop()
 
-    component Fading: Behavior { NumberAnimation { duration: 120; easing.type: Easing.OutQuad } }
+    component Fading: Behavior { NumberAnimation { duration: 120 * Appearance.motion; easing.type: Easing.OutQuad } }
 
     T.AbstractButton {
         id: button
@@ -63,7 +63,7 @@ Row {
             leftPadding: 6
             rightPadding: 6
             text: qsTr("Press a shortcut…")
-            color: Appearance.colors.accent
+            color: Appearance.colors.link
             size: 12
             font.weight: Font.Medium
             opacity: root.recorder.recording ? 1 : 0
@@ -89,7 +89,7 @@ Row {
 
         FocusRing {}
 
-        background: Rectangle {
+        background: Box {
             radius: height / 2
             color: parent.hovered ? Appearance.colors.control : "transparent"
         }

@@ -18,14 +18,15 @@ Row {
     Repeater {
         model: root.keys
 
-        Rectangle {
+        Box {
             required property string modelData
 
             implicitWidth: Math.max(24, Math.ceil(label.implicitWidth) + 12)
             implicitHeight: Math.max(22, Math.ceil(label.implicitHeight))
             radius: 5
             color: Qt.rgba(root.primary.r, root.primary.g, root.primary.b, 0.07)
-            border { width: 0.5; color: Qt.rgba(root.primary.r, root.primary.g, root.primary.b, 0.13) }
+            edge: Qt.rgba(root.primary.r, root.primary.g, root.primary.b, 0.13)
+            edgeWidth: 0.5
 
             Label {
                 id: label

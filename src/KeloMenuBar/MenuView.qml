@@ -61,11 +61,11 @@ Rectangle {
             Accessible.name: text
             Accessible.description: modelData.shortcut
 
-            background: Rectangle {
+            background: Box {
                 radius: 4
                 color: row.highlighted ? root.colors.accent : "transparent"
 
-                Rectangle {
+                Box {
                     anchors.verticalCenter: parent.verticalCenter
                     visible: row.modelData.isSeparator
                     width: parent.width

@@ -25,6 +25,7 @@ MenuWindow::MenuWindow(ViewLoader &views, const QString &title, std::function<Me
                        .properties = {{QStringLiteral("menu"), QVariant::fromValue<QObject *>(&m_model)},
                                       {QStringLiteral("isPopup"), false}},
                        .size = {narrowestWindow, narrowestWindow},
+                       .growsWithText = false,
                        .flags = Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                 Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint,
                        .title = title})

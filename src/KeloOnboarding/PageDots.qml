@@ -16,17 +16,17 @@ Row {
     Repeater {
         model: root.count
 
-        Rectangle {
+        Box {
             required property int index
 
             width: 7
             height: 7
             radius: 3.5
-            color: index === root.current ? Appearance.colors.accent : Appearance.colors.secondaryLabel
+            color: index === root.current ? Appearance.colors.mark : Appearance.colors.secondaryLabel
             opacity: index === root.current ? 1 : 0.3
 
-            Behavior on color { ColorAnimation { duration: 250 } }
-            Behavior on opacity { NumberAnimation { duration: 250 } }
+            Behavior on color { ColorAnimation { duration: 250 * Appearance.motion } }
+            Behavior on opacity { NumberAnimation { duration: 250 * Appearance.motion } }
         }
     }
 }

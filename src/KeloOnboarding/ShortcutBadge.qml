@@ -3,7 +3,7 @@ import KeloAppearance
 import KeloThemeViews
 
 // A keyboard shortcut, large, to be shown in a step.
-Rectangle {
+Box {
     id: root
 
     required property string text

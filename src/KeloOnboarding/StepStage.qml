@@ -1,4 +1,6 @@
 import QtQuick
+import KeloAppearance
+import KeloThemeViews
 
 // The steps' views side by side; the one on show moves in as the one before moves out. Only views that can be
 // seen exist.
@@ -16,7 +18,7 @@ FocusScope {
 
         target: root
         property: "position"
-        duration: root.model.motionLength
+        duration: root.model.motionLength * Appearance.motion
         easing: root.model.motion
     }
 
@@ -42,7 +44,7 @@ FocusScope {
     Repeater {
         id: pages
 
-        Loader {
+        Scroller {
             id: page
 
             required property int index
@@ -56,14 +58,25 @@ FocusScope {
             height: root.height
             opacity: 1 - Math.abs(offset)
             visible: isSeen
+            // Where there is too little room for all of it.
+            contentHeight: Math.max(height, loader.item ? loader.item.implicitHeight : 0)
+            interactive: contentHeight > height
+            clip: interactive
             onIsSeenChanged: show()
             Component.onCompleted: show()
 
             function show() {
                 if (isSeen)
-                    setSource(modelData.source, modelData.model ? { model: modelData.model } : {})
+                    loader.setSource(modelData.source, modelData.model ? { model: modelData.model } : {})
                 else
-                    source = ""
+                    loader.source = ""
+            }
+
+            Loader {
+                id: loader
+
+                width: page.width
+                height: page.contentHeight
             }
         }
     }

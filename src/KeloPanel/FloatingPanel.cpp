@@ -172,7 +172,7 @@ void FloatingPanel::announce()
 void FloatingPanel::measure()
 {
     if (!isVisible())
-        m_surface.setFrame(GlassSurface::floating(m_content.size, m_content.cornerRadius),
+        m_surface.setFrame(GlassSurface::floating(m_views.scaled(m_content.size), m_content.cornerRadius),
                            GlassSurface::isBlurred());
 }
 

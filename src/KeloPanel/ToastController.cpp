@@ -24,13 +24,16 @@ constexpr double elevation = 0.1;
 // A message of seven words is read in about two seconds; not everybody looks at once.
 constexpr std::chrono::milliseconds displayTime{4000};
 
-QSize sizeFor(const QString &text)
+// In text of the usual size: the panel grows with it.
+QSize sizeFor(const QString &message)
 {
     QFont font = QGuiApplication::font();
     font.setPixelSize(fontPixels);
     font.setWeight(QFont::Medium);
-    const double width = std::ceil(QFontMetricsF(font).horizontalAdvance(text)) + 2 * padding + 2;
-    return {int(std::min<double>(width, widest)), height};
+    const QFontMetricsF metrics(font);
+    const QRectF text =
+        metrics.boundingRect({0, 0, widest - 2.0 * padding - 2, 1000}, Qt::TextWordWrap, message);
+    return {int(std::ceil(text.width())) + 2 * padding + 2, height + int(text.height() - metrics.height())};
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 import QtQuick
-import KeloAppearance
+import KeloThemeViews
 
-// A short message in one line.
+// A short message.
 Item {
     id: root
 
@@ -12,17 +12,15 @@ Item {
     Accessible.role: Accessible.AlertMessage
     Accessible.name: toast.text
 
-    Text {
+    Label {
         anchors.fill: parent
         anchors.leftMargin: 18
         anchors.rightMargin: 18
         text: root.toast.text
-        textFormat: Text.PlainText
-        color: Appearance.colors.label
-        font { pixelSize: 13; weight: Font.Medium }
+        font.weight: Font.Medium
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
+        wrapMode: Text.Wrap
         elide: Text.ElideRight
-        Accessible.ignored: true
     }
 }

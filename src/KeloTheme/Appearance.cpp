@@ -2,15 +2,18 @@
 
 #include "Platform/linux/BusCall.h"
 #include "Platform/linux/PortalRequest.h"
+#include "Platform/linux/X11Connection.h"
 
 #include <QDBusArgument>
 #include <QDBusServiceWatcher>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QPalette>
+#include <QRegularExpression>
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <utility>
 
 namespace kelo {
@@ -21,6 +24,9 @@ using mivora::portalService;
 namespace {
 
 using Groups = QMap<QString, QVariantMap>;
+
+/// The size of text that views are drawn for.
+constexpr double usualPoints = 10;
 
 const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
 
@@ -55,6 +61,77 @@ void readTextScale(const QVariant &value, DesktopLooks &looks)
     looks.textScale = std::isfinite(scale) && scale > 0 ? scale : 1;
 }
 
+// "Cantarell Bold 11", as Pango writes fonts: family, styles, points.
+void readPangoFont(const QVariant &value, DesktopLooks &looks)
+{
+    static const QRegularExpression format(
+        QStringLiteral("^(.+?),?(?: (?:Bold|Italic|Oblique|Light|Medium|Regular|Book|Condensed))*,? "
+                       "(\\d+(?:\\.\\d+)?)$"));
+    const auto match = format.match(value.toString());
+    looks.font = match.hasMatch() ? QFont(match.captured(1)) : QFont();
+    if (match.hasMatch())
+        looks.font.setPointSizeF(std::max(match.captured(2).toDouble(), 1.0));
+}
+
+// "Noto Sans,10,-1,5,…", as Qt writes them.
+void readQtFont(const QVariant &value, DesktopLooks &looks)
+{
+    looks.font.fromString(value.toString());
+}
+
+void readContrast(const QVariant &value, DesktopLooks &looks)
+{
+    looks.prefersContrast = value.toUInt() == 1;
+}
+
+void readHighContrastTheme(const QVariant &value, DesktopLooks &looks)
+{
+    looks.hasHighContrastTheme = value.toBool();
+}
+
+void readReducedMotion(const QVariant &value, DesktopLooks &looks)
+{
+    looks.prefersReducedMotion = value.toUInt() == 1;
+}
+
+void readAnimations(const QVariant &value, DesktopLooks &looks)
+{
+    looks.hasAnimations =
+        value.toString() != QLatin1String("false") && value.toString() != QLatin1String("0");
+}
+
+// The settings manager's property: of each setting its kind, its name and its value, in the byte order of the
+// machine (freedesktop.org XSETTINGS). Numbers and texts alone.
+QMap<QByteArray, QVariant> xSettings(const QByteArray &property)
+{
+    QMap<QByteArray, QVariant> settings;
+    qsizetype place = 12;
+    const auto number = [&](auto kind) {
+        decltype(kind) value = 0;
+        if (place + qsizetype(sizeof value) <= property.size())
+            std::memcpy(&value, property.constData() + place, sizeof value);
+        place += sizeof value;
+        return value;
+    };
+    const auto bytes = [&](qsizetype length) {
+        const QByteArray text = property.mid(place, length);
+        place += (length + 3) / 4 * 4;
+        return text;
+    };
+    while (place < property.size()) {
+        const int kind = number(quint16()) & 0xff;
+        const QByteArray name = bytes(number(quint16()));
+        number(quint32());
+        if (kind == 0)
+            settings.insert(name, number(qint32()));
+        else if (kind == 1)
+            settings.insert(name, QString::fromUtf8(bytes(number(quint32()))));
+        else
+            bytes(8);
+    }
+    return settings;
+}
+
 struct Setting
 {
     const char *group;
@@ -65,7 +142,14 @@ struct Setting
 constexpr std::array settings{
     Setting{"org.freedesktop.appearance", "color-scheme", readScheme},
     Setting{"org.freedesktop.appearance", "accent-color", readAccent},
+    Setting{"org.freedesktop.appearance", "contrast", readContrast},
+    Setting{"org.freedesktop.appearance", "reduced-motion", readReducedMotion},
     Setting{"org.gnome.desktop.interface", "text-scaling-factor", readTextScale},
+    Setting{"org.gnome.desktop.interface", "font-name", readPangoFont},
+    Setting{"org.gnome.desktop.interface", "enable-animations", readAnimations},
+    Setting{"org.gnome.desktop.a11y.interface", "high-contrast", readHighContrastTheme},
+    Setting{"org.kde.kdeglobals.General", "font", readQtFont},
+    Setting{"org.kde.kdeglobals.KDE", "AnimationDurationFactor", readAnimations},
 };
 
 void readSetting(const QString &group, const QString &key, const QVariant &value, DesktopLooks &looks)
@@ -145,15 +229,51 @@ void Appearance::readOne(const QDBusMessage &signal)
 
 void Appearance::update()
 {
+    DesktopLooks looks = m_looks;
+    if (const double scale = qEnvironmentVariable("MIVORA_TEXT_SCALE").toDouble(); scale > 0)
+        readTextScale(scale, looks);
+    if (const auto font = m_xSettings.find("Gtk/FontName"); font != m_xSettings.end())
+        readPangoFont(*font, looks);
+    if (const auto animations = m_xSettings.find("Gtk/EnableAnimations"); animations != m_xSettings.end())
+        readAnimations(*animations, looks);
+    const bool isHigh =
+        looks.prefersContrast || looks.hasHighContrastTheme ||
+        m_xSettings.value("Net/ThemeName").toString().startsWith(QLatin1String("HighContrast"));
     const ColorScheme newScheme = scheme();
-    const SystemColors newColors = SystemColors::of(newScheme, m_looks.accent);
-    const double newScale = std::clamp(m_looks.textScale, 0.8, 1.25);
-    if (newScheme == m_scheme && newColors == m_colors && qFuzzyCompare(newScale, m_textScale))
+    const SystemColors newColors =
+        SystemColors::of(newScheme, looks.accent, isHigh ? ContrastLevel::high : ContrastLevel::normal);
+    const double points = looks.font.resolveMask() ? looks.font.pointSizeF() : usualPoints;
+    const double newScale = std::clamp(looks.textScale * points / usualPoints, 0.8, 2.0);
+    const int newMotion = looks.hasAnimations && !looks.prefersReducedMotion;
+    const QString newFamily =
+        looks.font.resolveMask() ? looks.font.family() : QGuiApplication::font().family();
+    if (newScheme == m_scheme && newColors == m_colors && qFuzzyCompare(newScale, m_textScale) &&
+        newMotion == m_motion && newFamily == m_fontFamily)
         return;
     m_scheme = newScheme;
     m_colors = newColors;
     m_textScale = newScale;
+    m_motion = newMotion;
+    m_fontFamily = newFamily;
+    // For what measures texts itself.
+    QFont font(newFamily);
+    font.setPixelSize(int(std::lround(13 * newScale)));
+    if (looks.font.resolveMask() || newScale != 1)
+        QGuiApplication::setFont(font);
     Q_EMIT changed();
+}
+
+void Appearance::readXSettings()
+{
+    if (!mivora::X11Connection::isAvailable())
+        return;
+    const mivora::X11Connection x11;
+    const xcb_window_t manager = x11.selectionOwner(x11.ofScreen("_XSETTINGS_S"));
+    if (manager == XCB_WINDOW_NONE)
+        return;
+    const xcb_atom_t kind = x11.atom("_XSETTINGS_SETTINGS");
+    m_xSettings = xSettings(x11.text(manager, kind, kind));
+    update();
 }
 
 ColorScheme Appearance::scheme() const

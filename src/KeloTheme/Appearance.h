@@ -3,6 +3,8 @@
 #include "KeloTheme/SystemColors.h"
 
 #include <QDBusConnection>
+#include <QFont>
+#include <QMap>
 #include <QObject>
 #include <optional>
 
@@ -10,24 +12,34 @@ class QDBusMessage;
 
 namespace kelo {
 
-/// What the desktop says about its looks through org.freedesktop.portal.Settings.
+/// What the desktop says about its looks through org.freedesktop.portal.Settings: by keys of freedesktop.org,
+/// GNOME and KDE.
 struct DesktopLooks
 {
     std::optional<ColorScheme> scheme;
     QColor accent;
     double textScale = 1;
+    /// Family and size in points; without a size there is no wish.
+    QFont font;
+    bool prefersContrast = false;
+    bool hasHighContrastTheme = false;
+    bool prefersReducedMotion = false;
+    bool hasAnimations = true;
 };
 
-/// How the desktop wants its programs to look, live: light or dark, the accent colour, the size of text.
+/// How the desktop wants its programs to look, live: light or dark, the accent colour, contrast, the font and
+/// the size of text, motion.
 ///
 /// The scheme is the portal's; where it has no preference, that of the platform's palette.
-/// MIVORA_APPEARANCE=light|dark overrules both. Views see it as the QML singleton `Appearance`. Nothing waits
-/// for the portal's answers.
+/// MIVORA_APPEARANCE=light|dark overrules both, MIVORA_TEXT_SCALE=FACTOR the text's. Views see it as the QML
+/// singleton `Appearance`. Nothing waits for the portal's answers.
 class Appearance final : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(kelo::SystemColors colors READ colors NOTIFY changed)
     Q_PROPERTY(double textScale READ textScale NOTIFY changed)
+    Q_PROPERTY(QString fontFamily READ fontFamily NOTIFY changed)
+    Q_PROPERTY(int motion READ motion NOTIFY changed)
     Q_PROPERTY(bool usesKeyboard READ usesKeyboard NOTIFY usesKeyboardChanged)
 
 public:
@@ -38,9 +50,19 @@ public:
 
     const SystemColors &colors() const { return m_colors; }
 
-    /// The factor for font sizes that the user has set for legibility, from 0.8 to 1.25: what views have room
-    /// for.
+    /// The factor for font sizes: what the user has set for legibility, times the size of the desktop's font
+    /// by the usual one of 10 points. From 0.8 to 2: what views have room for.
     double textScale() const { return m_textScale; }
+
+    /// Of the desktop's font.
+    QString fontFamily() const { return m_fontFamily; }
+
+    /// What lengths of animations are multiplied by: 0 where the user wants none, else 1.
+    int motion() const { return m_motion; }
+
+    /// Asks the X server for what only its settings manager knows (the XSETTINGS of XFCE and others). To be
+    /// called before the first view is made.
+    void readXSettings();
 
     /// Whether the user's last input into a window was a key, so that it is to be seen where the keyboard is.
     bool usesKeyboard() const { return m_usesKeyboard; }
@@ -67,6 +89,9 @@ private:
     ColorScheme m_scheme = ColorScheme::light;
     SystemColors m_colors;
     double m_textScale = 1;
+    QString m_fontFamily;
+    int m_motion = 1;
+    QMap<QByteArray, QVariant> m_xSettings;
     bool m_usesKeyboard = false;
 };
 

@@ -28,10 +28,10 @@ T.Button {
 
     FocusRing {}
 
-    background: Rectangle {
+    background: Box {
         radius: height / 2
         color: root.pressed ? root.facePressed : root.hovered ? root.faceHovered : root.face
-        border { width: 1; color: root.edge }
+        edge: root.edge
     }
     contentItem: Item {
         implicitWidth: row.width

@@ -29,7 +29,7 @@ Item {
         color: Qt.tint(Appearance.colors.panel, Appearance.colors.panelBorder)
     }
 
-    Rectangle {
+    Box {
         id: card
 
         readonly property color fill: Appearance.colors.panel
@@ -42,18 +42,18 @@ Item {
 
     // Two hairlines: the dark outer one parts the card from a background of its own colour, the light inner one
     // gives it an edge.
-    Rectangle {
+    Box {
         anchors.fill: card
         radius: root.surface.cornerRadius
         color: "transparent"
-        border { width: 1; color: Appearance.colors.panelBorder }
+        edge: Appearance.colors.panelBorder
     }
-    Rectangle {
+    Box {
         anchors.fill: card
         anchors.margins: 1
         radius: root.surface.cornerRadius - 1
         color: "transparent"
-        border { width: 1; color: Appearance.colors.panelHighlight }
+        edge: Appearance.colors.panelHighlight
     }
 
     DragHandler {

@@ -2,11 +2,12 @@ import QtQuick
 import KeloAppearance
 
 // Shows around its parent that the keyboard is there.
-Rectangle {
+Box {
     anchors.fill: parent
     anchors.margins: -3
     visible: parent.activeFocus && Appearance.usesKeyboard
     radius: height / 2
     color: "transparent"
-    border { width: 2; color: Appearance.colors.focusRing }
+    edge: Appearance.colors.mark
+    edgeWidth: 2
 }

@@ -19,12 +19,12 @@ Column {
         title: root.title
         footnote: root.footnote
     }
-    Rectangle {
+    Box {
         width: root.width
         height: column.height
         radius: 10
         color: Appearance.colors.groupBackground
-        border { width: 1; color: Appearance.colors.controlBorder }
+        edge: Appearance.colors.controlBorder
 
         Column {
             id: column

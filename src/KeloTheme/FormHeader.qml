@@ -22,7 +22,7 @@ Column {
         width: root.width - 24
         text: root.title
         font.weight: Font.DemiBold
-        elide: Text.ElideRight
+        wrapMode: Text.Wrap
     }
     Footnote {
         visible: text

@@ -14,9 +14,13 @@ Item {
     default property alias control: slot.data
 
     width: parent ? parent.width : 0
-    implicitHeight: Math.max(Math.round(40 * Appearance.textScale), texts.height + 18, slot.height + 12)
+    implicitHeight: isStacked ? texts.height + slot.height + 26
+                              : Math.max(Math.round(40 * Appearance.textScale), texts.height + 18, slot.height + 12)
 
-    Rectangle {
+    // A wide control goes below the text.
+    readonly property bool isStacked: slot.width > width * 0.4
+
+    Box {
         visible: root.hasSeparator
         anchors { left: parent.left; right: parent.right; leftMargin: 12; rightMargin: 12 }
         height: 1
@@ -33,13 +37,16 @@ Item {
         id: texts
 
         anchors { left: leadingSlot.right; leftMargin: leadingSlot.width > 0 ? 9 : 0 }
-        anchors { right: slot.left; rightMargin: 14; verticalCenter: parent.verticalCenter }
+        anchors { right: root.isStacked ? parent.right : slot.left; rightMargin: root.isStacked ? 12 : 14 }
+        y: root.isStacked ? 9 : (parent.height - height) / 2
         spacing: 2
 
         Label {
             width: parent.width
             text: root.title
             opacity: root.enabled ? 1 : 0.4
+            wrapMode: Text.Wrap
+            maximumLineCount: 3
             elide: Text.ElideRight
         }
         Footnote {
@@ -52,7 +59,8 @@ Item {
     Item {
         id: slot
 
-        anchors { right: parent.right; rightMargin: 12; verticalCenter: parent.verticalCenter }
+        anchors { right: parent.right; rightMargin: 12 }
+        y: root.isStacked ? texts.y + texts.height + 8 : (parent.height - height) / 2
         width: childrenRect.width
         height: childrenRect.height
     }

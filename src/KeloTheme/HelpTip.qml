@@ -16,10 +16,10 @@ T.ToolTip {
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
 
-    background: Rectangle {
+    background: Box {
         radius: 6
         color: Appearance.colors.panel
-        border { width: 1; color: Appearance.colors.panelBorder }
+        edge: Appearance.colors.panelBorder
     }
     contentItem: Footnote {
         text: root.text

@@ -7,6 +7,7 @@ Text {
 
     textFormat: Text.PlainText
     color: Appearance.colors.label
+    font.family: Appearance.fontFamily
     font.pixelSize: Math.round(size * Appearance.textScale)
     horizontalAlignment: Text.AlignLeft
     Accessible.ignored: true

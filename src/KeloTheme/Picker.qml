@@ -12,8 +12,8 @@ T.ComboBox {
 
     implicitWidth: Math.ceil(implicitContentWidth) + 40
     implicitHeight: Math.round(13 * Appearance.textScale * 1.95)
-    leftPadding: mirrored ? 26 : 10
-    rightPadding: mirrored ? 10 : 26
+    leftPadding: mirrored ? 26 : 12
+    rightPadding: mirrored ? 12 : 26
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.4
 
@@ -27,13 +27,13 @@ T.ComboBox {
             popup.open()
     }
 
-    FocusRing { radius: 10 }
+    FocusRing {}
 
-    background: Rectangle {
-        radius: 7
+    background: Box {
+        radius: height / 2
         color: root.pressed ? Appearance.colors.controlPressed
                             : root.hovered ? Appearance.colors.controlHovered : Appearance.colors.control
-        border { width: 1; color: Appearance.colors.controlBorder }
+        edge: Appearance.colors.controlBorder
     }
     contentItem: Label {
         text: root.displayText
@@ -68,7 +68,7 @@ T.ComboBox {
         Accessible.checkable: true
         Accessible.checked: isChosen
 
-        background: Rectangle {
+        background: Box {
             radius: 6
             color: row.highlighted ? Appearance.colors.accent : "transparent"
 
@@ -96,10 +96,10 @@ T.ComboBox {
         modal: true
         dim: false
 
-        background: Rectangle {
+        background: Box {
             radius: 9
             color: Appearance.colors.panel
-            border { width: 1; color: Appearance.colors.panelBorder }
+            edge: Appearance.colors.panelBorder
 
             BorderImage {
                 anchors { fill: parent; margins: -28 }

@@ -11,11 +11,8 @@ T.ScrollBar {
     visible: size < 1
     minimumSize: 28 / height
 
-    contentItem: Rectangle {
+    contentItem: Box {
         radius: width / 2
-        color: Appearance.colors.tertiaryLabel
-        opacity: root.pressed || root.hovered ? 1 : root.active ? 0.8 : 0.5
-
-        Behavior on opacity { NumberAnimation { duration: 150 } }
+        color: Appearance.colors.outline
     }
 }

@@ -10,8 +10,8 @@ T.SpinBox {
     // The number in words, for the screen reader.
     property string valueText
 
-    implicitWidth: 58
-    implicitHeight: 24
+    implicitWidth: Math.round(58 * Appearance.textScale)
+    implicitHeight: Math.round(13 * Appearance.textScale * 1.95)
     focusPolicy: Qt.StrongFocus
     opacity: enabled ? 1 : 0.4
 
@@ -38,7 +38,7 @@ T.SpinBox {
         width: root.width / 2
         height: root.height
 
-        Rectangle {
+        Box {
             anchors.fill: parent
             radius: height / 2
             visible: half.canMove && (half.button.hovered || half.button.pressed)
@@ -55,12 +55,12 @@ T.SpinBox {
 
     FocusRing {}
 
-    background: Rectangle {
+    background: Box {
         radius: height / 2
         color: Appearance.colors.control
-        border { width: 1; color: Appearance.colors.controlBorder }
+        edge: Appearance.colors.controlBorder
 
-        Rectangle {
+        Box {
             anchors.centerIn: parent
             width: 1
             height: parent.height - 10

@@ -7,13 +7,15 @@ namespace kelo {
 
 enum class ColorScheme { light, dark };
 
+/// How much the user wants what belongs together to stand out from the rest.
+enum class ContrastLevel { normal, high };
+
 /// The colours of the desktop by the role that they play, for one colour scheme.
 struct SystemColors
 {
     Q_GADGET
     Q_PROPERTY(QColor label MEMBER label)
     Q_PROPERTY(QColor secondaryLabel MEMBER secondaryLabel)
-    Q_PROPERTY(QColor tertiaryLabel MEMBER tertiaryLabel)
     Q_PROPERTY(QColor separator MEMBER separator)
     Q_PROPERTY(QColor windowBackground MEMBER windowBackground)
     Q_PROPERTY(QColor sidebarBackground MEMBER sidebarBackground)
@@ -27,7 +29,9 @@ struct SystemColors
     Q_PROPERTY(QColor accentPressed MEMBER accentPressed)
     Q_PROPERTY(QColor accentLabel MEMBER accentLabel)
     Q_PROPERTY(QColor link MEMBER link)
-    Q_PROPERTY(QColor focusRing MEMBER focusRing)
+    Q_PROPERTY(QColor mark MEMBER mark)
+    Q_PROPERTY(QColor markLabel MEMBER markLabel)
+    Q_PROPERTY(QColor outline MEMBER outline)
     Q_PROPERTY(QColor orange MEMBER orange)
     Q_PROPERTY(QColor red MEMBER red)
     Q_PROPERTY(QColor green MEMBER green)
@@ -38,10 +42,9 @@ struct SystemColors
     Q_PROPERTY(QColor cardBorder MEMBER cardBorder)
 
 public:
-    /// Text, in three steps of importance.
+    /// Text, in two steps of importance.
     QColor label;
     QColor secondaryLabel;
-    QColor tertiaryLabel;
     QColor separator;
     QColor windowBackground;
     QColor sidebarBackground;
@@ -57,9 +60,14 @@ public:
     QColor accentHovered;
     QColor accentPressed;
     QColor accentLabel;
-    /// The accent as the colour of text on a window, lighter or darker as legibility wants.
+    /// The accent as the colour of text, lighter or darker as legibility wants.
     QColor link;
-    QColor focusRing;
+    /// The accent where it must be seen on any surface: what is switched on, the ring around what has the
+    /// keyboard. And what is drawn on it.
+    QColor mark;
+    QColor markLabel;
+    /// What is switched off, and the edge of what may have any colour.
+    QColor outline;
     QColor orange;
     QColor red;
     QColor green;
@@ -73,9 +81,14 @@ public:
 
     friend bool operator==(const SystemColors &, const SystemColors &) = default;
 
-    /// The colours of `scheme`; `accent` may be invalid, which gives the default blue.
-    static SystemColors of(ColorScheme scheme, const QColor &accent = {});
+    /// The colours of `scheme`; `accent` may be invalid, which gives the default blue. Text has the contrast
+    /// of 4.5 to what is behind it, and what must be seen of controls that of 3 (WCAG 2.1, 1.4.3 and 1.4.11).
+    static SystemColors of(ColorScheme scheme, const QColor &accent = {},
+                           ContrastLevel level = ContrastLevel::normal);
 };
+
+/// The opaque colour that `color` gives on an opaque background.
+QColor over(const QColor &color, const QColor &background);
 
 /// The contrast of two opaque colours by WCAG 2.1, from 1 to 21.
 double contrast(const QColor &one, const QColor &other);

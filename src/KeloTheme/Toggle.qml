@@ -26,26 +26,25 @@ T.Switch {
 
     FocusRing {}
 
-    indicator: Rectangle {
+    indicator: Box {
         anchors.fill: parent
         radius: height / 2
-        color: root.checked ? Appearance.colors.accent : Appearance.colors.controlPressed
-        border { width: 1; color: root.checked ? "transparent" : Appearance.colors.controlBorder }
+        color: root.checked ? Appearance.colors.mark : Appearance.colors.outline
 
-        Behavior on color { ColorAnimation { duration: 120 } }
+        Behavior on color { ColorAnimation { duration: 120 * Appearance.motion } }
 
-        Rectangle {
+        Box {
             x: 2 + root.visualPosition * (parent.width - width - 4)
             anchors.verticalCenter: parent.verticalCenter
             width: parent.height - 4
             height: width
             radius: width / 2
-            color: "white"
-            border { width: 1; color: Qt.rgba(0, 0, 0, 0.1) }
+            color: root.checked ? Appearance.colors.markLabel : "white"
+            edge: Qt.rgba(0, 0, 0, 0.1)
 
             Behavior on x {
                 enabled: !root.pressed
-                NumberAnimation { duration: 120; easing.type: Easing.OutQuad }
+                NumberAnimation { duration: 120 * Appearance.motion; easing.type: Easing.OutQuad }
             }
         }
     }

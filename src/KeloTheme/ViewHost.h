@@ -31,6 +31,8 @@ struct ViewSpec
     QVariantMap properties{};
     /// Of the window, in logical pixels.
     QSize size;
+    /// Whether larger text makes the window larger: not where its size was measured.
+    bool growsWithText = true;
     /// The least that the user may make of an ordinary window; invalid when its size is fixed.
     QSize minimumSize{};
     /// Of an ordinary window.

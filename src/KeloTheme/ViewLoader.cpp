@@ -3,6 +3,7 @@
 #include "KeloTheme/Appearance.h"
 
 #include <QLoggingCategory>
+#include <algorithm>
 
 namespace kelo {
 
@@ -26,11 +27,18 @@ bool ViewLoader::load()
         return m_host;
     m_host = m_plugin.get<ViewHost>();
     m_hasFailed = !m_host;
-    if (m_hasFailed)
+    if (m_hasFailed) {
         qCCritical(log).noquote() << "The views can't be loaded:" << m_plugin.errorText();
-    else
-        m_host->start(m_appearance);
-    return m_host;
+        return false;
+    }
+    m_appearance.readXSettings();
+    m_host->start(m_appearance);
+    return true;
+}
+
+QSize ViewLoader::scaled(const QSize &size) const
+{
+    return (QSizeF(size) * std::max(m_appearance.textScale(), 1.0)).toSize();
 }
 
 QWindow *ViewLoader::createWindow(const ViewSpec &spec)

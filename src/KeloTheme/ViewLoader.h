@@ -21,6 +21,11 @@ public:
     /// A hidden window that belongs to the caller; null, with a line in the log, when it can't be made.
     QWindow *createWindow(const ViewSpec &spec);
 
+    /// The room, in logical pixels, that a view of `size` takes in text as large as the user wants it.
+    QSize scaled(const QSize &size) const;
+
+    const Appearance &appearance() const { return m_appearance; }
+
     /// To be called after a window was deleted that is not needed soon: frees the engine with the last one.
     void releaseUnused();
 

@@ -1,5 +1,6 @@
 #include "KeloTheme/ViewWindow.h"
 
+#include "KeloTheme/Appearance.h"
 #include "KeloTheme/ViewLoader.h"
 #include "Platform/Activation.h"
 
@@ -65,14 +66,7 @@ void ViewWindow::setSize(const QSize &size)
 {
     m_spec.size = size;
     if (m_window)
-        fixSize();
-}
-
-void ViewWindow::fixSize()
-{
-    m_window->setMinimumSize(m_spec.size);
-    m_window->setMaximumSize(m_spec.size);
-    m_window->resize(m_spec.size);
+        fit();
 }
 
 bool ViewWindow::eventFilter(QObject *watched, QEvent *event)
@@ -101,18 +95,37 @@ bool ViewWindow::eventFilter(QObject *watched, QEvent *event)
 bool ViewWindow::make()
 {
     m_window.reset(m_views.createWindow(m_spec));
+    m_wanted = {};
     if (!m_window)
         return false;
-    if (m_spec.minimumSize.isValid())
-        m_window->setMinimumSize(m_spec.minimumSize);
-    else
-        fixSize();
+    fit();
+    connect(&m_views.appearance(), &Appearance::changed, m_window.get(), [this] { fit(); });
     m_window->setFlags(m_spec.flags);
     const QPoint middle = m_window->screen()->availableGeometry().center();
-    m_window->setPosition(m_position.value_or(middle - QRect(QPoint(), m_spec.size).center()));
+    m_window->setPosition(m_position.value_or(middle - QRect(QPoint(), m_window->size()).center()));
     // Of the application: it tells of the end, and of the window as well.
     qApp->installEventFilter(this);
     return true;
+}
+
+// Text of another size needs another room. Where the screen has less, the window can be made smaller still,
+// and its view scrolls.
+void ViewWindow::fit()
+{
+    constexpr QSize smallest(360, 240);
+    // The frame around the window, as far as that can be known before there is one.
+    constexpr QSize frame(8, 56);
+    const QSize wanted = m_spec.growsWithText ? m_views.scaled(m_spec.size) : m_spec.size;
+    if (std::exchange(m_wanted, wanted) == wanted)
+        return;
+    const QSize size = wanted.boundedTo(m_window->screen()->availableSize() - frame);
+    const QSize least = m_spec.minimumSize.isValid() ? m_spec.minimumSize
+                        : size == wanted             ? wanted
+                                                     : smallest;
+    m_window->setMinimumSize(least.boundedTo(size));
+    if (!m_spec.minimumSize.isValid())
+        m_window->setMaximumSize(wanted);
+    m_window->resize(size);
 }
 
 void ViewWindow::release()

@@ -61,8 +61,8 @@ protected:
 
 private:
     bool make();
+    void fit();
     void interrupt(QWindow *other);
-    void fixSize();
     void release();
 
     ViewLoader &m_views;
@@ -70,6 +70,8 @@ private:
     QTimer m_unused;
     /// Where the last window was.
     std::optional<QPoint> m_position;
+    /// The size that the text wants.
+    QSize m_wanted;
     bool m_isQuitting = false;
     std::unique_ptr<QWindow> m_window;
 };

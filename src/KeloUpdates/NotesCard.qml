@@ -22,15 +22,12 @@ KeloCard {
         boundsBehavior: Flickable.StopAtBounds
         T.ScrollBar.vertical: ScrollMark {}
 
-        Text {
+        Label {
             id: notes
 
             width: flickable.width - 10
             text: root.text
-            textFormat: Text.PlainText
             wrapMode: Text.Wrap
-            color: Appearance.colors.label
-            font.pixelSize: Math.round(13 * Appearance.textScale)
         }
     }
     FocusRing { radius: root.radius + 3 }

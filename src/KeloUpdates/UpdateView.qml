@@ -18,7 +18,7 @@ Item {
     // Notes, long texts and large fonts make the window higher; it doesn't shrink under the user's hands.
     function grow() {
         if (frame && frame.height < neededHeight)
-            frame.height = Math.ceil(neededHeight)
+            frame.height = Math.min(Math.ceil(neededHeight), Screen.desktopAvailableHeight - 56)
     }
 
     function accept() {
@@ -54,24 +54,19 @@ Item {
             width: parent.width - (symbol.visible ? symbol.width + parent.spacing : 0)
             spacing: 6
 
-            Text {
+            Label {
                 width: parent.width
                 text: root.page.heading
-                textFormat: Text.PlainText
                 wrapMode: Text.Wrap
-                color: Appearance.colors.label
-                font { pixelSize: Math.round(15 * Appearance.textScale); weight: Font.DemiBold }
-                Accessible.ignored: true
+                size: 15
+                font.weight: Font.DemiBold
             }
-            Text {
+            Label {
                 width: parent.width
                 visible: text
                 text: root.page.text
-                textFormat: Text.PlainText
                 wrapMode: Text.Wrap
                 color: Appearance.colors.secondaryLabel
-                font.pixelSize: Math.round(13 * Appearance.textScale)
-                Accessible.ignored: true
             }
         }
     }
@@ -87,14 +82,14 @@ Item {
         visible: root.page.isWorking
         Accessible.role: Accessible.ProgressBar
 
-        Rectangle {
+        Box {
             height: parent.height
-            width: parent.width / 4
+            width: Appearance.motion ? parent.width / 4 : parent.width
             radius: parent.radius
-            color: Appearance.colors.accent
+            color: Appearance.colors.mark
 
             SequentialAnimation on x {
-                running: track.visible
+                running: track.visible && Appearance.motion > 0
                 loops: Animation.Infinite
 
                 NumberAnimation { from: 0; to: track.width * 3 / 4; duration: 900; easing.type: Easing.InOutQuad }

@@ -25,13 +25,12 @@ T.AbstractButton {
     }
     HoverHandler { cursorShape: Qt.PointingHandCursor }
 
-    contentItem: Text {
+    contentItem: Label {
         text: root.sentence.arg("<font color=\"" + Appearance.colors.link + "\">" + root.destination + "</font>")
         textFormat: Text.StyledText
         color: Appearance.colors.secondaryLabel
-        font.pixelSize: Math.round(12 * Appearance.textScale)
+        size: 12
         horizontalAlignment: Text.AlignHCenter
         wrapMode: Text.Wrap
-        Accessible.ignored: true
     }
 }

@@ -10,6 +10,7 @@ Item {
     required property QtObject model
 
     // Large text and the longest state leave no room for the picture.
+    implicitHeight: texts.height
     readonly property bool hasRoom: height >= texts.height + picture.height + 10
 
     Symbol {
@@ -30,9 +31,9 @@ Item {
         width: parent.width
         spacing: 8
 
-        StepTitle { text: qsTr("Let Mivora read your calendar") }
+        StepTitle { words: qsTr("Let Mivora read your calendar") }
         StepText {
-            text: qsTr("Mivora needs Full Access to see your meetings and their Join links. It reads them on this Mac and never stores or uploads anything.")
+            words: qsTr("Mivora needs Full Access to see your meetings and their Join links. It reads them on this Mac and never stores or uploads anything.")
         }
 
         Item { width: 1; height: 1 }
@@ -47,7 +48,7 @@ Item {
         Row {
             anchors.horizontalCenter: parent.horizontalCenter
             visible: root.model.isGranted
-            height: 31
+            height: Math.round(31 * Appearance.textScale)
             spacing: 6
             Accessible.role: Accessible.StaticText
             Accessible.name: granted.text
@@ -80,8 +81,8 @@ Item {
             }
             StepText {
                 maximumWidth: 320
-                text: qsTr("Turn on Mivora under Privacy & Security → Calendars, then come back here.")
-                font.pixelSize: Math.round(12 * Appearance.textScale)
+                words: qsTr("Turn on Mivora under Privacy & Security → Calendars, then come back here.")
+                size: 12
             }
         }
 
@@ -89,7 +90,7 @@ Item {
 
         AccountsHint {
             anchors.horizontalCenter: parent.horizontalCenter
-            width: Math.min(parent.width, 420)
+            width: Math.min(parent.width, 420 * Math.max(1, Appearance.textScale))
             onClicked: root.model.openInternetAccounts()
         }
     }

@@ -9,17 +9,21 @@ Item {
     // hasMeeting, title, detail, color, trayHint.
     required property QtObject model
 
+    implicitHeight: column.height
+
     Column {
+        id: column
+
         anchors.centerIn: parent
-        width: Math.min(parent.width, 400)
+        width: Math.min(parent.width, 400 * Math.max(1, Appearance.textScale))
         spacing: 14
 
         StepTitle {
-            text: root.model.hasMeeting ? qsTr("Here's your next meeting") : qsTr("No meetings today")
+            words: root.model.hasMeeting ? qsTr("Here's your next meeting") : qsTr("No meetings today")
         }
         StepText {
             visible: !root.model.hasMeeting && !root.model.trayHint
-            text: qsTr("You're all set. The countdown appears in the menu bar as soon as something is on your calendar.")
+            words: qsTr("You're all set. The countdown appears in the menu bar as soon as something is on your calendar.")
         }
         // The meeting: its calendar's colour, its title, when and where it is.
         KeloCard {
@@ -30,13 +34,13 @@ Item {
             Accessible.role: Accessible.StaticText
             Accessible.name: root.model.title + ", " + root.model.detail
 
-            Rectangle {
+            Box {
                 id: bar
 
                 anchors { left: parent.left; top: parent.top; bottom: parent.bottom; margins: 12 }
                 width: 5
                 radius: 2.5
-                color: root.model.color || Appearance.colors.accent
+                color: root.model.color || Appearance.colors.mark
             }
             Column {
                 id: texts

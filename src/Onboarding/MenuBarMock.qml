@@ -7,27 +7,22 @@ Item {
     id: root
 
     readonly property var colors: Appearance.colors
+    readonly property real scaling: Math.max(1, Appearance.textScale)
     readonly property color quiet: Qt.rgba(colors.label.r, colors.label.g, colors.label.b, 0.08)
 
-    width: 300
+    width: 300 * scaling
     height: panel.y + panel.height
 
     Accessible.role: Accessible.Graphic
     Accessible.name: qsTr("The countdown in the menu bar, and the Join panel under it")
 
-    component SampleText: Text {
-        color: root.colors.label
-        textFormat: Text.PlainText
-        font.pixelSize: 13
-        Accessible.ignored: true
-    }
 
-    Rectangle {
+    Box {
         id: strip
 
         anchors.horizontalCenter: parent.horizontalCenter
-        width: 260
-        height: 28
+        width: 260 * scaling
+        height: Math.round(28 * scaling)
         radius: 8
         color: root.quiet
 
@@ -41,28 +36,28 @@ Item {
                 color: root.colors.label
                 size: 16
             }
-            SampleText {
+            Label {
                 text: qsTr("Design review · 2m")
                 font.weight: Font.Medium
             }
         }
     }
 
-    Rectangle {
+    Box {
         id: panel
 
         anchors { top: strip.bottom; topMargin: 10; horizontalCenter: parent.horizontalCenter }
-        width: 260
+        width: 260 * scaling
         height: content.height + 24
         radius: 14
         color: root.colors.panel
-        border { width: 1; color: root.colors.panelBorder }
+        edge: root.colors.panelBorder
 
-        Rectangle {
+        Box {
             anchors { fill: parent; margins: 1 }
             radius: parent.radius - 1
             color: "transparent"
-            border { width: 1; color: root.colors.panelHighlight }
+            edge: root.colors.panelHighlight
         }
 
         Column {
@@ -75,7 +70,7 @@ Item {
                 anchors.left: parent.left
                 spacing: 11
 
-                Rectangle {
+                Box {
                     width: 44
                     height: 44
                     radius: 11
@@ -92,16 +87,16 @@ Item {
                     anchors.verticalCenter: parent.verticalCenter
                     spacing: 2
 
-                    SampleText {
+                    Label {
                         anchors.left: parent.left
                         text: qsTr("Design review")
                         font.weight: Font.DemiBold
                     }
-                    SampleText {
+                    Label {
                         anchors.left: parent.left
                         text: qsTr("Starts in 2m · Zoom")
                         color: root.colors.secondaryLabel
-                        font.pixelSize: 11
+                        size: 11
                     }
                 }
             }

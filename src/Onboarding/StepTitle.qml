@@ -1,14 +1,18 @@
 import QtQuick
-import KeloAppearance
+import KeloThemeViews
 
-// The heading of a step. It is large already: it grows less than the text below it, and stays in one line.
-Text {
+// The heading of a step.
+Label {
+    // The last line has two words at least.
+    required property string words
+
+    text: words.replace(/ (\S+)$/, "\u00a0$1")
     width: parent.width
-    color: Appearance.colors.label
-    textFormat: Text.PlainText
-    font { pixelSize: Math.round(22 * Math.min(Appearance.textScale, 1.12)); weight: Font.Bold }
+    size: 22
+    font.weight: Font.Bold
     horizontalAlignment: Text.AlignHCenter
     wrapMode: Text.Wrap
+    Accessible.ignored: false
     Accessible.role: Accessible.Heading
-    Accessible.name: text
+    Accessible.name: words
 }

@@ -26,7 +26,7 @@ Item {
         id: label
 
         anchors { left: picture.right; right: parent.right; leftMargin: 12 }
-        text: root.text
+        text: root.text.replace(/ (\S+)$/, "\u00a0$1")
         lineHeight: 1.1
         wrapMode: Text.Wrap
     }

@@ -79,7 +79,7 @@ Preferences::Preferences(DefaultsStore &store, LoginItem &loginItem, QObject *pa
     : QObject(parent), m_store(store), m_loginItem(loginItem)
 {
     readStore();
-    m_launchAtLogin = m_store.isStandard() && m_loginItem.isEnabled();
+    readLaunchAtLogin();
     connect(&m_store, &DefaultsStore::changedExternally, this, &Preferences::readStore);
 }
 
@@ -194,8 +194,16 @@ void Preferences::setLaunchAtLogin(bool launch)
     assign(m_launchAtLogin, launch, &Preferences::launchAtLoginChanged);
     if (!m_store.isStandard())
         return;
-    if (const auto error = m_loginItem.setEnabled(launch))
+    if (const auto error = m_loginItem.setEnabled(launch)) {
         writeToSystemLog(QLatin1String("Mivora: launch at login change failed: ") + *error);
+        Q_EMIT launchAtLoginFailed();
+    }
+}
+
+void Preferences::readLaunchAtLogin()
+{
+    assign(m_launchAtLogin, m_store.isStandard() && m_loginItem.isEnabled(),
+           &Preferences::launchAtLoginChanged);
 }
 
 } // namespace mivora

@@ -85,6 +85,9 @@ public:
 
     void setLaunchAtLogin(bool launch);
 
+    /// Takes in what the login item is now: the desktop's own settings can change it, and a change can fail.
+    void readLaunchAtLogin();
+
 Q_SIGNALS:
     void showTitleChanged();
     void titleWidthChanged();
@@ -96,6 +99,7 @@ Q_SIGNALS:
     void browserServicesChanged();
     void hasCompletedOnboardingChanged();
     void launchAtLoginChanged();
+    void launchAtLoginFailed();
     /// "MivoraJoinHotKeyChanged": posted every time that the shortcut is set, equal or not.
     void joinHotKeyWasSet();
 

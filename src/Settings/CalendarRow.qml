@@ -40,13 +40,13 @@ FocusScope {
         anchors.fill: row
         clip: !(root.isFirst && root.isLast)
 
-        Rectangle {
+        Box {
             width: parent.width
             y: root.isFirst ? 0 : -radius
             height: parent.height - y + (root.isLast ? 0 : radius)
             radius: 10
             color: Appearance.colors.groupBackground
-            border { width: 1; color: Appearance.colors.controlBorder }
+            edge: Appearance.colors.controlBorder
         }
     }
     ToggleRow {
@@ -59,11 +59,12 @@ FocusScope {
         title: root.title
         checked: root.isOn
         onToggled: checked => root.toggled(checked)
-        leading: Rectangle {
+        leading: Box {
             width: 10
             height: 10
             radius: 5
             color: root.calendarColor || Appearance.colors.secondaryLabel
+            edge: Appearance.colors.outline
         }
     }
 }

@@ -68,6 +68,9 @@ GeneralPageModel::GeneralPageModel(Preferences &prefs, kelo::HotKeyService &serv
     connect(&m_prefs, &Preferences::leadMinutesChanged, this, &GeneralPageModel::leadMinutesChanged);
     connect(&m_prefs, &Preferences::panelCornerChanged, this, &GeneralPageModel::panelCornerChanged);
     connect(&m_prefs, &Preferences::joinHotKeyChanged, this, &GeneralPageModel::followHotKey);
+    // Later: the setting itself keeps the new value.
+    connect(&m_prefs, &Preferences::launchAtLoginFailed, this, &GeneralPageModel::reload,
+            Qt::QueuedConnection);
     connect(&m_recorder, &kelo::HotKeyRecorder::comboChosen, this, &GeneralPageModel::chooseHotKey);
 }
 
@@ -76,6 +79,12 @@ void GeneralPageModel::begin()
     // Who opens the page may be looking for what is wrong.
     m_service.retry();
     followHotKey();
+    reload();
+}
+
+void GeneralPageModel::reload()
+{
+    m_prefs.readLaunchAtLogin();
 }
 
 void GeneralPageModel::followHotKey()

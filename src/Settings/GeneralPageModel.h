@@ -50,6 +50,9 @@ public:
 
     QString trayHint;
 
+    /// Asks for what is kept elsewhere, as it is now.
+    void reload();
+
     QObject *prefs() const;
 
     int minTitleWidth() const;

@@ -10,7 +10,7 @@ Rectangle {
     // pages, pageIndex; selectRow().
     required property QtObject router
 
-    width: 220
+    width: Math.min(220 * Math.max(1, Appearance.textScale), parent.width * 0.4)
     color: Appearance.colors.sidebarBackground
     activeFocusOnTab: true
 
@@ -18,7 +18,7 @@ Rectangle {
     Accessible.name: qsTr("Settings")
     Accessible.focusable: true
 
-    Rectangle {
+    Box {
         anchors { right: parent.right; top: parent.top; bottom: parent.bottom }
         width: 1
         color: Appearance.colors.separator
@@ -60,14 +60,14 @@ Rectangle {
                     visible: root.activeFocus && Appearance.usesKeyboard && row.highlighted
                 }
 
-                background: Rectangle {
+                background: Box {
                     radius: 8
                     color: row.highlighted ? Appearance.colors.controlHovered
                                            : row.hovered ? Appearance.colors.cardFill : "transparent"
                 }
                 contentItem: Item {
                     // The page's symbol on a small tile.
-                    Rectangle {
+                    Box {
                         id: tile
 
                         readonly property color primary: Appearance.colors.label

@@ -34,8 +34,10 @@ SettingsWindowController::SettingsWindowController(Preferences &prefs, const Eve
     m_router.onChange = [this](SettingsPage page) { m_window.setTitle(title(page)); };
     // The permission can have changed while the user was elsewhere, in the system settings for one.
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](const QWindow *window) {
-        if (window && window == m_window.window())
-            m_calendars.reload();
+        if (!window || window != m_window.window())
+            return;
+        m_general.reload();
+        m_calendars.reload();
     });
 }
 

@@ -4,6 +4,7 @@
 #include "support/PrivateBus.h"
 
 #include <QDBusArgument>
+#include <QGuiApplication>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -39,7 +40,18 @@ TEST(Appearance, followsTheDesktopsPortalOnceThereIsOne)
         {QStringLiteral("org.gnome.desktop.interface"), {{QStringLiteral("text-scaling-factor"), 3.0}}}};
     EXPECT_TRUE(QTest::qWaitFor([&] { return appearance.isDark(); }));
     EXPECT_EQ(appearance.colors().accent.name(), QLatin1String("#800040"));
-    EXPECT_EQ(appearance.textScale(), 1.25) << "no more than views have room for";
+    EXPECT_EQ(appearance.textScale(), 2) << "no more than views have room for";
+    const QString interface = QStringLiteral("org.gnome.desktop.interface");
+    portal.changeSetting(interface, QStringLiteral("text-scaling-factor"), 1.25);
+    portal.changeSetting(interface, QStringLiteral("font-name"), QStringLiteral("Liberation Serif Bold 12"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return appearance.textScale() == 1.5; }))
+        << "12 points are 1.2 of the usual";
+    EXPECT_EQ(QGuiApplication::font().family(), QStringLiteral("Liberation Serif"));
+    portal.changeSetting(interface, QStringLiteral("enable-animations"), false);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return appearance.motion() == 0; }));
+    portal.changeSetting(appearanceGroup, QStringLiteral("contrast"), 1U);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return appearance.colors().label == QColor(Qt::white); }));
+    portal.changeSetting(appearanceGroup, QStringLiteral("contrast"), 0U);
 
     portal.changeSetting(appearanceGroup, scheme, 2U);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !appearance.isDark(); }));
@@ -47,14 +59,7 @@ TEST(Appearance, followsTheDesktopsPortalOnceThereIsOne)
     portal.changeSetting(appearanceGroup, accent, rgb(0, 1, 1.01));
     const SystemColors plain = SystemColors::of(ColorScheme::light);
     EXPECT_TRUE(QTest::qWaitFor([&] { return appearance.colors() == plain; })) << "no colour is chosen";
-    EXPECT_EQ(changes.count(), 3) << "no preference is light here, as it was";
-}
-
-TEST(Appearance, isTheEnvironmentsBeforeAll)
-{
-    qputenv("MIVORA_APPEARANCE", "dark");
-    EXPECT_TRUE(Appearance(QDBusConnection(QStringLiteral("none"))).isDark());
-    qunsetenv("MIVORA_APPEARANCE");
+    EXPECT_EQ(changes.count(), 8) << "no preference is light here, as it was";
 }
 
 } // namespace kelo

@@ -63,11 +63,11 @@ TEST_F(FirstRunTest, beginsAtLaunchWhereThereIsSomethingToDo)
 TEST_F(FirstRunTest, offersWhatTheAccessLeavesToDo)
 {
     const QString hint = QStringLiteral(
-        "Using Google or Outlook? Add the account in Internet Accounts and its calendars show up here.");
+        "Using Google or Outlook? Add the account in Online Accounts and its calendars show up here.");
 
     const std::pair<CalendarAuthorization, QString> rows[] = {
         {notDetermined, u"Allow Calendar Access|" + hint + u"|Continue|Skip for now"},
-        {denied, u"Open System Settings|" + hint + u"|Continue|Skip for now"},
+        {denied, u"Open Settings|" + hint + u"|Continue|Skip for now"},
         {granted, hint + u"|Continue"},
     };
 
@@ -114,8 +114,8 @@ TEST_F(FirstRunTest, endsWithTheNextMeetingAsItIsFound)
 {
     run.source.access = granted;
     show(FirstRunStep::firstMeeting);
-    EXPECT_TRUE(says(
-        "You're all set. The countdown appears in the menu bar as soon as something is on your calendar."));
+    EXPECT_TRUE(
+        says("You're all set. The countdown appears in the tray as soon as something is on your calendar."));
 
     Meeting standup = makeMeeting("Daily\nstandup", at("2026-03-10T11:00:00Z"));
     standup.calendarColor = Color{226, 120, 40};

@@ -19,12 +19,12 @@ using enum CalendarListModel::Role;
 using enum SettingsPage;
 using support::AccessibleView;
 
-const QString menuBarToggle = QStringLiteral("Show the next meeting in the menu bar");
+const QString menuBarToggle = QStringLiteral("Show the next meeting in the tray");
 const QString leadPicker = QStringLiteral("Show the Join panel");
 const QString lengthStepper = QStringLiteral("Title length");
 const QString shortcutToggle = QStringLiteral("Join the next meeting with a shortcut");
 const QString recorder = QStringLiteral("Shortcut");
-const QString accessButton = QStringLiteral("Open System Settings…");
+const QString accessButton = QStringLiteral("Open Settings…");
 constexpr const char *recorded = "Ctrl+Space";
 constexpr kelo::HotKeyCombo controlSpace{49, kelo::controlKey};
 
@@ -89,7 +89,12 @@ TEST_F(SettingsTest, isOneWindowThatKeepsItsPage)
 TEST_F(SettingsTest, writesEveryTogglesPreference)
 {
     prefs.setJoinHotKey(controlSpace);
+    loginItem.error = QStringLiteral("full");
     const AccessibleView view = open(general);
+    const QString launch = QStringLiteral("Launch at login");
+    ASSERT_TRUE(view.click(QAccessible::CheckBox, launch));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !view.isChecked(launch); })) << "it failed";
+    loginItem.error.reset();
 
     const std::pair<QString, std::function<bool()>> rows[] = {
         {menuBarToggle, [&] { return prefs.showTitle(); }},
@@ -176,7 +181,7 @@ TEST_F(SettingsTest, isOperatedByTheKeyboardAlone)
     for (; view.focused() != shortcutToggle && stops.size() < 20; view.type(Qt::Key_Tab))
         stops.append(view.focused());
     EXPECT_EQ(stops.join(u'|').toStdString(),
-              "Settings|Show the next meeting in the menu bar|Title length|Launch at login|"
+              "Settings|Show the next meeting in the tray|Title length|Launch at login|"
               "Show the Join panel|Panel position|Also remind me for meetings without a link");
     view.type(Qt::Key_Space);
     EXPECT_EQ(prefs.joinHotKey(), GeneralPageModel::defaultCombo);
@@ -327,8 +332,7 @@ TEST_F(SettingsTest, reachesAllOfManyCalendarsByKeyboard)
     const QString last = others.last();
     EXPECT_EQ(walk(Qt::Key_Home, 1), QStringList{first});
     EXPECT_EQ(walk(Qt::Key_End, 1), QStringList{last});
-    const int page = count - 1 - others.indexOf(walk(Qt::Key_PageUp, 1).first()) - 1;
-    EXPECT_GT(page, 4);
+    EXPECT_LT(others.indexOf(walk(Qt::Key_PageUp, 1).first()), count - 6);
     EXPECT_EQ(walk(Qt::Key_PageDown, 1), QStringList{last});
     for (const char letter : {'t', 'e'})
         QTest::keyClick(&window(), letter);

@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Checks the translations: catalogues.py LUPDATE SOURCE_FOLDER
 
-They have all texts of the sources and no others, each with what is filled in or typed, in the typography of its language.
+They have all texts of the sources and no others, each with what is filled in or typed, in the typography and the words of
+its language and platform. The English one has plural forms, and what the sources say in another platform's words.
 """
 import os
 import re
@@ -14,7 +15,11 @@ import xml.etree.ElementTree as xml
 # What a translation must have as often as its source: placeholders, accelerators, line ends, names that are typed.
 FIXED_PARTS = re.compile(r"%(?:\d+|L?n)|&(?=\S)|\n|…|`[^`]*`|--[a-z]+|\$[A-Z_]+|~/[^ ,;.]*|RFC.3339")
 # In French high punctuation has a no-break space before it, and quotation marks have them inside.
-MISPRINTS = {"fr": "[^\u202f][?!;»]|[^\u00a0]:(?!/)|«[^\u202f]|'|\"", "de": "'|\"|[^\u00a0]…", "en": "'"}
+MISPRINTS = {"fr": "[^\u202f][?!;»]|[^\u00a0]:(?!/)|«[^\u202f]|'|\"", "de": "'|\"|[^\u00a0]…", "en": "\u2019"}
+# What people here have under no such name, and an arrow that could stand at a line's end.
+FOREIGN = re.compile(r"\bMac\b|[Mm]enu bar|System (?:Settings|Preferences)|Internet Accounts|Privacy & Security|→ |"
+                     r"Menüleiste|Systemeinstellungen|Internet-?[Kk]onten|Datenschutz|[Bb]eitr[ei]t|beigetreten|"
+                     r"barre des menus|Réglages|Comptes Internet|Confidentialité")
 
 
 def fixed_parts(text):
@@ -30,16 +35,22 @@ def is_up_to_date(file, options):
 
 os.chdir(sys.argv[2])
 faults = []
+all_texts = set()
 for language, misprint in MISPRINTS.items():
     file = f"translations/mivora_{language}.ts"
-    plurals = "-pluralonly" if language == "en" else ""
-    if not is_up_to_date(file, f"-silent -no-obsolete -locations none {plurals}"):
+    known = {(context.findtext("name"), message.findtext("source"), message.get("numerus"))
+             for context in xml.parse(file).iter("context") for message in context.iter("message")}
+    if language == "en":
+        needed = {text for text in all_texts if text[2] or FOREIGN.search(text[1])}
+        faults += [f"{file}: {text} is missing, or no text of the sources" for text in needed - known | known - all_texts]
+    elif not is_up_to_date(file, "-silent -no-obsolete -locations none"):
         faults.append(f"{file}: The target update_translations brings it in line with the sources.")
+    all_texts |= known
     for message in xml.parse(file).iter("message"):
         source, translation = message.findtext("source"), message.find("translation")
         for text in [form.text or "" for form in translation] or [translation.text or ""]:
             is_finished = text.strip() and not translation.get("type")
-            if not is_finished or fixed_parts(text) != fixed_parts(source) or re.search(misprint, text):
+            if not is_finished or fixed_parts(text) != fixed_parts(source) or re.search(misprint, text) or FOREIGN.search(text):
                 faults.append(f"{file}: {source!r}: {text!r}")
 print(*faults, sep="\n")
 sys.exit(bool(faults))

@@ -1,5 +1,7 @@
 #include "KeloTheme/plugin/ViewsPlugin.h"
 
+#include "KeloTheme/plugin/Box.h"
+
 #include <QCoreApplication>
 #include <QIcon>
 #include <QJSEngine>
@@ -128,6 +130,7 @@ ViewsPlugin::ViewsPlugin()
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     qmlRegisterSingletonType<QObject>("KeloAppearance", 1, 0, "Appearance",
                                       [this](QQmlEngine *, QJSEngine *) { return m_appearance; });
+    qmlRegisterType<Box>("KeloAppearance", 1, 0, "Box");
 }
 
 void ViewsPlugin::start(QObject &appearance)

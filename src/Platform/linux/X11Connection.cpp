@@ -94,10 +94,9 @@ bool X11Connection::hasProperty(xcb_window_t window, const QByteArray &property)
     return reply && reply->type != XCB_ATOM_NONE;
 }
 
-QByteArray X11Connection::text(xcb_window_t window, xcb_atom_t property) const
+QByteArray X11Connection::text(xcb_window_t window, xcb_atom_t property, xcb_atom_t type) const
 {
-    const auto cookie =
-        xcb_get_property(m_connection, false, window, property, XCB_ATOM_STRING, 0, longestProperty);
+    const auto cookie = xcb_get_property(m_connection, false, window, property, type, 0, longestProperty);
     const auto reply = owned(xcb_get_property_reply(m_connection, cookie, nullptr));
     if (!reply || reply->format != 8)
         return {};

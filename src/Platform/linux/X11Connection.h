@@ -48,8 +48,8 @@ public:
     /// The 32-bit values of a property; empty when the window has none of that name.
     std::vector<std::uint32_t> values(xcb_window_t window, const QByteArray &property) const;
     bool hasProperty(xcb_window_t window, const QByteArray &property) const;
-    /// A property that is text.
-    QByteArray text(xcb_window_t window, xcb_atom_t property) const;
+    /// A property that is text, or of another `type` made of bytes.
+    QByteArray text(xcb_window_t window, xcb_atom_t property, xcb_atom_t type = XCB_ATOM_STRING) const;
 
     /// Where the window is on the display, in pixels.
     QRect frame(xcb_window_t window) const;
