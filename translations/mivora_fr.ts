@@ -828,11 +828,11 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     </message>
     <message>
         <source>GNOME shows no icon before you install the extension AppIndicator (gnome-shell-extension-appindicator) and turn it on in the app Extensions; until then, `mivora show` shows your day.</source>
-        <translation>GNOME n’affiche aucune icône avant que vous n’installiez l’extension AppIndicator (gnome-shell-extension-appindicator) et ne l’activiez dans l’application Extensions ; d’ici là, `mivora show` affiche votre journée.</translation>
+        <translation>GNOME n’affiche aucune icône avant que vous n’installiez l’extension AppIndicator (gnome-shell-extension-appindicator) et ne l’activiez dans l’application Extensions&#x202f;; d’ici là, `mivora show` affiche votre journée.</translation>
     </message>
     <message>
         <source>This desktop has no status area for the icon: add one to a panel; until then, `mivora show` shows your day.</source>
-        <translation>Ce bureau n’a pas de zone de notification pour l’icône : ajoutez-en une à un panneau ; d’ici là, `mivora show` affiche votre journée.</translation>
+        <translation>Ce bureau n’a pas de zone de notification pour l’icône&#xa0;: ajoutez-en une à un panneau&#x202f;; d’ici là, `mivora show` affiche votre journée.</translation>
     </message>
 </context>
 <context>

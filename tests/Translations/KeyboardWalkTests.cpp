@@ -66,18 +66,17 @@ TEST(KeyboardWalk, ofTheUpdateDownloadsOnlyWhenAsked)
 TEST(KeyboardWalk, ofTheAlertBlocksTheWindowThatItInterrupts)
 {
     SettingsUnderTest settings;
-    settings.controller.show(SettingsPage::general);
-    shown(&settings.window());
     ConflictAlert alert(sharedViews(), QDBusConnection(QStringLiteral("none")));
-    alert.show(QStringLiteral("Ctrl+J"));
-    QWindow *window = QGuiApplication::modalWindow();
-    ASSERT_TRUE(window);
-    EXPECT_EQ(window->transientParent(), &settings.window());
-    press(shown(window), "OK");
-    EXPECT_FALSE(alert.isVisible());
-    alert.show(QStringLiteral("Ctrl+J"));
-    shown(QGuiApplication::modalWindow()).type(Qt::Key_Escape);
-    EXPECT_FALSE(alert.isVisible());
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
+        settings.controller.show(SettingsPage::general);
+        shown(&settings.window());
+        alert.show(QStringLiteral("Ctrl+J"));
+        QWindow *window = QGuiApplication::modalWindow();
+        ASSERT_TRUE(window);
+        EXPECT_EQ(window->transientParent(), &settings.window());
+        shown(window).type(key);
+        EXPECT_FALSE(alert.isVisible());
+    }
 }
 
 } // namespace mivora
