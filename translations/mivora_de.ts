@@ -383,6 +383,45 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <source>Show today&apos;s meetings in a small window</source>
         <translation>Die heutigen Termine in einem kleinen Fenster zeigen</translation>
     </message>
+    <message>
+        <source>Subscribe to calendars by their addresses, and list these calendars</source>
+        <translation>Kalender über ihre Adressen abonnieren und die abonnierten auflisten</translation>
+    </message>
+    <message>
+        <source>The calendar&apos;s ID, as listed</source>
+        <translation>Die ID des Kalenders aus der Liste</translation>
+    </message>
+    <message>
+        <source>The calendar&apos;s name</source>
+        <translation>Der Name des Kalenders</translation>
+    </message>
+    <message>
+        <source>Fetch the subscribed calendars now and print them</source>
+        <translation>Die abonnierten Kalender jetzt abrufen und ausgeben</translation>
+    </message>
+    <message>
+        <source>Subscribe to a calendar</source>
+        <translation>Einen Kalender abonnieren</translation>
+    </message>
+    <message>
+        <source>An https: or webcal: address; read from standard input when it isn&apos;t given</source>
+        <translation>Eine Adresse mit https: oder webcal:; ohne Angabe wird sie von der Standardeingabe gelesen</translation>
+    </message>
+    <message>
+        <source>Remove a subscribed calendar</source>
+        <translation>Einen abonnierten Kalender entfernen</translation>
+    </message>
+    <message>
+        <source>Rename a subscribed calendar</source>
+        <translation>Einen abonnierten Kalender umbenennen</translation>
+    </message>
+</context>
+<context>
+    <name>CommandLineTexts</name>
+    <message>
+        <source>Address of the calendar:</source>
+        <translation>Adresse des Kalenders:</translation>
+    </message>
 </context>
 <context>
     <name>Countdown</name>
@@ -881,6 +920,68 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <message>
         <source>Quit Mivora</source>
         <translation>Mivora beenden</translation>
+    </message>
+</context>
+<context>
+    <name>Subscription</name>
+    <message>
+        <source>This is not the address of a calendar. It begins with https:// or webcal://.</source>
+        <translation>Das ist nicht die Adresse eines Kalenders. Sie beginnt mit https:// oder webcal://.</translation>
+    </message>
+    <message>
+        <source>Subscribing needs Evolution Data Server, the desktop&apos;s calendar store: install the package evolution-data-server. A folder of iCalendar files, ~/.calendars, does without.</source>
+        <translation>Zum Abonnieren wird Evolution Data Server gebraucht, der Kalenderspeicher des Desktops: Installieren Sie das Paket evolution-data-server. Ein Ordner mit iCalendar-Dateien, ~/.calendars, kommt ohne ihn aus.</translation>
+    </message>
+    <message>
+        <source>The desktop&apos;s calendar store, Evolution Data Server, does not answer. Try again later.</source>
+        <translation>Der Kalenderspeicher des Desktops, Evolution Data Server, antwortet nicht. Versuchen Sie es später noch einmal.</translation>
+    </message>
+    <message>
+        <source>Mivora has not subscribed to this calendar, or no longer.</source>
+        <translation>Mivora hat diesen Kalender nicht abonniert oder nicht mehr.</translation>
+    </message>
+    <message>
+        <source>%1 has no calendar at this address.</source>
+        <translation>Unter dieser Adresse hat %1 keinen Kalender.</translation>
+    </message>
+    <message>
+        <source>%1 asks for a password. A calendar&apos;s private address needs none.</source>
+        <translation>%1 verlangt ein Passwort. Die private Adresse eines Kalenders braucht keines.</translation>
+    </message>
+    <message>
+        <source>What %1 has at this address is not a calendar, or a broken one. The address in iCalendar format is needed.</source>
+        <translation>Was %1 unter dieser Adresse hat, ist kein Kalender oder ein beschädigter. Gebraucht wird die Adresse im iCalendar-Format.</translation>
+    </message>
+    <message>
+        <source>The certificate of %1 is not valid: somebody else may pretend to be it.</source>
+        <translation>Das Zertifikat von %1 ist nicht gültig: Jemand anderes könnte sich dafür ausgeben.</translation>
+    </message>
+    <message>
+        <source>%1 can&apos;t be reached. Check the address and the network.</source>
+        <translation>%1 ist nicht zu erreichen. Prüfen Sie die Adresse und das Netzwerk.</translation>
+    </message>
+    <message>
+        <source>%1 takes too long to answer. Try again later.</source>
+        <translation>%1 braucht zu lange für eine Antwort. Versuchen Sie es später noch einmal.</translation>
+    </message>
+    <message>
+        <source>%1 does not hand out the calendar now. Try again later.</source>
+        <translation>%1 gibt den Kalender gerade nicht heraus. Versuchen Sie es später noch einmal.</translation>
+    </message>
+    <message>
+        <source>This is a large calendar, and is still being read.</source>
+        <translation>Das ist ein großer Kalender; er wird noch gelesen.</translation>
+    </message>
+    <message>
+        <source>No meetings this week</source>
+        <translation>Keine Termine in dieser Woche</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n meeting(s) this week</source>
+        <translation>
+            <numerusform>%n Termin in dieser Woche</numerusform>
+            <numerusform>%n Termine in dieser Woche</numerusform>
+        </translation>
     </message>
 </context>
 <context>

@@ -91,4 +91,14 @@
         <translation>The countdown lives in your tray. A minute before, a small panel offers Join, Snooze or Dismiss.</translation>
     </message>
 </context>
+<context>
+    <name>Subscription</name>
+    <message numerus="yes">
+        <source>%n meeting(s) this week</source>
+        <translation>
+            <numerusform>%n meeting this week</numerusform>
+            <numerusform>%n meetings this week</numerusform>
+        </translation>
+    </message>
+</context>
 </TS>

@@ -383,6 +383,45 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <source>Show today&apos;s meetings in a small window</source>
         <translation>Afficher les réunions du jour dans une petite fenêtre</translation>
     </message>
+    <message>
+        <source>Subscribe to calendars by their addresses, and list these calendars</source>
+        <translation>S’abonner à des agendas par leurs adresses, et lister ces agendas</translation>
+    </message>
+    <message>
+        <source>The calendar&apos;s ID, as listed</source>
+        <translation>L’identifiant de l’agenda, tel que dans la liste</translation>
+    </message>
+    <message>
+        <source>The calendar&apos;s name</source>
+        <translation>Le nom de l’agenda</translation>
+    </message>
+    <message>
+        <source>Fetch the subscribed calendars now and print them</source>
+        <translation>Récupérer maintenant les agendas abonnés et les afficher</translation>
+    </message>
+    <message>
+        <source>Subscribe to a calendar</source>
+        <translation>S’abonner à un agenda</translation>
+    </message>
+    <message>
+        <source>An https: or webcal: address; read from standard input when it isn&apos;t given</source>
+        <translation>Une adresse https&#xa0;: ou webcal&#xa0;:&#x202f;; lue sur l’entrée standard si elle n’est pas donnée</translation>
+    </message>
+    <message>
+        <source>Remove a subscribed calendar</source>
+        <translation>Supprimer un agenda abonné</translation>
+    </message>
+    <message>
+        <source>Rename a subscribed calendar</source>
+        <translation>Renommer un agenda abonné</translation>
+    </message>
+</context>
+<context>
+    <name>CommandLineTexts</name>
+    <message>
+        <source>Address of the calendar:</source>
+        <translation>Adresse de l’agenda&#xa0;:</translation>
+    </message>
 </context>
 <context>
     <name>Countdown</name>
@@ -881,6 +920,68 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     <message>
         <source>Quit Mivora</source>
         <translation>Quitter Mivora</translation>
+    </message>
+</context>
+<context>
+    <name>Subscription</name>
+    <message>
+        <source>This is not the address of a calendar. It begins with https:// or webcal://.</source>
+        <translation>Ce n’est pas l’adresse d’un agenda. Elle commence par https:// ou webcal://.</translation>
+    </message>
+    <message>
+        <source>Subscribing needs Evolution Data Server, the desktop&apos;s calendar store: install the package evolution-data-server. A folder of iCalendar files, ~/.calendars, does without.</source>
+        <translation>Pour s’abonner, il faut Evolution Data Server, le stockage d’agendas du bureau&#xa0;: installez le paquet evolution-data-server. Un dossier de fichiers iCalendar, ~/.calendars, s’en passe.</translation>
+    </message>
+    <message>
+        <source>The desktop&apos;s calendar store, Evolution Data Server, does not answer. Try again later.</source>
+        <translation>Le stockage d’agendas du bureau, Evolution Data Server, ne répond pas. Réessayez plus tard.</translation>
+    </message>
+    <message>
+        <source>Mivora has not subscribed to this calendar, or no longer.</source>
+        <translation>Mivora n’est pas abonné à cet agenda, ou ne l’est plus.</translation>
+    </message>
+    <message>
+        <source>%1 has no calendar at this address.</source>
+        <translation>%1 n’a pas d’agenda à cette adresse.</translation>
+    </message>
+    <message>
+        <source>%1 asks for a password. A calendar&apos;s private address needs none.</source>
+        <translation>%1 demande un mot de passe. L’adresse privée d’un agenda n’en demande pas.</translation>
+    </message>
+    <message>
+        <source>What %1 has at this address is not a calendar, or a broken one. The address in iCalendar format is needed.</source>
+        <translation>Ce que %1 a à cette adresse n’est pas un agenda, ou est endommagé. Il faut l’adresse au format iCalendar.</translation>
+    </message>
+    <message>
+        <source>The certificate of %1 is not valid: somebody else may pretend to be it.</source>
+        <translation>Le certificat de %1 n’est pas valide&#xa0;: quelqu’un d’autre peut se faire passer pour lui.</translation>
+    </message>
+    <message>
+        <source>%1 can&apos;t be reached. Check the address and the network.</source>
+        <translation>%1 est injoignable. Vérifiez l’adresse et le réseau.</translation>
+    </message>
+    <message>
+        <source>%1 takes too long to answer. Try again later.</source>
+        <translation>%1 met trop longtemps à répondre. Réessayez plus tard.</translation>
+    </message>
+    <message>
+        <source>%1 does not hand out the calendar now. Try again later.</source>
+        <translation>%1 ne fournit pas l’agenda en ce moment. Réessayez plus tard.</translation>
+    </message>
+    <message>
+        <source>This is a large calendar, and is still being read.</source>
+        <translation>C’est un grand agenda, dont la lecture continue.</translation>
+    </message>
+    <message>
+        <source>No meetings this week</source>
+        <translation>Aucune réunion cette semaine</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n meeting(s) this week</source>
+        <translation>
+            <numerusform>%n réunion cette semaine</numerusform>
+            <numerusform>%n réunions cette semaine</numerusform>
+        </translation>
     </message>
 </context>
 <context>

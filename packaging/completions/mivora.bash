@@ -35,7 +35,7 @@ _mivora_agenda() {
 _mivora() {
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
-        _mivora_complete "agenda detect join snooze dismiss copy show settings quit defaults access --help --version"
+        _mivora_complete "agenda detect join snooze dismiss copy show settings quit defaults access calendars --help --version"
         return
     fi
     case ${COMP_WORDS[1]} in
@@ -48,6 +48,12 @@ _mivora() {
             ;;
         settings) [ "$COMP_CWORD" -gt 2 ] || _mivora_complete "general calendars --help" ;;
         access) [ "$COMP_CWORD" -gt 2 ] || _mivora_complete "status allow reset --help" ;;
+        calendars)
+            case $COMP_CWORD,${COMP_WORDS[2]} in
+                2,*) _mivora_complete "list add remove rename --help" ;;
+                *,add) _mivora_complete "--name --help" ;;
+            esac
+            ;;
         defaults) _mivora_defaults ;;
         join | snooze | dismiss | copy | show | quit) _mivora_complete "--help" ;;
     esac

@@ -16,6 +16,7 @@ __mivora_command settings "Open the settings"
 __mivora_command quit "End the running program"
 __mivora_command defaults "Read and write the settings store"
 __mivora_command access "Show, give or take back the permission to read your calendars"
+__mivora_command calendars "Subscribe to calendars by their addresses, and list these calendars"
 functions -e __mivora_command
 complete -c mivora -s h -l help -d "Print help"
 complete -c mivora -n __fish_use_subcommand -l version -d "Print the version"
@@ -30,6 +31,8 @@ complete -c mivora -n "__fish_seen_subcommand_from detect" -l location -x -d "Th
 complete -c mivora -n "__fish_seen_subcommand_from detect" -l notes -x -d "The event's notes"
 complete -c mivora -n "__fish_seen_subcommand_from settings" -a "general calendars"
 complete -c mivora -n "__fish_seen_subcommand_from access" -a "status allow reset"
+complete -c mivora -n "__fish_seen_subcommand_from calendars" -a "list add remove rename"
+complete -c mivora -n "__fish_seen_subcommand_from calendars" -l name -x -d "The name of an added calendar"
 
 set -l actions list read write delete
 set -l keys showTitle titleWidth leadMinutes panelCorner remindWithoutLink joinHotKey disabledCalendarIDs \

@@ -3,11 +3,12 @@
 #include "App/AgendaJson.h"
 #include "App/MakeUpdater.h"
 #include "Calendar/MemoryStore.h"
-#include "CalendarEds/DesktopLoader.h"
+#include "CalendarEds/DesktopSubscriptions.h"
 #include "CalendarFolder/FolderLoader.h"
 #include "MeetingTexts/MeetingTexts.h"
 #include "Preferences/Settings.h"
 
+#include <QLocale>
 #include <QTimer>
 
 namespace mivora {
@@ -39,6 +40,21 @@ std::vector<std::string> ownAddresses(const DefaultsStore &defaults)
     return addresses;
 }
 
+bool readsDesktopCalendars()
+{
+    return qEnvironmentVariable("MIVORA_EDS") != QLatin1String("none");
+}
+
+EventWindow thisWeek()
+{
+    const QTimeZone zone = userTimeZone();
+    const Timestamp now = SystemClock().now();
+    const auto seconds = qint64(secondsSinceEpoch(now));
+    const int weekday = QDateTime::fromSecsSinceEpoch(seconds, zone).date().dayOfWeek();
+    const int daysGone = (weekday - int(QLocale().firstDayOfWeek()) + 7) % 7;
+    return {startOfDay(now, zone, -daysGone), startOfDay(now, zone, 7 - daysGone), zone};
+}
+
 } // namespace
 
 std::unique_ptr<EventStore> makeCalendarStore(const StoreOptions &options, const DefaultsStore &defaults,
@@ -48,10 +64,19 @@ std::unique_ptr<EventStore> makeCalendarStore(const StoreOptions &options, const
     MemoryStore::Loaders loaders;
     loaders.push_back(std::make_unique<FolderLoader>(
         FolderLoader::Setup{.roots = calendarRoots(options.folders), .addresses = addresses}));
-    if (options.folders.empty() && qEnvironmentVariable("MIVORA_EDS") != QLatin1String("none"))
+    if (options.folders.empty() && readsDesktopCalendars())
         loaders.push_back(std::make_unique<DesktopLoader>(
             DesktopLoader::Setup{.bus = QDBusConnection::sessionBus(), .addresses = addresses}));
     return std::make_unique<MemoryStore>(access, windowAround(options.now, options.zone), std::move(loaders));
+}
+
+std::unique_ptr<CalendarSubscriptions> makeSubscriptions(const DefaultsStore &defaults)
+{
+    DesktopSubscriptions::Setup setup{
+        .bus = QDBusConnection::sessionBus(), .addresses = ownAddresses(defaults), .week = thisWeek};
+    if (!readsDesktopCalendars())
+        setup.factory = [] { return nullptr; };
+    return std::make_unique<DesktopSubscriptions>(std::move(setup));
 }
 
 CalendarSession::CalendarSession(const SessionOptions &options)

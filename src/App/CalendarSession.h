@@ -2,6 +2,7 @@
 
 #include "App/MeetingCommands.h"
 #include "Calendar/AccessMemory.h"
+#include "Calendar/CalendarSubscriptions.h"
 #include "Calendar/EventKitSource.h"
 #include "Platform/linux/GioWorkspace.h"
 #include "Platform/linux/XdgLoginItem.h"
@@ -29,6 +30,9 @@ struct StoreOptions
 /// must outlive the store.
 std::unique_ptr<EventStore> makeCalendarStore(const StoreOptions &options, const DefaultsStore &defaults,
                                               AccessMemory &access);
+
+/// What subscribes to calendars for the user; nothing where $MIVORA_EDS is "none".
+std::unique_ptr<CalendarSubscriptions> makeSubscriptions(const DefaultsStore &defaults);
 
 /// What a command sees the calendars with.
 struct SessionOptions

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "Calendar/CalendarSubscriptions.h"
+
 #include <QtPlugin>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// The seam to the calendars that the desktop itself keeps. What stands behind it hands over iCalendar text
@@ -49,6 +52,9 @@ struct DesktopAccounts
 
     friend bool operator==(const DesktopAccounts &, const DesktopAccounts &) = default;
 };
+
+/// What the identifiers of subscriptions begin with: by that the program knows its own.
+inline constexpr std::string_view subscriptionPrefix = "mivora-";
 
 /// Whether the desktop's calendars can be read.
 enum class DesktopAccess {
@@ -115,7 +121,15 @@ public:
     /// Wants other days; settle() follows in any case. Can be called on any thread.
     virtual void setInterval(DesktopInterval interval) = 0;
 
-    /// Has run() return soon, also when it has yet to be called. Can be called on any thread.
+    /// Does what `request` asks for, and tells `reader` of the calendars of the answer as run() does: it
+    /// settles once when the server has answered, and once at the end. Identifiers are the server's.
+    /// `addresses` are those of a calendar to add; the first that somebody answers at is kept, if it is that
+    /// of a calendar.
+    virtual SubscriptionAnswer perform(const SubscriptionRequest &request,
+                                       const std::vector<std::string> &addresses, DesktopInterval interval,
+                                       DesktopCalendarsReader &reader) = 0;
+
+    /// Has run() or perform() return soon, also when it has yet to be called. Can be called on any thread.
     virtual void stop() = 0;
 };
 
@@ -130,4 +144,4 @@ public:
 
 } // namespace mivora
 
-Q_DECLARE_INTERFACE(mivora::DesktopCalendarsPlugin, "app.kelo.DesktopCalendars/1")
+Q_DECLARE_INTERFACE(mivora::DesktopCalendarsPlugin, "app.kelo.DesktopCalendars/2")

@@ -1,5 +1,6 @@
 #include "CalendarEds/DesktopEvents.h"
 
+#include <QRegularExpression>
 #include <algorithm>
 #include <utility>
 
@@ -136,7 +137,11 @@ void DesktopEvents::settle(bool hasAll)
 
 void DesktopEvents::report(const std::string &message)
 {
-    qCWarning(calendarLog, "%s", printable(message).c_str());
+    // An address may be a secret as a whole; it is told of by its host.
+    static const QRegularExpression address(QStringLiteral(R"([a-z]+://(?:[^/\s@]*@)?([^/?#\s"]*)\S*)"),
+                                            QRegularExpression::CaseInsensitiveOption);
+    const QString told = QString::fromStdString(message).replace(address, QStringLiteral("\\1"));
+    qCWarning(calendarLog, "%s", printable(told.toStdString()).c_str());
 }
 
 void DesktopEvents::takeWindow()

@@ -18,14 +18,38 @@ bool isSourcesName(const QString &name)
     return name.startsWith(QLatin1String("org.gnome.evolution.dataserver.Sources"));
 }
 
+void findIn(const QString &method, const QDBusConnection &bus, QObject *context,
+            const std::function<void(const std::string &service)> &found,
+            const std::function<void()> &ifMissing)
+{
+    callBus<QStringList>(bus, QDBusMessage::createMethodCall(busName, busPath, busName, method), context,
+                         [found, ifMissing](const QDBusPendingReply<QStringList> &reply) {
+                             const QStringList names = reply.isValid() ? reply.value() : QStringList();
+                             const auto name = std::find_if(names.begin(), names.end(), isSourcesName);
+                             if (name == names.end())
+                                 ifMissing();
+                             else
+                                 found(name->toStdString());
+                         });
+}
+
+} // namespace
+
+void findCalendarServer(const QDBusConnection &bus, QObject *context,
+                        std::function<void(const std::string &service)> found)
+{
+    // Something else than the bus may have started it, such as a session manager.
+    findIn(QStringLiteral("ListActivatableNames"), bus, context, found, [bus, context, found] {
+        findIn(QStringLiteral("ListNames"), bus, context, found, [found] { found({}); });
+    });
+}
+
 DesktopInterval intervalOf(const EventWindow &window)
 {
     // A floating time may be meant up to a day away from where UTC has it.
     constexpr double marginSeconds = 2 * 86400;
     return {secondsSinceEpoch(window.from) - marginSeconds, secondsSinceEpoch(window.to) + marginSeconds};
 }
-
-} // namespace
 
 std::unique_ptr<DesktopCalendars> makeEdsCalendars()
 {
@@ -72,26 +96,14 @@ void DesktopLoader::setWindow(const EventWindow &window)
 
 void DesktopLoader::lookForServer()
 {
-    // Something else than the bus may have started it, such as a session manager.
-    lookForServer(QStringLiteral("ListActivatableNames"), [this] {
-        lookForServer(QStringLiteral("ListNames"), [this] { m_deliver(StoreUpdate()); });
+    findCalendarServer(m_setup.bus, this, [this](const std::string &service) {
+        if (m_thread.joinable())
+            return;
+        if (service.empty())
+            m_deliver(StoreUpdate());
+        else
+            m_thread = std::thread([this, service] { run(service); });
     });
-}
-
-void DesktopLoader::lookForServer(const QString &method, const std::function<void()> &ifMissing)
-{
-    const auto call = QDBusMessage::createMethodCall(busName, busPath, busName, method);
-    callBus<QStringList>(
-        m_setup.bus, call, this, [this, ifMissing](const QDBusPendingReply<QStringList> &reply) {
-            const QStringList names = reply.isValid() ? reply.value() : QStringList();
-            const auto name = std::find_if(names.begin(), names.end(), isSourcesName);
-            if (m_thread.joinable())
-                return;
-            if (name == names.end())
-                ifMissing();
-            else
-                m_thread = std::thread([this, service = name->toStdString()] { run(service); });
-        });
 }
 
 void DesktopLoader::run(const std::string &service)

@@ -10,6 +10,14 @@ namespace mivora {
 /// Gives what stands behind the seam; null, with a line in the log, when it can't be had.
 using DesktopCalendarsFactory = std::function<std::unique_ptr<DesktopCalendars>()>;
 
+/// Looks for the server on `bus`: `found` is called once, later and on `context`'s thread, with the name that
+/// it has or would be started by; empty when there is none. Not when `context` is gone by then.
+void findCalendarServer(const QDBusConnection &bus, QObject *context,
+                        std::function<void(const std::string &service)> found);
+
+/// The days of `window`, whatever the zone that a time without one is meant in.
+DesktopInterval intervalOf(const EventWindow &window);
+
 /// Loads the plug-in mivora-eds ($MIVORA_EDS, see PluginFile). Can be called on any thread.
 std::unique_ptr<DesktopCalendars> makeEdsCalendars();
 
@@ -42,7 +50,6 @@ public:
 
 private:
     Q_SLOT void lookForServer();
-    void lookForServer(const QString &method, const std::function<void()> &ifMissing);
     void run(const std::string &service);
 
     Setup m_setup;

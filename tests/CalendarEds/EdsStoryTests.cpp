@@ -77,6 +77,46 @@ private:
     quint16 m_port = 0;
 };
 
+/// A web server on this machine alone, for as long as the event loop runs. It knows answers by their paths.
+class WebServer
+{
+public:
+    WebServer()
+    {
+        QObject::connect(&m_server, &QTcpServer::newConnection, &m_server, [this] {
+            QTcpSocket *client = m_server.nextPendingConnection();
+            QObject::connect(client, &QTcpSocket::readyRead, client, [this, client] {
+                const auto path = client->readAll().split(' ').value(1).toStdString();
+                const auto &[status, text] = answers.count(path) ? answers[path] : answers["/404"];
+                client->write(("HTTP/1.1 " + status + "\r\nConnection: close\r\nContent-Length: " +
+                               std::to_string(text.size()) + "\r\n\r\n" + text)
+                                  .c_str());
+                client->disconnectFromHost();
+            });
+        });
+        start();
+    }
+
+    void start()
+    {
+        m_server.listen(QHostAddress::LocalHost, m_port);
+        m_port = m_server.serverPort();
+    }
+
+    void stop() { m_server.close(); }
+
+    std::string address(const std::string &path) const
+    {
+        return "webcal://127.0.0.1:" + std::to_string(m_port) + path;
+    }
+
+    std::map<std::string, std::pair<std::string, std::string>> answers{{"/404", {"404 Not Found", {}}}};
+
+private:
+    QTcpServer m_server;
+    quint16 m_port = 0;
+};
+
 /// The store over the real server. Each test finds it not running, and uses a calendar of its own.
 class EdsStoryTest : public testing::Test
 {
@@ -125,6 +165,27 @@ protected:
     {
         world->signalAll(SIGKILL);
         EXPECT_TRUE(waitFor([] { return world->signalAll(0) == 0; }));
+    }
+
+    /// What `mivora calendars` prints. A process of its own: the library has one registry in each, which
+    /// belongs to the thread that made it.
+    static std::string calendars(const QStringList &arguments = {}, const std::string &input = {})
+    {
+        QProcess process;
+        process.setProcessChannelMode(QProcess::MergedChannels);
+        process.start(QStringLiteral(MIVORA_PROGRAM), QStringList{QStringLiteral("calendars")} + arguments);
+        process.write((input + '\n').c_str());
+        process.closeWriteChannel();
+        EXPECT_TRUE(
+            waitFor([&] { return process.state() == QProcess::NotRunning; }, std::chrono::seconds(60)));
+        return process.readAll().toStdString();
+    }
+
+    static std::string add(const std::string &address) { return calendars({QStringLiteral("add")}, address); }
+
+    static std::string remove(const std::string &line)
+    {
+        return calendars({QStringLiteral("remove"), QString::fromStdString(line.substr(0, line.find('\t')))});
     }
 
     static inline std::optional<Radicale> server;
@@ -236,6 +297,92 @@ TEST_F(EdsStoryTest, followsAnAccountOnTheNet)
     server->put(guarded("20260311T090000Z", "SEQUENCE:1\r\n"));
     EXPECT_TRUE(e_client_refresh_sync(E_CLIENT(world->client("net").get()), nullptr, nullptr));
     EXPECT_TRUE(loaded->waitForTitles({"Guarded"}, "2026-03-11T00:00:00Z"));
+}
+
+TEST_F(EdsStoryTest, subscribesToAddresses)
+{
+    using testing::HasSubstr;
+    const std::string path = "/a%40b/hush%2F1.ics?key=x%26y";
+    WebServer web;
+    const std::tuple<const char *, const char *, std::string, const char *> rows[] = {
+        {"/empty", "200 OK", "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nEND:VCALENDAR\r\n",
+         "\tNo meetings this week\n"},
+        {"/nothing", "200 OK", {}, "is not a calendar"},
+        {"/page", "200 OK", "<html>Sign in</html>", "is not a calendar"},
+        {"/broken", "200 OK", eventText("cut off").substr(0, 120), "is not a calendar"},
+        {"/secret", "401 Unauthorized", {}, "asks for a password"},
+        {"/forbidden", "403 Forbidden", {}, "asks for a password"},
+        {"/gone", "410 Gone", {}, "has no calendar"},
+        {"/404", "404 Not Found", {}, "has no calendar"},
+        {"/ill", "503 Unavailable", {}, "does not hand out"},
+    };
+
+    testing::internal::CaptureStderr();
+    openStore();
+    for (const auto &[place, status, text, expected] : rows) {
+        web.answers[place] = {status, text};
+        const std::string told = add(web.address(place));
+        EXPECT_THAT(told, HasSubstr(expected)) << place;
+        EXPECT_EQ(told.find(place), told.npos) << told;
+        if (told.starts_with("desktop:")) {
+            EXPECT_EQ(remove(told), "");
+        }
+    }
+    EXPECT_THAT(add("ftp://127.0.0.1/x"), HasSubstr("not the address"));
+    EXPECT_EQ(calendars(), "") << "nothing is left behind";
+
+    web.answers[path] = {"200 OK", eventText("first")};
+    const std::string added = add(web.address(path));
+    EXPECT_THAT(added, testing::EndsWith("\t127.0.0.1\t127.0.0.1\tNo meetings this week\n"));
+    EXPECT_TRUE(loaded->waitForTitles({"first"}));
+    web.answers[path].second = eventText("second");
+    EXPECT_EQ(calendars(), added);
+    EXPECT_TRUE(loaded->waitForTitles({"second"}));
+    web.stop();
+    EXPECT_THAT(calendars(), HasSubstr("can't be reached"));
+    EXPECT_EQ(loaded->titles().size(), 1U) << "what is known stays";
+    web.start();
+    web.answers[path].second = eventText("third", "20260310T100000Z", "RRULE:FREQ=DAILY\r\n");
+    EXPECT_THAT(calendars(), HasSubstr("7 meetings this week"));
+    EXPECT_TRUE(loaded->waitForTitles({"third"}));
+
+    const QString id = QString::fromStdString(added.substr(0, added.find('\t')));
+    EXPECT_EQ(calendars({QStringLiteral("rename"), id, QStringLiteral("Team")}), "");
+    EXPECT_THAT(remove("desktop:local"), HasSubstr("has not subscribed"));
+    killServer();
+    EXPECT_THAT(calendars(), HasSubstr("\tTeam\t")) << "it outlives the server";
+    world->signalAll(SIGSTOP);
+    EXPECT_THAT(calendars(), HasSubstr("does not answer"));
+    world->signalAll(SIGCONT);
+    EXPECT_EQ(remove(added), "");
+    EXPECT_TRUE(loaded->waitForTitles({}));
+    const std::string log = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(log.find("hush"), log.npos) << log;
+}
+
+TEST_F(EdsStoryTest, readsServedCalendarsLikeFiles)
+{
+    const auto meetings = [](LoadedStore &of) {
+        std::vector<std::string> texts;
+        for (const auto &meeting : of.meetings("2026-03-23T00:00:00Z", 14))
+            texts.push_back(meeting->title + ' ' + std::to_string(secondsSinceEpoch(meeting->start)) + ' ' +
+                            std::to_string(secondsSinceEpoch(meeting->end)));
+        std::sort(texts.begin(), texts.end());
+        return texts;
+    };
+    std::ifstream file(MIVORA_TEST_DATA "/calendars/alex.moreno@example.com.ics");
+    const std::string text(std::istreambuf_iterator<char>(file), {});
+    const CalendarFolder folder;
+    folder.write("all.ics", text);
+    LoadedStore expected({folder.path()});
+    WebServer web;
+    web.answers["/all"] = {"200 OK", text};
+    openStore();
+    const std::string added = add(web.address("/all"));
+    EXPECT_TRUE(
+        waitFor([&] { return !meetings(expected).empty() && meetings(*loaded) == meetings(expected); },
+                LoadedStore::patience));
+    remove(added);
 }
 
 } // namespace mivora

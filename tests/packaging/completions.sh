@@ -8,7 +8,7 @@ program=$1 folder=$2
 expected() {
     "$program" "$@" nonsense 2>&1 | sed 's/.*expected \(one of \)*//; s/, got .*//; s/ (mivora .*//; s/-h, //' | tr -d ' ' | tr ',' '\n'
 }
-words=$(for command in "" defaults "defaults read" access agenda detect; do expected $command; done | sed 's/^--//' | sort -u)
+words=$(for command in "" defaults "defaults read" access calendars agenda detect; do expected $command; done | sed 's/^--//' | sort -u)
 [ "$(wc -l <<<"$words")" -gt 25 ] || { echo "FAILED: the program's messages are others" >&2; exit 1; }
 for word in $words; do
     for file in "$folder"/*; do

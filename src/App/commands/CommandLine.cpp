@@ -142,6 +142,41 @@ void addAccess(CLI::App &app, Request &result)
     action("reset", utf8(CommandLineTexts::tr("Forget the permission")), AccessRequest::Action::reset);
 }
 
+void addCalendars(CLI::App &app, Request &result)
+{
+    using Action = SubscriptionRequest::Action;
+    const auto [calendars, request] = addCommand<CalendarsRequest>(
+        app, "calendars",
+        CommandLineTexts::tr("Subscribe to calendars by their addresses, and list these calendars"), result);
+    calendars->require_subcommand(0, 1);
+    const auto action = [calendars = calendars, &request = request](const char *name, const QString &text,
+                                                                    Action value) {
+        auto *command = calendars->add_subcommand(name, utf8(text));
+        command->callback([&request, value] { request.action = value; });
+        return command;
+    };
+    const auto addID = [&request = request](CLI::App *command) {
+        command->add_option("id", request.id, utf8(CommandLineTexts::tr("The calendar's ID, as listed")))
+            ->required()
+            ->type_name("ID");
+    };
+    const auto addName = [&request = request](CLI::App *command, const char *name) {
+        return command->add_option(name, request.name, utf8(CommandLineTexts::tr("The calendar's name")))
+            ->type_name("NAME");
+    };
+    action("list", CommandLineTexts::tr("Fetch the subscribed calendars now and print them"), Action::fetch);
+    auto *add = action("add", CommandLineTexts::tr("Subscribe to a calendar"), Action::add);
+    add->add_option("address", request.address,
+                    utf8(CommandLineTexts::tr(
+                        "An https: or webcal: address; read from standard input when it isn't given")))
+        ->type_name("ADDRESS");
+    addName(add, "--name");
+    addID(action("remove", CommandLineTexts::tr("Remove a subscribed calendar"), Action::remove));
+    auto *rename = action("rename", CommandLineTexts::tr("Rename a subscribed calendar"), Action::rename);
+    addID(rename);
+    addName(rename, "name")->required();
+}
+
 /// Translates what the parser puts around the texts of `app` and its commands.
 void translateHeadings(CLI::App &app)
 {
@@ -213,6 +248,7 @@ Request parseCommandLine(int argc, const char *const *argv)
     addRemoteCommands(app, result);
     addDefaults(app, result);
     addAccess(app, result);
+    addCalendars(app, result);
     translateHeadings(app);
 
     try {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Calendar/CalendarSubscriptions.h"
 #include "Meetings/Timestamp.h"
 
 #include <optional>
@@ -65,6 +66,16 @@ struct AccessRequest
     Action action = Action::status;
 };
 
+/// `mivora calendars`
+struct CalendarsRequest
+{
+    SubscriptionRequest::Action action = SubscriptionRequest::Action::fetch;
+    std::string id;
+    /// Read from standard input when it is empty.
+    std::string address;
+    std::string name;
+};
+
 /// Nothing more to do than to print `text` (help, version) or to complain of it (bad arguments).
 struct FinishedRequest
 {
@@ -73,7 +84,7 @@ struct FinishedRequest
 };
 
 using Request = std::variant<StartRequest, AgendaRequest, DetectRequest, RemoteRequest, DefaultsRequest,
-                             AccessRequest, FinishedRequest>;
+                             AccessRequest, CalendarsRequest, FinishedRequest>;
 
 /// Reads the arguments. Bad ones give a FinishedRequest that names the argument and what was expected, with
 /// exit status 2.

@@ -102,6 +102,8 @@ int runCommand(const Request &request)
         JsonDefaultsStore store;
         return runDefaults(*defaults, store);
     }
+    if (const auto *calendars = std::get_if<CalendarsRequest>(&request))
+        return runCalendars(*calendars, *makeSubscriptions(JsonDefaultsStore()));
     if (const auto *access = std::get_if<AccessRequest>(&request))
         return runAccess(*access);
     return tell(std::get<FinishedRequest>(request));

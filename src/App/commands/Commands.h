@@ -24,4 +24,7 @@ int runAgenda(const AgendaRequest &request);
 /// `mivora defaults`: shows and changes the settings in `store`.
 int runDefaults(const DefaultsRequest &request, DefaultsStore &store);
 
+/// `mivora calendars`: shows and changes what is subscribed to.
+int runCalendars(const CalendarsRequest &request, CalendarSubscriptions &subscriptions);
+
 } // namespace mivora

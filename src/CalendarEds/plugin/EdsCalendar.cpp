@@ -1,8 +1,6 @@
 #include "CalendarEds/plugin/EdsCalendar.h"
 
-#include <QDateTime>
-#include <QTimeZone>
-#include <set>
+#include "CalendarEds/plugin/EdsObjects.h"
 
 namespace mivora {
 
@@ -10,22 +8,6 @@ namespace {
 
 /// Opens without waiting for a server on the net: what is known of it is there at once.
 constexpr guint32 withoutWaiting = G_MAXUINT32;
-
-/// The events of `components`, a list of ICalComponent.
-std::vector<CalendarObject> readObjects(const GSList *components)
-{
-    std::vector<CalendarObject> objects;
-    for (; components; components = components->next) {
-        auto *component = static_cast<ICalComponent *>(components->data);
-        const gchar *uid = i_cal_component_get_uid(component);
-        if (!uid || i_cal_component_isa(component) != I_CAL_VEVENT_COMPONENT)
-            continue;
-        std::string recurrenceID = takeText(e_cal_util_component_get_recurid_as_string(component));
-        objects.push_back(
-            {{uid, std::move(recurrenceID)}, takeText(i_cal_component_as_ical_string(component))});
-    }
-    return objects;
-}
 
 /// The names of `ids`, a list of ECalComponentId.
 std::vector<ObjectName> readNames(const GSList *ids)
@@ -37,39 +19,6 @@ std::vector<ObjectName> readNames(const GSList *ids)
         names.push_back({e_cal_component_id_get_uid(id), recurrenceID ? recurrenceID : ""});
     }
     return names;
-}
-
-/// Every TZID in `components`.
-std::set<std::string> timeZonesIn(const GSList *components)
-{
-    std::set<std::string> ids;
-    for (; components; components = components->next)
-        i_cal_component_foreach_tzid(
-            static_cast<ICalComponent *>(components->data),
-            [](ICalParameter *parameter, gpointer data) {
-                if (const gchar *id = i_cal_parameter_get_tzid(parameter))
-                    static_cast<std::set<std::string> *>(data)->insert(id);
-            },
-            &ids);
-    return ids;
-}
-
-std::string isoTime(double seconds)
-{
-    return QDateTime::fromSecsSinceEpoch(qint64(seconds), QTimeZone::utc())
-        .toString(QStringLiteral("yyyyMMdd'T'HHmmss'Z'"))
-        .toStdString();
-}
-
-/// A query for what touches `interval`, and for everything that recurs or overrides an occurrence.
-///
-/// A server judges each component by itself: it wouldn't tell that an occurrence was moved out of the
-/// interval.
-std::string queryFor(const DesktopInterval &interval)
-{
-    // In this order: what recurs is then not expanded by the server, which some rules keep busy for minutes.
-    return "(or (has-recurrences?) (occur-in-time-range? (make-time \"" + isoTime(interval.from) +
-           "\") (make-time \"" + isoTime(interval.to) + "\")))";
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "CalendarEds/plugin/EdsSession.h"
+#include "CalendarEds/plugin/EdsSubscriptions.h"
 
 #include <QObject>
 
@@ -23,12 +24,20 @@ public:
 
     void run(const std::string &service, DesktopInterval interval, DesktopCalendarsReader &reader) override
     {
-        g_main_context_push_thread_default(m_context);
-        follow(service, interval, reader);
-        // What the last calls left to be done; nothing of it comes back to the session.
-        while (g_main_context_iteration(m_context, FALSE)) {
-        }
-        g_main_context_pop_thread_default(m_context);
+        inContext([&] { follow(service, interval, reader); });
+    }
+
+    SubscriptionAnswer perform(const SubscriptionRequest &request, const std::vector<std::string> &addresses,
+                               DesktopInterval interval, DesktopCalendarsReader &reader) override
+    {
+        SubscriptionAnswer answer;
+        inContext([&] {
+            if (connect(reader))
+                answer = EdsSubscriptions(interval, reader, m_cancellable.get()).perform(request, addresses);
+            else
+                answer.fault = SubscriptionFault::noStore;
+        });
+        return answer;
     }
 
     void setInterval(DesktopInterval interval) override
@@ -41,23 +50,42 @@ public:
 
     void stop() override
     {
+        g_cancellable_cancel(m_cancellable.get());
         invoke([this] { g_main_loop_quit(m_loop); });
     }
 
 private:
-    void follow(const std::string &service, DesktopInterval interval, DesktopCalendarsReader &reader)
+    void inContext(const std::function<void()> &work) const
+    {
+        g_main_context_push_thread_default(m_context);
+        work();
+        // What the last calls left to be done; nothing of it comes back to who made them.
+        while (g_main_context_iteration(m_context, FALSE)) {
+        }
+        g_main_context_pop_thread_default(m_context);
+    }
+
+    static GlibObject<GDBusConnection> connect(DesktopCalendarsReader &reader)
     {
         GError *error = nullptr;
-        const GlibObject<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, &error));
+        GlibObject<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, &error));
         const GlibError owner(error);
-        if (!bus) {
+        if (bus)
+            // Else GLib ends the whole program together with the bus.
+            g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
+        else
             reader.report(std::string("no session bus: ") + error->message);
+        return bus;
+    }
+
+    void follow(const std::string &service, DesktopInterval interval, DesktopCalendarsReader &reader)
+    {
+        const GlibObject<GDBusConnection> bus = connect(reader);
+        if (!bus) {
             reader.setAccess(DesktopAccess::unavailable);
             reader.settle(true);
             return;
         }
-        // Else GLib ends the whole program together with the bus.
-        g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
         EdsSession session(bus.get(), service, interval, reader);
         m_session = &session;
         // What other threads asked for by now waits in the context, stop() too.
@@ -72,6 +100,8 @@ private:
 
     GMainContext *m_context;
     GMainLoop *m_loop;
+    /// Of perform().
+    GlibObject<GCancellable> m_cancellable{g_cancellable_new()};
     /// Only while run() is at work, and on its thread.
     EdsSession *m_session = nullptr;
 };
@@ -82,7 +112,7 @@ private:
 class EdsPlugin final : public QObject, public DesktopCalendarsPlugin
 {
     Q_OBJECT
-    Q_PLUGIN_METADATA(IID "app.kelo.DesktopCalendars/1")
+    Q_PLUGIN_METADATA(IID "app.kelo.DesktopCalendars/2")
     Q_INTERFACES(mivora::DesktopCalendarsPlugin)
 
 public:
