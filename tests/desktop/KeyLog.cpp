@@ -28,12 +28,12 @@ int main(int argc, char **argv)
     QGuiApplication app(argc, argv);
     KeyLog window;
     window.showMaximized();
-    const QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
-    QObject::connect(&input, &QSocketNotifier::activated, &window, [&window] {
-        std::string token;
-        std::getline(std::cin, token);
-        qputenv("XDG_ACTIVATION_TOKEN", token.c_str());
-        window.requestActivate();
+    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
+    QObject::connect(&input, &QSocketNotifier::activated, &window, [&] {
+        if (std::string token; !std::getline(std::cin, token))
+            input.setEnabled(false);
+        else if (qputenv("XDG_ACTIVATION_TOKEN", token.c_str()))
+            window.requestActivate();
     });
     return QGuiApplication::exec();
 }

@@ -17,19 +17,19 @@ constexpr auto sourcePatience = 5s;
 constexpr auto timeToSettle = 500ms;
 constexpr guint refreshMinutes = 15;
 
-template<typename Extension> Extension *extensionOf(ESource *source, const char *name)
+template<typename Extension> Extension *ownExtension(ESource *source, const char *name)
 {
     return static_cast<Extension *>(static_cast<gpointer>(e_source_get_extension(source, name)));
 }
 
 ESourceSelectable *appearanceOf(ESource *source)
 {
-    return extensionOf<ESourceSelectable>(source, E_SOURCE_EXTENSION_CALENDAR);
+    return ownExtension<ESourceSelectable>(source, E_SOURCE_EXTENSION_CALENDAR);
 }
 
 std::unique_ptr<GUri, decltype(&g_uri_unref)> addressOf(ESource *source)
 {
-    return {e_source_webdav_dup_uri(extensionOf<ESourceWebdav>(source, E_SOURCE_EXTENSION_WEBDAV_BACKEND)),
+    return {e_source_webdav_dup_uri(ownExtension<ESourceWebdav>(source, E_SOURCE_EXTENSION_WEBDAV_BACKEND)),
             &g_uri_unref};
 }
 
@@ -141,10 +141,10 @@ EdsSubscriptions::Source EdsSubscriptions::makeSource(const std::string &name,
     ESourceSelectable *appearance = appearanceOf(source.get());
     e_source_backend_set_backend_name(E_SOURCE_BACKEND(appearance), "webcal");
     e_source_selectable_set_color(appearance, unusedColor().c_str());
-    e_source_webdav_set_uri(extensionOf<ESourceWebdav>(source.get(), E_SOURCE_EXTENSION_WEBDAV_BACKEND),
+    e_source_webdav_set_uri(ownExtension<ESourceWebdav>(source.get(), E_SOURCE_EXTENSION_WEBDAV_BACKEND),
                             uri.get());
     e_source_refresh_set_interval_minutes(
-        extensionOf<ESourceRefresh>(source.get(), E_SOURCE_EXTENSION_REFRESH), refreshMinutes);
+        ownExtension<ESourceRefresh>(source.get(), E_SOURCE_EXTENSION_REFRESH), refreshMinutes);
     if (!e_source_registry_commit_source_sync(m_registry.get(), source.get(), m_cancellable, nullptr))
         return nullptr;
     Source taken;
