@@ -36,7 +36,7 @@ void findIn(const QString &method, const QDBusConnection &bus, QObject *context,
 } // namespace
 
 void findCalendarServer(const QDBusConnection &bus, QObject *context,
-                        std::function<void(const std::string &service)> found)
+                        const std::function<void(const std::string &service)> &found)
 {
     // Something else than the bus may have started it, such as a session manager.
     findIn(QStringLiteral("ListActivatableNames"), bus, context, found, [bus, context, found] {

@@ -13,7 +13,7 @@ using DesktopCalendarsFactory = std::function<std::unique_ptr<DesktopCalendars>(
 /// Looks for the server on `bus`: `found` is called once, later and on `context`'s thread, with the name that
 /// it has or would be started by; empty when there is none. Not when `context` is gone by then.
 void findCalendarServer(const QDBusConnection &bus, QObject *context,
-                        std::function<void(const std::string &service)> found);
+                        const std::function<void(const std::string &service)> &found);
 
 /// The days of `window`, whatever the zone that a time without one is meant in.
 DesktopInterval intervalOf(const EventWindow &window);

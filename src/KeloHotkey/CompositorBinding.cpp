@@ -13,11 +13,11 @@ struct Compositor
 {
     /// In XDG_CURRENT_DESKTOP, or a variable that it sets.
     QLatin1String desktop;
-    const char *variable;
+    const char *variable = nullptr;
     QLatin1String file;
     /// Of command, control, option and shift.
     std::array<QLatin1String, 4> modifiers;
-    QLatin1Char separator;
+    QLatin1Char separator{' '};
     /// %1 are the modifiers, %2 the key, %3 the command.
     QLatin1String line;
     /// The words of the command are in quotation marks of their own.

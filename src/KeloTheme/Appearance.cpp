@@ -114,7 +114,7 @@ QMap<QByteArray, QVariant> xSettings(const QByteArray &property)
         return value;
     };
     const auto bytes = [&](qsizetype length) {
-        const QByteArray text = property.mid(place, length);
+        QByteArray text = property.mid(place, length);
         place += (length + 3) / 4 * 4;
         return text;
     };

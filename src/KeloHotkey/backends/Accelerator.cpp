@@ -14,15 +14,19 @@ namespace {
 struct AcceleratorModifier
 {
     QLatin1String name;
-    std::uint32_t bit;
+    std::uint32_t bit = 0;
 };
 
 // As accelerators name them. The first of each is written, in this order.
 constexpr std::array acceleratorModifiers{
-    AcceleratorModifier{QLatin1String("Shift"), shiftKey},     AcceleratorModifier{QLatin1String("Control"), controlKey},
-    AcceleratorModifier{QLatin1String("Alt"), optionKey},      AcceleratorModifier{QLatin1String("Super"), commandKey},
-    AcceleratorModifier{QLatin1String("Primary"), controlKey}, AcceleratorModifier{QLatin1String("Ctrl"), controlKey},
-    AcceleratorModifier{QLatin1String("Mod1"), optionKey},     AcceleratorModifier{QLatin1String("Mod4"), commandKey},
+    AcceleratorModifier{QLatin1String("Shift"), shiftKey},
+    AcceleratorModifier{QLatin1String("Control"), controlKey},
+    AcceleratorModifier{QLatin1String("Alt"), optionKey},
+    AcceleratorModifier{QLatin1String("Super"), commandKey},
+    AcceleratorModifier{QLatin1String("Primary"), controlKey},
+    AcceleratorModifier{QLatin1String("Ctrl"), controlKey},
+    AcceleratorModifier{QLatin1String("Mod1"), optionKey},
+    AcceleratorModifier{QLatin1String("Mod4"), commandKey},
 };
 constexpr std::size_t writtenNames = 4;
 
@@ -42,9 +46,10 @@ std::optional<std::pair<std::uint32_t, QString>> readAccelerator(const QString &
     while (end < text.size() && text[end] == QLatin1Char('<')) {
         const qsizetype close = text.indexOf(QLatin1Char('>'), end);
         const QString name = text.mid(end + 1, close - end - 1);
-        const auto *known = std::ranges::find_if(acceleratorModifiers, [&](const AcceleratorModifier &modifier) {
-            return name.compare(modifier.name, Qt::CaseInsensitive) == 0;
-        });
+        const auto *known =
+            std::ranges::find_if(acceleratorModifiers, [&](const AcceleratorModifier &modifier) {
+                return name.compare(modifier.name, Qt::CaseInsensitive) == 0;
+            });
         if (close < 0 || known == acceleratorModifiers.end())
             return std::nullopt;
         modifiers |= known->bit;

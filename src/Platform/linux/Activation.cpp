@@ -14,7 +14,7 @@ namespace {
 
 struct TokenName
 {
-    const char *variable;
+    const char *variable = nullptr;
     QLatin1String platformData;
 };
 
