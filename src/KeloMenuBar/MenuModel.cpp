@@ -1,5 +1,7 @@
 #include "KeloMenuBar/MenuModel.h"
 
+#include "Platform/Activation.h"
+
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -83,6 +85,25 @@ void MenuModel::choose(int index)
     Q_EMIT ended();
     if (action)
         action();
+}
+
+bool MenuModel::filter(QEvent &event)
+{
+    mivora::holdActivationOf(event);
+    switch (event.type()) {
+    case QEvent::MouseMove:
+        followPointer();
+        return false;
+    case QEvent::ShortcutOverride:
+        // Accepted, it becomes a key press, and no shortcut of other windows is triggered by it.
+        event.setAccepted(itemWithShortcut(static_cast<QKeyEvent &>(event)) >= 0);
+        return event.isAccepted();
+    case QEvent::KeyPress:
+        pressKey(static_cast<QKeyEvent &>(event));
+        return true;
+    default:
+        return false;
+    }
 }
 
 void MenuModel::pressKey(const QKeyEvent &event)

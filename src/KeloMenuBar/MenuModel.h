@@ -6,6 +6,7 @@
 #include <QSize>
 #include <QVariantList>
 
+class QEvent;
 class QKeyEvent;
 
 namespace kelo {
@@ -52,17 +53,15 @@ public:
             setCurrent(index);
     }
 
-    /// The pointer moves.
+    /// Lets the pointer lead: it moves, or the menu has just come.
     void followPointer() { m_keyboardLeads = false; }
 
     /// Ends the menu and runs the item's action; does nothing where there is nothing to choose.
     Q_INVOKABLE void choose(int index);
 
-    /// Does what the key is for: arrows, Return, Escape, the items' own shortcuts.
-    void pressKey(const QKeyEvent &event);
-
-    /// Whether an item has this key for its shortcut.
-    bool hasShortcut(const QKeyEvent &event) const { return itemWithShortcut(event) >= 0; }
+    /// To be called with every event of the window that shows it. Keys do what they are for (arrows, Return,
+    /// Escape, the items' own shortcuts) and go nowhere else: then it is true.
+    bool filter(QEvent &event);
 
 Q_SIGNALS:
     void itemsChanged();
@@ -71,6 +70,7 @@ Q_SIGNALS:
     void ended();
 
 private:
+    void pressKey(const QKeyEvent &event);
     bool isStop(int index, Stops stops) const;
     int next(int index, int step, Stops stops) const;
     int itemWithShortcut(const QKeyEvent &event) const;

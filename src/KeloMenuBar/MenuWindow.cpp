@@ -1,9 +1,6 @@
 #include "KeloMenuBar/MenuWindow.h"
 
-#include "Platform/Activation.h"
-
 #include <QGuiApplication>
-#include <QKeyEvent>
 #include <QScreen>
 #include <climits>
 
@@ -59,20 +56,7 @@ void MenuWindow::fill()
 
 bool MenuWindow::eventFilter(QObject *, QEvent *event)
 {
-    mivora::holdActivationOf(*event);
-    switch (event->type()) {
-    case QEvent::MouseMove:
-        m_model.followPointer();
-        return false;
-    case QEvent::ShortcutOverride:
-        event->setAccepted(m_model.hasShortcut(*static_cast<QKeyEvent *>(event)));
-        return event->isAccepted();
-    case QEvent::KeyPress:
-        m_model.pressKey(*static_cast<QKeyEvent *>(event));
-        return true;
-    default:
-        return false;
-    }
+    return m_model.filter(*event);
 }
 
 } // namespace kelo

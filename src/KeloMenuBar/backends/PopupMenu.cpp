@@ -1,11 +1,10 @@
 #include "KeloMenuBar/backends/PopupMenu.h"
 
 #include "KeloTheme/ViewLoader.h"
-#include "Platform/Activation.h"
 #include "Platform/linux/X11Connection.h"
 
 #include <QGuiApplication>
-#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QScreen>
 #include <QTimer>
 #include <algorithm>
@@ -97,22 +96,15 @@ void PopupMenu::dismiss()
 
 bool PopupMenu::eventFilter(QObject *, QEvent *event)
 {
-    mivora::holdActivationOf(*event);
+    if (m_model.filter(*event))
+        return true;
     switch (event->type()) {
     case QEvent::MouseButtonPress:
         return press(static_cast<QMouseEvent *>(event)->position().toPoint());
     case QEvent::MouseMove:
-        m_model.followPointer();
         return drag(*static_cast<QMouseEvent *>(event));
     case QEvent::MouseButtonRelease:
         return release();
-    case QEvent::ShortcutOverride:
-        // Accepted, it becomes a key press, and no shortcut of other windows is triggered by it.
-        event->setAccepted(m_model.hasShortcut(*static_cast<QKeyEvent *>(event)));
-        return event->isAccepted();
-    case QEvent::KeyPress:
-        m_model.pressKey(*static_cast<QKeyEvent *>(event));
-        return true;
     default:
         return false;
     }
