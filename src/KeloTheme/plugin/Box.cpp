@@ -34,10 +34,15 @@ public:
 
     void render(const RenderState *state) override
     {
+        // An empty region is what is left where nothing is to be seen, or where nothing clips.
+        const QRegion *clip = state->clipRegion();
+        const bool hasRegion = clip && !clip->isEmpty();
+        if (!hasRegion && isClipped())
+            return;
         auto *painter = static_cast<QPainter *>(
             m_window.rendererInterface()->getResource(&m_window, QSGRendererInterface::PainterResource));
         painter->save();
-        if (const QRegion *clip = state->clipRegion(); clip && !clip->isEmpty())
+        if (hasRegion)
             painter->setClipRegion(*clip, Qt::ReplaceClip);
         painter->setOpacity(inheritedOpacity());
         draw(*painter, painter->device()->devicePixelRatio());
@@ -45,6 +50,14 @@ public:
     }
 
 private:
+    bool isClipped() const
+    {
+        const QSGNode *node = parent();
+        while (node && node->type() != ClipNodeType)
+            node = node->parent();
+        return node;
+    }
+
     // The size is rounded apart from the place, so that what is moved keeps it.
     void draw(QPainter &painter, double ratio) const
     {
