@@ -38,8 +38,8 @@ FocusScope {
             right: parent.right
             top: parent.top
             bottom: footer.top
-            leftMargin: 28
-            rightMargin: 28
+            leftMargin: 16
+            rightMargin: 16
             topMargin: 36
             bottomMargin: 12
         }

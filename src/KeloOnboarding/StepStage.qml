@@ -75,7 +75,9 @@ FocusScope {
             Loader {
                 id: loader
 
-                width: page.width
+                // The scroll mark stands beside it.
+                x: 12
+                width: page.width - 2 * x
                 height: page.contentHeight
             }
         }
