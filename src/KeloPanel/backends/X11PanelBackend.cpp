@@ -78,12 +78,11 @@ void X11PanelBackend::orderFront(QWindow &window, const PanelPosition &position,
 
 void X11PanelBackend::takeKeyboard(QWindow &window)
 {
-    const xcb_window_t focus = m_x11.inputFocus();
-    if (focus == idOf(window))
-        return;
-    m_previousFocus = focus;
-    m_x11.setInputFocus(idOf(window));
-    if (m_isXWayland) {
+    if (const xcb_window_t focus = m_x11.inputFocus(); focus != idOf(window)) {
+        m_previousFocus = focus;
+        m_x11.setInputFocus(idOf(window));
+    }
+    if (m_isXWayland && !m_hasGrab) {
         const auto cookie = xcb_grab_keyboard(m_x11.get(), true, idOf(window), XCB_CURRENT_TIME,
                                               XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
         xcb_discard_reply(m_x11.get(), cookie.sequence);
@@ -92,10 +91,11 @@ void X11PanelBackend::takeKeyboard(QWindow &window)
     m_x11.flush();
 }
 
-// sway takes the focus back, and the keys come by the grab.
+// sway takes the focus back, and the keys come by the grab. Qt still calls the window active for 0.4 seconds
+// after it has lost the focus, when KWin goes on to hand it keys.
 bool X11PanelBackend::hasKeyboard(const QWindow &window) const
 {
-    return m_hasGrab || PanelBackend::hasKeyboard(window);
+    return m_isXWayland ? m_hasGrab : PanelBackend::hasKeyboard(window);
 }
 
 void X11PanelBackend::orderOut(QWindow &window)
