@@ -271,9 +271,25 @@ void Appearance::readXSettings()
     const xcb_window_t manager = x11.selectionOwner(x11.ofScreen("_XSETTINGS_S"));
     if (manager == XCB_WINDOW_NONE)
         return;
-    const xcb_atom_t kind = x11.atom("_XSETTINGS_SETTINGS");
-    m_xSettings = xSettings(x11.text(manager, kind, kind));
+    if (m_xSettingsAtom == XCB_ATOM_NONE) {
+        m_xSettingsAtom = x11.atom("_XSETTINGS_SETTINGS");
+        // Qt may listen to the manager's end, over this connection.
+        const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
+        xcb_change_window_attributes(x11.get(), manager, XCB_CW_EVENT_MASK, &events);
+        qGuiApp->installNativeEventFilter(this);
+    }
+    m_xSettings = xSettings(x11.text(manager, m_xSettingsAtom, m_xSettingsAtom));
     update();
+}
+
+bool Appearance::nativeEventFilter(const QByteArray &type, void *message, qintptr *)
+{
+    if (type != "xcb_generic_event_t")
+        return false;
+    const auto *event = static_cast<const xcb_property_notify_event_t *>(message);
+    if ((event->response_type & 0x7f) == XCB_PROPERTY_NOTIFY && event->atom == m_xSettingsAtom)
+        readXSettings();
+    return false;
 }
 
 ColorScheme Appearance::scheme() const

@@ -2,6 +2,7 @@
 
 #include "KeloTheme/SystemColors.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QDBusConnection>
 #include <QFont>
 #include <QMap>
@@ -33,7 +34,7 @@ struct DesktopLooks
 /// The scheme is the portal's; where it has no preference, that of the platform's palette.
 /// MIVORA_APPEARANCE=light|dark overrules both, MIVORA_TEXT_SCALE=FACTOR the text's. Views see it as the QML
 /// singleton `Appearance`. Nothing waits for the portal's answers.
-class Appearance final : public QObject
+class Appearance final : public QObject, public QAbstractNativeEventFilter
 {
     Q_OBJECT
     Q_PROPERTY(kelo::SystemColors colors READ colors NOTIFY changed)
@@ -60,8 +61,8 @@ public:
     /// What lengths of animations are multiplied by: 0 where the user wants none, else 1.
     int motion() const { return m_motion; }
 
-    /// Asks the X server for what only its settings manager knows (the XSETTINGS of XFCE and others). To be
-    /// called before the first view is made.
+    /// Asks the X server for what only its settings manager knows (the XSETTINGS of XFCE and others), and
+    /// follows it from then on. To be called before the first view is made.
     void readXSettings();
 
     /// Whether the user's last input into a window was a key, so that it is to be seen where the keyboard is.
@@ -73,6 +74,7 @@ Q_SIGNALS:
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    bool nativeEventFilter(const QByteArray &type, void *message, qintptr *result) override;
 
 private Q_SLOTS:
     // Takes the message as it is: QtDBus knows the type of its last argument only after the first message.
@@ -92,6 +94,7 @@ private:
     QString m_fontFamily;
     int m_motion = 1;
     QMap<QByteArray, QVariant> m_xSettings;
+    std::uint32_t m_xSettingsAtom = 0;
     bool m_usesKeyboard = false;
 };
 

@@ -56,9 +56,9 @@ CheckOutcome read(const QByteArray &document, const QString &runningVersion)
     const QJsonObject feed = QJsonDocument::fromJson(document).object();
     const auto text = [&](const char *key) { return feed.value(QLatin1String(key)).toString(); };
     Update update{.version = text("version"),
-                        .date = QDate::fromString(text("date"), Qt::ISODate),
-                        .notes = text("notes"),
-                        .page = text("page")};
+                  .date = QDate::fromString(text("date"), Qt::ISODate),
+                  .notes = text("notes"),
+                  .page = text("page")};
     const QVersionNumber version = versionOf(update.version);
     if (version.isNull() || !update.date.isValid() || !isSecure(QUrl(update.page, QUrl::StrictMode)))
         return UpdateFault::malformedFeed;
