@@ -74,6 +74,21 @@
         <source>Google or Outlook calendar missing? Add the account under System Settings → Internet Accounts and it appears here.</source>
         <translation>Fehlt ein Kalender von Google oder Outlook? Fügen Sie das Konto unter Einstellungen →&#xa0;Online-Konten hinzu, dann erscheint er hier.</translation>
     </message>
+    <message>
+        <source>Subscribe to a calendar…</source>
+        <translation>Kalender abonnieren&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Google or Outlook calendar missing? Subscribe to its private address and it appears here.</source>
+        <translation>Fehlt ein Kalender von Google oder Outlook? Abonnieren Sie seine private Adresse, dann erscheint er hier.</translation>
+    </message>
+</context>
+<context>
+    <name>CalendarRow</name>
+    <message>
+        <source>Edit…</source>
+        <translation>Bearbeiten&#xa0;…</translation>
+    </message>
 </context>
 <context>
     <name>CalendarStep</name>
@@ -101,6 +116,18 @@
         <source>Turn on Mivora under Privacy &amp; Security → Calendars, then come back here.</source>
         <translation>Mivora konnte keinen Kalender lesen. Fügen Sie einen hinzu und kommen Sie dann hierher zurück.</translation>
     </message>
+    <message>
+        <source>No calendar was found on this computer. These are the ways to one:</source>
+        <translation>Auf diesem Computer wurde kein Kalender gefunden. So kommen Sie zu einem:</translation>
+    </message>
+    <message>
+        <source>Mivora can&apos;t read your calendars: this system does not allow it.</source>
+        <translation>Mivora kann Ihre Kalender nicht lesen: Dieses System erlaubt es nicht.</translation>
+    </message>
+    <message>
+        <source>Using Google or Outlook? Subscribe to the calendar&apos;s private address in Settings.</source>
+        <translation>Nutzen Sie Google oder Outlook? Abonnieren Sie in den Einstellungen die private Adresse des Kalenders.</translation>
+    </message>
 </context>
 <context>
     <name>CalendarsPage</name>
@@ -115,6 +142,26 @@
     <message>
         <source>Open System Settings…</source>
         <translation>Einstellungen öffnen&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Mivora can&apos;t read your calendars until you allow it.</source>
+        <translation>Mivora kann Ihre Kalender erst lesen, wenn Sie es erlauben.</translation>
+    </message>
+    <message>
+        <source>Mivora can&apos;t read your calendars: this system does not allow it.</source>
+        <translation>Mivora kann Ihre Kalender nicht lesen: Dieses System erlaubt es nicht.</translation>
+    </message>
+    <message>
+        <source>Allow Calendar Access</source>
+        <translation>Kalenderzugriff erlauben</translation>
+    </message>
+    <message>
+        <source>No calendar found</source>
+        <translation>Kein Kalender gefunden</translation>
+    </message>
+    <message>
+        <source>Mivora may read your calendars, but there is none yet. These are the ways to one:</source>
+        <translation>Mivora darf Ihre Kalender lesen, aber noch gibt es keinen. So kommen Sie zu einem:</translation>
     </message>
 </context>
 <context>
@@ -873,6 +920,10 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <source>This desktop has no status area for the icon: add one to a panel; until then, `mivora show` shows your day.</source>
         <translation>Dieser Desktop hat keinen Statusbereich für das Symbol: Fügen Sie einer Leiste einen hinzu; bis dahin zeigt `mivora show` Ihren Tag.</translation>
     </message>
+    <message>
+        <source>Mivora found no calendar</source>
+        <translation>Mivora hat keinen Kalender gefunden</translation>
+    </message>
 </context>
 <context>
     <name>StatusMenu</name>
@@ -920,6 +971,10 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <message>
         <source>Quit Mivora</source>
         <translation>Mivora beenden</translation>
+    </message>
+    <message>
+        <source>No calendar found…</source>
+        <translation>Kein Kalender gefunden&#xa0;…</translation>
     </message>
 </context>
 <context>
@@ -982,6 +1037,41 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
             <numerusform>%n Termin in dieser Woche</numerusform>
             <numerusform>%n Termine in dieser Woche</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>SubscriptionView</name>
+    <message>
+        <source>Address of the calendar</source>
+        <translation>Adresse des Kalenders</translation>
+    </message>
+    <message>
+        <source>Name of the calendar</source>
+        <translation>Name des Kalenders</translation>
+    </message>
+    <message>
+        <source>The calendar is being fetched</source>
+        <translation>Der Kalender wird abgerufen</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Subscribe</source>
+        <translation>Abonnieren</translation>
     </message>
 </context>
 <context>
@@ -1151,6 +1241,53 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
 </context>
 <context>
+    <name>mivora::CalendarWays</name>
+    <message>
+        <source>Online accounts</source>
+        <translation>Online-Konten</translation>
+    </message>
+    <message>
+        <source>The calendars of Google, Microsoft 365, Nextcloud and others appear here.</source>
+        <translation>Die Kalender von Google, Microsoft 365, Nextcloud und anderen erscheinen dann hier.</translation>
+    </message>
+    <message>
+        <source>Open Online Accounts…</source>
+        <translation>Online-Konten öffnen&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Evolution</source>
+        <translation>Evolution</translation>
+    </message>
+    <message>
+        <source>It also knows Exchange, CalDAV, and calendars on this computer.</source>
+        <translation>Kennt auch Exchange, CalDAV und Kalender auf diesem Computer.</translation>
+    </message>
+    <message>
+        <source>Open Evolution…</source>
+        <translation>Evolution öffnen&#xa0;…</translation>
+    </message>
+    <message>
+        <source>The calendar&apos;s address</source>
+        <translation>Die Adresse des Kalenders</translation>
+    </message>
+    <message>
+        <source>Nearly every calendar service has a private address for each calendar.</source>
+        <translation>Fast jeder Kalenderdienst hat für jeden Kalender eine private Adresse.</translation>
+    </message>
+    <message>
+        <source>Subscribe to a calendar…</source>
+        <translation>Kalender abonnieren&#xa0;…</translation>
+    </message>
+    <message>
+        <source>A folder of files</source>
+        <translation>Ein Ordner mit Dateien</translation>
+    </message>
+    <message>
+        <source>iCalendar files (.ics) in ~/.calendars are read at once, also those that another program keeps in step with a server.</source>
+        <translation>iCalendar-Dateien (.ics) in ~/.calendars werden sofort gelesen, auch solche, die ein anderes Programm mit einem Server abgleicht.</translation>
+    </message>
+</context>
+<context>
     <name>mivora::ConflictAlert</name>
     <message>
         <source>%1 is already in use</source>
@@ -1195,6 +1332,25 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <message>
         <source>Mivora counts down to your next meeting from the moment you log in.</source>
         <translation>Mivora zeigt ab der Anmeldung den Countdown bis zu Ihrer nächsten Besprechung.</translation>
+    </message>
+</context>
+<context>
+    <name>mivora::SubscriptionDialog</name>
+    <message>
+        <source>From %1</source>
+        <translation>Von %1</translation>
+    </message>
+    <message>
+        <source>Paste the private address of the calendar, in iCalendar format. Your calendar service shows it in the calendar&apos;s settings. Your desktop&apos;s calendar store keeps it, and fetches the calendar every 15 minutes.</source>
+        <translation>Fügen Sie die private Adresse des Kalenders im iCalendar-Format ein. Ihr Kalenderdienst zeigt sie in den Einstellungen des Kalenders. Der Kalenderspeicher Ihres Desktops behält sie und ruft den Kalender alle 15 Minuten ab.</translation>
+    </message>
+    <message>
+        <source>A link offers you a calendar of %1. Your desktop&apos;s calendar store would fetch it from there every 15 minutes.</source>
+        <translation>Ein Link bietet Ihnen einen Kalender von %1 an. Der Kalenderspeicher Ihres Desktops würde ihn von dort alle 15 Minuten abrufen.</translation>
+    </message>
+    <message>
+        <source>Subscribe to a calendar</source>
+        <translation>Einen Kalender abonnieren</translation>
     </message>
 </context>
 </TS>

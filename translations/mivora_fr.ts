@@ -74,6 +74,21 @@
         <source>Google or Outlook calendar missing? Add the account under System Settings → Internet Accounts and it appears here.</source>
         <translation>Un agenda Google ou Outlook manque&#x202f;? Ajoutez le compte dans Paramètres →&#xa0;Comptes en ligne et il apparaîtra ici.</translation>
     </message>
+    <message>
+        <source>Subscribe to a calendar…</source>
+        <translation>S’abonner à un agenda…</translation>
+    </message>
+    <message>
+        <source>Google or Outlook calendar missing? Subscribe to its private address and it appears here.</source>
+        <translation>Un agenda Google ou Outlook manque&#x202f;? Abonnez-vous à son adresse privée et il apparaîtra ici.</translation>
+    </message>
+</context>
+<context>
+    <name>CalendarRow</name>
+    <message>
+        <source>Edit…</source>
+        <translation>Modifier…</translation>
+    </message>
 </context>
 <context>
     <name>CalendarStep</name>
@@ -101,6 +116,18 @@
         <source>Turn on Mivora under Privacy &amp; Security → Calendars, then come back here.</source>
         <translation>Mivora n’a pu lire aucun agenda. Ajoutez-en un, puis revenez ici.</translation>
     </message>
+    <message>
+        <source>No calendar was found on this computer. These are the ways to one:</source>
+        <translation>Aucun agenda n’a été trouvé sur cet ordinateur. Voici comment en avoir un&#xa0;:</translation>
+    </message>
+    <message>
+        <source>Mivora can&apos;t read your calendars: this system does not allow it.</source>
+        <translation>Mivora ne peut pas lire vos agendas&#xa0;: ce système ne l’autorise pas.</translation>
+    </message>
+    <message>
+        <source>Using Google or Outlook? Subscribe to the calendar&apos;s private address in Settings.</source>
+        <translation>Vous utilisez Google ou Outlook&#x202f;? Abonnez-vous à l’adresse privée de l’agenda dans les paramètres.</translation>
+    </message>
 </context>
 <context>
     <name>CalendarsPage</name>
@@ -115,6 +142,26 @@
     <message>
         <source>Open System Settings…</source>
         <translation>Ouvrir les paramètres…</translation>
+    </message>
+    <message>
+        <source>Mivora can&apos;t read your calendars until you allow it.</source>
+        <translation>Mivora ne peut pas lire vos agendas tant que vous ne l’autorisez pas.</translation>
+    </message>
+    <message>
+        <source>Mivora can&apos;t read your calendars: this system does not allow it.</source>
+        <translation>Mivora ne peut pas lire vos agendas&#xa0;: ce système ne l’autorise pas.</translation>
+    </message>
+    <message>
+        <source>Allow Calendar Access</source>
+        <translation>Autoriser l’accès à l’agenda</translation>
+    </message>
+    <message>
+        <source>No calendar found</source>
+        <translation>Aucun agenda trouvé</translation>
+    </message>
+    <message>
+        <source>Mivora may read your calendars, but there is none yet. These are the ways to one:</source>
+        <translation>Mivora peut lire vos agendas, mais il n’y en a pas encore. Voici comment en avoir un&#xa0;:</translation>
     </message>
 </context>
 <context>
@@ -873,6 +920,10 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <source>This desktop has no status area for the icon: add one to a panel; until then, `mivora show` shows your day.</source>
         <translation>Ce bureau n’a pas de zone de notification pour l’icône&#xa0;: ajoutez-en une à un panneau&#x202f;; d’ici là, `mivora show` affiche votre journée.</translation>
     </message>
+    <message>
+        <source>Mivora found no calendar</source>
+        <translation>Mivora n’a trouvé aucun agenda</translation>
+    </message>
 </context>
 <context>
     <name>StatusMenu</name>
@@ -920,6 +971,10 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     <message>
         <source>Quit Mivora</source>
         <translation>Quitter Mivora</translation>
+    </message>
+    <message>
+        <source>No calendar found…</source>
+        <translation>Aucun agenda trouvé…</translation>
     </message>
 </context>
 <context>
@@ -982,6 +1037,41 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
             <numerusform>%n réunion cette semaine</numerusform>
             <numerusform>%n réunions cette semaine</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>SubscriptionView</name>
+    <message>
+        <source>Address of the calendar</source>
+        <translation>Adresse de l’agenda</translation>
+    </message>
+    <message>
+        <source>Name of the calendar</source>
+        <translation>Nom de l’agenda</translation>
+    </message>
+    <message>
+        <source>The calendar is being fetched</source>
+        <translation>L’agenda est en cours de récupération</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Supprimer</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Terminé</translation>
+    </message>
+    <message>
+        <source>Subscribe</source>
+        <translation>S’abonner</translation>
     </message>
 </context>
 <context>
@@ -1151,6 +1241,53 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     </message>
 </context>
 <context>
+    <name>mivora::CalendarWays</name>
+    <message>
+        <source>Online accounts</source>
+        <translation>Comptes en ligne</translation>
+    </message>
+    <message>
+        <source>The calendars of Google, Microsoft 365, Nextcloud and others appear here.</source>
+        <translation>Les agendas de Google, Microsoft 365, Nextcloud et d’autres apparaissent ici.</translation>
+    </message>
+    <message>
+        <source>Open Online Accounts…</source>
+        <translation>Ouvrir Comptes en ligne…</translation>
+    </message>
+    <message>
+        <source>Evolution</source>
+        <translation>Evolution</translation>
+    </message>
+    <message>
+        <source>It also knows Exchange, CalDAV, and calendars on this computer.</source>
+        <translation>Connaît aussi Exchange, CalDAV et les agendas de cet ordinateur.</translation>
+    </message>
+    <message>
+        <source>Open Evolution…</source>
+        <translation>Ouvrir Evolution…</translation>
+    </message>
+    <message>
+        <source>The calendar&apos;s address</source>
+        <translation>L’adresse de l’agenda</translation>
+    </message>
+    <message>
+        <source>Nearly every calendar service has a private address for each calendar.</source>
+        <translation>Presque tous les services d’agendas ont une adresse privée pour chaque agenda.</translation>
+    </message>
+    <message>
+        <source>Subscribe to a calendar…</source>
+        <translation>S’abonner à un agenda…</translation>
+    </message>
+    <message>
+        <source>A folder of files</source>
+        <translation>Un dossier de fichiers</translation>
+    </message>
+    <message>
+        <source>iCalendar files (.ics) in ~/.calendars are read at once, also those that another program keeps in step with a server.</source>
+        <translation>Les fichiers iCalendar (.ics) de ~/.calendars sont lus aussitôt, même ceux qu’un autre programme synchronise avec un serveur.</translation>
+    </message>
+</context>
+<context>
     <name>mivora::ConflictAlert</name>
     <message>
         <source>%1 is already in use</source>
@@ -1195,6 +1332,25 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     <message>
         <source>Mivora counts down to your next meeting from the moment you log in.</source>
         <translation>Mivora affiche le compte à rebours de votre prochaine réunion dès l’ouverture de session.</translation>
+    </message>
+</context>
+<context>
+    <name>mivora::SubscriptionDialog</name>
+    <message>
+        <source>From %1</source>
+        <translation>De %1</translation>
+    </message>
+    <message>
+        <source>Paste the private address of the calendar, in iCalendar format. Your calendar service shows it in the calendar&apos;s settings. Your desktop&apos;s calendar store keeps it, and fetches the calendar every 15 minutes.</source>
+        <translation>Collez l’adresse privée de l’agenda, au format iCalendar. Votre service d’agendas la montre dans les paramètres de l’agenda. Le stockage d’agendas de votre bureau la garde et récupère l’agenda toutes les 15 minutes.</translation>
+    </message>
+    <message>
+        <source>A link offers you a calendar of %1. Your desktop&apos;s calendar store would fetch it from there every 15 minutes.</source>
+        <translation>Un lien vous propose un agenda de %1. Le stockage d’agendas de votre bureau l’y récupérerait toutes les 15 minutes.</translation>
+    </message>
+    <message>
+        <source>Subscribe to a calendar</source>
+        <translation>S’abonner à un agenda</translation>
     </message>
 </context>
 </TS>

@@ -78,7 +78,7 @@ QJsonObject statusItemJson(const AgendaContext &context)
 {
     const StatusText text =
         statusText(context.scheduler.next(), {context.prefs.showTitle(), context.prefs.titleWidth()},
-                   context.source.authorization(), context.now);
+                   context.source.authorization(), context.now, context.source.isNothingToRead());
     return {{QStringLiteral("title"), text.title},
             {QStringLiteral("urgent"), text.urgent},
             {QStringLiteral("icon"), text.icon},
@@ -124,6 +124,7 @@ QJsonObject joinLinkJson(const JoinLink &link)
 MenuContents menuContents(const AgendaContext &context)
 {
     return {.authorization = context.source.authorization(),
+            .isNothingToRead = context.source.isNothingToRead(),
             .today = context.scheduler.todaysMeetings(),
             .tomorrow = context.scheduler.tomorrowsMeetings(),
             .now = context.now,

@@ -4,6 +4,8 @@
 #include "App/ConflictAlert.h"
 #include "App/HotKeyRegistration.h"
 #include "App/MakeUpdater.h"
+#include "App/SubscriptionDialog.h"
+#include "CalendarEds/DesktopSubscriptions.h"
 #include "KeloHotkey/HotKeyService.h"
 #include "KeloMenuBar/MainMenu.h"
 #include "KeloMenuBar/MenuWindow.h"
@@ -90,7 +92,7 @@ void AppDelegate::makeStatus()
 void AppDelegate::makeOnboarding()
 {
     m_onboarding = std::make_unique<OnboardingFlow>(
-        m_views, m_prefs, m_source, *m_scheduler, [this](const QString &link) { openLink(link); },
+        m_views, m_prefs, m_source, *m_scheduler, m_ways,
         [this](Timestamp time) { return shortTime(time, m_scheduler->timeZone(), QLocale::system()); });
 }
 
@@ -150,10 +152,11 @@ bool AppDelegate::openSettings(std::optional<SettingsPage> page)
         const SettingsActions actions{
             .registerHotKey =
                 [this](const kelo::HotKeyCombo &combo) { return m_hotKey->tryToRegister(combo); },
-            .openSystemSettings = [this](const QString &link) { openLink(link); },
-            .copy = [this](const QString &text) { m_parts.pasteboard.setText(text); }};
-        m_settingsWindow =
-            std::make_unique<SettingsWindowController>(m_prefs, m_source, m_parts.hotKeys, m_views, actions);
+            .copy = [this](const QString &text) { m_parts.pasteboard.setText(text); },
+            .ownCalendars = {.isOwn = isOwnSubscription,
+                             .edit = [this](const auto &calendar) { subscriptionDialog().show(calendar); }}};
+        m_settingsWindow = std::make_unique<SettingsWindowController>(m_prefs, m_source, m_ways,
+                                                                      m_parts.hotKeys, m_views, actions);
         m_settingsWindow->setHotKeyState(m_hotKey->state());
         m_settingsWindow->setTrayHint(m_status->trayHint());
     }
@@ -185,6 +188,24 @@ void AppDelegate::openLink(const QString &link)
     m_parts.workspace.open(link, [](bool) {});
 }
 
+SubscriptionDialog &AppDelegate::subscriptionDialog()
+{
+    if (!m_subscriptionDialog)
+        m_subscriptionDialog =
+            std::make_unique<SubscriptionDialog>(QCoreApplication::applicationFilePath(), m_views);
+    return *m_subscriptionDialog;
+}
+
+void AppDelegate::offerCalendar(const QString &link)
+{
+    SubscriptionDialog &dialog = subscriptionDialog();
+    dialog.ask(link);
+    findCalendarServer(m_parts.bus, &dialog, [&dialog](const std::string &service) {
+        if (service.empty())
+            dialog.tellNoStore();
+    });
+}
+
 void AppDelegate::timeZoneChanged()
 {
     m_source.store().setTimeZone(userTimeZone());
@@ -202,7 +223,7 @@ void AppDelegate::panelRequestChanged(const std::optional<Meeting> &meeting)
 void AppDelegate::showRefreshed()
 {
     const Timestamp now = m_parts.clock.now();
-    m_status->update(now, m_source.authorization());
+    m_status->update(now, m_source.authorization(), m_source.isNothingToRead());
     if (m_panel->isVisible())
         m_panel->refresh(m_scheduler->panelRequest(), now);
     if (m_today)
@@ -216,7 +237,13 @@ void AppDelegate::buildMenu(kelo::Menu &menu)
                    {.join = [this](const Meeting &meeting) { m_commands->join(meeting); },
                     .joinNext = [this] { m_commands->joinNext(); },
                     .allowCalendarAccess = [this] { m_onboarding->show(FirstRunStep::calendar); },
-                    .openCalendarPrivacy = [this] { openLink(QLatin1String(calendarPrivacyLink)); },
+                    .openCalendarPrivacy =
+                        [this] {
+                            if (m_ways.hasPrivacy())
+                                m_ways.openPrivacy();
+                            else
+                                openSettings(SettingsPage::calendars);
+                        },
                     .openCalendarSettings = [this] { openSettings(SettingsPage::calendars); },
                     .openSettings = [this] { openSettings(std::nullopt); },
                     .checkForUpdates = [this] { m_updater->checkForUpdates(); },

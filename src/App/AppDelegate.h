@@ -2,11 +2,13 @@
 
 #include "App/BusCommand.h"
 #include "App/MeetingCommands.h"
+#include "Calendar/CalendarWays.h"
 #include "Calendar/EventKitSource.h"
 #include "JoinPanel/JoinPanelController.h"
 #include "KeloPanel/ToastController.h"
 #include "KeloTheme/Appearance.h"
 #include "KeloTheme/ViewLoader.h"
+#include "Platform/Workspace.h"
 #include "Preferences/Preferences.h"
 #include "Scheduling/Clock.h"
 #include "Scheduling/Scheduler.h"
@@ -32,6 +34,7 @@ class ConflictAlert;
 class HotKeyRegistration;
 class OnboardingFlow;
 class SettingsWindowController;
+class SubscriptionDialog;
 class SystemEvents;
 struct AgendaContext;
 
@@ -75,6 +78,9 @@ public:
     /// The program was started once more while it runs: brings up the settings, on the page last shown.
     void reopen();
 
+    /// Asks whether to subscribe to the calendar that `link` leads to, or else for an address.
+    void offerCalendar(const QString &link = {});
+
     /// Has the command line's verb `action` done.
     CommandResult perform(const QString &action, const QString &argument);
 
@@ -104,6 +110,7 @@ private:
     bool showToday();
     void tellTrayHint();
     void openLink(const QString &link);
+    SubscriptionDialog &subscriptionDialog();
     void buildMenu(kelo::Menu &menu);
     void panelRequestChanged(const std::optional<Meeting> &meeting);
     void showRefreshed();
@@ -118,6 +125,10 @@ private:
     WorkspaceInstalledApps m_installed;
     kelo::Appearance m_appearance;
     kelo::ViewLoader m_views;
+    CalendarWays m_ways{
+        {.open = [this](const QString &link) { openLink(link); },
+         .leadsSomewhere = [this](const QString &link) { return m_parts.workspace.leadsSomewhere(link); },
+         .subscribe = [this] { offerCalendar(); }}};
     std::unique_ptr<kelo::Updater> m_updater;
     kelo::ToastController m_toast;
     std::unique_ptr<Scheduler> m_scheduler;
@@ -130,6 +141,7 @@ private:
     std::unique_ptr<SettingsWindowController> m_settingsWindow;
     std::unique_ptr<OnboardingFlow> m_onboarding;
     std::unique_ptr<kelo::MenuWindow> m_today;
+    std::unique_ptr<SubscriptionDialog> m_subscriptionDialog;
     bool m_areChangesDue = false;
 
     struct WaitingCommand

@@ -3,6 +3,7 @@
 #include "App/AgendaJson.h"
 #include "App/AppDelegate.h"
 #include "App/commands/CommandLine.h"
+#include "Calendar/CalendarSubscriptions.h"
 #include "Platform/SystemLog.h"
 
 #include <QDBusAbstractAdaptor>
@@ -11,6 +12,7 @@
 #include <QDBusServiceWatcher>
 #include <QDeadlineTimer>
 #include <QJsonDocument>
+#include <algorithm>
 #include <utility>
 
 namespace mivora {
@@ -52,8 +54,16 @@ public Q_SLOTS:
             m_delegate.reopen();
     }
 
-    /// Mivora opens no documents: being asked to is being started again.
-    void Open(const QStringList &, const QVariantMap &platformData) { Activate(platformData); }
+    /// Links to calendars are opened; being asked for anything else is being started again.
+    void Open(const QStringList &links, const QVariantMap &platformData)
+    {
+        const auto link = std::ranges::find_if(links, isCalendarLink);
+        if (link == links.end())
+            return Activate(platformData);
+        m_startExpected = {};
+        holdActivation(Activation::fromPlatformData(platformData));
+        m_delegate.offerCalendar(*link);
+    }
 
     void ActivateAction(const QString &action, const QVariantList &parameters,
                         const QVariantMap &platformData, const QDBusMessage &call)

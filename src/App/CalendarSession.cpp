@@ -3,7 +3,6 @@
 #include "App/AgendaJson.h"
 #include "App/MakeUpdater.h"
 #include "Calendar/MemoryStore.h"
-#include "CalendarEds/DesktopSubscriptions.h"
 #include "CalendarFolder/FolderLoader.h"
 #include "MeetingTexts/MeetingTexts.h"
 #include "Preferences/Settings.h"
@@ -70,13 +69,13 @@ std::unique_ptr<EventStore> makeCalendarStore(const StoreOptions &options, const
     return std::make_unique<MemoryStore>(access, windowAround(options.now, options.zone), std::move(loaders));
 }
 
-std::unique_ptr<CalendarSubscriptions> makeSubscriptions(const DefaultsStore &defaults)
+DesktopSubscriptions::Setup subscriptionSetup(const DefaultsStore &defaults)
 {
     DesktopSubscriptions::Setup setup{
-        .bus = QDBusConnection::sessionBus(), .addresses = ownAddresses(defaults), .week = thisWeek};
+        .bus = QDBusConnection::sessionBus(), .addresses = ownAddresses(defaults), .week = thisWeek()};
     if (!readsDesktopCalendars())
         setup.factory = [] { return nullptr; };
-    return std::make_unique<DesktopSubscriptions>(std::move(setup));
+    return setup;
 }
 
 CalendarSession::CalendarSession(const SessionOptions &options)

@@ -2,8 +2,8 @@
 
 #include "App/MeetingCommands.h"
 #include "Calendar/AccessMemory.h"
-#include "Calendar/CalendarSubscriptions.h"
 #include "Calendar/EventKitSource.h"
+#include "CalendarEds/DesktopSubscriptions.h"
 #include "Platform/linux/GioWorkspace.h"
 #include "Platform/linux/XdgLoginItem.h"
 #include "Preferences/Preferences.h"
@@ -31,8 +31,8 @@ struct StoreOptions
 std::unique_ptr<EventStore> makeCalendarStore(const StoreOptions &options, const DefaultsStore &defaults,
                                               AccessMemory &access);
 
-/// What subscribes to calendars for the user; nothing where $MIVORA_EDS is "none".
-std::unique_ptr<CalendarSubscriptions> makeSubscriptions(const DefaultsStore &defaults);
+/// What the user's calendars are subscribed to with; nothing where $MIVORA_EDS is "none".
+DesktopSubscriptions::Setup subscriptionSetup(const DefaultsStore &defaults);
 
 /// What a command sees the calendars with.
 struct SessionOptions

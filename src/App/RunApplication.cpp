@@ -32,12 +32,13 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, "kelo.app")
 
-int openSettingsOfRunningOne(const Activation &activation)
+/// Or shows it `link`.
+int openSettingsOfRunningOne(const Activation &activation, const QString &link)
 {
     // One that is just starting has its name before it can answer. A call waits longer than this by itself.
     const QDeadlineTimer patience(std::chrono::seconds(3));
     do {
-        if (RunningInstance().activate(activation))
+        if (RunningInstance().activate(activation, link))
             return exitDone;
         QThread::msleep(100);
     } while (!patience.hasExpired());
@@ -99,7 +100,7 @@ private:
     static inline QStringList warnings;
 };
 
-int run(StartedBy startedBy, const Activation &activation)
+int run(const StartRequest &request, const Activation &activation)
 {
     JsonDefaultsStore defaults;
     const std::unique_ptr<LoginItem> loginItem = makeLoginItem();
@@ -125,13 +126,15 @@ int run(StartedBy startedBy, const Activation &activation)
          .bus = bus,
          .store = makeCalendarStore({.folders = {}, .now = clock.now(), .zone = userTimeZone()}, defaults,
                                     access)});
-    const ApplicationService service(bus, delegate, startedBy);
+    const ApplicationService service(bus, delegate, request.startedBy);
     // The bus hands over what it was asked meanwhile as soon as the name is taken: somebody must be there by
     // then.
     if (!claimApplicationName(bus))
-        return openSettingsOfRunningOne(activation);
+        return openSettingsOfRunningOne(activation, request.link);
     holdActivation(activation);
     delegate.launch();
+    if (!request.link.isEmpty())
+        delegate.offerCalendar(request.link);
     return QGuiApplication::exec();
 }
 
@@ -150,7 +153,7 @@ int startAtLogin(int argc, char **argv)
     return exitCouldNot;
 }
 
-int runApplication(int &argc, char **argv, StartedBy startedBy)
+int runApplication(int &argc, char **argv, const StartRequest &request)
 {
     const WindowSystemChoice windows = chooseWindowSystem(SessionWindows::current());
     if (windows.platform.isEmpty()) {
@@ -175,9 +178,9 @@ int runApplication(int &argc, char **argv, StartedBy startedBy)
     QGuiApplication::setQuitOnLastWindowClosed(false);
     installTranslations();
     if (RunningInstance().isThere())
-        return openSettingsOfRunningOne(activation);
+        return openSettingsOfRunningOne(activation, request.link);
     qCInfo(log).noquote() << "Windows are on" << QGuiApplication::platformName() << "since" << windows.reason;
-    return run(startedBy, activation);
+    return run(request, activation);
 }
 
 } // namespace mivora

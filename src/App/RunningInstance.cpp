@@ -81,10 +81,13 @@ bool RunningInstance::startByManager() const
     return m_bus.interface()->startService(QLatin1String(applicationBusName)).isValid();
 }
 
-bool RunningInstance::activate(const Activation &activation) const
+bool RunningInstance::activate(const Activation &activation, const QString &link) const
 {
-    return call(applicationInterface, QStringLiteral("Activate"), {activation.platformData()}).type() ==
-           QDBusMessage::ReplyMessage;
+    const QDBusMessage reply =
+        link.isEmpty() ? call(applicationInterface, QStringLiteral("Activate"), {activation.platformData()})
+                       : call(applicationInterface, QStringLiteral("Open"),
+                              {QStringList(link), activation.platformData()});
+    return reply.type() == QDBusMessage::ReplyMessage;
 }
 
 void RunningInstance::follow()

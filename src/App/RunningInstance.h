@@ -37,8 +37,8 @@ public:
     /// started, where systemd doesn't run this session, or has no unit for it.
     bool startByManager() const;
 
-    /// Brings up its settings, as a second start does. False when it does not answer.
-    bool activate(const Activation &activation) const;
+    /// Brings up its settings, as a second start does, or shows it `link`. False when it does not answer.
+    bool activate(const Activation &activation, const QString &link = {}) const;
 
     /// From now on announces changes of its agenda, and its coming and going.
     void follow();

@@ -9,7 +9,7 @@ int main(int argc, char **argv)
     Request request = parseCommandLine(argc, argv);
     if (const auto *start = std::get_if<StartRequest>(&request))
         return start->startedBy == StartedBy::login ? startAtLogin(argc, argv)
-                                                    : runApplication(argc, argv, start->startedBy);
+                                                    : runApplication(argc, argv, *start);
     // Commands get an event loop without a display.
     const QCoreApplication application(argc, argv);
     installTranslations();

@@ -25,6 +25,12 @@ bool isThisMachine(std::string_view host)
 
 } // namespace
 
+bool isCalendarLink(const QString &link)
+{
+    return link.startsWith(QLatin1String("webcal:"), Qt::CaseInsensitive) ||
+           link.startsWith(QLatin1String("webcals:"), Qt::CaseInsensitive);
+}
+
 std::string hostOf(const std::string &text)
 {
     return addressesToTry(text).empty() ? std::string() : std::string(*urlFrom(text)->host());

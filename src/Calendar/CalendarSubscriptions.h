@@ -1,8 +1,7 @@
 #pragma once
 
+#include <QString>
 #include <cstddef>
-#include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -75,29 +74,8 @@ struct SubscriptionAnswer
     std::vector<SubscribedCalendar> calendars{};
 };
 
-/// Subscribes to calendars through the desktop's own store, which fetches them, again and again, and keeps
-/// them: this program has no network. Main thread only; nothing blocks, and nothing is loaded before the
-/// first request.
-class CalendarSubscriptions
-{
-public:
-    using Answered = std::function<void(const SubscriptionAnswer &answer)>;
-
-    /// A request on its way. Deleting it forgets the answer; a calendar that was being added goes again.
-    class Job
-    {
-    public:
-        virtual ~Job() = default;
-    };
-
-    virtual ~CalendarSubscriptions() = default;
-
-    /// `answered` is called once, later, within a minute; it may delete the job.
-    virtual std::unique_ptr<Job> perform(const SubscriptionRequest &request, Answered answered) = 0;
-
-    /// Whether the calendar is one that this program subscribed to, and may rename and remove.
-    virtual bool isOwn(const std::string &calendarID) const = 0;
-};
+/// Whether `link` says by its scheme that it leads to a calendar.
+bool isCalendarLink(const QString &link);
 
 /// What stands for the address `text` in a question or a message: its host; empty when it is no address that
 /// can be subscribed to.

@@ -51,6 +51,14 @@ CalendarAuthorization EventKitSource::authorization() const
     }
 }
 
+bool EventKitSource::isNothingToRead() const
+{
+    // What a desktop forbids is restricted: denied is all that there isn't.
+    const AuthorizationStatus status = authorizationStatus();
+    return status == AuthorizationStatus::denied ||
+           (status == AuthorizationStatus::fullAccess && m_store->isLoaded() && m_store->calendars().empty());
+}
+
 void EventKitSource::requestAccess(std::function<void(bool)> answer)
 {
     m_store->requestFullAccess(std::move(answer));

@@ -21,6 +21,7 @@ public:
     EventStore &store() const { return *m_store; }
 
     CalendarAuthorization authorization() const override;
+    bool isNothingToRead() const override;
     void requestAccess(std::function<void(bool)> answer) override;
     std::vector<CalendarInfo> calendars() const override;
     std::vector<Meeting> meetings(Timestamp start, Timestamp end,

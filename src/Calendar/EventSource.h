@@ -22,6 +22,9 @@ public:
     /// The current state of the permission, read anew at every call.
     virtual CalendarAuthorization authorization() const = 0;
 
+    /// Whether calendars may be read, and there is none: neither asked for nor withheld.
+    virtual bool isNothingToRead() const { return false; }
+
     /// Asks for full access; `answer` is called later on the main thread with whether it was granted.
     virtual void requestAccess(std::function<void(bool granted)> answer) = 0;
 

@@ -30,61 +30,40 @@ std::string serverID(const std::string &calendarID)
 
 } // namespace
 
-/// What a request has in common with its thread.
-class DesktopSubscriptions::Work
+/// What the request has in common with its thread, which may outlive it.
+struct DesktopSubscriptions::Work
 {
-public:
-    Work(SubscriptionRequest request, const Setup &setup)
-        : m_request(std::move(request)), m_setup(setup), m_week(setup.week())
-    {
-    }
-
-    /// What is given the answer, on the thread, unless nobody waits any more.
-    void setDelivery(Answered deliver) { m_deliver = std::move(deliver); }
+    Work(SubscriptionRequest wanted, Setup with) : request(std::move(wanted)), setup(std::move(with)) {}
 
     void run()
     {
         const SubscriptionAnswer answer = perform();
-        const std::lock_guard lock(m_mutex);
-        if (m_deliver)
-            m_deliver(answer);
-        m_isOver.release();
+        const std::lock_guard lock(mutex);
+        if (owner)
+            QMetaObject::invokeMethod(
+                owner, [to = owner, answer] { to->finish(answer); }, Qt::QueuedConnection);
+        isOver.release();
     }
 
-    void waitForEnd() { (void)m_isOver.try_acquire_for(2s); }
-
-    void stop()
-    {
-        const std::lock_guard lock(m_mutex);
-        m_isStopped = true;
-        m_deliver = nullptr;
-        if (m_desktop)
-            m_desktop->stop();
-    }
-
-    bool isServerThere() const { return m_isServerThere; }
-
-private:
     SubscriptionAnswer perform()
     {
-        auto made = m_setup.factory();
+        auto made = setup.factory();
         if (!made)
             return {SubscriptionFault::noStore};
         {
-            const std::lock_guard lock(m_mutex);
-            m_desktop = std::move(made);
-            if (m_isStopped)
-                m_desktop->stop();
+            const std::lock_guard lock(mutex);
+            desktop = std::move(made);
+            if (!owner)
+                desktop->stop();
         }
         std::map<std::string, std::size_t> meetings;
-        DesktopEvents events(m_week, m_setup.addresses, [&](const StoreUpdate &update) {
-            m_isServerThere = true;
+        DesktopEvents events(setup.week, setup.addresses, [&](const StoreUpdate &update) {
+            isServerThere = true;
             for (const auto &meeting : update.changes.added)
                 meetings[meeting->calendarID] += isMeeting(*meeting) ? 1 : 0;
         });
         const auto attempt = [&] {
-            return m_desktop->perform(m_request, addressesToTry(m_request.address), intervalOf(m_week),
-                                      events);
+            return desktop->perform(request, addressesToTry(request.address), intervalOf(setup.week), events);
         };
         SubscriptionAnswer answer = attempt();
         // A server that died is started anew.
@@ -99,95 +78,68 @@ private:
         return answer;
     }
 
-    SubscriptionRequest m_request;
-    Setup m_setup;
-    EventWindow m_week;
-    std::atomic<bool> m_isServerThere = false;
-    std::mutex m_mutex;
-    Answered m_deliver;
-    std::unique_ptr<DesktopCalendars> m_desktop;
-    bool m_isStopped = false;
-    std::binary_semaphore m_isOver{0};
+    SubscriptionRequest request;
+    Setup setup;
+    std::atomic<bool> isServerThere = false;
+    std::mutex mutex;
+    /// Null when nobody waits any more.
+    DesktopSubscriptions *owner = nullptr;
+    std::unique_ptr<DesktopCalendars> desktop;
+    std::binary_semaphore isOver{0};
 };
 
-class DesktopSubscriptions::DesktopJob final : public QObject, public Job
+DesktopSubscriptions::DesktopSubscriptions(SubscriptionRequest request, Setup setup, Answered answered)
+    : m_answered(std::move(answered)), m_work(new Work(std::move(request), std::move(setup)))
 {
-public:
-    DesktopJob(std::shared_ptr<Work> work, Answered answered)
-        : m_work(std::move(work)), m_answered(std::move(answered))
-    {
+    if (m_work->request.action == SubscriptionRequest::Action::add &&
+        hostOf(m_work->request.address).empty()) {
+        finishAfter(0s, SubscriptionFault::noAddress);
+        return;
     }
-
-    ~DesktopJob() override { m_work->stop(); }
-    Q_DISABLE_COPY_MOVE(DesktopJob)
-
-    void start(const QDBusConnection &bus)
-    {
-        findCalendarServer(bus, this, [this](const std::string &service) {
-            if (service.empty())
-                finish({SubscriptionFault::noStore});
-            else
-                startThread();
-        });
-        QTimer::singleShot(storePatience, this, [this] {
-            if (!m_work->isServerThere())
-                finish({SubscriptionFault::storeSilent});
-        });
-        finishLater(SubscriptionFault::storeSilent, fetchPatience);
-    }
-
-    void finishLater(SubscriptionFault fault, std::chrono::milliseconds delay)
-    {
-        QTimer::singleShot(delay, this, [this, fault] { finish({fault}); });
-    }
-
-private:
-    void startThread()
-    {
-        m_work->setDelivery([this](const SubscriptionAnswer &answer) {
-            QMetaObject::invokeMethod(
-                this, [this, answer] { finish(answer); }, Qt::QueuedConnection);
-        });
-        std::thread([work = m_work] { work->run(); }).detach();
-    }
-
-    void finish(const SubscriptionAnswer &answer)
-    {
-        if (const auto answered = std::exchange(m_answered, nullptr))
-            answered(answer);
-    }
-
-    std::shared_ptr<Work> m_work;
-    Answered m_answered;
-};
+    m_work->request.id = serverID(m_work->request.id);
+    findCalendarServer(m_work->setup.bus, this, [this](const std::string &service) {
+        if (service.empty())
+            finish({SubscriptionFault::noStore});
+        else
+            start();
+    });
+    QTimer::singleShot(storePatience, this, [this] {
+        if (!m_work->isServerThere)
+            finish({SubscriptionFault::storeSilent});
+    });
+    finishAfter(fetchPatience, SubscriptionFault::storeSilent);
+}
 
 DesktopSubscriptions::~DesktopSubscriptions()
 {
-    for (const std::weak_ptr<Work> &known : m_works)
-        if (const std::shared_ptr<Work> work = known.lock())
-            work->waitForEnd();
-}
-
-std::unique_ptr<CalendarSubscriptions::Job> DesktopSubscriptions::perform(const SubscriptionRequest &request,
-                                                                          Answered answered)
-{
-    const bool isAddress =
-        request.action != SubscriptionRequest::Action::add || !hostOf(request.address).empty();
-    SubscriptionRequest forServer = request;
-    forServer.id = serverID(request.id);
-    const auto work = std::make_shared<Work>(std::move(forServer), m_setup);
-    auto job = std::make_unique<DesktopJob>(work, std::move(answered));
-    if (!isAddress) {
-        job->finishLater(SubscriptionFault::noAddress, 0s);
-        return job;
+    {
+        const std::lock_guard lock(m_work->mutex);
+        if (!std::exchange(m_work->owner, nullptr))
+            return;
+        if (m_work->desktop)
+            m_work->desktop->stop();
     }
-    std::erase_if(m_works, [](const auto &known) { return known.expired(); });
-    m_works.push_back(work);
-    job->start(m_setup.bus);
-    return job;
+    (void)m_work->isOver.try_acquire_for(2s);
 }
 
-bool DesktopSubscriptions::isOwn(const std::string &calendarID) const
+void DesktopSubscriptions::start()
+{
+    m_work->owner = this;
+    std::thread([work = m_work] { work->run(); }).detach();
+}
+
+void DesktopSubscriptions::finishAfter(std::chrono::milliseconds delay, SubscriptionFault fault)
+{
+    QTimer::singleShot(delay, this, [this, fault] { finish({fault}); });
+}
+
+void DesktopSubscriptions::finish(const SubscriptionAnswer &answer)
+{
+    if (const auto answered = std::exchange(m_answered, nullptr))
+        answered(answer);
+}
+
+bool isOwnSubscription(const std::string &calendarID)
 {
     return calendarID.starts_with(DesktopEvents::idPrefix) &&
            serverID(calendarID).starts_with(subscriptionPrefix);

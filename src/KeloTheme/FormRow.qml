@@ -1,7 +1,7 @@
 import QtQuick
 import KeloAppearance
 
-// One row of a group of settings: what it is about, a footnote where there is one, and its control.
+// One row of a group of settings: what it is about, a footnote where there is one, and its controls.
 Item {
     id: root
 
@@ -56,12 +56,13 @@ Item {
             color: root.footnoteColor
         }
     }
-    Item {
+    // From the end on.
+    Row {
         id: slot
 
         anchors { right: parent.right; rightMargin: 12 }
         y: root.isStacked ? texts.y + texts.height + 8 : (parent.height - height) / 2
-        width: childrenRect.width
-        height: childrenRect.height
+        layoutDirection: Qt.RightToLeft
+        spacing: 12
     }
 }

@@ -28,6 +28,7 @@ FormRow {
     Toggle {
         id: toggle
 
+        anchors.verticalCenter: parent.verticalCenter
         text: root.title
         description: root.footnote
         focusPolicy: root.isTabStop ? Qt.StrongFocus : Qt.ClickFocus

@@ -71,31 +71,9 @@ Item {
         }
     }
 
-    // A piece that wanders, for work without a known end.
-    KeloCard {
-        id: track
-
+    BusyTrack {
         anchors { left: parent.left; right: parent.right; top: head.bottom; margins: 20; topMargin: 16 }
-        height: 6
-        radius: 3
-        clip: true
         visible: root.page.isWorking
-        Accessible.role: Accessible.ProgressBar
-
-        Box {
-            height: parent.height
-            width: Appearance.motion ? parent.width / 4 : parent.width
-            radius: parent.radius
-            color: Appearance.colors.mark
-
-            SequentialAnimation on x {
-                running: track.visible && Appearance.motion > 0
-                loops: Animation.Infinite
-
-                NumberAnimation { from: 0; to: track.width * 3 / 4; duration: 900; easing.type: Easing.InOutQuad }
-                NumberAnimation { from: track.width * 3 / 4; to: 0; duration: 900; easing.type: Easing.InOutQuad }
-            }
-        }
     }
 
     NotesCard {

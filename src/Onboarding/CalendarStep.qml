@@ -6,7 +6,7 @@ import KeloThemeViews
 Item {
     id: root
 
-    // canAsk, isGranted, isDenied; requestAccess(), openCalendarPrivacy(), openInternetAccounts().
+    // The properties of CalendarStepModel.
     required property QtObject model
 
     // Large text and the longest state leave no room for the picture.
@@ -69,15 +69,42 @@ Item {
             }
         }
 
+        StepText {
+            visible: root.model.isNothing
+            words: qsTr("No calendar was found on this computer. These are the ways to one:")
+        }
+        Repeater {
+            // The last way has nothing to open.
+            model: root.model.isNothing ? root.model.ways.all.slice(0, -1) : []
+
+            KeloButton {
+                required property int index
+                required property var modelData
+
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: modelData.button
+                fontSize: 12
+                onClicked: root.model.ways.follow(index)
+            }
+        }
+        StepText {
+            visible: root.model.isNothing
+            words: root.model.ways.all.slice(-1)[0].text
+            size: 12
+        }
+        StepText {
+            visible: root.model.isDenied && !root.model.ways.hasPrivacy
+            words: qsTr("Mivora can't read your calendars: this system does not allow it.")
+        }
         Column {
             width: parent.width
-            visible: root.model.isDenied
+            visible: root.model.isDenied && root.model.ways.hasPrivacy
             spacing: 6
 
             KeloButton {
                 anchors.horizontalCenter: parent.horizontalCenter
                 text: qsTr("Open System Settings")
-                onClicked: root.model.openCalendarPrivacy()
+                onClicked: root.model.ways.openPrivacy()
             }
             StepText {
                 maximumWidth: 320
@@ -89,9 +116,15 @@ Item {
         Item { width: 1; height: 3 }
 
         AccountsHint {
+            visible: root.model.ways.hasAccounts && !root.model.isNothing
             anchors.horizontalCenter: parent.horizontalCenter
             width: Math.min(parent.width, 420 * Math.max(1, Appearance.textScale))
-            onClicked: root.model.openInternetAccounts()
+            onClicked: root.model.ways.openAccounts()
+        }
+        StepText {
+            visible: !root.model.ways.hasAccounts && !root.model.isNothing
+            words: qsTr("Using Google or Outlook? Subscribe to the calendar's private address in Settings.")
+            size: 12
         }
     }
 }

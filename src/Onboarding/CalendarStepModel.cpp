@@ -1,17 +1,15 @@
 #include "Onboarding/CalendarStepModel.h"
 
 #include "Calendar/EventSource.h"
-#include "Platform/Workspace.h"
 
 #include <QPointer>
 #include <utility>
 
 namespace mivora {
 
-CalendarStepModel::CalendarStepModel(EventSource &source, std::function<void()> refresh,
-                                     LinkOpener openSystemSettings)
-    : m_source(source), m_refresh(std::move(refresh)), m_openSystemSettings(std::move(openSystemSettings)),
-      m_status(source.authorization())
+CalendarStepModel::CalendarStepModel(EventSource &source, std::function<void()> refresh, CalendarWays &ways)
+    : m_source(source), m_refresh(std::move(refresh)), m_ways(ways), m_status(source.authorization()),
+      m_isNothing(source.isNothingToRead())
 {
 }
 
@@ -38,21 +36,12 @@ void CalendarStepModel::finishRequest()
     m_refresh();
 }
 
-void CalendarStepModel::openCalendarPrivacy() const
-{
-    m_openSystemSettings(QLatin1String(calendarPrivacyLink));
-}
-
-void CalendarStepModel::openInternetAccounts() const
-{
-    m_openSystemSettings(QLatin1String(internetAccountsLink));
-}
-
 // Whether it is another one.
 bool CalendarStepModel::readStatus()
 {
     const CalendarAuthorization before = std::exchange(m_status, m_source.authorization());
-    if (m_status == before)
+    const bool wasNothing = std::exchange(m_isNothing, m_source.isNothingToRead());
+    if (m_status == before && m_isNothing == wasNothing)
         return false;
     Q_EMIT statusChanged();
     return true;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Calendar/CalendarWays.h"
 #include "Meetings/CalendarInfo.h"
 
 #include <QObject>
@@ -17,13 +18,14 @@ class CalendarStepModel final : public QObject
     Q_PROPERTY(bool canAsk READ canAsk NOTIFY statusChanged)
     Q_PROPERTY(bool isGranted READ isGranted NOTIFY statusChanged)
     Q_PROPERTY(bool isDenied READ isDenied NOTIFY statusChanged)
+    /// Access is no matter, for there is no calendar.
+    Q_PROPERTY(bool isNothing READ isNothing NOTIFY statusChanged)
+    Q_PROPERTY(QObject *ways READ ways CONSTANT)
 
 public:
-    using LinkOpener = std::function<void(const QString &link)>;
-
     /// `refresh` is called after every change of the permission that the step sees, and after every answer.
-    /// `openSystemSettings` is given links into the system settings. `source` must outlive the model.
-    CalendarStepModel(EventSource &source, std::function<void()> refresh, LinkOpener openSystemSettings);
+    /// `source` and `ways` must outlive the model.
+    CalendarStepModel(EventSource &source, std::function<void()> refresh, CalendarWays &ways);
 
     /// Reads the permission anew. To be called again and again while the step is on show.
     void update();
@@ -32,14 +34,14 @@ public:
 
     bool isGranted() const { return m_status == CalendarAuthorization::granted; }
 
-    bool isDenied() const { return m_status == CalendarAuthorization::denied; }
+    bool isDenied() const { return m_status == CalendarAuthorization::denied && !m_isNothing; }
+
+    bool isNothing() const { return m_isNothing; }
+
+    QObject *ways() { return &m_ways; }
 
     /// Asks for access. Does nothing while an answer is awaited.
     Q_INVOKABLE void requestAccess();
-
-    /// Shows where the permission is given, and where accounts with calendars are added.
-    Q_INVOKABLE void openCalendarPrivacy() const;
-    Q_INVOKABLE void openInternetAccounts() const;
 
 Q_SIGNALS:
     void statusChanged();
@@ -50,8 +52,9 @@ private:
 
     EventSource &m_source;
     std::function<void()> m_refresh;
-    LinkOpener m_openSystemSettings;
+    CalendarWays &m_ways;
     CalendarAuthorization m_status;
+    bool m_isNothing;
     bool m_isAsking = false;
 };
 

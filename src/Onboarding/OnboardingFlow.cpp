@@ -33,11 +33,10 @@ kelo::OnboardingStep makeStep(const char *id, const char *component, std::shared
 } // namespace
 
 OnboardingFlow::OnboardingFlow(kelo::ViewLoader &views, Preferences &prefs, EventSource &source,
-                               Scheduler &scheduler,
-                               std::function<void(const QString &link)> openSystemSettings,
+                               Scheduler &scheduler, CalendarWays &ways,
                                std::function<QString(Timestamp)> formatTime)
-    : m_views(views), m_prefs(prefs), m_source(source), m_scheduler(scheduler),
-      m_openSystemSettings(std::move(openSystemSettings)), m_formatTime(std::move(formatTime))
+    : m_views(views), m_prefs(prefs), m_source(source), m_scheduler(scheduler), m_ways(ways),
+      m_formatTime(std::move(formatTime))
 {
 }
 
@@ -58,7 +57,7 @@ void OnboardingFlow::show(FirstRunStep first)
 std::vector<kelo::OnboardingStep> OnboardingFlow::steps()
 {
     const auto access = std::make_shared<CalendarStepModel>(
-        m_source, [this] { m_scheduler.refresh(); }, m_openSystemSettings);
+        m_source, [this] { m_scheduler.refresh(); }, m_ways);
     auto calendar = makeStep("calendar", "CalendarStep", access);
     calendar.isComplete = [access] {
         access->update();

@@ -7,6 +7,7 @@
 
 namespace mivora {
 
+class CalendarWays;
 class EventSource;
 class FirstMeetingModel;
 class Preferences;
@@ -20,11 +21,9 @@ enum class FirstRunStep { welcome, calendar, firstMeeting };
 class OnboardingFlow final
 {
 public:
-    /// Links into the system settings go to `openSystemSettings`; `formatTime` writes the time of day. The
-    /// objects must outlive the flow.
+    /// `ways` lead to calendars; `formatTime` writes the time of day. The objects must outlive the flow.
     OnboardingFlow(kelo::ViewLoader &views, Preferences &prefs, EventSource &source, Scheduler &scheduler,
-                   std::function<void(const QString &link)> openSystemSettings,
-                   std::function<QString(Timestamp)> formatTime);
+                   CalendarWays &ways, std::function<QString(Timestamp)> formatTime);
 
     /// At the program's start: shows the walkthrough unless it was done before. Who has already given access
     /// begins with the last step.
@@ -49,7 +48,7 @@ private:
     Preferences &m_prefs;
     EventSource &m_source;
     Scheduler &m_scheduler;
-    std::function<void(const QString &link)> m_openSystemSettings;
+    CalendarWays &m_ways;
     std::function<QString(Timestamp)> m_formatTime;
     std::unique_ptr<kelo::OnboardingWindowController> m_window;
     QString m_trayHint;

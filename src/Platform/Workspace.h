@@ -19,6 +19,9 @@ public:
 
     /// Whether any installed program opens links of `scheme` (without the colon). Nothing is cached.
     virtual bool hasHandler(const QString &scheme) const = 0;
+
+    /// Whether there is anything on this desktop that a link into the system settings opens.
+    virtual bool leadsSomewhere(const QString &link) const = 0;
 };
 
 /// Links into the system settings, as the program names them; the platform knows what they lead to.
@@ -26,5 +29,7 @@ inline constexpr const char *calendarPrivacyLink =
     "x-apple.systempreferences:com.apple.preference.security?Privacy_Calendars";
 inline constexpr const char *internetAccountsLink =
     "x-apple.systempreferences:com.apple.Internet-Accounts-Settings.extension";
+/// The program that keeps the desktop's calendars and their accounts.
+inline constexpr const char *calendarProgramLink = "x-apple.systempreferences:calendar-program";
 
 } // namespace mivora

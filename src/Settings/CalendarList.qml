@@ -67,18 +67,32 @@ Item {
         header: Item { height: 20 }
         footer: Column {
             function focusFirst() {
-                browser.focusFirst()
+                if (subscribe.visible)
+                    subscribe.forceActiveFocus(Qt.TabFocusReason)
+                else
+                    browser.focusFirst()
             }
 
             width: view.width
             bottomPadding: 20
             spacing: 20
 
+            KeloButton {
+                id: subscribe
+
+                visible: root.model.ways.canSubscribe
+                text: qsTr("Subscribe to a calendar…")
+                fontSize: 12
+                onClicked: root.model.ways.subscribe()
+                Keys.onBacktabPressed: root.focusRow(view.currentIndex)
+            }
             Footnote {
                 leftPadding: 12
                 rightPadding: 12
                 width: parent.width
-                text: qsTr("Google or Outlook calendar missing? Add the account under System Settings → Internet Accounts and it appears here.")
+                text: root.model.ways.hasAccounts
+                      ? qsTr("Google or Outlook calendar missing? Add the account under System Settings → Internet Accounts and it appears here.")
+                      : qsTr("Google or Outlook calendar missing? Subscribe to its private address and it appears here.")
                 Accessible.ignored: false
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
@@ -87,7 +101,8 @@ Item {
                 id: browser
 
                 model: root.model
-                goBack: () => root.focusRow(view.currentIndex)
+                goBack: () => subscribe.visible ? subscribe.forceActiveFocus(Qt.BacktabFocusReason)
+                                                : root.focusRow(view.currentIndex)
             }
 
             // Not for the list around it, whose rows they would change.
@@ -103,7 +118,8 @@ Item {
         delegate: CalendarRow {
             width: view.width
             onToggled: checked => root.model.setCalendarOn(index, checked)
-            Keys.onTabPressed: root.focusFooter()
+            onEdited: root.model.edit(index)
+            Keys.onTabPressed: focusEdit() || root.focusFooter()
             // The item before the list: the chain itself would go through the footer.
             Keys.onBacktabPressed: view.nextItemInFocusChain(false).forceActiveFocus()
         }

@@ -29,6 +29,8 @@ QVariant CalendarListModel::data(const QModelIndex &index, int role) const
         return row.isFirst;
     case IsLastRole:
         return row.isLast;
+    case IsOwnRole:
+        return m_isOwn && m_isOwn(row.calendar.id);
     }
     return {};
 }
@@ -36,7 +38,8 @@ QVariant CalendarListModel::data(const QModelIndex &index, int role) const
 QHash<int, QByteArray> CalendarListModel::roleNames() const
 {
     return {{TitleRole, "title"},     {ColorRole, "calendarColor"}, {IsOnRole, "isOn"},
-            {AccountRole, "account"}, {IsFirstRole, "isFirst"},     {IsLastRole, "isLast"}};
+            {AccountRole, "account"}, {IsFirstRole, "isFirst"},     {IsLastRole, "isLast"},
+            {IsOwnRole, "isOwn"}};
 }
 
 void CalendarListModel::setCalendars(const std::vector<CalendarInfo> &calendars)
@@ -72,9 +75,9 @@ int CalendarListModel::find(const QString &text, int from) const
     return -1;
 }
 
-std::string CalendarListModel::calendarID(int row) const
+CalendarInfo CalendarListModel::calendar(int row) const
 {
-    return row >= 0 && row < rowCount() ? m_rows[std::size_t(row)].calendar.id : std::string();
+    return row >= 0 && row < rowCount() ? m_rows[std::size_t(row)].calendar : CalendarInfo();
 }
 
 std::vector<CalendarListModel::Row> CalendarListModel::rowsOf(std::vector<CalendarInfo> calendars)

@@ -3,6 +3,7 @@
 #include "Meetings/CalendarInfo.h"
 
 #include <QAbstractListModel>
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
@@ -26,9 +27,15 @@ public:
         AccountRole,
         IsFirstRole,
         IsLastRole,
+        /// Whether Mivora itself subscribed to it.
+        IsOwnRole,
     };
 
-    using QAbstractListModel::QAbstractListModel;
+    /// `isOwn` is what IsOwnRole says; it may be empty.
+    explicit CalendarListModel(std::function<bool(const std::string &id)> isOwn = {})
+        : m_isOwn(std::move(isOwn))
+    {
+    }
 
     int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
@@ -43,8 +50,8 @@ public:
     /// -1 when there is none.
     Q_INVOKABLE int find(const QString &text, int from) const;
 
-    /// The calendar's identifier; empty when there is no such row.
-    std::string calendarID(int row) const;
+    /// The calendar of the row; one without an identifier when there is no such row.
+    CalendarInfo calendar(int row) const;
 
 private:
     struct Row
@@ -61,6 +68,7 @@ private:
 
     std::vector<Row> m_rows;
     std::set<std::string> m_disabled;
+    std::function<bool(const std::string &id)> m_isOwn;
 };
 
 } // namespace mivora

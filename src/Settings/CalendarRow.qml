@@ -13,8 +13,18 @@ FocusScope {
     required property bool isOn
     required property bool isFirst
     required property bool isLast
+    required property bool isOwn
 
     signal toggled(bool checked)
+    signal edited()
+
+    // False when there is no more to reach in the row.
+    function focusEdit() {
+        if (!isOwn || edit.activeFocus)
+            return false
+        edit.forceActiveFocus(Qt.TabFocusReason)
+        return true
+    }
 
     onActiveFocusChanged: {
         if (activeFocus) {
@@ -65,6 +75,19 @@ FocusScope {
             radius: 5
             color: root.calendarColor || Appearance.colors.secondaryLabel
             edge: Appearance.colors.outline
+        }
+
+        KeloButton {
+            id: edit
+
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.isOwn
+            text: qsTr("Edit…")
+            fontSize: 12
+            focusPolicy: Qt.ClickFocus
+            Accessible.description: root.title
+            onClicked: root.edited()
+            Keys.onBacktabPressed: row.focusControl()
         }
     }
 }

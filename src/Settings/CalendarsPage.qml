@@ -16,15 +16,47 @@ Loader {
 
         FormPage {
             FormGroup {
+                visible: !root.model.isNothing
+
                 FormRow {
                     hasSeparator: false
                     title: qsTr("Calendar access")
-                    footnote: qsTr("Mivora can't read your calendars until you allow it under Privacy & Security → Calendars.")
+                    footnote: root.model.canAsk
+                              ? qsTr("Mivora can't read your calendars until you allow it.")
+                              : root.model.ways.hasPrivacy
+                                ? qsTr("Mivora can't read your calendars until you allow it under Privacy & Security → Calendars.")
+                                : qsTr("Mivora can't read your calendars: this system does not allow it.")
 
                     KeloButton {
-                        text: qsTr("Open System Settings…")
+                        visible: root.model.canAsk || root.model.ways.hasPrivacy
+                        text: root.model.canAsk ? qsTr("Allow Calendar Access") : qsTr("Open System Settings…")
                         fontSize: 12
-                        onClicked: root.model.openSystemSettings()
+                        onClicked: root.model.canAsk ? root.model.requestAccess() : root.model.ways.openPrivacy()
+                    }
+                }
+            }
+            FormGroup {
+                visible: root.model.isNothing
+                title: qsTr("No calendar found")
+                footnote: qsTr("Mivora may read your calendars, but there is none yet. These are the ways to one:")
+
+                Repeater {
+                    model: root.model.isNothing ? root.model.ways.all : []
+
+                    FormRow {
+                        required property int index
+                        required property var modelData
+
+                        hasSeparator: index > 0
+                        title: modelData.title
+                        footnote: modelData.text
+
+                        KeloButton {
+                            visible: text
+                            text: modelData.button
+                            fontSize: 12
+                            onClicked: root.model.ways.follow(index)
+                        }
                     }
                 }
             }

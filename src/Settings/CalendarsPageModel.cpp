@@ -1,8 +1,10 @@
 #include "Settings/CalendarsPageModel.h"
 
 #include "Calendar/EventSource.h"
-#include "Platform/Workspace.h"
 #include "Preferences/Preferences.h"
+
+#include <QPointer>
+#include <utility>
 
 namespace mivora {
 
@@ -19,9 +21,10 @@ template<typename T> std::set<T> with(std::set<T> set, const T &value, bool isIn
 
 } // namespace
 
-CalendarsPageModel::CalendarsPageModel(Preferences &prefs, const EventSource &source,
-                                       LinkOpener openSystemSettings)
-    : m_prefs(prefs), m_source(source), m_openSystemSettings(std::move(openSystemSettings))
+CalendarsPageModel::CalendarsPageModel(Preferences &prefs, EventSource &source, CalendarWays &ways,
+                                       OwnCalendars own)
+    : m_prefs(prefs), m_source(source), m_ways(ways), m_edit(std::move(own.edit)),
+      m_calendars(std::move(own.isOwn))
 {
     m_calendars.setDisabled(m_prefs.disabledCalendarIDs());
     connect(&m_prefs, &Preferences::disabledCalendarIDsChanged, &m_calendars,
@@ -32,25 +35,27 @@ CalendarsPageModel::CalendarsPageModel(Preferences &prefs, const EventSource &so
 
 void CalendarsPageModel::reload()
 {
-    const bool hasAccess = m_source.authorization() == CalendarAuthorization::granted;
-    m_calendars.setCalendars(hasAccess ? m_source.calendars() : std::vector<CalendarInfo>());
-    if (hasAccess == m_hasAccess)
-        return;
-    m_hasAccess = hasAccess;
-    Q_EMIT hasAccessChanged();
+    m_calendars.setCalendars(m_source.calendars());
+    const auto before = std::exchange(m_access, m_source.authorization());
+    const bool wasNothing = std::exchange(m_isNothing, m_source.isNothingToRead());
+    if (m_access != before || m_isNothing != wasNothing)
+        Q_EMIT accessChanged();
+}
+
+void CalendarsPageModel::requestAccess()
+{
+    m_source.requestAccess([page = QPointer(this)](bool) {
+        if (page)
+            page->reload();
+    });
 }
 
 void CalendarsPageModel::setCalendarOn(int row, bool isOn)
 {
-    const std::string id = m_calendars.calendarID(row);
+    const std::string id = m_calendars.calendar(row).id;
     if (id.empty())
         return;
     m_prefs.setDisabledCalendarIDs(with(m_prefs.disabledCalendarIDs(), id, !isOn));
-}
-
-void CalendarsPageModel::openSystemSettings() const
-{
-    m_openSystemSettings(QLatin1String(calendarPrivacyLink));
 }
 
 bool CalendarsPageModel::isInBrowser(Service service) const

@@ -16,11 +16,11 @@ constexpr Qt::WindowFlags windowFlags = Qt::Window | Qt::CustomizeWindowHint | Q
 
 } // namespace
 
-SettingsWindowController::SettingsWindowController(Preferences &prefs, const EventSource &source,
-                                                   kelo::HotKeyService &service, kelo::ViewLoader &views,
-                                                   const SettingsActions &actions)
+SettingsWindowController::SettingsWindowController(Preferences &prefs, EventSource &source,
+                                                   CalendarWays &ways, kelo::HotKeyService &service,
+                                                   kelo::ViewLoader &views, const SettingsActions &actions)
     : m_general(prefs, service, actions.registerHotKey, actions.copy),
-      m_calendars(prefs, source, actions.openSystemSettings),
+      m_calendars(prefs, source, ways, actions.ownCalendars),
       m_window(views,
                {.module = QStringLiteral("SettingsViews"),
                 .component = QStringLiteral("SettingsView"),

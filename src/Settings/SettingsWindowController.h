@@ -15,10 +15,9 @@ struct SettingsActions
 {
     /// Registers the combination in place of the one in force. False, and nothing changes, when it is in use.
     std::function<bool(const kelo::HotKeyCombo &)> registerHotKey;
-    /// Shows what the link leads to in the settings of the desktop.
-    std::function<void(const QString &deepLink)> openSystemSettings;
     /// Puts the text on the clipboard.
     std::function<void(const QString &text)> copy;
+    OwnCalendars ownCalendars{};
 };
 
 /// The settings window, and what its pages show. A window that stays closed for long gives its memory back;
@@ -29,8 +28,9 @@ class SettingsWindowController final : public QObject
 
 public:
     /// All references outlive the controller.
-    SettingsWindowController(Preferences &prefs, const EventSource &source, kelo::HotKeyService &service,
-                             kelo::ViewLoader &views, const SettingsActions &actions);
+    SettingsWindowController(Preferences &prefs, EventSource &source, CalendarWays &ways,
+                             kelo::HotKeyService &service, kelo::ViewLoader &views,
+                             const SettingsActions &actions);
 
     /// Brings the window to the front, on the page that is given or else on the one shown last. False when
     /// the window can't be made.

@@ -21,7 +21,7 @@ public:
                      const QDBusConnection &bus, std::function<void(kelo::Menu &)> buildMenu);
 
     /// Sets title, icon and tool tip to what they are at `now`.
-    void update(Timestamp now, CalendarAuthorization authorization);
+    void update(Timestamp now, CalendarAuthorization authorization, bool isNothingToRead = false);
 
     /// What the user can do about an icon that nothing shows, in one sentence; empty while something does.
     QString trayHint() const;

@@ -60,18 +60,26 @@ bool hasNoCalendarLeft(const MenuContents &contents)
 
 void addCalendarSection(kelo::Menu &menu, const MenuContents &contents, const MenuActions &actions)
 {
+    const auto addNothing = [&] {
+        menu.addItem(StatusMenu::tr("No calendar found…"), {}, actions.openCalendarSettings);
+    };
     switch (contents.authorization) {
     case CalendarAuthorization::notDetermined:
         menu.addItem(StatusMenu::tr("Allow Calendar access…"), {}, actions.allowCalendarAccess);
         break;
     case CalendarAuthorization::denied:
-        menu.addItem(StatusMenu::tr("Calendar access needed…"), {}, actions.openCalendarPrivacy);
+        if (contents.isNothingToRead)
+            addNothing();
+        else
+            menu.addItem(StatusMenu::tr("Calendar access needed…"), {}, actions.openCalendarPrivacy);
         break;
     case CalendarAuthorization::granted:
         addDays(menu, contents, actions);
         if (hasNoCalendarLeft(contents))
             menu.addItem(StatusMenu::tr("No calendars selected — open Settings…"), {},
                          actions.openCalendarSettings);
+        else if (contents.isNothingToRead)
+            addNothing();
         break;
     }
 }

@@ -16,6 +16,8 @@ namespace mivora {
 struct MenuContents
 {
     CalendarAuthorization authorization = CalendarAuthorization::notDetermined;
+    /// See `EventSource`.
+    bool isNothingToRead = false;
     std::span<const Meeting> today;
     std::span<const Meeting> tomorrow;
     Timestamp now{};

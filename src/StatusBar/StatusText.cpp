@@ -8,7 +8,7 @@
 namespace mivora {
 
 StatusText statusText(const std::optional<Meeting> &next, const TitleOptions &options,
-                      CalendarAuthorization authorization, Timestamp now)
+                      CalendarAuthorization authorization, Timestamp now, bool isNothingToRead)
 {
     StatusText text;
     if (options.isShown && next) {
@@ -22,6 +22,8 @@ StatusText statusText(const std::optional<Meeting> &next, const TitleOptions &op
         text.icon = QStringLiteral("calendar.badge.exclamationmark");
         text.toolTip = QCoreApplication::translate("StatusItem", "Mivora needs Calendar access");
     }
+    if (isNothingToRead)
+        text.toolTip = QCoreApplication::translate("StatusItem", "Mivora found no calendar");
     return text;
 }
 

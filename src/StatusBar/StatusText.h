@@ -31,8 +31,8 @@ struct StatusText
 };
 
 /// The status item for the next meeting, if there is one. Urgent is a meeting that starts within a minute or
-/// is running.
+/// is running. `isNothingToRead` is as `EventSource` has it.
 StatusText statusText(const std::optional<Meeting> &next, const TitleOptions &options,
-                      CalendarAuthorization authorization, Timestamp now);
+                      CalendarAuthorization authorization, Timestamp now, bool isNothingToRead = false);
 
 } // namespace mivora

@@ -27,6 +27,8 @@ public:
 
     bool hasHandler(const QString &scheme) const override { return handlers.contains(scheme); }
 
+    bool leadsSomewhere(const QString &) const override { return true; }
+
     /// Every link handed over so far.
     QStringList opened;
     /// What the last one may come to the front with.

@@ -41,6 +41,7 @@ TEST_F(EventKitSourceTest, mapsTheAuthorizationAndGivesNothingWithoutFullAccess)
         store->status = status;
         const std::size_t count = expected == CalendarAuthorization::granted ? 1 : 0;
         EXPECT_EQ(source.authorization(), expected);
+        EXPECT_EQ(source.isNothingToRead(), status == AuthorizationStatus::denied);
         EXPECT_EQ(source.calendars().size(), count);
         EXPECT_EQ(titles().size(), count);
     }

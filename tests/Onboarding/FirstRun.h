@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Calendar/CalendarWays.h"
 #include "Onboarding/OnboardingFlow.h"
 #include "Preferences/Preferences.h"
 #include "Scheduling/Scheduler.h"
@@ -32,13 +33,14 @@ struct FirstRun
     Scheduler scheduler{source, prefs, clock};
     /// The links into the system settings that were to be opened.
     QStringList opened;
+    /// The links that lead nowhere.
+    QStringList missing;
+    CalendarWays ways{{.open = [this](const QString &link) { opened.append(link); },
+                       .leadsSomewhere = [this](const QString &link) { return !missing.contains(link); },
+                       .subscribe = [this] { opened.append(QStringLiteral("subscribe")); }}};
     Views release;
-    OnboardingFlow flow{sharedViews(),
-                        prefs,
-                        source,
-                        scheduler,
-                        [this](const QString &link) { opened.append(link); },
-                        [](Timestamp) { return QStringLiteral("11:00 AM"); }};
+    OnboardingFlow flow{sharedViews(), prefs, source,
+                        scheduler,     ways,  [](Timestamp) { return QStringLiteral("11:00 AM"); }};
 };
 
 } // namespace mivora

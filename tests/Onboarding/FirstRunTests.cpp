@@ -65,33 +65,44 @@ TEST_F(FirstRunTest, offersWhatTheAccessLeavesToDo)
     const QString hint = QStringLiteral(
         "Using Google or Outlook? Add the account in Online Accounts and its calendars show up here.");
 
-    const std::pair<CalendarAuthorization, QString> rows[] = {
-        {notDetermined, u"Allow Calendar Access|" + hint + u"|Continue|Skip for now"},
-        {denied, u"Open Settings|" + hint + u"|Continue|Skip for now"},
-        {granted, hint + u"|Continue"},
+    const std::tuple<CalendarAuthorization, bool, QString> rows[] = {
+        {denied, true,
+         u"Open Online Accounts…|Open Evolution…|Subscribe to a calendar…|Continue|Skip for now"_qs},
+        {notDetermined, false, u"Allow Calendar Access|" + hint + u"|Continue|Skip for now"},
+        {denied, false, u"Open Settings|" + hint + u"|Continue|Skip for now"},
+        {granted, false, hint + u"|Continue"},
     };
 
-    for (const auto &[access, buttons] : rows) {
+    for (const auto &[access, isNothing, buttons] : rows) {
         run.source.access = access;
+        run.source.isNothing = isNothing;
         show(FirstRunStep::calendar);
         EXPECT_EQ(view().names(QAccessible::PushButton).join(u'|'), buttons);
         EXPECT_TRUE(view().click(QAccessible::PushButton, buttons.section(u'|', 0, 0)));
     }
     EXPECT_TRUE(run.source.accessAnswer);
     EXPECT_EQ(run.opened,
-              QStringList({QLatin1String(calendarPrivacyLink), QLatin1String(internetAccountsLink)}));
+              QStringList({QLatin1String(internetAccountsLink), QLatin1String(calendarPrivacyLink),
+                           QLatin1String(internetAccountsLink)}));
     EXPECT_TRUE(says("Access granted"));
     view().type(Qt::Key_Return);
-    EXPECT_EQ(run.opened.size(), 3) << "the link has the keyboard";
+    EXPECT_EQ(run.opened.size(), 4) << "the link has the keyboard";
     EXPECT_TRUE(view().click(QAccessible::PushButton, QStringLiteral("Continue")));
     EXPECT_EQ(index(), 2);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !says("Access granted"); })) << "the step that was left is gone";
+
+    run.missing = {QLatin1String(calendarPrivacyLink), QLatin1String(internetAccountsLink)};
+    run.source.access = denied;
+    show(FirstRunStep::calendar);
+    EXPECT_EQ(view().names(QAccessible::PushButton).join(u'|'), QStringLiteral("Continue|Skip for now"))
+        << "no button without effect";
 }
 
 TEST_F(FirstRunTest, refreshesAfterEveryChangeOfTheAccessAndEveryAnswer)
 {
     int refreshed = 0;
-    CalendarStepModel model(run.source, [&] { ++refreshed; }, {});
+    CalendarStepModel model(
+        run.source, [&] { ++refreshed; }, run.ways);
     QSignalSpy changes(&model, &CalendarStepModel::statusChanged);
     model.update();
     EXPECT_EQ(refreshed, 0) << "what the step finds at first is no change";

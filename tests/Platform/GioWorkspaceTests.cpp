@@ -111,6 +111,7 @@ TEST_F(WorkspaceTest, settingsLinksOpenTheDesktopsPanel)
     for (const auto &[desktops, opens] :
          {std::pair("sway", false), {"GNOMEX:XGNOME", false}, {"ubuntu:gnome", true}}) {
         qputenv("XDG_CURRENT_DESKTOP", desktops);
+        EXPECT_EQ(m_workspace.leadsSomewhere(QLatin1String(internetAccountsLink)), opens) << desktops;
         EXPECT_EQ(open(internetAccountsLink), opens) << desktops;
     }
     EXPECT_TRUE(isRecorded("settings\nonline-accounts\n"));

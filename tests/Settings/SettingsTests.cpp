@@ -289,9 +289,53 @@ TEST_F(SettingsTest, switchesTheCalendarsThatItMaySee)
     EXPECT_EQ(prefs.browserServices(), std::set{Service::teams}) << "on, on and off";
 }
 
+TEST_F(SettingsTest, leadsToCalendarsByTheWaysThatThereAre)
+{
+    source.access = CalendarAuthorization::notDetermined;
+    const AccessibleView view = open(calendars);
+    ASSERT_TRUE(view.click(QAccessible::PushButton, QStringLiteral("Allow Calendar Access")));
+    source.access = CalendarAuthorization::denied;
+    missing = {QLatin1String(calendarPrivacyLink)};
+    std::exchange(source.accessAnswer, nullptr)(false);
+    view.settle();
+    EXPECT_EQ(view.names(QAccessible::PushButton).join(u'|'), QString()) << "none that leads nowhere";
+
+    source.isNothing = true;
+    for (const char *link : {"", calendarProgramLink, internetAccountsLink}) {
+        missing.append(QLatin1String(link));
+        controller.show(general);
+        controller.show(calendars);
+        view.settle();
+        for (const QString &button : view.names(QAccessible::PushButton)) {
+            EXPECT_TRUE(view.click(QAccessible::PushButton, button));
+        }
+        opened.append(QStringLiteral("|"));
+    }
+    const QString accounts = QLatin1String(internetAccountsLink);
+    EXPECT_EQ(opened, QStringList({accounts, QLatin1String(calendarProgramLink), u"subscribe"_qs, u"|"_qs,
+                                   accounts, u"subscribe"_qs, u"|"_qs, u"subscribe"_qs, u"|"_qs}));
+}
+
+TEST_F(SettingsTest, editsTheCalendarsThatAreItsOwn)
+{
+    source.known = {{"h", "Home", "", std::nullopt}, {"own", "Team", "", std::nullopt}};
+    const AccessibleView view = open(calendars);
+    for (const char *stop : {"Home", "Subscribe to a calendar…", "Zoom"}) {
+        view.type(Qt::Key_Tab);
+        EXPECT_EQ(view.focused(), QString::fromUtf8(stop));
+    }
+    for (const char *stop : {"Subscribe to a calendar…", "Home"}) {
+        view.type(Qt::Key_Backtab);
+        EXPECT_EQ(view.focused(), QString::fromUtf8(stop));
+    }
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Tab, Qt::Key_Return, Qt::Key_Tab, Qt::Key_Return})
+        view.type(key);
+    EXPECT_EQ(opened, QStringList({u"Team"_qs, u"subscribe"_qs}));
+}
+
 TEST_F(SettingsTest, listsCalendarsByAccountAndKeepsRowsThatStay)
 {
-    CalendarsPageModel model(prefs, source, {});
+    CalendarsPageModel model(prefs, source, ways, {});
     const auto *list = model.calendars();
     QSignalSpy removed(list, &QAbstractItemModel::rowsRemoved);
     QSignalSpy inserted(list, &QAbstractItemModel::rowsInserted);
@@ -339,7 +383,8 @@ TEST_F(SettingsTest, reachesAllOfManyCalendarsByKeyboard)
     EXPECT_EQ(view.focused(), QStringLiteral("Team"));
     view.type(Qt::Key_Return);
     EXPECT_EQ(prefs.disabledCalendarIDs(), std::set<std::string>{"23"}) << "Return is as good as Space";
-    EXPECT_EQ(walk(Qt::Key_Tab, 3).join(u'|'), QStringLiteral("Zoom|Microsoft Teams|Settings"));
+    EXPECT_EQ(walk(Qt::Key_Tab, 3).join(u'|'),
+              QStringLiteral("Subscribe to a calendar…|Zoom|Microsoft Teams"));
     EXPECT_EQ(walk(Qt::Key_Backtab, 3).last(), QStringLiteral("Team")) << "one stop";
     view.type(Qt::Key_Escape);
     EXPECT_FALSE(window().isVisible());

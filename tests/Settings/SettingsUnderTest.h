@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Calendar/CalendarWays.h"
 #include "KeloHotkey/HotKeyService.h"
 #include "Preferences/Preferences.h"
 #include "Settings/SettingsWindowController.h"
@@ -24,14 +25,22 @@ struct SettingsUnderTest
     Views release;
     bool isFree = true;
     QStringList opened;
+    /// The links that lead nowhere.
+    QStringList missing;
     QString copied;
-    SettingsWindowController controller{prefs,
-                                        source,
-                                        service,
-                                        sharedViews(),
-                                        {[this](const auto &) { return isFree; },
-                                         [this](const QString &link) { opened.append(link); },
-                                         [this](const QString &text) { copied = text; }}};
+    CalendarWays ways{{.open = [this](const QString &link) { opened.append(link); },
+                       .leadsSomewhere = [this](const QString &link) { return !missing.contains(link); },
+                       .subscribe = [this] { opened.append(QStringLiteral("subscribe")); }}};
+    SettingsWindowController controller{
+        prefs,
+        source,
+        ways,
+        service,
+        sharedViews(),
+        {[this](const auto &) { return isFree; },
+         [this](const QString &text) { copied = text; },
+         {[](const std::string &id) { return id == "own"; },
+          [this](const CalendarInfo &calendar) { opened.append(QString::fromStdString(calendar.title)); }}}};
 };
 
 } // namespace mivora

@@ -135,6 +135,9 @@ TEST_F(StatusMenu, everyEntryDoesWhatItSays)
     contents.authorization = CalendarAuthorization::denied;
     EXPECT_EQ(text(), "Calendar access needed…|" + end);
     EXPECT_EQ(chooseAll(), "privacy|settings|maker|quit|");
+    contents.isNothingToRead = true;
+    EXPECT_EQ(text(), "No calendar found…|" + end);
+    EXPECT_EQ(chooseAll(), "calendar settings|settings|maker|quit|");
 }
 
 TEST(StatusText, countsDownAndTurnsUrgent)
@@ -177,6 +180,8 @@ TEST(StatusText, isTheIconAloneWithoutMeetingOrWish)
     EXPECT_EQ(statusText(makeMeeting("M", ten), hidden, CalendarAuthorization::granted, ten), calm);
     EXPECT_EQ(statusText({}, {}, CalendarAuthorization::denied, ten), needy);
     EXPECT_EQ(statusText({}, {}, CalendarAuthorization::notDetermined, ten), needy);
+    EXPECT_EQ(statusText({}, {}, CalendarAuthorization::denied, ten, true).toolTip,
+              QStringLiteral("Mivora found no calendar"));
 }
 
 } // namespace mivora

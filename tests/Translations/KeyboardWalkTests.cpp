@@ -1,4 +1,6 @@
 #include "App/ConflictAlert.h"
+#include "App/SubscriptionDialog.h"
+#include "Calendar/CalendarFolder.h"
 #include "KeloUpdates/UpdateWindow.h"
 #include "Onboarding/FirstRun.h"
 #include "Settings/SettingsUnderTest.h"
@@ -61,6 +63,70 @@ TEST(KeyboardWalk, ofTheUpdateDownloadsOnlyWhenAsked)
         EXPECT_EQ(chosen.value(0).value(0).value<kelo::UpdateAction>(),
                   *stop == 'L' ? page.secondary : page.primary);
     }
+}
+
+TEST(KeyboardWalk, ofTheSubscriptionTriesTellsAndNames)
+{
+    // In the place of the program with its command.
+    const CalendarFolder folder;
+    folder.write("program", "#!/bin/sh\nread address\necho \"$*|$address\" >>" + folder.path("asked") + R"(
+case $2$address in
+    addwebcal*) echo 'mivora.calendar: noise' >&2; echo 'mivora: gone' >&2; exit 1 ;;
+    adddead*) kill $$ ;;
+    addslow*) trap "echo over >>'$0.end'; exit" TERM; sleep 100 & wait ;;
+    add* | list*) printf 'desktop:mivora-1\tTeam\texample.org\t3 meetings this week\t#112233\n' ;;
+esac
+)");
+    const auto text = [&](const char *name) {
+        std::ifstream file(folder.path(name));
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    };
+    std::filesystem::permissions(folder.path("program"), std::filesystem::perms::owner_all);
+    SubscriptionDialog dialog(QString::fromStdString(folder.path("program")), sharedViews());
+    const auto state = [&] { return dialog.page()[QStringLiteral("state")].toString(); };
+    const auto isBusy = [&] { return dialog.page()[QStringLiteral("isBusy")].toBool(); };
+    dialog.ask(QStringLiteral("webcal://user@example.org/secret"));
+    EXPECT_TRUE(dialog.page()[QStringLiteral("explanation")].toString().contains(u" example.org."));
+    auto view = shown(dialog.window());
+    press(view, "Subscribe");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return state() == u"gone"; })) << state().toStdString();
+    press(view, "Cancel");
+    EXPECT_FALSE(dialog.window() && dialog.window()->isVisible());
+
+    const auto write = [&](std::string_view letters) {
+        for (const char letter : letters)
+            QTest::keyClick(dialog.window(), letter);
+    };
+    dialog.ask();
+    view = shown(dialog.window());
+    for (const char *address : {"dead", "slow", "good"}) {
+        EXPECT_EQ(view.focused(), QStringLiteral("Address of the calendar"));
+        view.type(Qt::Key_A, Qt::ControlModifier);
+        write(address);
+        view.type(Qt::Key_Return);
+        if (QLatin1String(address) == u"slow") {
+            EXPECT_TRUE(QTest::qWaitFor([&] { return text("asked").find("|slow") != std::string::npos; }));
+            view.type(Qt::Key_Escape);
+            EXPECT_FALSE(isBusy());
+            EXPECT_TRUE(QTest::qWaitFor([&] { return text("program.end") == "over\n"; }));
+            dialog.ask();
+            view = shown(dialog.window());
+        }
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !isBusy(); }));
+    }
+    EXPECT_EQ(state(), QStringLiteral("3 meetings this week"));
+    EXPECT_EQ(view.focused(), QStringLiteral("Name of the calendar"));
+    write("-Mine");
+    view.type(Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !dialog.window() || !dialog.window()->isVisible(); }));
+    dialog.show({"desktop:mivora-1", "-Mine", "", std::nullopt});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !isBusy(); }));
+    press(shown(dialog.window()), "Remove");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !dialog.window() || !dialog.window()->isVisible(); }));
+    EXPECT_EQ(text("asked"),
+              "calendars add|webcal://user@example.org/secret\ncalendars add|dead\ncalendars add|slow\n"
+              "calendars add|good\ncalendars rename desktop:mivora-1 -- -Mine|\n"
+              "calendars list desktop:mivora-1|\ncalendars remove desktop:mivora-1|\n");
 }
 
 TEST(KeyboardWalk, ofTheAlertBlocksTheWindowThatItInterrupts)

@@ -1,3 +1,4 @@
+#include "App/SubscriptionDialog.h"
 #include "JoinPanel/PanelUnderTest.h"
 #include "KeloUpdates/UpdateWindow.h"
 #include "Onboarding/FirstRun.h"
@@ -113,11 +114,14 @@ TEST_P(TranslatedViews, settingsHaveRoom)
         test.controller.setHotKeyState({kind});
         expectRoom(test.controller.window());
     }
-    for (const auto access : {CalendarAuthorization::granted, CalendarAuthorization::denied}) {
-        test.source.access = access;
-        test.controller.show(SettingsPage::calendars);
-        expectRoom(test.controller.window());
-    }
+    for (const bool isNothing : {false, true})
+        for (const auto access : {CalendarAuthorization::granted, CalendarAuthorization::denied,
+                                  CalendarAuthorization::notDetermined}) {
+            test.source.access = access;
+            test.source.isNothing = isNothing;
+            test.controller.show(SettingsPage::calendars);
+            expectRoom(test.controller.window());
+        }
 }
 
 TEST_P(TranslatedViews, walkthroughHasRoom)
@@ -125,6 +129,7 @@ TEST_P(TranslatedViews, walkthroughHasRoom)
     using enum CalendarAuthorization;
     for (const auto access : {notDetermined, denied, granted}) {
         FirstRun run(access);
+        run.source.isNothing = access == granted;
         if (access == granted)
             run.source.events = {withLink(makeMeeting("Review", at("2026-03-10T10:30:00Z")))};
         run.scheduler.refresh();
@@ -143,6 +148,19 @@ TEST_P(TranslatedViews, joinPanelHasRoom)
         test.panel.show(withLink(makeMeeting("Review", start), Service::meet), start - left);
         expectRoom(test.window());
     }
+}
+
+TEST_P(TranslatedViews, subscriptionsHaveRoom)
+{
+    SubscriptionDialog dialog(QStringLiteral("/nonexistent"), sharedViews());
+    const auto look = [&](const std::function<void()> &change) {
+        change();
+        expectRoom(dialog.window());
+    };
+    look([&] { dialog.ask(); });
+    look([&] { dialog.tellNoStore(); });
+    look([&] { dialog.ask(QStringLiteral("webcal://calendar.example.org/secret")); });
+    look([&] { dialog.show({"desktop:mivora-1", "Team", "", Color{0x42, 0x85, 0xf4}}); });
 }
 
 TEST_P(TranslatedViews, updateWindowHasRoom)

@@ -17,6 +17,8 @@ public:
 
     CalendarAuthorization authorization() const override { return access; }
 
+    bool isNothingToRead() const override { return isNothing; }
+
     void requestAccess(std::function<void(bool)> answer) override { accessAnswer = std::move(answer); }
 
     void setOnChange(ChangeHandler handler) override { onChange = std::move(handler); }
@@ -40,6 +42,7 @@ public:
     }
 
     CalendarAuthorization access = CalendarAuthorization::granted;
+    bool isNothing = false;
     std::vector<CalendarInfo> known;
     std::vector<Meeting> events;
 

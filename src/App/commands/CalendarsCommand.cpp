@@ -1,8 +1,9 @@
 #include "App/commands/Commands.h"
 
+#include "App/CalendarSession.h"
+#include "App/SubscriptionTexts.h"
 #include "App/commands/Output.h"
 #include "Platform/linux/TerminationSignals.h"
-#include "Settings/SubscriptionTexts.h"
 
 #include <iostream>
 #include <unistd.h>
@@ -29,7 +30,8 @@ int tell(const SubscriptionAnswer &answer, const QString &host)
     }
     for (const SubscribedCalendar &calendar : answer.calendars) {
         const QStringList columns{QString::fromStdString(calendar.id), QString::fromStdString(calendar.name),
-                                  QString::fromStdString(calendar.host), stateText(calendar)};
+                                  QString::fromStdString(calendar.host), stateText(calendar),
+                                  QString::fromStdString(calendar.color)};
         QStringList lines;
         for (const QString &column : columns)
             lines.append(singleLine(column));
@@ -40,18 +42,18 @@ int tell(const SubscriptionAnswer &answer, const QString &host)
 
 } // namespace
 
-int runCalendars(const CalendarsRequest &request, CalendarSubscriptions &subscriptions)
+int runCalendars(CalendarsRequest request, const DefaultsStore &defaults)
 {
-    const bool asksForAddress = request.action == SubscriptionRequest::Action::add && request.address.empty();
-    const std::string address = asksForAddress ? readAddress() : request.address;
+    if (request.action == SubscriptionRequest::Action::add && request.address.empty())
+        request.address = readAddress();
     int status = exitCouldNot;
     // A subscription that is only being tried goes again when the user has had enough.
     const TerminationSignals signalsEndIt;
-    const auto job = subscriptions.perform({request.action, request.id, address, request.name},
-                                           [&](const SubscriptionAnswer &answer) {
-                                               status = tell(answer, QString::fromStdString(hostOf(address)));
-                                               QCoreApplication::quit();
-                                           });
+    const DesktopSubscriptions subscriptions(
+        request, subscriptionSetup(defaults), [&](const SubscriptionAnswer &answer) {
+            status = tell(answer, QString::fromStdString(hostOf(request.address)));
+            QCoreApplication::quit();
+        });
     QCoreApplication::exec();
     return status;
 }

@@ -156,7 +156,8 @@ void addCalendars(CLI::App &app, Request &result)
         return command;
     };
     const auto addID = [&request = request](CLI::App *command) {
-        command->add_option("id", request.id, utf8(CommandLineTexts::tr("The calendar's ID, as listed")))
+        return command
+            ->add_option("id", request.id, utf8(CommandLineTexts::tr("The calendar's ID, as listed")))
             ->required()
             ->type_name("ID");
     };
@@ -164,7 +165,9 @@ void addCalendars(CLI::App &app, Request &result)
         return command->add_option(name, request.name, utf8(CommandLineTexts::tr("The calendar's name")))
             ->type_name("NAME");
     };
-    action("list", CommandLineTexts::tr("Fetch the subscribed calendars now and print them"), Action::fetch);
+    addID(action("list", CommandLineTexts::tr("Fetch the subscribed calendars now and print them"),
+                 Action::fetch))
+        ->required(false);
     auto *add = action("add", CommandLineTexts::tr("Subscribe to a calendar"), Action::add);
     add->add_option("address", request.address,
                     utf8(CommandLineTexts::tr(
@@ -231,6 +234,8 @@ QString problem(const CLI::App &app, const CLI::ParseError &error)
 
 Request parseCommandLine(int argc, const char *const *argv)
 {
+    if (const QString link = QString::fromLocal8Bit(argc == 2 ? argv[1] : ""); isCalendarLink(link))
+        return StartRequest{.startedBy = StartedBy::user, .link = link};
     CLI::App app(description(), "mivora");
     app.set_version_flag("--version", "mivora " MIVORA_VERSION,
                          utf8(CommandLineTexts::tr("Print the version and end")));

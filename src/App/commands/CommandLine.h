@@ -15,10 +15,13 @@ namespace mivora {
 enum class StartedBy { user, sessionBus, login };
 
 /// `mivora`: start, or bring the running one's settings up. `mivora --service`: start for the session bus.
-/// `mivora --at-login`: start quietly, by way of systemd where it runs the session.
+/// `mivora --at-login`: start quietly, by way of systemd where it runs the session. `mivora webcal://…`: as
+/// desktops open such links.
 struct StartRequest
 {
     StartedBy startedBy = StartedBy::user;
+    /// To a calendar, which the user is asked about.
+    QString link{};
 };
 
 /// `mivora agenda`
@@ -66,15 +69,8 @@ struct AccessRequest
     Action action = Action::status;
 };
 
-/// `mivora calendars`
-struct CalendarsRequest
-{
-    SubscriptionRequest::Action action = SubscriptionRequest::Action::fetch;
-    std::string id;
-    /// Read from standard input when it is empty.
-    std::string address;
-    std::string name;
-};
+/// `mivora calendars`; an address to add is read from standard input when it is empty.
+using CalendarsRequest = SubscriptionRequest;
 
 /// Nothing more to do than to print `text` (help, version) or to complain of it (bad arguments).
 struct FinishedRequest

@@ -103,7 +103,7 @@ int runCommand(const Request &request)
         return runDefaults(*defaults, store);
     }
     if (const auto *calendars = std::get_if<CalendarsRequest>(&request))
-        return runCalendars(*calendars, *makeSubscriptions(JsonDefaultsStore()));
+        return runCalendars(*calendars, JsonDefaultsStore());
     if (const auto *access = std::get_if<AccessRequest>(&request))
         return runAccess(*access);
     return tell(std::get<FinishedRequest>(request));

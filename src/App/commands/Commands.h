@@ -9,7 +9,7 @@ class DefaultsStore;
 
 /// Starts the application in the tray and runs it until it quits; where one runs already, brings up its
 /// settings instead.
-int runApplication(int &argc, char **argv, StartedBy startedBy);
+int runApplication(int &argc, char **argv, const StartRequest &request);
 
 /// Starts the application at login: as the unit that systemd keeps for it, where it runs the session, or else
 /// by itself. Does nothing where one runs already.
@@ -24,7 +24,7 @@ int runAgenda(const AgendaRequest &request);
 /// `mivora defaults`: shows and changes the settings in `store`.
 int runDefaults(const DefaultsRequest &request, DefaultsStore &store);
 
-/// `mivora calendars`: shows and changes what is subscribed to.
-int runCalendars(const CalendarsRequest &request, CalendarSubscriptions &subscriptions);
+/// `mivora calendars`: shows and changes what is subscribed to. Own addresses come from `defaults`.
+int runCalendars(CalendarsRequest request, const DefaultsStore &defaults);
 
 } // namespace mivora

@@ -13,7 +13,16 @@ constexpr guint32 noWaiting = G_MAXUINT32;
 /// What went wrong is told by another process than what was fetched, and may come after it.
 constexpr std::chrono::milliseconds timeForFailures{1200};
 
-/// What a failure means that the server tells of by itself: an answer by HTTP, or none.
+/// What a call to the server failed of.
+SubscriptionFault faultOfCall(const GError *error)
+{
+    const bool isOffline = g_error_matches(error, E_CLIENT_ERROR, E_CLIENT_ERROR_REPOSITORY_OFFLINE) ||
+                           g_error_matches(error, E_CLIENT_ERROR, E_CLIENT_ERROR_OFFLINE_UNAVAILABLE);
+    return isOffline ? unreachable : storeSilent;
+}
+
+} // namespace
+
 SubscriptionFault faultAfter(const GError *error)
 {
     if (!error || error->domain != E_SOUP_SESSION_ERROR)
@@ -29,16 +38,6 @@ SubscriptionFault faultAfter(const GError *error)
     }
     return refused;
 }
-
-/// What a call to the server failed of.
-SubscriptionFault faultOfCall(const GError *error)
-{
-    const bool isOffline = g_error_matches(error, E_CLIENT_ERROR, E_CLIENT_ERROR_REPOSITORY_OFFLINE) ||
-                           g_error_matches(error, E_CLIENT_ERROR, E_CLIENT_ERROR_OFFLINE_UNAVAILABLE);
-    return isOffline ? unreachable : storeSilent;
-}
-
-} // namespace
 
 EdsFetch::EdsFetch(ESourceRegistry *registry, ESource *source, bool isNew, DesktopInterval interval,
                    DesktopCalendarsReader &reader, std::function<void()> onDone)

@@ -8,6 +8,9 @@
 
 namespace mivora {
 
+/// What a failure means that the server tells of by itself: an answer by HTTP, or none.
+SubscriptionFault faultAfter(const GError *error);
+
 /// Has the server fetch one calendar of the net, and finds out how that went. Belongs to the thread that made
 /// it.
 class EdsFetch

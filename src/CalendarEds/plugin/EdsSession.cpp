@@ -1,6 +1,7 @@
 #include "CalendarEds/plugin/EdsSession.h"
 
 #include "CalendarEds/plugin/EdsAccounts.h"
+#include "CalendarEds/plugin/EdsFetch.h"
 
 #include <algorithm>
 
@@ -217,12 +218,15 @@ bool EdsSession::hasAll() const
 
 void EdsSession::reportCredentials(ESource *source, const GError *error)
 {
+    // A server that can't be reached looks to the library as if it had refused the password.
+    const auto fault = error ? faultAfter(error) : SubscriptionFault::needsPassword;
+    const bool isAnswer = fault == SubscriptionFault::notFound || fault == SubscriptionFault::refused;
     std::string message = '"' + takeText(e_source_dup_display_name(source));
-    message.append("\" is not signed in");
+    message.append(isAnswer ? "\" can't be fetched" : "\" is not signed in");
     if (error)
         message.append(" (").append(error->message).append(1, ')');
-    // A server that can't be reached looks to the library as if it had refused the password.
-    message.append("; if it wants a password, the desktop's calendar or its online accounts ask for it");
+    if (!isAnswer)
+        message.append("; if it wants a password, the desktop's calendar or its online accounts ask for it");
     if (m_credentialsAsked.insert(message).second)
         m_reader.report(message);
 }

@@ -7,6 +7,7 @@
 #include <QFuture>
 #include <QProcess>
 #include <QPromise>
+#include <QStandardPaths>
 #include <algorithm>
 #include <array>
 #include <thread>
@@ -59,6 +60,7 @@ GAppLaunchContext *launchContext(const QByteArray &token)
 constexpr QLatin1String systemSettingsScheme("x-apple.systempreferences");
 constexpr QLatin1String calendarPrivacy(calendarPrivacyLink);
 constexpr QLatin1String internetAccounts(internetAccountsLink);
+constexpr QLatin1String calendarProgram(calendarProgramLink);
 
 struct Panel
 {
@@ -67,31 +69,36 @@ struct Panel
     QLatin1String command;
 };
 
-/// Arguments are separated by blanks. A desktop without a panel for a link shows its settings as a whole.
+/// Arguments are separated by blanks. A desktop without a panel for a link shows its settings as a whole; a
+/// row without a desktop is for all. Accounts of KDE's own don't reach the desktop's calendars.
 constexpr std::array panels{
     Panel{QLatin1String("GNOME"), calendarPrivacy, QLatin1String("gnome-control-center applications")},
     Panel{QLatin1String("GNOME"), internetAccounts, QLatin1String("gnome-control-center online-accounts")},
     Panel{QLatin1String("KDE"), calendarPrivacy, QLatin1String("systemsettings")},
-    Panel{QLatin1String("KDE"), internetAccounts, QLatin1String("systemsettings kcm_kaccounts")},
     Panel{QLatin1String("XFCE"), calendarPrivacy, QLatin1String("xfce4-settings-manager")},
-    Panel{QLatin1String("XFCE"), internetAccounts, QLatin1String("xfce4-settings-manager")},
+    Panel{QLatin1String(), internetAccounts, QLatin1String("gnome-online-accounts-gtk")},
+    Panel{QLatin1String(), calendarProgram, QLatin1String("evolution --component=calendar")},
 };
 
-/// Shows what the link leads to on the running desktop, whose names are separated by colons, the most
-/// specific first. False when it has nothing for the link, or that could not be started.
+/// The command that shows what the link leads to on the running desktop, whose names are separated by colons,
+/// the most specific first. Empty when there is nothing, or it isn't installed.
+QStringList commandFor(const QString &link)
+{
+    QStringList desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':'));
+    for (const QString &desktop : desktops << QString())
+        for (const Panel &panel : panels) {
+            const QStringList command = QString(panel.command).split(QLatin1Char(' '));
+            if (panel.link == link && desktop.compare(panel.desktop, Qt::CaseInsensitive) == 0 &&
+                !QStandardPaths::findExecutable(command.front()).isEmpty())
+                return command;
+        }
+    return {};
+}
+
 bool openSystemSettings(const QString &link)
 {
-    for (const QString &desktop : qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':'))) {
-        const auto panel = std::ranges::find_if(panels, [&](const Panel &candidate) {
-            return candidate.link == link && desktop.compare(candidate.desktop, Qt::CaseInsensitive) == 0;
-        });
-        if (panel != panels.end()) {
-            QStringList command = QString(panel->command).split(QLatin1Char(' '));
-            const QString program = command.takeFirst();
-            return QProcess::startDetached(program, command);
-        }
-    }
-    return false;
+    const QStringList command = commandFor(link);
+    return !command.isEmpty() && QProcess::startDetached(command.front(), command.mid(1));
 }
 
 constexpr std::array meetingSchemes{QLatin1String("https"), QLatin1String("zoommtg"),
@@ -143,6 +150,11 @@ bool GioWorkspace::hasHandler(const QString &scheme) const
     if (handler)
         KELO_GIO(g_object_unref)(handler);
     return handler;
+}
+
+bool GioWorkspace::leadsSomewhere(const QString &link) const
+{
+    return !commandFor(link).isEmpty();
 }
 
 } // namespace mivora

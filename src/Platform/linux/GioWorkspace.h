@@ -17,6 +17,7 @@ public:
     void open(const QString &url, Opened done) override;
     /// A handler whose program is missing is none.
     bool hasHandler(const QString &scheme) const override;
+    bool leadsSomewhere(const QString &link) const override;
 };
 
 } // namespace mivora

@@ -1,4 +1,4 @@
-#include "Settings/SubscriptionTexts.h"
+#include "App/SubscriptionTexts.h"
 
 #include <QCoreApplication>
 
