@@ -21,7 +21,7 @@ printf 'printf "%%s\\n" "$XDG_ACTIVATION_TOKEN" >%s/tokens\n' "$run" >>"$run/ope
 echo StartupNotify=true >>"$XDG_DATA_HOME/applications/recorder.desktop"
 used_before
 start "$BIN/mivora"
-await mivora agenda || fail "the program starts"
+gdbus wait --session --timeout 30 app.kelo.Mivora || fail "the program starts"
 
 is_active() { xdotool getactivewindow getwindowname | grep -q "^$1"; }
 for opening in first second; do

@@ -38,7 +38,7 @@ export MIVORA_PLATFORM=xcb
 record_links
 used_before
 start "$BIN/mivora"
-await mivora agenda || fail "the program starts"
+gdbus wait --session --timeout 30 app.kelo.Mivora || fail "the program starts"
 
 panel() { xdotool search --onlyvisible --class mivora; }
 is_hidden() { ! panel; }

@@ -19,7 +19,8 @@ namespace {
 constexpr const char *activationVariable = "XDG_ACTIVATION_TOKEN";
 
 /// Tells GIO, on whatever thread it starts a program, what the program may come to the front with: to be put
-/// into the environment, into a call over the bus, or into the portal's options.
+/// into the environment, into a call over the bus, or into the portal's options. The desktop must know of the
+/// start before the program that runs already asks with that token: nothing is started until it was told.
 char *startupId(GAppLaunchContext *context, GAppInfo *handler, GList *)
 {
     char **environment = KELO_GIO(g_app_launch_context_get_environment)(context);
@@ -28,7 +29,7 @@ char *startupId(GAppLaunchContext *context, GAppInfo *handler, GList *)
     const QByteArray name(handler ? KELO_GIO(g_app_info_get_name)(handler) : "");
     QMetaObject::invokeMethod(
         QCoreApplication::instance(), [token = QByteArray(id), name] { announceLaunch(token, name); },
-        Qt::QueuedConnection);
+        Qt::BlockingQueuedConnection);
     return id;
 }
 
