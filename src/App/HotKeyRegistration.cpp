@@ -3,35 +3,14 @@
 #include "Platform/SystemLog.h"
 #include "Preferences/Preferences.h"
 
+#include <QMetaEnum>
+
 namespace mivora {
 
 namespace {
 
 using kelo::HotKeyState;
 using enum HotKeyState::Kind;
-
-QLatin1String logged(HotKeyState::Kind kind)
-{
-    switch (kind) {
-    case off:
-        return QLatin1String("off");
-    case waiting:
-        return QLatin1String("waiting for the desktop");
-    case registered:
-        return QLatin1String("registered");
-    case cancelled:
-        return QLatin1String("declined by the user");
-    case refused:
-        return QLatin1String("refused by the desktop");
-    case ended:
-        return QLatin1String("ended by the desktop");
-    case taken:
-        return QLatin1String("in use elsewhere");
-    case impossible:
-        return QLatin1String("not possible in this session; bind \"mivora join\" in the compositor");
-    }
-    return {};
-}
 
 } // namespace
 
@@ -99,7 +78,8 @@ void HotKeyRegistration::setState(const HotKeyState &state)
         return;
     m_state = state;
     const QString keys = state.keys.isEmpty() ? QString() : QLatin1String(": ") + state.keys;
-    writeToSystemLog(QLatin1String("Mivora: shortcut ") + logged(state.kind) + keys);
+    const auto *kind = QMetaEnum::fromType<HotKeyState::Kind>().valueToKey(int(state.kind));
+    writeToSystemLog(QLatin1String("Mivora: shortcut ") + QLatin1String(kind) + keys);
     Q_EMIT stateChanged();
 }
 

@@ -1,9 +1,7 @@
 #include "KeloHotkey/CompositorBinding.h"
 
-#include "KeloHotkey/KeyboardLayout.h"
-
 #include <algorithm>
-#include <array>
+#include <iterator>
 
 namespace kelo {
 
@@ -12,59 +10,32 @@ namespace {
 struct Compositor
 {
     /// In XDG_CURRENT_DESKTOP, or a variable that it sets.
-    QLatin1String desktop;
-    const char *variable = nullptr;
-    QLatin1String file;
-    /// Of command, control, option and shift.
-    std::array<QLatin1String, 4> modifiers;
-    QLatin1Char separator{' '};
-    /// %1 are the modifiers, %2 the key, %3 the command.
-    QLatin1String line;
-    /// The words of the command are in quotation marks of their own.
-    bool quotesWords = false;
+    const char *desktop;
+    const char *variable;
+    const char *file;
+    /// Of control, option, shift and command, and what stands between them.
+    const char *modifiers;
+    char separator;
+    /// %1 are the modifiers, %2 the key, %3 the command, %4 its words in quotation marks.
+    const char *line;
 };
 
-constexpr std::array compositors{
-    Compositor{QLatin1String("sway"),
-               "SWAYSOCK",
-               QLatin1String("~/.config/sway/config"),
-               {QLatin1String("Mod4"), QLatin1String("Ctrl"), QLatin1String("Mod1"), QLatin1String("Shift")},
-               QLatin1Char('+'),
-               QLatin1String("bindsym %1+%2 exec %3")},
-    Compositor{QLatin1String("Hyprland"),
-               "HYPRLAND_INSTANCE_SIGNATURE",
-               QLatin1String("~/.config/hypr/hyprland.conf"),
-               {QLatin1String("SUPER"), QLatin1String("CTRL"), QLatin1String("ALT"), QLatin1String("SHIFT")},
-               QLatin1Char(' '),
-               QLatin1String("bind = %1, %2, exec, %3")},
-    Compositor{QLatin1String("niri"),
-               "NIRI_SOCKET",
-               QLatin1String("~/.config/niri/config.kdl (binds)"),
-               {QLatin1String("Super"), QLatin1String("Ctrl"), QLatin1String("Alt"), QLatin1String("Shift")},
-               QLatin1Char('+'),
-               QLatin1String("%1+%2 { spawn %3; }"),
-               true},
-    Compositor{QLatin1String("labwc"),
-               "LABWC_PID",
-               QLatin1String("~/.config/labwc/rc.xml (keyboard)"),
-               {QLatin1String("W"), QLatin1String("C"), QLatin1String("A"), QLatin1String("S")},
-               QLatin1Char('-'),
-               QLatin1String("<keybind key=\"%1-%2\"><action name=\"Execute\" command=\"%3\"/></keybind>")},
-    Compositor{
-        QLatin1String("river"),
-        "",
-        QLatin1String("~/.config/river/init"),
-        {QLatin1String("Super"), QLatin1String("Control"), QLatin1String("Alt"), QLatin1String("Shift")},
-        QLatin1Char('+'),
-        QLatin1String("riverctl map normal %1 %2 spawn '%3'")},
+constexpr Compositor compositors[] = {
+    {"sway", "SWAYSOCK", "~/.config/sway/config", "Ctrl Mod1 Shift Mod4", '+', "bindsym %1+%2 exec %3"},
+    {"Hyprland", "HYPRLAND_INSTANCE_SIGNATURE", "~/.config/hypr/hyprland.conf", "CTRL ALT SHIFT SUPER", ' ',
+     "bind = %1, %2, exec, %3"},
+    {"niri", "NIRI_SOCKET", "~/.config/niri/config.kdl (binds)", "Ctrl Alt Shift Super", '+',
+     "%1+%2 { spawn %4; }"},
+    {"labwc", "LABWC_PID", "~/.config/labwc/rc.xml (keyboard)", "C A S W", '-',
+     "<keybind key=\"%1-%2\"><action name=\"Execute\" command=\"%3\"/></keybind>"},
+    {"river", "", "~/.config/river/init", "Control Alt Shift Super", '+',
+     "riverctl map normal %1 %2 spawn '%3'"},
 };
-
-constexpr std::array modifierBits{commandKey, controlKey, optionKey, shiftKey};
 
 bool isRunning(const Compositor &compositor)
 {
     const QStringList desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':'));
-    return desktops.contains(compositor.desktop, Qt::CaseInsensitive) ||
+    return desktops.contains(QLatin1String(compositor.desktop), Qt::CaseInsensitive) ||
            qEnvironmentVariableIsSet(compositor.variable);
 }
 
@@ -73,19 +44,20 @@ bool isRunning(const Compositor &compositor)
 CompositorBinding compositorBinding(const HotKeyCombo &combo, const QString &command)
 {
     const auto *compositor = std::ranges::find_if(compositors, isRunning);
-    const QString key = KeyboardLayout::symbolName(std::uint16_t(combo.keyCode));
-    if (compositor == compositors.end() || key.isEmpty())
+    QStringList keys =
+        compositor == std::end(compositors) ? QStringList() : combo.keysIn(compositor->modifiers);
+    if (keys.isEmpty())
         return {{}, command};
-    QStringList modifiers;
-    for (std::size_t i = 0; i < modifierBits.size(); ++i) {
-        if (combo.modifiers & modifierBits[i])
-            modifiers.append(compositor->modifiers[i]);
-    }
-    QString words = command;
-    if (compositor->quotesWords)
-        words = QLatin1Char('"') + words.replace(QLatin1Char(' '), QLatin1String("\" \"")) + QLatin1Char('"');
-    return {compositor->file,
-            QString(compositor->line).arg(modifiers.join(compositor->separator), key, words)};
+    const QString key = keys.takeLast();
+    // The logo comes first by custom.
+    if (combo.modifiers & commandKey)
+        keys.prepend(keys.takeLast());
+    const QString words = QString(command).replace(QLatin1Char(' '), QLatin1String("\" \""));
+    return {QLatin1String(compositor->file),
+            QString(QLatin1String(compositor->line))
+                .replace(QLatin1String("%4"), QLatin1Char('"') + words + QLatin1Char('"'))
+                .replace(QLatin1String("%3"), command)
+                .arg(keys.join(QLatin1Char(compositor->separator)), key)};
 }
 
 } // namespace kelo

@@ -5,9 +5,9 @@
 #include <QCoreApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <array>
 #include <cmath>
 #include <limits>
-#include <span>
 
 namespace kelo {
 
@@ -27,44 +27,22 @@ struct ModifierForm
     std::uint32_t bit;
     Qt::KeyboardModifier held;
     char16_t symbol;
-};
-
-// In the order in which they are shown.
-constexpr ModifierForm modifierForms[] = {
-    {controlKey, Qt::ControlModifier, u'⌃'},
-    {optionKey, Qt::AltModifier, u'⌥'},
-    {shiftKey, Qt::ShiftModifier, u'⇧'},
-    {commandKey, Qt::MetaModifier, u'⌘'},
-};
-
-struct ModifierName
-{
-    std::uint32_t bit;
+    /// In the context that Qt has for the words of menus.
     const char *name;
 };
 
-// Like those of menus, in the context that Qt has for them.
-constexpr ModifierName namesOfGtk[] = {
-    {shiftKey, QT_TRANSLATE_NOOP("QShortcut", "Shift")},
-    {controlKey, QT_TRANSLATE_NOOP("QShortcut", "Ctrl")},
-    {optionKey, QT_TRANSLATE_NOOP("QShortcut", "Alt")},
-    {commandKey, QT_TRANSLATE_NOOP("QShortcut", "Super")},
-};
-constexpr ModifierName namesOfQt[] = {
-    {commandKey, QT_TRANSLATE_NOOP("QShortcut", "Meta")},
-    {controlKey, "Ctrl"},
-    {optionKey, "Alt"},
-    {shiftKey, "Shift"},
+// In the order in which the symbols are shown.
+constexpr std::array modifierForms{
+    ModifierForm{controlKey, Qt::ControlModifier, u'⌃', QT_TRANSLATE_NOOP("QShortcut", "Ctrl")},
+    ModifierForm{optionKey, Qt::AltModifier, u'⌥', QT_TRANSLATE_NOOP("QShortcut", "Alt")},
+    ModifierForm{shiftKey, Qt::ShiftModifier, u'⇧', QT_TRANSLATE_NOOP("QShortcut", "Shift")},
+    ModifierForm{commandKey, Qt::MetaModifier, u'⌘', QT_TRANSLATE_NOOP("QShortcut", "Super")},
 };
 
 // Each toolkit has its order, and its name for the key with the logo.
-std::span<const ModifierName> modifierNames()
-{
-    const auto desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':'));
-    if (desktops.contains(QLatin1String("KDE")) || desktops.contains(QLatin1String("LXQt")))
-        return namesOfQt;
-    return namesOfGtk;
-}
+constexpr std::array orderOfGtk{2, 0, 1, 3};
+constexpr std::array orderOfQt{3, 0, 1, 2};
+constexpr const char *commandOfQt = QT_TRANSLATE_NOOP("QShortcut", "Meta");
 
 std::uint16_t keyCodeOf(const HotKeyCombo &combo)
 {
@@ -98,12 +76,29 @@ QStringList HotKeyCombo::keyCaps() const
 
 QStringList HotKeyCombo::keyNames() const
 {
+    const auto desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':'));
+    const bool isQt = desktops.contains(QLatin1String("KDE")) || desktops.contains(QLatin1String("LXQt"));
     QStringList names;
-    for (const ModifierName &modifier : modifierNames()) {
-        if (modifiers & modifier.bit)
-            names.append(QCoreApplication::translate("QShortcut", modifier.name));
+    for (const int index : isQt ? orderOfQt : orderOfGtk) {
+        const auto &[bit, held, symbol, name] = modifierForms.at(std::size_t(index));
+        if (modifiers & bit)
+            names.append(
+                QCoreApplication::translate("QShortcut", isQt && bit == commandKey ? commandOfQt : name));
     }
     return names << KeyboardLayout::name(keyCodeOf(*this));
+}
+
+QStringList HotKeyCombo::keysIn(const char *modifierNames) const
+{
+    const QString key = KeyboardLayout::symbolName(std::uint16_t(keyCode));
+    if (key.isEmpty())
+        return {};
+    QStringList keys = QString::fromLatin1(modifierNames).split(QLatin1Char(' '));
+    for (qsizetype i = keys.size() - 1; i >= 0; --i) {
+        if (!(modifiers & modifierForms.at(std::size_t(i)).bit))
+            keys.removeAt(i);
+    }
+    return keys << key;
 }
 
 QString HotKeyCombo::displayString() const

@@ -52,6 +52,11 @@ struct HotKeyCombo
     /// The names in one text: "Ctrl+Alt+J".
     QString text() const { return keyNames().join(QLatin1Char('+')); }
 
+    /// The keys as programs read them: the modifiers by these names of control, option, shift and command,
+    /// "CTRL ALT SHIFT LOGO", then the XKB name of what the key types on the user's layout. Empty for a key
+    /// without such a name.
+    QStringList keysIn(const char *modifierNames) const;
+
     /// {"keyCode":9,"modifiers":768}
     QByteArray toJson() const;
 

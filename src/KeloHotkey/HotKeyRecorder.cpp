@@ -7,7 +7,6 @@
 
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QTimer>
 #include <QWindow>
 #include <chrono>
 
@@ -51,13 +50,6 @@ bool isShortcut(const HotKeyCombo &combo)
     return !isShiftAtMost && !isReserved(combo);
 }
 
-void ungrabKeyboard()
-{
-    const X11Connection x11;
-    xcb_ungrab_keyboard(x11.get(), XCB_CURRENT_TIME);
-    x11.flush();
-}
-
 // Desktops turn the server's bell into their alert sound.
 void ringBell()
 {
@@ -71,56 +63,14 @@ void ringBell()
 
 } // namespace
 
-/// While it lives, all keys of an X display go to one window, those included that the window manager would
-/// act on, such as the ones that close a window. Does nothing where the application has no X display.
-///
-/// A grab left alone would keep the screen from being locked, so it ends by itself after half a minute
-/// without a key.
-class KeyboardGrab final
-{
-public:
-    /// `window` has the keyboard's focus.
-    explicit KeyboardGrab(const QWindow &window)
-    {
-        if (!X11Connection::isAvailable())
-            return;
-        const X11Connection x11;
-        // Of the window with the focus: a grab of another one would be told to Qt as a loss of the focus.
-        const auto cookie = xcb_grab_keyboard(x11.get(), true, xcb_window_t(window.winId()), XCB_CURRENT_TIME,
-                                              XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-        // Refused while another program has a grab: then the window manager's keys stay its own.
-        xcb_discard_reply(x11.get(), cookie.sequence);
-        x11.flush();
-        m_limit.setSingleShot(true);
-        m_limit.callOnTimeout(ungrabKeyboard);
-        m_limit.start(std::chrono::seconds(30));
-    }
-
-    ~KeyboardGrab()
-    {
-        if (m_limit.isActive())
-            ungrabKeyboard();
-    }
-    Q_DISABLE_COPY_MOVE(KeyboardGrab)
-
-    /// To be called for each key.
-    void prolong()
-    {
-        if (m_limit.isActive())
-            m_limit.start();
-    }
-
-private:
-    /// Runs while the keyboard is grabbed.
-    QTimer m_limit;
-};
-
 HotKeyRecorder::HotKeyRecorder(HotKeyService &service, const HotKeyCombo &combo,
                                const HotKeyCombo &defaultCombo, QObject *parent)
     : QObject(parent), beep(ringBell), m_service(&service), m_combo(combo), m_defaultCombo(defaultCombo)
 {
     KeyboardLayout::onChange(this, [this] { Q_EMIT keyCapsChanged(); });
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &HotKeyRecorder::updateGrab);
+    m_grabLimit.setSingleShot(true);
+    connect(&m_grabLimit, &QTimer::timeout, this, [this] { m_grabbing->setKeyboardGrabEnabled(false); });
 }
 
 HotKeyRecorder::~HotKeyRecorder()
@@ -199,8 +149,8 @@ bool HotKeyRecorder::eventFilter(QObject *watched, QEvent *event)
 
 void HotKeyRecorder::judge(const QKeyEvent &key)
 {
-    if (m_grab)
-        m_grab->prolong();
+    if (m_grabLimit.isActive())
+        m_grabLimit.start();
     // What a held key repeats was judged when it went down.
     if (key.isAutoRepeat())
         return;
@@ -223,19 +173,29 @@ void HotKeyRecorder::choose(const HotKeyCombo &combo)
     Q_EMIT comboChosen(combo);
 }
 
+// A grab takes all keys of an X display, those included that the window manager would act on, such as the
+// ones that close a window. It is that of the window with the focus: one of another would be a loss of the
+// focus to Qt. Left alone it would keep the screen from being locked, so it ends by itself after half a
+// minute without a key.
 void HotKeyRecorder::updateGrab()
 {
-    const QWindow *window = QGuiApplication::focusWindow();
+    QWindow *window = QGuiApplication::focusWindow();
     const bool wantsKeys = m_recording && window;
-    if (wantsKeys == bool(m_grab) || !m_service)
+    if (wantsKeys == m_hasKeys || !m_service)
         return;
-    if (wantsKeys) {
-        m_service->suspend();
-        m_grab = std::make_unique<KeyboardGrab>(*window);
-    } else {
-        m_grab.reset();
-        m_service->resume();
+    m_hasKeys = wantsKeys;
+    if (!wantsKeys) {
+        if (m_grabbing && m_grabLimit.isActive())
+            m_grabbing->setKeyboardGrabEnabled(false);
+        m_grabLimit.stop();
+        return m_service->resume();
     }
+    m_service->suspend();
+    // Refused while another program has a grab: then the window manager's keys stay its own.
+    if (!X11Connection::isAvailable() || !window->setKeyboardGrabEnabled(true))
+        return;
+    m_grabbing = window;
+    m_grabLimit.start(std::chrono::seconds(30));
 }
 
 } // namespace kelo

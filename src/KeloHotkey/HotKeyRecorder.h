@@ -4,15 +4,15 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QTimer>
+#include <QWindow>
 #include <functional>
-#include <memory>
 
 class QKeyEvent;
 
 namespace kelo {
 
 class HotKeyService;
-class KeyboardGrab;
 
 /// Records a shortcut from the keyboard; HotKeyRecorder.qml shows it. Main thread only.
 ///
@@ -84,8 +84,11 @@ private:
     HotKeyCombo m_combo;
     HotKeyCombo m_defaultCombo;
     bool m_recording = false;
-    /// While it records and one of the program's windows has the keyboard.
-    std::unique_ptr<KeyboardGrab> m_grab;
+    /// It records and one of the program's windows has the keyboard; on an X display that one keeps it until
+    /// the limit.
+    bool m_hasKeys = false;
+    QPointer<QWindow> m_grabbing;
+    QTimer m_grabLimit;
 };
 
 } // namespace kelo

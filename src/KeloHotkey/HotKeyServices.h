@@ -17,24 +17,9 @@ struct HotKeyPurpose
     QString command;
 };
 
-/// The ways to register global shortcuts.
-enum class HotKeyServiceKind { X11Grabs, Portal, None };
-
-/// What the choice of a service depends on.
-struct HotKeyEnvironment
-{
-    /// The application's windows are on an X server.
-    bool isOnX11 = false;
-    /// The session's compositor speaks Wayland, so an X server in it sees no keys of native windows.
-    bool isWaylandSession = false;
-    /// MIVORA_HOTKEY: "x11", "portal" or "none" overrules; anything else doesn't count.
-    QByteArray overrule;
-};
-
-/// X11 grabs where they see every key, the portal in Wayland sessions.
-HotKeyServiceKind chooseHotKeyService(const HotKeyEnvironment &environment);
-
-/// The service for the running application. Never null.
+/// The service for the running application: X11 grabs where they see every key, the portal in Wayland
+/// sessions, where an X server sees no keys of native windows. MIVORA_HOTKEY, "x11", "portal" or "none",
+/// overrules that; any other text doesn't count. Never null.
 std::unique_ptr<HotKeyService> makeHotKeyService(const HotKeyPurpose &purpose);
 
 } // namespace kelo

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMetaType>
 #include <QString>
 
 namespace kelo {
@@ -7,6 +8,10 @@ namespace kelo {
 /// How it stands with a global shortcut.
 struct HotKeyState
 {
+    Q_GADGET
+
+public:
+    /// The log has it by these names.
     enum class Kind {
         /// None is registered, but one could be.
         off,
@@ -25,6 +30,7 @@ struct HotKeyState
         /// Programs can have none in this session.
         impossible,
     };
+    Q_ENUM(Kind)
 
     Kind kind = Kind::off;
     /// Of one that is registered or taken: its keys in the words of the desktop. Empty when no keys are bound

@@ -1,12 +1,9 @@
 #include "KeloHotkey/KeyboardLayout.h"
 
 #include "KeloHotkey/VirtualKeys.h"
-#include "KeloHotkey/backends/LatinLayout.h"
-#include "KeloHotkey/backends/X11Keyboard.h"
-#include "Platform/linux/X11Connection.h"
+#include "KeloHotkey/backends/Keyboard.h"
 
 #include <QCoreApplication>
-#include <QPointer>
 #include <algorithm>
 #include <iterator>
 
@@ -71,44 +68,11 @@ bool isOnKeypad(std::uint16_t keyCode)
     return keyCode >= 65 && keyCode <= 95 && keyCode != 93 && keyCode != 94;
 }
 
-/// Keeps the application's layout until the keyboard changes.
-class CurrentLayout final : public QObject
-{
-public:
-    explicit CurrentLayout(QObject *application) : QObject(application)
-    {
-        connect(&keyboard, &X11Keyboard::changed, this, [this] { m_layout.reset(); });
-    }
-
-    /// That of the application, made with the first use.
-    static CurrentLayout &instance()
-    {
-        static QPointer<CurrentLayout> current;
-        if (!current)
-            current = new CurrentLayout(QCoreApplication::instance());
-        return *current;
-    }
-
-    const LatinLayout &layout()
-    {
-        if (!m_layout)
-            m_layout = mivora::X11Connection::isAvailable()
-                           ? LatinLayout::fromDisplay(mivora::X11Connection().get())
-                           : LatinLayout::fromNames();
-        return *m_layout;
-    }
-
-    X11Keyboard keyboard;
-
-private:
-    std::optional<LatinLayout> m_layout;
-};
-
 } // namespace
 
 std::optional<QString> character(std::uint16_t keyCode)
 {
-    return CurrentLayout::instance().layout().character(keyCode);
+    return Keyboard::instance().layout().character(keyCode);
 }
 
 QString displayName(std::uint16_t keyCode)
@@ -145,12 +109,12 @@ std::optional<std::uint16_t> keyCode(const QString &forCharacters)
 
 QString symbolName(std::uint16_t keyCode)
 {
-    return CurrentLayout::instance().layout().symbolName(keyCode);
+    return Keyboard::instance().layout().symbolName(keyCode);
 }
 
 void onChange(QObject *context, const std::function<void()> &changed)
 {
-    QObject::connect(&CurrentLayout::instance().keyboard, &X11Keyboard::changed, context, changed);
+    QObject::connect(&Keyboard::instance(), &Keyboard::changed, context, changed);
 }
 
 } // namespace kelo::KeyboardLayout

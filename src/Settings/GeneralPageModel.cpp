@@ -44,11 +44,6 @@ template<typename List, typename Value> int indexIn(const List &choices, const V
     return found == choices.end() ? -1 : int(found - choices.begin());
 }
 
-template<typename List> bool hasIndex(const List &choices, int index)
-{
-    return index >= 0 && index < int(choices.size());
-}
-
 template<typename List, typename Value> QStringList texts(const List &choices, QString (*text)(Value))
 {
     QStringList list;
@@ -72,6 +67,7 @@ GeneralPageModel::GeneralPageModel(Preferences &prefs, kelo::HotKeyService &serv
     connect(&m_prefs, &Preferences::launchAtLoginFailed, this, &GeneralPageModel::reload,
             Qt::QueuedConnection);
     connect(&m_recorder, &kelo::HotKeyRecorder::comboChosen, this, &GeneralPageModel::chooseHotKey);
+    connect(&m_recorder, &kelo::HotKeyRecorder::keyCapsChanged, this, &GeneralPageModel::hotKeyChanged);
 }
 
 void GeneralPageModel::begin()
@@ -131,8 +127,7 @@ int GeneralPageModel::leadMinutesIndex() const
 
 void GeneralPageModel::setLeadMinutesIndex(int index)
 {
-    if (hasIndex(Preferences::leadMinuteChoices, index))
-        m_prefs.setLeadMinutes(Preferences::leadMinuteChoices.at(std::size_t(index)));
+    m_prefs.setLeadMinutes(Preferences::leadMinuteChoices.at(std::size_t(index)));
 }
 
 QString GeneralPageModel::leadMinutesText() const
@@ -152,8 +147,7 @@ int GeneralPageModel::panelCornerIndex() const
 
 void GeneralPageModel::setPanelCornerIndex(int index)
 {
-    if (hasIndex(allPanelCorners, index))
-        m_prefs.setPanelCorner(allPanelCorners.at(std::size_t(index)));
+    m_prefs.setPanelCorner(allPanelCorners.at(std::size_t(index)));
 }
 
 void GeneralPageModel::setUseHotKey(bool use)

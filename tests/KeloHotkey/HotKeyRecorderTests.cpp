@@ -125,19 +125,6 @@ TEST_F(HotKeyRecorderTest, takesTheKeyboardFromTheWindowManagerAndFromShortcutsW
     EXPECT_FALSE(m_service.isSuspended);
 }
 
-TEST_F(HotKeyRecorderTest, goesBackToTheDefaultUnlessItRecords)
-{
-    m_recorder.setCombo({9, controlKey});
-    m_recorder.toggle();
-    m_recorder.reset();
-    EXPECT_EQ(m_outcome, QString()) << "nobody chose anything yet";
-    m_recorder.toggle();
-    EXPECT_TRUE(m_recorder.canReset());
-    m_recorder.reset();
-    EXPECT_EQ(m_outcome, QStringLiteral("⇧⌘J"));
-    EXPECT_FALSE(m_recorder.canReset());
-}
-
 TEST_F(HotKeyRecorderTest, namesKeysAsTheKeyboardDoes)
 {
     // Names are asked for in between, so that only the event can bring the new ones.

@@ -4,20 +4,26 @@
 #include "support/FakePortal.h"
 #include "support/PrivateBus.h"
 
+#include <QDir>
+#include <QProcess>
 #include <QtCore/qtestsupport_core.h>
-#include <gtest/gtest.h>
+#include <fstream>
+#include <gmock/gmock.h>
 
 using namespace kelo;
 using support::FakePortal;
-using enum FakePortal::Shortcuts;
+using namespace std::chrono_literals;
+using namespace testing;
+
+const QString trigger = QStringLiteral("preferred_trigger");
 
 class PortalServiceTest : public testing::Test
 {
 protected:
-    void startPortal(FakePortal::Shortcuts shortcuts)
+    void startPortal(bool hasShortcuts = true)
     {
         m_portal.reset();
-        m_portal = std::make_unique<FakePortal>(m_bus.connection(), shortcuts);
+        m_portal = std::make_unique<FakePortal>(m_bus.connection(), hasShortcuts);
     }
 
     std::unique_ptr<HotKey> create(const HotKeyCombo &combo = HotKeyCombo::defaultCombo)
@@ -46,26 +52,27 @@ protected:
 
 TEST_F(PortalServiceTest, bindsOneShortcutByItsNameAndFiresUnlessItIsSuspended)
 {
-    startPortal(Present);
+    startPortal();
     makeService();
     auto hotKey = create();
     EXPECT_FALSE(create());
     EXPECT_FALSE(create({400, commandKey}));
     ASSERT_TRUE(areBound(1));
-    const FakePortal::Bound bound = m_portal->bound[0];
-    EXPECT_EQ(QStringList({bound.name, bound.description, bound.trigger}).join(u' '),
-              QStringLiteral("join Join SHIFT+LOGO+v"));
+    const auto [session, shortcut] = m_portal->bound[0];
+    EXPECT_EQ(shortcut.name, m_purpose.name);
+    EXPECT_EQ(shortcut.properties.value(QStringLiteral("description")), m_purpose.description);
+    EXPECT_EQ(shortcut.properties.value(trigger), QStringLiteral("SHIFT+LOGO+v"));
 
-    m_portal->activate(bound.session);
+    m_portal->activate(session);
     EXPECT_TRUE(QTest::qWaitFor([&] { return m_runs == 1; }));
     m_portal->activate(QStringLiteral("/org/freedesktop/portal/desktop/session/someone/else"));
     m_service->suspend();
-    m_portal->activate(bound.session);
+    m_portal->activate(session);
     // Its session comes after all that the portal has told before.
     auto other = create({11, controlKey | optionKey});
     ASSERT_TRUE(areBound(2));
-    EXPECT_EQ(m_portal->bound[1].name + m_portal->bound[1].trigger, QStringLiteral("joinCTRL+ALT+b"));
-    EXPECT_EQ(m_portal->closed, QStringList{bound.session}) << "it takes the place of the first";
+    EXPECT_EQ(m_portal->bound[1].shortcut.properties.value(trigger), QStringLiteral("CTRL+ALT+b"));
+    EXPECT_EQ(m_portal->closed, QStringList{session}) << "it takes the place of the first";
     EXPECT_EQ(m_runs, 1);
     m_service->resume();
     hotKey.reset();
@@ -82,48 +89,51 @@ TEST_F(PortalServiceTest, bindsOneShortcutByItsNameAndFiresUnlessItIsSuspended)
 TEST_F(PortalServiceTest, tellsWhatTheDesktopAnsweredAndWhatItHasBound)
 {
     using enum HotKeyState::Kind;
-    const auto none = std::optional<QString>();
+    constexpr std::chrono::milliseconds atOnce = 1h;
+    constexpr std::chrono::milliseconds later = 0ms;
+    const auto bound = [](const char *keys) {
+        return HotKeyState{registered, QLatin1String(keys), true, true};
+    };
 
     const struct
     {
         const char *name;
         uint session;
         uint answer;
-        std::optional<QString> keys;
+        const char *keys;
         HotKeyState state;
+        std::chrono::milliseconds when = atOnce;
     } rows[] = {
-        {"yes", 0, 0, QStringLiteral("Ctrl+X"), {registered, QStringLiteral("Ctrl+X"), true, true}},
-        {"yes, as GNOME writes it",
-         0,
-         0,
-         QStringLiteral("Press <Control><Alt>j"),
-         {registered, QStringLiteral("Ctrl+Alt+J"), true, true}},
-        {"yes, without keys", 0, 0, QString(), {registered, {}, true, true}},
-        {"no, but it is bound", 0, 2, QStringLiteral("Y"), {registered, QStringLiteral("Y"), true, true}},
-        {"yes, but it is not bound", 0, 0, none, {refused}},
-        {"no", 0, 2, none, {refused}},
-        {"cancelled", 0, 1, none, {cancelled}},
-        {"no session", 2, 0, none, {refused}},
+        {"yes", 0, 0, "Ctrl+X", bound("Ctrl+X")},
+        {"yes, as GNOME writes it", 0, 0, "Press <Control><Alt>j", bound("Ctrl+Alt+J")},
+        {"yes, without keys", 0, 0, "", bound("")},
+        {"no, but it is bound", 0, 2, "+", bound("+")},
+        {"yes, but it is not bound", 0, 0, nullptr, {refused}},
+        {"failed", 0, 2, nullptr, {refused}},
+        {"cancelled", 0, 1, nullptr, {cancelled}},
+        {"cancelled, as GNOME says it", 0, 2, nullptr, {cancelled}, later},
+        {"no session", 2, 0, nullptr, {refused}, later},
     };
 
-    startPortal(Present);
+    startPortal();
     m_portal->version = 2;
     makeService();
     for (const auto &row : rows) {
         m_portal->sessionResponse = row.session;
         m_portal->shortcutsResponse = row.answer;
-        m_portal->boundKeys = row.keys;
+        m_portal->boundKeys = row.keys ? std::optional(QLatin1String(row.keys)) : std::nullopt;
+        m_service->reactionTime = row.when;
         const auto hotKey = create();
         EXPECT_EQ(m_service->state().kind, waiting);
         EXPECT_TRUE(becomes(row.state)) << row.name << ' ' << m_service->state().keys.toStdString();
     }
 
-    m_portal->sessionResponse = m_portal->shortcutsResponse = 0;
+    m_portal->sessionResponse = 0;
     m_portal->boundKeys = QStringLiteral("Z");
     const auto hotKey = create();
-    EXPECT_TRUE(becomes({registered, QStringLiteral("Z"), true, true}));
+    EXPECT_TRUE(becomes(bound("Z")));
     m_portal->change(m_portal->bound.back().session, QStringLiteral("Q"));
-    EXPECT_TRUE(becomes({registered, QStringLiteral("Q"), true, true}));
+    EXPECT_TRUE(becomes(bound("Q")));
     m_service->configure();
     EXPECT_TRUE(
         QTest::qWaitFor([&] { return m_portal->calls.contains(QStringLiteral("ConfigureShortcuts")); }));
@@ -134,19 +144,62 @@ TEST_F(PortalServiceTest, tellsWhatTheDesktopAnsweredAndWhatItHasBound)
 TEST_F(PortalServiceTest, waitsForAPortalAndBindsAnewWhenItComesBack)
 {
     using enum HotKeyState::Kind;
-    startPortal(Missing);
+    startPortal(false);
     makeService();
     const auto hotKey = create();
     EXPECT_EQ(m_service->state().kind, waiting) << "before the portal has answered";
     EXPECT_TRUE(becomes({impossible}));
-    startPortal(Present);
-    ASSERT_TRUE(areBound(1));
+    startPortal();
     EXPECT_TRUE(becomes({registered, {}, true}));
     m_portal.reset();
     EXPECT_TRUE(becomes({ended}));
-    startPortal(Present);
+    startPortal();
     ASSERT_TRUE(areBound(1));
     EXPECT_EQ(m_portal->calls.first(), QStringLiteral("Register")) << "it forgets whom it knew";
-    m_portal->activate(m_portal->bound[0].session);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return m_runs == 1; }));
+}
+
+TEST_F(PortalServiceTest, makesAKeybindingOfGnomesWhereThePortalHasNoShortcuts)
+{
+    using enum HotKeyState::Kind;
+    const QTemporaryDir folder;
+    ASSERT_EQ(QProcess::execute(QStringLiteral("glib-compile-schemas"),
+                                {QLatin1String("--targetdir=") + folder.path(),
+                                 QStringLiteral(MIVORA_TEST_DATA "/schemas")}),
+              0);
+    for (const char *variable : {"GSETTINGS_SCHEMA_DIR", "XDG_CONFIG_HOME"})
+        qputenv(variable, folder.path().toLocal8Bit());
+    qputenv("GSETTINGS_BACKEND", "keyfile");
+    qputenv("XDG_CURRENT_DESKTOP", "GNOME");
+    EXPECT_TRUE(QDir(folder.path()).mkpath(QStringLiteral("glib-2.0/settings")));
+    const std::string path = folder.filePath(QStringLiteral("glib-2.0/settings/keyfile")).toStdString();
+    const std::string before = "[media]\ncustom-keybindings=['/own/']\n\n[own]\nbinding='<Super>t'\n";
+    std::ofstream(path) << before;
+    const auto settings = [&] {
+        std::ifstream file(path);
+        return std::string(std::istreambuf_iterator(file), {});
+    };
+
+    const HotKeyCombo wanted{38, controlKey | optionKey};
+    const HotKeyState works{registered, QStringLiteral("Ctrl+Alt+J")};
+    startPortal(false);
+    std::unique_ptr<HotKey> hotKey;
+    for (const char *run : {"first", "second"}) {
+        m_service.reset();
+        makeService();
+        hotKey = create(wanted);
+        EXPECT_TRUE(becomes(works)) << run;
+        EXPECT_THAT(settings(), AllOf(HasSubstr("='<Control><Alt>j'"), HasSubstr("KeloHotkeyTests join'")));
+        EXPECT_THAT(settings(), ContainsRegex("=.'/own/', '/[^,]*/mivora-join/'.\n")) << run;
+    }
+    for (const HotKeyCombo &taken : {HotKeyCombo{118, optionKey}, {50, wanted.modifiers}, {17, commandKey}})
+        EXPECT_FALSE(create(taken)) << taken.text().toStdString();
+    m_service->suspend();
+    EXPECT_EQ(m_service->state(), works);
+    m_service->resume();
+    std::string changed = settings();
+    std::ofstream(path) << changed.replace(changed.find("<Alt>j"), 6, "<Alt>k");
+    EXPECT_TRUE(becomes({registered, QStringLiteral("Ctrl+Alt+K"), true})) << "the user has changed it";
+    hotKey.reset();
+    EXPECT_THAT(settings(), StartsWith(before)) << "all is as before";
+    qunsetenv("XDG_CURRENT_DESKTOP");
 }

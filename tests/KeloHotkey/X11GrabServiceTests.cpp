@@ -109,7 +109,7 @@ TEST_F(X11GrabServiceTest, holdsWhatNobodyElseHoldsAndLeavesNothingBehind)
     EXPECT_FALSE(create({63, commandKey})) << "no key of an X server";
 }
 
-TEST_F(X11GrabServiceTest, letsTheKeysThroughWhileSuspended)
+TEST_F(X11GrabServiceTest, letsTheKeysThroughWhileSuspendedAndGetsThemBack)
 {
     const auto hotKey = create();
     m_service.suspend();
@@ -117,8 +117,16 @@ TEST_F(X11GrabServiceTest, letsTheKeysThroughWhileSuspended)
     ASSERT_TRUE(recorded);
     tap(shiftSuperV);
     tap({KEY_LEFTCTRL, KEY_B});
-    EXPECT_TRUE(OtherClient().grab(xKeyV, shiftAndSuper));
-    m_service.resume();
+    {
+        OtherClient other;
+        EXPECT_TRUE(other.grab(KEY_B + 8, XCB_MOD_MASK_CONTROL));
+        m_service.resume();
+        EXPECT_EQ(m_service.state(), (HotKeyState{HotKeyState::Kind::taken, QStringLiteral("Ctrl+B")}));
+    }
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        m_service.retry();
+        return m_service.state().kind == HotKeyState::Kind::registered;
+    })) << "it is free again";
     EXPECT_EQ(runsAfter(shiftSuperV), 1);
     EXPECT_EQ(runsAfter({KEY_LEFTCTRL, KEY_B}), 1);
 }

@@ -50,15 +50,6 @@ TEST(OnboardingModel, offersToSkipWhatIsNotComplete)
     EXPECT_FALSE(model.canSkip()) << "what waits for nothing isn't skipped";
 }
 
-TEST(OnboardingModel, movesLikeASpringThatPassesItsEndOnceByALittle)
-{
-    const QEasingCurve curve = OnboardingModel().motion();
-    // Half of the undamped period, and of the damped one: a damping of 0.85 passes the end by
-    // exp(-pi * 0.85 / sqrt(1 - 0.85^2)).
-    for (const auto &[seconds, way] : {std::pair(0.0, 0.0), {0.25, 0.8945}, {0.4746, 1.0063}, {0.65, 1.0}})
-        EXPECT_NEAR(curve.valueForProgress(seconds / 0.65), way, 0.0005) << seconds;
-}
-
 TEST(OnboardingWindowController, finishesOnceHoweverTheUserEndsItsWindow)
 {
     for (const bool isByTheButton : {true, false}) {

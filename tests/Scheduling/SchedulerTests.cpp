@@ -59,14 +59,6 @@ TEST_F(SchedulerTest, tomorrowIsShownInTheEveningWhenNothingIsLeft)
     }
 }
 
-TEST_F(SchedulerTest, meetingsAreSortedByStartThenTitle)
-{
-    source.events = {makeMeeting("Late", ten + Seconds(1)), makeMeeting("b", ten), makeMeeting("Same", ten),
-                     makeMeeting("Zoë", ten), makeMeeting("Early", ten - Seconds(0.5))};
-    refreshAt(ten - Seconds(60));
-    EXPECT_EQ(titles(scheduler.todaysMeetings()), (Titles{"Early", "Same", "Zoë", "b", "Late"}));
-}
-
 TEST_F(SchedulerTest, onlyEnabledCalendarsAreRead)
 {
     using Selection = std::optional<std::set<std::string>>;

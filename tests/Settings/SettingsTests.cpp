@@ -162,16 +162,6 @@ TEST_F(SettingsTest, picksFromListsWhatThereIs)
     ASSERT_TRUE(view.click(QAccessible::ComboBox, QStringLiteral("Panel position")));
     ASSERT_TRUE(view.click(QAccessible::ListItem, QStringLiteral("Bottom left")));
     EXPECT_EQ(prefs.panelCorner(), PanelCorner::bottomLeft);
-
-    GeneralPageModel page(prefs, service, {}, {});
-    prefs.setLeadMinutes(7);
-    EXPECT_EQ(page.leadMinutesIndex(), -1);
-    page.setLeadMinutesIndex(-1);
-    page.setPanelCornerIndex(4);
-    EXPECT_EQ(prefs.leadMinutes(), 7);
-    EXPECT_EQ(prefs.panelCorner(), PanelCorner::bottomLeft);
-    page.setLeadMinutesIndex(0);
-    EXPECT_EQ(prefs.leadMinutes(), 0);
 }
 
 TEST_F(SettingsTest, isOperatedByTheKeyboardAlone)

@@ -56,8 +56,11 @@ for name in org.freedesktop.portal.Desktop org.freedesktop.Notifications; do
     await gdbus introspect --session --dest "$name" --object-path / || fail "$name appears"
     kill -STOP $!
 done
+start sh -c "exec dbus-monitor --session \"destination='org.freedesktop.portal.Desktop'\" >'$run/asked'"
+await grep -q NameAcquired "$run/asked" || fail "calls of the portal are seen"
 start_program
 patience=10 await tells "Design review" || fail "it starts"
+grep -m1 "^method call" "$run/asked" | grep -q member=Register || fail "it says who it is before it asks"
 event standup "Stand-up" 40
 await has_windows 1 || fail "the panel is shown"
 soon snooze || fail "it obeys"

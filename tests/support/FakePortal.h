@@ -11,7 +11,7 @@
 
 namespace support {
 
-/// A shortcut as the portal tells of it.
+/// A shortcut as the portal and its clients tell of it.
 struct PortalBinding
 {
     QString name;
@@ -25,9 +25,11 @@ struct PortalBinding
         return argument;
     }
 
-    // The type can only be registered with both directions.
-    friend const QDBusArgument &operator>>(const QDBusArgument &argument, PortalBinding &)
+    friend const QDBusArgument &operator>>(const QDBusArgument &argument, PortalBinding &binding)
     {
+        argument.beginStructure();
+        argument >> binding.name >> binding.properties;
+        argument.endStructure();
         return argument;
     }
 };
@@ -36,18 +38,14 @@ struct PortalBinding
 class FakePortal final : public QDBusVirtualObject
 {
 public:
-    enum class Shortcuts { Present, Missing };
-
     struct Bound
     {
         QString session;
-        QString name;
-        QString description;
-        QString trigger;
+        PortalBinding shortcut;
     };
 
-    explicit FakePortal(const QDBusConnection &bus, Shortcuts shortcuts = Shortcuts::Present)
-        : m_bus(bus), m_shortcuts(shortcuts)
+    explicit FakePortal(const QDBusConnection &bus, bool hasShortcuts = true)
+        : m_bus(bus), m_hasShortcuts(hasShortcuts)
     {
         qDBusRegisterMetaType<QMap<QString, QVariantMap>>();
         qDBusRegisterMetaType<PortalBinding>();
@@ -65,37 +63,24 @@ public:
     /// The keys of a session's shortcut are pressed.
     void activate(const QString &session)
     {
-        auto signal = QDBusMessage::createSignal(mivora::portalPath,
-                                                 QStringLiteral("org.freedesktop.portal.GlobalShortcuts"),
-                                                 QStringLiteral("Activated"));
-        m_bus.send(signal << QVariant::fromValue(QDBusObjectPath(session)) << QString() << qulonglong{0}
-                          << QVariantMap());
+        tell("GlobalShortcuts", "Activated",
+             {QVariant::fromValue(QDBusObjectPath(session)), QString(), qulonglong{0}, QVariantMap()});
     }
 
     /// The desktop binds a session's shortcut to other keys.
     void change(const QString &session, const QString &keys)
     {
-        auto signal = QDBusMessage::createSignal(mivora::portalPath,
-                                                 QStringLiteral("org.freedesktop.portal.GlobalShortcuts"),
-                                                 QStringLiteral("ShortcutsChanged"));
-        m_bus.send(signal << QVariant::fromValue(QDBusObjectPath(session)) << boundTo(keys));
+        tell("GlobalShortcuts", "ShortcutsChanged",
+             {QVariant::fromValue(QDBusObjectPath(session)), boundTo(keys)});
     }
 
     /// The desktop ends a session.
-    void close(const QString &session)
-    {
-        m_bus.send(QDBusMessage::createSignal(session, QStringLiteral("org.freedesktop.portal.Session"),
-                                              QStringLiteral("Closed"))
-                   << QVariantMap());
-    }
+    void close(const QString &session) { tell("Session", "Closed", {QVariantMap()}, session); }
 
     /// A setting of the group has changed.
     void changeSetting(const QString &group, const QString &key, const QVariant &value)
     {
-        auto signal =
-            QDBusMessage::createSignal(mivora::portalPath, QStringLiteral("org.freedesktop.portal.Settings"),
-                                       QStringLiteral("SettingChanged"));
-        m_bus.send(signal << group << key << QVariant::fromValue(QDBusVariant(value)));
+        tell("Settings", "SettingChanged", {group, key, QVariant::fromValue(QDBusVariant(value))});
     }
 
     QString introspect(const QString &) const override { return {}; }
@@ -103,7 +88,7 @@ public:
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &) override
     {
         calls.append(message.member());
-        if (m_shortcuts == Shortcuts::Missing || message.interface().endsWith(QLatin1String(".Registry")))
+        if (!m_hasShortcuts || message.interface().endsWith(QLatin1String(".Registry")))
             return false;
         m_bus.send(message.createReply(reply(message)));
         return true;
@@ -116,8 +101,7 @@ public:
     std::vector<Bound> bound;
     /// What the user answers to a new session and to a new shortcut, and the keys that the desktop binds it
     /// to: none when it doesn't.
-    uint sessionResponse = 0;
-    uint shortcutsResponse = 0;
+    uint sessionResponse = 0, shortcutsResponse = 0;
     std::optional<QString> boundKeys = QString();
     uint version = 1;
     QStringList closed;
@@ -127,6 +111,15 @@ public:
     uint backgroundResponse = 0;
 
 private:
+    void tell(const char *interface, const char *signal, const QVariantList &arguments,
+              const QString &path = mivora::portalPath)
+    {
+        auto message = QDBusMessage::createSignal(
+            path, QLatin1String("org.freedesktop.portal.") + QLatin1String(interface), QLatin1String(signal));
+        message.setArguments(arguments);
+        m_bus.send(message);
+    }
+
     QVariantList reply(const QDBusMessage &message)
     {
         const QString method = message.member();
@@ -134,7 +127,8 @@ private:
         if (method == QLatin1String("CreateSession"))
             return respond(message, qdbus_cast<QVariantMap>(arguments.at(0)), sessionResponse);
         if (method == QLatin1String("BindShortcuts")) {
-            bind(arguments);
+            bound.push_back({arguments.at(0).value<QDBusObjectPath>().path(),
+                             qdbus_cast<QList<PortalBinding>>(arguments.at(1)).value(0)});
             return respond(message, qdbus_cast<QVariantMap>(arguments.at(3)), shortcutsResponse);
         }
         if (method == QLatin1String("RequestBackground")) {
@@ -148,22 +142,6 @@ private:
             return {};
         }
         return {QVariant::fromValue(QDBusVariant(version))};
-    }
-
-    void bind(const QVariantList &arguments)
-    {
-        Bound shortcut;
-        shortcut.session = arguments.at(0).value<QDBusObjectPath>().path();
-        QVariantMap properties;
-        const auto list = arguments.at(1).value<QDBusArgument>();
-        list.beginArray();
-        list.beginStructure();
-        list >> shortcut.name >> properties;
-        list.endStructure();
-        list.endArray();
-        shortcut.description = properties.value(QStringLiteral("description")).toString();
-        shortcut.trigger = properties.value(QStringLiteral("preferred_trigger")).toString();
-        bound.push_back(shortcut);
     }
 
     /// The response goes out before the call is answered, as the real portal may do it. It says of each
@@ -190,7 +168,7 @@ private:
     {
         QList<PortalBinding> list;
         if (keys && !bound.empty())
-            list.append({bound.back().name, {{QStringLiteral("trigger_description"), *keys}}});
+            list.append({bound.back().shortcut.name, {{QStringLiteral("trigger_description"), *keys}}});
         return QVariant::fromValue(list);
     }
 
@@ -203,7 +181,7 @@ private:
     }
 
     QDBusConnection m_bus;
-    Shortcuts m_shortcuts;
+    bool m_hasShortcuts;
 };
 
 } // namespace support

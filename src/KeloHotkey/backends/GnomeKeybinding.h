@@ -2,53 +2,57 @@
 
 #include "KeloHotkey/HotKeyServices.h"
 
-#include <optional>
+#include <functional>
+#include <memory>
 
 namespace kelo {
 
 class GnomeSettings;
 
-/// A shortcut among the custom keybindings of GNOME's settings daemon, which runs the command of the purpose:
+/// An entry among the custom keybindings of GNOME's settings daemon that runs the command of the purpose:
 /// for versions of GNOME whose portal has no shortcuts, and for desktops that have kept its daemon.
 ///
-/// There is one entry, at a place of its own among those of the user. It stays when the program ends, and is
+/// It is one entry, at a place of its own among those of the user. It stays when the program ends, and is
 /// found again.
-class GnomeKeybinding final : public HotKeyService
+class GnomeKeybinding final
 {
-    Q_OBJECT
-
 public:
-    /// Null where the session has no such keybindings, or a sandbox keeps them away.
-    static std::unique_ptr<GnomeKeybinding> create(const HotKeyPurpose &purpose);
+    /// `changed` is called whenever the user changes something in the settings of the desktop. Null where the
+    /// session has no such keybindings, or a sandbox keeps them away.
+    static std::unique_ptr<GnomeKeybinding> create(const HotKeyPurpose &purpose,
+                                                   std::function<void()> changed = {});
 
-    /// Removes the entry if there is one.
-    static void forget(const HotKeyPurpose &purpose);
+    ~GnomeKeybinding();
+    Q_DISABLE_COPY_MOVE(GnomeKeybinding)
 
-    ~GnomeKeybinding() override;
+    /// Whether there is an entry, from this run of the program or a former one.
+    bool exists() const;
 
-    /// Whether a run of the program has left its entry.
-    bool hasEntry() const;
+    /// Makes the entry, or changes it. False, and nothing is changed, when the desktop uses the combination
+    /// for something else, or it has no name.
+    bool set(const HotKeyCombo &combo);
 
-    bool registerHotKey(const HotKeyCombo &combo, std::uint32_t id) override;
-    void unregisterHotKey(std::uint32_t id) override;
-    void suspend() override;
-    void resume() override;
-    HotKeyState state() const override;
+    /// Takes the keys from the entry, or gives it those of the combination.
+    void setKeys(const std::optional<HotKeyCombo> &combo);
+
+    /// Does nothing when there is no entry.
+    void remove();
+
+    /// How it stands with the entry, which was made for the combination.
+    HotKeyState state(const HotKeyCombo &combo) const;
 
 private:
-    explicit GnomeKeybinding(const HotKeyPurpose &purpose);
+    GnomeKeybinding(const HotKeyPurpose &purpose, std::function<void()> changed);
 
     bool isUsed(const HotKeyCombo &combo) const;
-    void removeEntry();
+    void setEntries(const QStringList &paths);
 
     HotKeyPurpose m_purpose;
+    std::function<void()> m_changed;
     /// The path of the entry.
     QString m_path;
     std::unique_ptr<GnomeSettings> m_daemon;
     std::unique_ptr<GnomeSettings> m_entry;
-    std::optional<HotKeyCombo> m_combo;
-    std::uint32_t m_id = 0;
-    bool m_isSuspended = false;
 };
 
 } // namespace kelo

@@ -65,6 +65,15 @@ std::optional<xkb_layout_index_t> latinIndex(xkb_keymap *keymap, xkb_layout_inde
     return std::nullopt;
 }
 
+// Without names those of XKB_DEFAULT_LAYOUT, else "us".
+xkb_keymap *keymapFromNames(const QByteArray &names)
+{
+    const auto context = newContext();
+    xkb_rule_names wanted{};
+    wanted.layout = names.isEmpty() ? nullptr : names.constData();
+    return context ? xkb_keymap_new_from_names(context.get(), &wanted, XKB_KEYMAP_COMPILE_NO_FLAGS) : nullptr;
+}
+
 // The layout that the user has switched to.
 xkb_layout_index_t activeLayout(xkb_keymap *keymap, xcb_connection_t *connection, std::int32_t device)
 {
@@ -78,26 +87,12 @@ xkb_layout_index_t activeLayout(xkb_keymap *keymap, xcb_connection_t *connection
 
 } // namespace
 
-void LatinLayout::Release::operator()(xkb_keymap *keymap) const
+LatinLayout::LatinLayout(xkb_keymap *keymap, std::uint32_t active) : m_keymap(keymap, &xkb_keymap_unref)
 {
-    xkb_keymap_unref(keymap);
-}
-
-LatinLayout::LatinLayout(Keymap keymap, std::uint32_t active) : m_keymap(std::move(keymap))
-{
-    if (const auto index = latinIndex(m_keymap.get(), active))
+    if (const auto index = latinIndex(keymap, active))
         m_index = *index;
     else
-        m_keymap = keymapFromNames("us");
-}
-
-LatinLayout::Keymap LatinLayout::keymapFromNames(const QByteArray &names)
-{
-    const auto context = newContext();
-    xkb_rule_names wanted{};
-    wanted.layout = names.isEmpty() ? nullptr : names.constData();
-    return Keymap(context ? xkb_keymap_new_from_names(context.get(), &wanted, XKB_KEYMAP_COMPILE_NO_FLAGS)
-                          : nullptr);
+        m_keymap.reset(keymapFromNames("us"), &xkb_keymap_unref);
 }
 
 LatinLayout LatinLayout::fromNames(const QByteArray &names, std::uint32_t active)
@@ -105,16 +100,25 @@ LatinLayout LatinLayout::fromNames(const QByteArray &names, std::uint32_t active
     return {keymapFromNames(names), active};
 }
 
+LatinLayout LatinLayout::fromText(const QByteArray &keymap, std::uint32_t active)
+{
+    const auto context = newContext();
+    if (keymap.isEmpty() || !context)
+        return fromNames();
+    return {xkb_keymap_new_from_string(context.get(), keymap.constData(), XKB_KEYMAP_FORMAT_TEXT_V1,
+                                       XKB_KEYMAP_COMPILE_NO_FLAGS),
+            active};
+}
+
 LatinLayout LatinLayout::fromDisplay(xcb_connection_t *connection)
 {
     const auto context = newContext();
     const std::int32_t device = xkb_x11_get_core_keyboard_device_id(connection);
-    Keymap keymap;
-    if (context && device >= 0)
-        keymap.reset(
-            xkb_x11_keymap_new_from_device(context.get(), connection, device, XKB_KEYMAP_COMPILE_NO_FLAGS));
-    const auto active = keymap ? activeLayout(keymap.get(), connection, device) : 0;
-    return {std::move(keymap), active};
+    xkb_keymap *keymap =
+        context && device >= 0
+            ? xkb_x11_keymap_new_from_device(context.get(), connection, device, XKB_KEYMAP_COMPILE_NO_FLAGS)
+            : nullptr;
+    return {keymap, keymap ? activeLayout(keymap, connection, device) : 0};
 }
 
 std::uint32_t LatinLayout::symbol(std::uint32_t virtualKey) const

@@ -21,6 +21,9 @@ public:
     /// That of XKB layout names ("fr", "ru,us"). Without names those of XKB_DEFAULT_LAYOUT, else "us".
     static LatinLayout fromNames(const QByteArray &names = {}, std::uint32_t active = 0);
 
+    /// That of a keymap as XKB writes it; the one of no names when the text is none.
+    static LatinLayout fromText(const QByteArray &keymap, std::uint32_t active);
+
     /// What the key types without modifiers. Nothing for keys that type nothing visible.
     std::optional<QString> character(std::uint32_t virtualKey) const;
 
@@ -28,19 +31,12 @@ public:
     QString symbolName(std::uint32_t virtualKey) const;
 
 private:
-    struct Release
-    {
-        void operator()(xkb_keymap *keymap) const;
-    };
+    /// Owns the keymap, which may be null.
+    LatinLayout(xkb_keymap *keymap, std::uint32_t active);
 
-    using Keymap = std::unique_ptr<xkb_keymap, Release>;
-
-    LatinLayout(Keymap keymap, std::uint32_t active);
-
-    static Keymap keymapFromNames(const QByteArray &names);
     std::uint32_t symbol(std::uint32_t virtualKey) const;
 
-    Keymap m_keymap;
+    std::shared_ptr<xkb_keymap> m_keymap;
     std::uint32_t m_index = 0;
 };
 

@@ -1,15 +1,15 @@
 #pragma once
 
 #include "KeloHotkey/HotKeyServices.h"
-#include "Platform/linux/PortalRequest.h"
+#include "KeloHotkey/backends/GnomeKeybinding.h"
 
+#include <QDBusConnection>
+#include <QDBusMessage>
 #include <QDBusServiceWatcher>
+#include <chrono>
 #include <optional>
 
 namespace kelo {
-
-class GnomeKeybinding;
-class PortalShortcut;
 
 /// A shortcut through the desktop portal's org.freedesktop.portal.GlobalShortcuts. Where the portal doesn't
 /// have that, one among GNOME's own keybindings, if it is GNOME.
@@ -23,7 +23,6 @@ class PortalService final : public HotKeyService
 
 public:
     PortalService(const HotKeyPurpose &purpose, const QDBusConnection &bus);
-    ~PortalService() override;
 
     bool registerHotKey(const HotKeyCombo &combo, std::uint32_t id) override;
     void unregisterHotKey(std::uint32_t id) override;
@@ -32,28 +31,36 @@ public:
     HotKeyState state() const override;
     void configure() override;
 
+    /// Who says no sooner than this has not been asked: then it is a failure of the desktop, which GNOME 48
+    /// doesn't tell from the user's no.
+    std::chrono::milliseconds reactionTime{700};
+
 private Q_SLOTS:
-    void onActivated(const QDBusMessage &message);
-    void onShortcutsChanged(const QDBusMessage &message);
-    void onSessionClosed(const QDBusMessage &message);
+    void onSignal(const QDBusMessage &message);
 
 private:
     void probe();
-    void setPeer(const std::optional<mivora::PortalPeer> &peer);
+    void setVersion(std::optional<uint> version);
     void setState(const HotKeyState &state);
     void bind();
-    bool bindInstead();
-    bool isOurs(const QString &session) const;
+    void bindIn(const QString &session);
+    void adopt(const QVariant &shortcuts, const HotKeyState &otherwise);
+    void leave();
+    void leave(const QString &session);
 
     HotKeyPurpose m_purpose;
     QDBusConnection m_bus;
     QDBusServiceWatcher m_watcher;
-    std::optional<mivora::PortalPeer> m_peer;
+    /// Of the portal's interface; nothing while there is none.
+    std::optional<uint> m_version;
     std::unique_ptr<GnomeKeybinding> m_instead;
     std::optional<HotKeyCombo> m_combo;
     std::uint32_t m_id = 0;
-    std::unique_ptr<PortalShortcut> m_shortcut;
-    /// Without a shortcut: whether one could be had.
+    /// Of the shortcut, a session being able to have shortcuts bound but once. Empty while there is none.
+    QString m_session;
+    /// Which answers are for it.
+    int m_attempt = 0;
+    /// With a keybinding of GNOME's: `off`, unless that is taken.
     HotKeyState m_state;
     bool m_isSuspended = false;
 };

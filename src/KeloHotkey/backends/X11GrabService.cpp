@@ -1,5 +1,6 @@
 #include "KeloHotkey/backends/X11GrabService.h"
 
+#include "KeloHotkey/KeyboardLayout.h"
 #include "KeloHotkey/VirtualKeys.h"
 #include "Platform/Activation.h"
 
@@ -57,7 +58,7 @@ std::uint16_t X11Modifiers::mask(std::uint32_t hotKeyModifiers) const
 X11GrabService::X11GrabService() : m_modifiers(currentModifiers(m_x11))
 {
     m_keymapTimer.setSingleShot(true);
-    connect(&m_keyboard, &X11Keyboard::changed, &m_keymapTimer, qOverload<>(&QTimer::start));
+    KeyboardLayout::onChange(&m_keymapTimer, [this] { m_keymapTimer.start(); });
     connect(&m_keymapTimer, &QTimer::timeout, this, &X11GrabService::adoptModifiers);
     QCoreApplication::instance()->installNativeEventFilter(this);
 }

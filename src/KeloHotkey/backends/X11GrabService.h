@@ -1,7 +1,6 @@
 #pragma once
 
 #include "KeloHotkey/HotKeyService.h"
-#include "KeloHotkey/backends/X11Keyboard.h"
 #include "Platform/linux/X11Connection.h"
 
 #include <QAbstractNativeEventFilter>
@@ -65,7 +64,6 @@ private:
     void keyReleased(const xcb_key_release_event_t &event);
 
     mivora::X11Connection m_x11;
-    X11Keyboard m_keyboard;
     X11Modifiers m_modifiers;
     /// Collects the burst of events that a change of the keymap is.
     QTimer m_keymapTimer;

@@ -16,18 +16,18 @@ const QString backgroundInterface = QStringLiteral("org.freedesktop.portal.Backg
 
 std::optional<QString> PortalLoginItem::setEnabled(bool enabled)
 {
-    findPortal(m_bus, backgroundInterface, this, [this, enabled](const std::optional<PortalPeer> &portal) {
-        if (portal)
-            request(*portal, enabled);
+    findPortal(m_bus, backgroundInterface, this, [this, enabled](std::optional<uint> version) {
+        if (version)
+            request(enabled);
         else
             answered(false, enabled);
     });
     return std::nullopt;
 }
 
-void PortalLoginItem::request(const PortalPeer &portal, bool enabled)
+void PortalLoginItem::request(bool enabled)
 {
-    auto *request = new PortalRequest(portal, this);
+    auto *request = new PortalRequest(m_bus, this);
     connect(request, &PortalRequest::answered, this,
             [this, enabled](uint answer, const QVariantMap &results) {
                 answered(answer == PortalRequest::done &&
@@ -40,7 +40,7 @@ void PortalLoginItem::request(const PortalPeer &portal, bool enabled)
         {QStringLiteral("autostart"), enabled},
         {QStringLiteral("commandline"), QStringList{QStringLiteral("mivora")}},
     };
-    QDBusMessage call = portal.call(portalPath, backgroundInterface, QStringLiteral("RequestBackground"));
+    QDBusMessage call = portalCall(portalPath, backgroundInterface, QStringLiteral("RequestBackground"));
     call << QString() << options;
     request->send(call);
 }

@@ -8,8 +8,6 @@
 
 namespace mivora {
 
-struct PortalPeer;
-
 /// The login item of a sandbox, whose own autostart entries no session sees: asked for through
 /// org.freedesktop.portal.Background. Nothing here waits for the portal, or for the user whom it may ask.
 class PortalLoginItem final : public QObject, public LoginItem
@@ -29,7 +27,7 @@ public:
     std::optional<QString> setEnabled(bool enabled) override;
 
 private:
-    void request(const PortalPeer &portal, bool enabled);
+    void request(bool enabled);
     void answered(bool asWanted, bool enabled);
 
     std::unique_ptr<LoginItem> m_memory;

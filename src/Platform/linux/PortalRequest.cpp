@@ -11,42 +11,30 @@ namespace mivora {
 // Its refusal changes nothing: there is no other name to give.
 void introduceToPortal(const QDBusConnection &bus)
 {
-    auto call = QDBusMessage::createMethodCall(portalService, portalPath,
-                                               QStringLiteral("org.freedesktop.host.portal.Registry"),
-                                               QStringLiteral("Register"));
+    auto call = portalCall(portalPath, QStringLiteral("org.freedesktop.host.portal.Registry"),
+                           QStringLiteral("Register"));
     bus.send(call << QStringLiteral("app.kelo.Mivora") << QVariantMap());
 }
 
-QDBusMessage PortalPeer::call(const QString &path, const QString &interface, const QString &method) const
+QDBusMessage portalCall(const QString &path, const QString &interface, const QString &method)
 {
-    return QDBusMessage::createMethodCall(name, path, interface, method);
+    return QDBusMessage::createMethodCall(portalService, path, interface, method);
 }
 
-// Its version is asked for first, which starts it. Who answers is asked for by itself: Qt 6.8 doesn't tell
-// the sender of a reply.
 void findPortal(const QDBusConnection &bus, const QString &interface, QObject *context,
-                const std::function<void(std::optional<PortalPeer>)> &found)
+                const std::function<void(std::optional<uint>)> &found)
 {
-    auto version = QDBusMessage::createMethodCall(
-        portalService, portalPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
-    version << interface << QStringLiteral("version");
-    callBus<QDBusVariant>(bus, version, context, [=](const QDBusPendingReply<QDBusVariant> &answer) {
-        if (answer.isError())
-            return found(std::nullopt);
-        const uint number = answer.value().variant().toUInt();
-        const auto owned = [bus, found, number](const QDBusPendingReply<QString> &owner) {
-            found(owner.isError() ? std::nullopt : std::optional(PortalPeer{bus, owner.value(), number}));
-        };
-        const QString daemon = QStringLiteral("org.freedesktop.DBus");
-        auto owner = QDBusMessage::createMethodCall(daemon, QStringLiteral("/org/freedesktop/DBus"), daemon,
-                                                    QStringLiteral("GetNameOwner"));
-        owner << portalService;
-        callBus<QString>(bus, owner, context, owned);
-    });
+    auto version =
+        portalCall(portalPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    callBus<QDBusVariant>(bus, version << interface << QStringLiteral("version"), context,
+                          [=](const QDBusPendingReply<QDBusVariant> &answer) {
+                              found(answer.isError() ? std::nullopt
+                                                     : std::optional(answer.value().variant().toUInt()));
+                          });
 }
 
-PortalRequest::PortalRequest(const PortalPeer &peer, QObject *parent)
-    : QObject(parent), m_peer(peer), m_token(newToken())
+PortalRequest::PortalRequest(const QDBusConnection &bus, QObject *parent)
+    : QObject(parent), m_bus(bus), m_token(newToken())
 {
 }
 
@@ -58,25 +46,17 @@ QString PortalRequest::newToken()
 void PortalRequest::send(const QDBusMessage &call)
 {
     // The portal may answer before the call returns, so the place of its answer is worked out beforehand.
-    QString sender = m_peer.bus.baseService().mid(1);
+    QString sender = m_bus.baseService().mid(1);
     sender.replace(QLatin1Char('.'), QLatin1Char('_'));
-    listenAt(QStringLiteral("/org/freedesktop/portal/desktop/request/%1/%2").arg(sender, m_token));
-    callBus<QDBusObjectPath>(m_peer.bus, call, this, [this](const QDBusPendingReply<QDBusObjectPath> &reply) {
-        if (reply.isError()) {
-            Q_EMIT answered(other, {});
-            deleteLater();
-        } else if (reply.value().path() != m_path) {
-            // Portals before 0.9 put the request elsewhere.
-            listenAt(reply.value().path());
-        }
+    m_bus.connect(portalService, QStringLiteral("%1/request/%2/%3").arg(portalPath, sender, m_token),
+                  QStringLiteral("org.freedesktop.portal.Request"), QStringLiteral("Response"), this,
+                  SLOT(onResponse(QDBusMessage)));
+    callBus<QDBusObjectPath>(m_bus, call, this, [this](const QDBusPendingReply<QDBusObjectPath> &reply) {
+        if (!reply.isError())
+            return;
+        Q_EMIT answered(other, {});
+        deleteLater();
     });
-}
-
-void PortalRequest::listenAt(const QString &path)
-{
-    m_path = path;
-    m_peer.bus.connect(m_peer.name, path, QStringLiteral("org.freedesktop.portal.Request"),
-                       QStringLiteral("Response"), this, SLOT(onResponse(QDBusMessage)));
 }
 
 void PortalRequest::onResponse(const QDBusMessage &message)

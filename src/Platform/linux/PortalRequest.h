@@ -19,22 +19,13 @@ inline const QString portalPath = QStringLiteral("/org/freedesktop/portal/deskto
 /// not at all.
 void introduceToPortal(const QDBusConnection &bus);
 
-/// A desktop portal as its clients see it: the bus and the unique name of the portal on it.
-struct PortalPeer
-{
-    QDBusConnection bus;
-    QString name;
-    /// Of the interface that was looked for.
-    uint version = 0;
+/// A call of an object of the portal.
+QDBusMessage portalCall(const QString &path, const QString &interface, const QString &method);
 
-    /// A call of an object of the portal.
-    QDBusMessage call(const QString &path, const QString &interface, const QString &method) const;
-};
-
-/// Finds the portal that offers `interface`, and starts it if need be. `found` is called once, with nothing
-/// when there is none; not at all when `context` is gone by then.
+/// Finds the version of an interface of the portal, which is started if need be. `found` is called once, with
+/// nothing when there is none; not at all when `context` is gone by then.
 void findPortal(const QDBusConnection &bus, const QString &interface, QObject *context,
-                const std::function<void(std::optional<PortalPeer>)> &found);
+                const std::function<void(std::optional<uint>)> &found);
 
 /// One call of a portal method that is answered by a Response signal (org.freedesktop.portal.Request).
 /// Deletes itself when it is over.
@@ -43,7 +34,7 @@ class PortalRequest final : public QObject
     Q_OBJECT
 
 public:
-    explicit PortalRequest(const PortalPeer &peer, QObject *parent);
+    PortalRequest(const QDBusConnection &bus, QObject *parent);
 
     /// For the option "handle_token" of the call.
     const QString &token() const { return m_token; }
@@ -66,11 +57,8 @@ private Q_SLOTS:
     void onResponse(const QDBusMessage &message);
 
 private:
-    void listenAt(const QString &path);
-
-    PortalPeer m_peer;
+    QDBusConnection m_bus;
     QString m_token;
-    QString m_path;
 };
 
 } // namespace mivora

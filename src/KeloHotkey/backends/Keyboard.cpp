@@ -1,8 +1,9 @@
-#include "KeloHotkey/backends/X11Keyboard.h"
+#include "KeloHotkey/backends/Keyboard.h"
 
 #include "Platform/linux/X11Connection.h"
 
 #include <QCoreApplication>
+#include <QPointer>
 
 // The header has a member with the name of a C++ keyword.
 #define explicit isExplicit
@@ -26,8 +27,17 @@ bool isChange(const xcb_generic_event_t *event)
 
 } // namespace
 
-X11Keyboard::X11Keyboard()
+Keyboard &Keyboard::instance()
 {
+    static QPointer<Keyboard> current;
+    if (!current)
+        current = new Keyboard(QCoreApplication::instance());
+    return *current;
+}
+
+Keyboard::Keyboard(QObject *application) : QObject(application), m_wayland([this] { Q_EMIT changed(); })
+{
+    connect(this, &Keyboard::changed, this, [this] { m_layout.reset(); });
     if (!mivora::X11Connection::isAvailable())
         return;
     const auto *extension = xcb_get_extension_data(mivora::X11Connection().get(), &xcb_xkb_id);
@@ -36,7 +46,16 @@ X11Keyboard::X11Keyboard()
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
-bool X11Keyboard::nativeEventFilter(const QByteArray &, void *message, qintptr *)
+const LatinLayout &Keyboard::layout()
+{
+    if (!m_layout)
+        m_layout = mivora::X11Connection::isAvailable()
+                       ? LatinLayout::fromDisplay(mivora::X11Connection().get())
+                       : LatinLayout::fromText(m_wayland.keymap(), m_wayland.active());
+    return *m_layout;
+}
+
+bool Keyboard::nativeEventFilter(const QByteArray &, void *message, qintptr *)
 {
     const auto *event = static_cast<const xcb_generic_event_t *>(message);
     const int type = event->response_type & 0x7f;
