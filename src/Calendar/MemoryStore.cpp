@@ -72,6 +72,7 @@ MemoryStore::MemoryStore(AccessMemory &access, EventWindow window, Loaders loade
 {
     for (std::unique_ptr<CalendarLoader> &loader : loaders)
         m_parts.push_back({std::move(loader)});
+    connect(&m_access, &AccessMemory::changed, this, &MemoryStore::start);
     connect(&m_access, &AccessMemory::changed, this, &EventStore::changed);
     // With the event loop: until then the program is about to show its item, which comes first.
     QMetaObject::invokeMethod(this, &MemoryStore::start, Qt::QueuedConnection);
@@ -85,7 +86,8 @@ MemoryStore::~MemoryStore()
 
 void MemoryStore::start()
 {
-    m_inbox->store = this;
+    if (!m_access.isAllowed() || std::exchange(m_inbox->store, this))
+        return;
     for (Part &part : m_parts) {
         const auto deliver = [inbox = m_inbox, &part](StoreUpdate update) {
             const std::lock_guard lock(inbox->mutex);
@@ -160,7 +162,8 @@ Meetings MemoryStore::meetings(Timestamp from, Timestamp to,
 
 bool MemoryStore::isLoaded() const
 {
-    return std::all_of(m_parts.begin(), m_parts.end(), [](const Part &part) { return part.isLoaded; });
+    return !m_access.isAllowed() ||
+           std::all_of(m_parts.begin(), m_parts.end(), [](const Part &part) { return part.isLoaded; });
 }
 
 void MemoryStore::setTimeZone(const QTimeZone &zone)
@@ -186,6 +189,8 @@ void MemoryStore::extendWindow(Timestamp from, Timestamp to)
 void MemoryStore::setWindow(EventWindow window)
 {
     m_window = std::move(window);
+    if (!m_inbox->store)
+        return;
     for (const Part &part : m_parts)
         part.loader->setWindow(m_window);
 }

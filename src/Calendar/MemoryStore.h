@@ -32,7 +32,7 @@ private:
 };
 
 /// The user's calendars in memory, as loaders find them. Desktops have no permission of their own for
-/// calendars, so this store asks the user: nothing is given before the permission is remembered.
+/// calendars, so this store asks the user: nothing is read before the permission is remembered.
 class MemoryStore final : public EventStore
 {
     Q_OBJECT
@@ -40,7 +40,7 @@ class MemoryStore final : public EventStore
 public:
     using Loaders = std::vector<std::unique_ptr<CalendarLoader>>;
 
-    /// Begins to load `window` with the event loop. `access` must outlive the store.
+    /// Begins to load `window` with the event loop, or when that is allowed. `access` must outlive the store.
     MemoryStore(AccessMemory &access, EventWindow window, Loaders loaders, QObject *parent = nullptr);
     ~MemoryStore() override;
 

@@ -49,6 +49,8 @@ class MemoryStoreTest : public testing::Test
 protected:
     MemoryStoreTest()
     {
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(first->windows.empty()) << "nothing is read before it may";
         access.allow();
         QObject::connect(&store, &EventStore::changed, &store, [this] { ++changes; });
         QCoreApplication::processEvents();
