@@ -7,6 +7,8 @@ FormRow {
     property alias checked: toggle.checked
     // The rows of a list are one stop; the list itself moves the keyboard on.
     property bool isTabStop: true
+    // Items that get the keys first.
+    property list<Item> keyTargets
     // A function in place of Shift+Tab.
     property var goBack: null
 
@@ -32,6 +34,7 @@ FormRow {
         text: root.title
         description: root.footnote
         focusPolicy: root.isTabStop ? Qt.StrongFocus : Qt.ClickFocus
+        Keys.forwardTo: root.keyTargets
         Keys.onBacktabPressed: event => {
             event.accepted = root.goBack !== null
             if (event.accepted)

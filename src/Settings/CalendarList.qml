@@ -28,7 +28,8 @@ Item {
         case Qt.Key_PageUp: return Math.max(0, view.currentIndex - page)
         case Qt.Key_PageDown: return Math.min(last, view.currentIndex + page)
         }
-        if (event.text > " " && !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier)))
+        // A blank belongs to a title that is being typed; by itself it toggles.
+        if (event.text >= (typing.running ? " " : "!") && !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier)))
             return find(event.text)
     }
     function find(text) {
@@ -41,6 +42,14 @@ Item {
         view.positionViewAtEnd()
         view.footerItem.focusFirst()
     }
+
+    Keys.onPressed: event => {
+        const row = view.currentItem && view.currentItem.activeFocus ? rowOf(event) : undefined
+        event.accepted = row !== undefined
+        if (event.accepted)
+            focusRow(row)
+    }
+    Keys.onReleased: event => event.accepted = event.key === Qt.Key_Space && typing.running
 
     Timer {
         id: typing
@@ -64,6 +73,11 @@ Item {
             anchors { right: parent.right; top: parent.top; bottom: parent.bottom }
         }
         activeFocusOnTab: count > 0
+        // It would hand the focus to the control below its rows that had it last.
+        onActiveFocusChanged: {
+            if (!activeFocus && currentItem)
+                currentItem.focus = true
+        }
         header: Item { height: 20 }
         footer: Column {
             function focusFirst() {
@@ -81,6 +95,7 @@ Item {
                 id: subscribe
 
                 visible: root.model.ways.canSubscribe
+                x: 12
                 text: qsTr("Subscribe to a calendar…")
                 fontSize: 12
                 onClicked: root.model.ways.subscribe()
@@ -109,14 +124,9 @@ Item {
             Keys.onUpPressed: {}
             Keys.onDownPressed: {}
         }
-        Keys.onPressed: event => {
-            const row = currentItem && currentItem.activeFocus ? root.rowOf(event) : undefined
-            event.accepted = row !== undefined
-            if (event.accepted)
-                root.focusRow(row)
-        }
         delegate: CalendarRow {
             width: view.width
+            keyTargets: [root]
             onToggled: checked => root.model.setCalendarOn(index, checked)
             onEdited: root.model.edit(index)
             Keys.onTabPressed: focusEdit() || root.focusFooter()

@@ -14,6 +14,7 @@ FocusScope {
     required property bool isFirst
     required property bool isLast
     required property bool isOwn
+    property alias keyTargets: row.keyTargets
 
     signal toggled(bool checked)
     signal edited()
@@ -29,6 +30,8 @@ FocusScope {
     onActiveFocusChanged: {
         if (activeFocus) {
             ListView.view.currentIndex = index
+            if (Appearance.usesKeyboard)
+                ListView.view.positionViewAtIndex(index, ListView.Contain)
             row.focusControl()
         }
     }

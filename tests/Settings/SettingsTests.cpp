@@ -347,7 +347,8 @@ TEST_F(SettingsTest, reachesAllOfManyCalendarsByKeyboard)
     for (int i = 0; i < count; ++i)
         source.known.push_back({std::to_string(i), "Calendar " + std::to_string(i),
                                 "Account " + std::to_string(10 + i % 12), std::nullopt});
-    source.known[23].title = "Team";
+    source.known[22].title = "Team A";
+    source.known[23].title = "Team B";
     const AccessibleView view = open(calendars);
     EXPECT_LT(view.names(QAccessible::CheckBox).size(), 40) << "only what is in sight exists";
 
@@ -368,14 +369,16 @@ TEST_F(SettingsTest, reachesAllOfManyCalendarsByKeyboard)
     EXPECT_EQ(walk(Qt::Key_End, 1), QStringList{last});
     EXPECT_LT(others.indexOf(walk(Qt::Key_PageUp, 1).first()), count - 6);
     EXPECT_EQ(walk(Qt::Key_PageDown, 1), QStringList{last});
-    for (const char letter : {'t', 'e'})
+    for (const char letter : {'t', 'e', 'a', 'm', ' ', 'b'})
         QTest::keyClick(&window(), letter);
-    EXPECT_EQ(view.focused(), QStringLiteral("Team"));
+    EXPECT_EQ(view.focused(), QStringLiteral("Team B"));
     view.type(Qt::Key_Return);
     EXPECT_EQ(prefs.disabledCalendarIDs(), std::set<std::string>{"23"}) << "Return is as good as Space";
     EXPECT_EQ(walk(Qt::Key_Tab, 3).join(u'|'),
               QStringLiteral("Subscribe to a calendar…|Zoom|Microsoft Teams"));
-    EXPECT_EQ(walk(Qt::Key_Backtab, 3).last(), QStringLiteral("Team")) << "one stop";
+    EXPECT_EQ(walk(Qt::Key_Tab, 2).last(), QStringLiteral("Team B")) << "once round";
+    EXPECT_EQ(walk(Qt::Key_Tab, 3).last(), QStringLiteral("Microsoft Teams"));
+    EXPECT_EQ(walk(Qt::Key_Backtab, 3).last(), QStringLiteral("Team B")) << "one stop";
     view.type(Qt::Key_Escape);
     EXPECT_FALSE(window().isVisible());
 }
