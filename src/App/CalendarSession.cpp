@@ -71,8 +71,7 @@ std::unique_ptr<EventStore> makeCalendarStore(const StoreOptions &options, const
 
 DesktopSubscriptions::Setup subscriptionSetup(const DefaultsStore &defaults)
 {
-    DesktopSubscriptions::Setup setup{
-        .bus = QDBusConnection::sessionBus(), .addresses = ownAddresses(defaults), .week = thisWeek()};
+    DesktopSubscriptions::Setup setup{.addresses = ownAddresses(defaults), .week = thisWeek()};
     if (!readsDesktopCalendars())
         setup.factory = [] { return nullptr; };
     return setup;

@@ -12,6 +12,8 @@ namespace {
 
 constexpr int contentWidth = 460;
 
+enum Column { id, name, host, state, color, columnCount };
+
 /// What the command had to say, in the user's language; its logs come the same way.
 QString complaintIn(const QByteArray &errors)
 {
@@ -44,30 +46,25 @@ SubscriptionDialog::~SubscriptionDialog()
 
 void SubscriptionDialog::ask(const QString &link)
 {
-    m_id.clear();
-    m_name.clear();
-    m_host = QString::fromStdString(hostOf(link.toStdString()));
-    open(link);
-    if (!link.isEmpty() && m_host.isEmpty())
+    open({{}, {}, QString::fromStdString(hostOf(link.toStdString())), {}, {}}, link);
+    if (!link.isEmpty() && m_calendar[host].isEmpty())
         fail(faultText(SubscriptionFault::noAddress));
 }
 
 void SubscriptionDialog::show(const CalendarInfo &calendar)
 {
-    m_id = QString::fromStdString(calendar.id);
-    m_name = QString::fromStdString(calendar.title);
-    m_color = calendar.color ? QString::fromStdString(calendar.color->hex()) : QString();
-    m_host.clear();
-    open({});
-    run({QStringLiteral("list"), m_id}, {}, Then::stay);
+    open({QString::fromStdString(calendar.id), QString::fromStdString(calendar.title), {}, {}, {}}, {});
+    if (calendar.color)
+        m_calendar[color] = QString::fromStdString(calendar.color->hex());
+    run({QStringLiteral("list"), m_calendar[id]}, {}, Then::stay);
 }
 
-void SubscriptionDialog::open(const QString &link)
+void SubscriptionDialog::open(const QStringList &calendar, const QString &link)
 {
     abandon();
+    m_calendar = calendar;
     m_link = link;
     m_hasStore = true;
-    m_state.clear();
     m_isFault = false;
     if (!m_window.isVisible())
         m_height = 0;
@@ -78,35 +75,37 @@ void SubscriptionDialog::open(const QString &link)
 void SubscriptionDialog::tellNoStore()
 {
     m_hasStore = false;
-    fail(faultText(SubscriptionFault::noStore));
+    m_calendar[state] = faultText(SubscriptionFault::noStore);
+    Q_EMIT changed();
 }
 
 QVariantMap SubscriptionDialog::page() const
 {
-    const bool isSubscribed = !m_id.isEmpty();
+    const bool isSubscribed = !m_calendar[id].isEmpty();
     const bool isLink = !m_link.isEmpty();
+    const bool hasHost = !m_calendar[host].isEmpty();
+    const bool canSubscribe = !isSubscribed && m_hasStore && (!isLink || hasHost);
     QString explanation;
-    if (isSubscribed)
-        explanation = m_host.isEmpty() ? QString() : tr("From %1").arg(m_host);
-    else if (!isLink)
+    if (isSubscribed && hasHost)
+        explanation = tr("From %1").arg(m_calendar[host]);
+    else if (canSubscribe && !isLink)
         explanation =
             tr("Paste the private address of the calendar, in iCalendar format. Your calendar "
                "service shows it in the calendar's settings. Your desktop's calendar store keeps it, "
                "and fetches the calendar every 15 minutes.");
-    else if (!m_host.isEmpty())
+    else if (canSubscribe)
         explanation = tr("A link offers you a calendar of %1. Your desktop's calendar store would fetch it "
                          "from there every 15 minutes.")
-                          .arg(m_host);
-    const bool canSubscribe = !isSubscribed && m_hasStore && (!isLink || !m_host.isEmpty());
-    return {{QStringLiteral("title"), isSubscribed ? m_name : tr("Subscribe to a calendar")},
+                          .arg(m_calendar[host]);
+    return {{QStringLiteral("title"), isSubscribed ? m_calendar[name] : tr("Subscribe to a calendar")},
             {QStringLiteral("explanation"), explanation},
             {QStringLiteral("asksForAddress"), canSubscribe && !isLink},
             {QStringLiteral("canSubscribe"), canSubscribe},
             {QStringLiteral("isSubscribed"), isSubscribed},
             {QStringLiteral("isBusy"), m_process != nullptr},
-            {QStringLiteral("name"), m_name},
-            {QStringLiteral("color"), m_color},
-            {QStringLiteral("state"), m_state},
+            {QStringLiteral("name"), m_calendar[name]},
+            {QStringLiteral("color"), m_calendar[color]},
+            {QStringLiteral("state"), m_calendar[state]},
             {QStringLiteral("isFault"), m_isFault}};
 }
 
@@ -115,17 +114,17 @@ void SubscriptionDialog::subscribe(const QString &address)
     run({QStringLiteral("add")}, m_link.isEmpty() ? address : m_link, Then::stay);
 }
 
-void SubscriptionDialog::finish(const QString &name)
+void SubscriptionDialog::finish(const QString &newName)
 {
-    const QString wanted = name.simplified();
-    if (wanted.isEmpty() || wanted == m_name)
+    const QString wanted = newName.simplified();
+    if (wanted.isEmpty() || wanted == m_calendar[name])
         return cancel();
-    run({QStringLiteral("rename"), m_id, QStringLiteral("--"), wanted}, {}, Then::close);
+    run({QStringLiteral("rename"), m_calendar[id], QStringLiteral("--"), wanted}, {}, Then::close);
 }
 
 void SubscriptionDialog::remove()
 {
-    run({QStringLiteral("remove"), m_id}, {}, Then::close);
+    run({QStringLiteral("remove"), m_calendar[id]}, {}, Then::close);
 }
 
 void SubscriptionDialog::cancel()
@@ -143,7 +142,7 @@ void SubscriptionDialog::setHeight(int height)
 void SubscriptionDialog::run(const QStringList &arguments, const QString &input, Then then)
 {
     abandon();
-    m_state.clear();
+    m_calendar[state].clear();
     m_isFault = false;
     m_process = new QProcess;
     connect(m_process, &QProcess::finished, this, [this, then] { take(then); });
@@ -168,19 +167,14 @@ void SubscriptionDialog::take(Then then)
         return fail(complaintIn(process->readAllStandardError()));
     if (then == Then::close)
         m_window.close();
-    if (columns.size() == 5) {
-        m_id = columns[0];
-        m_name = columns[1];
-        m_host = columns[2];
-        m_state = columns[3];
-        m_color = columns[4];
-    }
+    if (columns.size() == columnCount)
+        m_calendar = columns;
     Q_EMIT changed();
 }
 
-void SubscriptionDialog::fail(const QString &state)
+void SubscriptionDialog::fail(const QString &reason)
 {
-    m_state = state;
+    m_calendar[state] = reason;
     m_isFault = true;
     Q_EMIT changed();
 }

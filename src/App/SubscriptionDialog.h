@@ -45,8 +45,8 @@ public:
     /// Tries the calendar at `address`, or else that of the link.
     Q_INVOKABLE void subscribe(const QString &address);
 
-    /// Gives the calendar `name`, and closes the dialogue.
-    Q_INVOKABLE void finish(const QString &name);
+    /// Gives the calendar `newName`, and closes the dialogue.
+    Q_INVOKABLE void finish(const QString &newName);
 
     Q_INVOKABLE void remove();
 
@@ -65,21 +65,17 @@ Q_SIGNALS:
 private:
     enum class Then { stay, close };
 
-    void open(const QString &link);
+    void open(const QStringList &calendar, const QString &link);
     void run(const QStringList &arguments, const QString &input, Then then);
     void take(Then then);
-    void fail(const QString &state);
+    void fail(const QString &reason);
     void abandon();
 
     QString m_program;
     kelo::ViewLoader &m_views;
     QString m_link;
-    /// Of a calendar that is subscribed to.
-    QString m_id;
-    QString m_name;
-    QString m_color;
-    QString m_host;
-    QString m_state;
+    /// What is known, in the columns that the command prints.
+    QStringList m_calendar{{}, {}, {}, {}, {}};
     bool m_isFault = false;
     bool m_hasStore = true;
     int m_height = 0;

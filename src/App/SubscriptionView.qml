@@ -82,7 +82,6 @@ FocusScope {
             visible: root.page.asksForAddress
             enabled: !root.page.isBusy
             name: qsTr("Address of the calendar")
-            placeholderText: "https://"
             inputMethodHints: Qt.ImhUrlCharactersOnly | Qt.ImhSensitiveData
         }
         TextField {

@@ -1,7 +1,5 @@
 #include "Calendar/CalendarWays.h"
 
-#include "Platform/Workspace.h"
-
 namespace mivora {
 
 namespace {
@@ -38,26 +36,6 @@ QVariantList CalendarWays::all() const
            "step with a server."),
         {});
     return rows;
-}
-
-bool CalendarWays::hasAccounts() const
-{
-    return has(internetAccountsLink);
-}
-
-bool CalendarWays::hasPrivacy() const
-{
-    return has(calendarPrivacyLink);
-}
-
-void CalendarWays::openAccounts() const
-{
-    m_actions.open(QLatin1String(internetAccountsLink));
-}
-
-void CalendarWays::openPrivacy() const
-{
-    m_actions.open(QLatin1String(calendarPrivacyLink));
 }
 
 void CalendarWays::follow(int index) const

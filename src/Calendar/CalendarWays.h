@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Workspace.h"
+
 #include <QObject>
 #include <QVariantList>
 #include <functional>
@@ -33,13 +35,16 @@ public:
     explicit CalendarWays(Actions actions) : m_actions(std::move(actions)) {}
 
     QVariantList all() const;
-    bool hasAccounts() const;
-    bool hasPrivacy() const;
+
+    bool hasAccounts() const { return has(internetAccountsLink); }
+
+    bool hasPrivacy() const { return has(calendarPrivacyLink); }
 
     bool canSubscribe() const { return bool(m_actions.subscribe); }
 
-    Q_INVOKABLE void openAccounts() const;
-    Q_INVOKABLE void openPrivacy() const;
+    Q_INVOKABLE void openAccounts() const { m_actions.open(QLatin1String(internetAccountsLink)); }
+
+    Q_INVOKABLE void openPrivacy() const { m_actions.open(QLatin1String(calendarPrivacyLink)); }
 
     Q_INVOKABLE void subscribe() const { m_actions.subscribe(); }
 

@@ -3,25 +3,23 @@
 #include "Calendar/CalendarSubscriptions.h"
 #include "CalendarEds/DesktopLoader.h"
 
+#include <atomic>
+
 namespace mivora {
 
 /// Whether the calendar is one that this program subscribed to, and may rename and remove.
 bool isOwnSubscription(const std::string &calendarID);
 
-/// One request about subscriptions of Evolution Data Server's, on a thread of its own, which is left to
-/// itself when the server hangs. The server fetches the calendars, again and again, and keeps them: this
-/// program has no network.
+/// Has Evolution Data Server subscribe to calendars. The server fetches them, again and again, and keeps
+/// them: this program has no network.
 ///
-/// One at a time, and not in a process that reads calendars with a `DesktopLoader` as well: the server's
-/// library has one registry in each process, and tells what happens to the thread that made it.
-class DesktopSubscriptions final : public QObject
+/// For a process that does one request and reads no calendars with a `DesktopLoader`: the server's library
+/// has one registry in each process, and tells what happens to the thread that made it.
+class DesktopSubscriptions
 {
 public:
-    using Answered = std::function<void(const SubscriptionAnswer &answer)>;
-
     struct Setup
     {
-        QDBusConnection bus;
         /// The user's own e-mail addresses: what they declined isn't counted.
         std::vector<std::string> addresses{};
         /// The days of the week that is now.
@@ -29,22 +27,23 @@ public:
         DesktopCalendarsFactory factory = makeEdsCalendars;
     };
 
-    /// `answered` is called once, later, within a minute.
-    DesktopSubscriptions(SubscriptionRequest request, Setup setup, Answered answered);
+    explicit DesktopSubscriptions(Setup setup) : m_setup(std::move(setup)) {}
 
-    /// Forgets the answer. A calendar that was being added goes again, which takes a moment.
-    ~DesktopSubscriptions() override;
-    Q_DISABLE_COPY_MOVE(DesktopSubscriptions)
+    /// Waits for the server, which may hang: for a thread of its own.
+    SubscriptionAnswer perform(SubscriptionRequest request);
+
+    /// Has perform() return soon; a calendar that was being added goes again. Can be called on any thread.
+    void stop();
+
+    /// Whether the server has answered. Can be called on any thread.
+    bool isServerThere() const { return m_isServerThere; }
 
 private:
-    struct Work;
-
-    void start();
-    void finishAfter(std::chrono::milliseconds delay, SubscriptionFault fault);
-    void finish(const SubscriptionAnswer &answer);
-
-    Answered m_answered;
-    std::shared_ptr<Work> m_work;
+    Setup m_setup;
+    std::atomic<bool> m_isServerThere = false;
+    std::mutex m_mutex;
+    std::unique_ptr<DesktopCalendars> m_desktop;
+    bool m_isStopped = false;
 };
 
 } // namespace mivora

@@ -28,14 +28,5 @@ T.TextField {
         color: Appearance.colors.groupBackground
         edge: root.activeFocus ? Appearance.colors.mark : Appearance.colors.controlBorder
         edgeWidth: root.activeFocus ? 2 : 1
-
-        Label {
-            anchors { fill: parent; leftMargin: 10; rightMargin: 10 }
-            visible: !root.text && !root.preeditText
-            verticalAlignment: Text.AlignVCenter
-            text: root.placeholderText
-            color: Appearance.colors.secondaryLabel
-            elide: Text.ElideRight
-        }
     }
 }

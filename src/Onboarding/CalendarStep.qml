@@ -73,18 +73,27 @@ Item {
             visible: root.model.isNothing
             words: qsTr("No calendar was found on this computer. These are the ways to one:")
         }
-        Repeater {
-            // The last way has nothing to open.
-            model: root.model.isNothing ? root.model.ways.all.slice(0, -1) : []
+        // Beside each other where there is room.
+        Grid {
+            readonly property real breadth: Array.from(children).reduce((sum, way) => sum + way.width + spacing, 0)
 
-            KeloButton {
-                required property int index
-                required property var modelData
+            anchors.horizontalCenter: parent.horizontalCenter
+            columns: breadth > parent.width ? 1 : 3
+            horizontalItemAlignment: Grid.AlignHCenter
+            spacing: 8
 
-                anchors.horizontalCenter: parent.horizontalCenter
-                text: modelData.button
-                fontSize: 12
-                onClicked: root.model.ways.follow(index)
+            Repeater {
+                // The last way has nothing to open.
+                model: root.model.isNothing ? root.model.ways.all.slice(0, -1) : []
+
+                KeloButton {
+                    required property int index
+                    required property var modelData
+
+                    text: modelData.button
+                    fontSize: 12
+                    onClicked: root.model.ways.follow(index)
+                }
             }
         }
         StepText {

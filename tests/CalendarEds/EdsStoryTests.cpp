@@ -307,7 +307,6 @@ TEST_F(EdsStoryTest, subscribesToAddresses)
     const std::tuple<const char *, const char *, std::string, const char *> rows[] = {
         {"/empty", "200 OK", "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nEND:VCALENDAR\r\n",
          "\tNo meetings this week\t"},
-        {"/nothing", "200 OK", {}, "is not a calendar"},
         {"/page", "200 OK", "<html>Sign in</html>", "is not a calendar"},
         {"/broken", "200 OK", eventText("cut off").substr(0, 120), "is not a calendar"},
         {"/secret", "401 Unauthorized", {}, "asks for a password"},

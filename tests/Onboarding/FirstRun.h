@@ -33,10 +33,8 @@ struct FirstRun
     Scheduler scheduler{source, prefs, clock};
     /// The links into the system settings that were to be opened.
     QStringList opened;
-    /// The links that lead nowhere.
-    QStringList missing;
     CalendarWays ways{{.open = [this](const QString &link) { opened.append(link); },
-                       .leadsSomewhere = [this](const QString &link) { return !missing.contains(link); },
+                       .leadsSomewhere = {},
                        .subscribe = [this] { opened.append(QStringLiteral("subscribe")); }}};
     Views release;
     OnboardingFlow flow{sharedViews(), prefs, source,

@@ -114,14 +114,13 @@ TEST_P(TranslatedViews, settingsHaveRoom)
         test.controller.setHotKeyState({kind});
         expectRoom(test.controller.window());
     }
-    for (const bool isNothing : {false, true})
-        for (const auto access : {CalendarAuthorization::granted, CalendarAuthorization::denied,
-                                  CalendarAuthorization::notDetermined}) {
-            test.source.access = access;
-            test.source.isNothing = isNothing;
-            test.controller.show(SettingsPage::calendars);
-            expectRoom(test.controller.window());
-        }
+    for (const auto access : {CalendarAuthorization::granted, CalendarAuthorization::denied,
+                              CalendarAuthorization::notDetermined}) {
+        test.source.access = access;
+        test.source.isNothing = access == CalendarAuthorization::notDetermined;
+        test.controller.show(SettingsPage::calendars);
+        expectRoom(test.controller.window());
+    }
 }
 
 TEST_P(TranslatedViews, walkthroughHasRoom)
@@ -153,14 +152,12 @@ TEST_P(TranslatedViews, joinPanelHasRoom)
 TEST_P(TranslatedViews, subscriptionsHaveRoom)
 {
     SubscriptionDialog dialog(QStringLiteral("/nonexistent"), sharedViews());
-    const auto look = [&](const std::function<void()> &change) {
-        change();
-        expectRoom(dialog.window());
-    };
-    look([&] { dialog.ask(); });
-    look([&] { dialog.tellNoStore(); });
-    look([&] { dialog.ask(QStringLiteral("webcal://calendar.example.org/secret")); });
-    look([&] { dialog.show({"desktop:mivora-1", "Team", "", Color{0x42, 0x85, 0xf4}}); });
+    dialog.ask();
+    expectRoom(dialog.window());
+    dialog.tellNoStore();
+    expectRoom(dialog.window());
+    dialog.show({"desktop:mivora-1", "Team", "", Color{0x42, 0x85, 0xf4}});
+    expectRoom(dialog.window());
 }
 
 TEST_P(TranslatedViews, updateWindowHasRoom)

@@ -74,14 +74,21 @@ for command in join ""; do
 done
 kill -CONT "$program"
 
+case="secret address"
+quit
+start_program -u MIVORA_EDS
+await soon settings || fail "it starts"
+env -u MIVORA_EDS "$BIN/mivora" calendars add webcal://127.0.0.1:9/hush-hush >>"$printed" 2>&1 && fail "nobody is there"
+
 case=end
 quit
 mivora join 2>"$run/errors" && fail "mivora join fails"
 [ "$(wc -l <"$run/errors")" -eq 1 ] || fail "mivora join says so in a line"
 
 case=privacy
-find "$home" -path "$home/calendars" -prune -o -type f -print0 >"$run/stored"
+find "$home" -path "$home/calendars" -prune -o -path "$home/*/evolution" -prune -o -type f -print0 >"$run/stored"
 [ -s "$run/stored" ] || fail "something is stored"
-found=$(xargs -0 grep -laF -e "Design review" -e "Stand-up" -e 81234567890 <"$run/stored" || true)
+found=$(xargs -0 grep -laF -e "Design review" -e "Stand-up" -e 81234567890 -e hush-hush <"$run/stored" || true)
 [ -z "$found" ] || fail "these files know of meetings: $found"
+grep -q hush-hush "$printed" && fail "the address is in the log"
 echo passed

@@ -5,12 +5,18 @@
 #include "App/commands/Output.h"
 #include "Platform/linux/TerminationSignals.h"
 
+#include <QTimer>
+#include <cstdlib>
+#include <future>
 #include <iostream>
+#include <thread>
 #include <unistd.h>
 
 namespace mivora {
 
 namespace {
+
+using namespace std::chrono_literals;
 
 std::string readAddress()
 {
@@ -40,22 +46,53 @@ int tell(const SubscriptionAnswer &answer, const QString &host)
     return exitDone;
 }
 
+/// Has `subscriptions` do it on a thread, and waits for that as long as it makes sense, or until a signal
+/// ends it.
+SubscriptionAnswer performOnThread(DesktopSubscriptions &subscriptions, const SubscriptionRequest &request)
+{
+    std::packaged_task<SubscriptionAnswer()> task([&] { return subscriptions.perform(request); });
+    std::future<SubscriptionAnswer> answer = task.get_future();
+    std::thread([task = std::move(task)]() mutable {
+        task();
+        QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    }).detach();
+    // A server that has yet to be started may take this long; the plug-in itself gives up before the second.
+    QTimer::singleShot(12s, qApp, [&] {
+        if (!subscriptions.isServerThere())
+            QCoreApplication::quit();
+    });
+    QTimer::singleShot(50s, qApp, &QCoreApplication::quit);
+    const TerminationSignals signalsEndIt;
+    QCoreApplication::exec();
+    subscriptions.stop();
+    if (answer.wait_for(2s) == std::future_status::ready)
+        return answer.get();
+    // What hangs takes nothing along with it.
+    complain(faultText(SubscriptionFault::storeSilent));
+    std::_Exit(exitCouldNot);
+}
+
+SubscriptionAnswer performed(DesktopSubscriptions &subscriptions, const SubscriptionRequest &request)
+{
+    if (request.action == SubscriptionRequest::Action::add && hostOf(request.address).empty())
+        return {SubscriptionFault::noAddress};
+    bool isThere = false;
+    findCalendarServer(QDBusConnection::sessionBus(), qApp, [&](const std::string &service) {
+        isThere = !service.empty();
+        QCoreApplication::quit();
+    });
+    QCoreApplication::exec();
+    return isThere ? performOnThread(subscriptions, request) : SubscriptionAnswer{SubscriptionFault::noStore};
+}
+
 } // namespace
 
 int runCalendars(CalendarsRequest request, const DefaultsStore &defaults)
 {
     if (request.action == SubscriptionRequest::Action::add && request.address.empty())
         request.address = readAddress();
-    int status = exitCouldNot;
-    // A subscription that is only being tried goes again when the user has had enough.
-    const TerminationSignals signalsEndIt;
-    const DesktopSubscriptions subscriptions(
-        request, subscriptionSetup(defaults), [&](const SubscriptionAnswer &answer) {
-            status = tell(answer, QString::fromStdString(hostOf(request.address)));
-            QCoreApplication::quit();
-        });
-    QCoreApplication::exec();
-    return status;
+    DesktopSubscriptions subscriptions(subscriptionSetup(defaults));
+    return tell(performed(subscriptions, request), QString::fromStdString(hostOf(request.address)));
 }
 
 } // namespace mivora

@@ -140,7 +140,7 @@ EdsSubscriptions::Source EdsSubscriptions::makeSource(const std::string &name,
     e_source_set_display_name(source.get(), name.empty() ? g_uri_get_host(uri.get()) : name.c_str());
     ESourceSelectable *appearance = appearanceOf(source.get());
     e_source_backend_set_backend_name(E_SOURCE_BACKEND(appearance), "webcal");
-    e_source_selectable_set_color(appearance, unusedColor().c_str());
+    e_source_selectable_set_color(appearance, nextColor().c_str());
     e_source_webdav_set_uri(ownExtension<ESourceWebdav>(source.get(), E_SOURCE_EXTENSION_WEBDAV_BACKEND),
                             uri.get());
     e_source_refresh_set_interval_minutes(
@@ -156,24 +156,12 @@ EdsSubscriptions::Source EdsSubscriptions::makeSource(const std::string &name,
     return taken;
 }
 
-/// A colour that no calendar has, if there is one.
-std::string EdsSubscriptions::unusedColor() const
+/// Another one for each calendar, until they begin anew.
+std::string EdsSubscriptions::nextColor() const
 {
     static constexpr std::array colors{"#3584e4", "#2ec27e", "#e66100", "#9141ac",
                                        "#c64600", "#1a8fa3", "#c061cb", "#865e3c"};
-    GList *calendars = e_source_registry_list_sources(m_registry.get(), E_SOURCE_EXTENSION_CALENDAR);
-    const auto isUsed = [calendars](const std::string &color) {
-        for (GList *at = calendars; at; at = at->next)
-            if (takeText(e_source_selectable_dup_color(appearanceOf(static_cast<ESource *>(at->data)))) ==
-                color)
-                return true;
-        return false;
-    };
-    const auto *found = std::find_if_not(colors.begin(), colors.end(), isUsed);
-    const std::string color =
-        found == colors.end() ? colors[g_list_length(calendars) % colors.size()] : *found;
-    g_list_free_full(calendars, g_object_unref);
-    return color;
+    return colors[ownSources({}).size() % colors.size()];
 }
 
 /// The subscription `id`, or all of them when that is empty.

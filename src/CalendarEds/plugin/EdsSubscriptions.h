@@ -25,7 +25,7 @@ private:
     SubscriptionAnswer fetch(const std::vector<Source> &sources, bool isNew);
     SubscriptionAnswer add(const std::string &name, const std::vector<std::string> &addresses);
     Source makeSource(const std::string &name, const std::string &address) const;
-    std::string unusedColor() const;
+    std::string nextColor() const;
     std::vector<Source> ownSources(const std::string &id) const;
     SubscriptionAnswer done(bool isDone) const;
     void wait(const std::function<bool()> &isOver, std::chrono::milliseconds longest) const;
