@@ -176,7 +176,7 @@ bool claimApplicationName(const QDBusConnection &bus)
 void ApplicationService::tellNoBus()
 {
     writeToSystemLog(
-        QStringLiteral("Mivora: there is no session bus: no status area but an XEmbed tray shows the "
+        QStringLiteral("Mivora: there is no session bus: no tray but one of XEmbed shows the "
                        "icon, and no command reaches this program"));
 }
 

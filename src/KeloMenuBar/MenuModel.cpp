@@ -120,6 +120,12 @@ void MenuModel::pressKey(const QKeyEvent &event)
     case Qt::Key_Up:
         setCurrent(next(m_current < 0 ? count : m_current, -1, m_stops));
         break;
+    case Qt::Key_PageDown:
+        setCurrent(afterPage(1));
+        break;
+    case Qt::Key_PageUp:
+        setCurrent(afterPage(-1));
+        break;
     case Qt::Key_Home:
         setCurrent(next(-1, 1, m_stops));
         break;
@@ -154,6 +160,18 @@ int MenuModel::next(int index, int step, Stops stops) const
             return index;
     }
     return -1;
+}
+
+// Some stops on, but not round the ends.
+int MenuModel::afterPage(int step) const
+{
+    int index = m_current;
+    for (int stops = 0; stops < 8; ++stops) {
+        const int further = next(index, step, m_stops);
+        if ((further - index) * step > 0)
+            index = further;
+    }
+    return index;
 }
 
 int MenuModel::itemWithShortcut(const QKeyEvent &event) const

@@ -73,6 +73,7 @@ private:
     void pressKey(const QKeyEvent &event);
     bool isStop(int index, Stops stops) const;
     int next(int index, int step, Stops stops) const;
+    int afterPage(int step) const;
     int itemWithShortcut(const QKeyEvent &event) const;
 
     const Stops m_stops;

@@ -101,7 +101,7 @@ void StatusItemController::updateShown()
 void StatusItemController::sayIfNothingShowsIt()
 {
     if (!m_isShown)
-        qCWarning(menuBarLog, "No status area found: the icon is shown as soon as there is one");
+        qCWarning(menuBarLog, "No tray found: the icon is shown as soon as there is one");
 }
 
 } // namespace kelo

@@ -20,6 +20,8 @@ FocusScope {
         model.advance()
     }
 
+    Keys.onPressed: event => stage.scroll(event)
+
     // A step that goes takes the focus with it; the keys must still arrive.
     Connections {
         target: root.model

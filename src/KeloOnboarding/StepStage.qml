@@ -33,6 +33,11 @@ FocusScope {
     }
     Component.onCompleted: place()
 
+    // A key that no control took.
+    function scroll(event) {
+        pages.itemAt(model.index).scroll(event)
+    }
+
     // Other steps: there is no way from the old ones to these.
     function place() {
         motion.stop()

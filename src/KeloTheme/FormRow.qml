@@ -46,7 +46,7 @@ Item {
             text: root.title
             opacity: root.enabled ? 1 : 0.4
             wrapMode: Text.Wrap
-            maximumLineCount: 3
+            maximumLineCount: 6
             elide: Text.ElideRight
         }
         Footnote {

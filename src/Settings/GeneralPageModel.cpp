@@ -206,6 +206,9 @@ QString GeneralPageModel::hotKeyText() const
     case ended:
         return GeneralPage::tr("Your desktop has ended it. Switch it off and on to try again.");
     case taken:
+        // The recorder tells of what it has just been given.
+        if (!m_hotKeyConflict.isEmpty())
+            break;
         return GeneralPage::tr("%1 is already in use. Choose a different shortcut.").arg(m_state.keys);
     }
     return GeneralPage::tr("Works from any app.");
@@ -214,7 +217,8 @@ QString GeneralPageModel::hotKeyText() const
 bool GeneralPageModel::doesHotKeyFail() const
 {
     using enum kelo::HotKeyState::Kind;
-    return m_state.kind == refused || m_state.kind == ended || m_state.kind == taken ||
+    return m_state.kind == refused || m_state.kind == ended ||
+           (m_state.kind == taken && m_hotKeyConflict.isEmpty()) ||
            (m_state.kind == registered && m_state.keys.isEmpty());
 }
 

@@ -47,10 +47,10 @@ QString StatusController::trayHint() const
                      "StatusItem",
                      "GNOME shows no icon before you install the extension AppIndicator "
                      "(gnome-shell-extension-appindicator) and turn it on in the app Extensions; until "
-                     "then, `mivora show` shows your day.")
+                     "then, “mivora show” shows your day.")
                : QCoreApplication::translate(
-                     "StatusItem", "This desktop has no status area for the icon: add one to a panel; until "
-                                   "then, `mivora show` shows your day.");
+                     "StatusItem", "This desktop has no tray for the icon: add one to a panel; until "
+                                   "then, “mivora show” shows your day.");
 }
 
 } // namespace mivora
