@@ -340,7 +340,7 @@
     </message>
     <message>
         <source>no calendars can be read; add one to the desktop&apos;s calendar, put a folder of iCalendar files at ~/.calendars, or name one with --calendars DIR or $MIVORA_CALENDARS</source>
-        <translation>es können keine Kalender gelesen werden; fügen Sie dem Kalender der Arbeitsumgebung einen hinzu, legen Sie unter ~/.calendars einen Ordner mit iCalendar-Dateien an oder geben Sie einen mit --calendars DIR oder $MIVORA_CALENDARS an</translation>
+        <translation>es können keine Kalender gelesen werden; fügen Sie dem Kalender des Desktops einen hinzu, legen Sie unter ~/.calendars einen Ordner mit iCalendar-Dateien an oder geben Sie einen mit --calendars DIR oder $MIVORA_CALENDARS an</translation>
     </message>
     <message>
         <source>the calendars took too long to load; what is shown is not all</source>
@@ -392,10 +392,10 @@ Without a command: start, or open the settings of the one that runs.
 
 Calendars are read from your desktop&apos;s accounts and from folders of iCalendar files:
 $MIVORA_CALENDARS (separated by colons), or ~/.calendars and ~/.local/share/calendars.</source>
-        <translation>Zeigt die Zeit bis zu Ihrem nächsten Termin und tritt ihm bei.
+        <translation>Zeigt die Zeit bis zu Ihrer nächsten Besprechung und öffnet sie.
 Ohne Befehl: starten oder die Einstellungen des laufenden Programms öffnen.
 
-Kalender werden aus den Konten Ihrer Arbeitsumgebung und aus Ordnern mit iCalendar-Dateien gelesen:
+Kalender werden aus den Konten Ihres Desktops und aus Ordnern mit iCalendar-Dateien gelesen:
 $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local/share/calendars.</translation>
     </message>
     <message>
@@ -412,7 +412,7 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
     <message>
         <source>there is no session bus to reach Mivora on; run this in your desktop session</source>
-        <translation>kein Sitzungsbus, über den Mivora zu erreichen wäre; führen Sie dies in Ihrer Arbeitsumgebung aus</translation>
+        <translation>kein Sitzungsbus, über den Mivora zu erreichen wäre; führen Sie dies in Ihrer Desktopsitzung aus</translation>
     </message>
     <message>
         <source>the display can&apos;t be used: %1</source>
@@ -428,7 +428,7 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
     <message>
         <source>Show today&apos;s meetings in a small window</source>
-        <translation>Die heutigen Termine in einem kleinen Fenster zeigen</translation>
+        <translation>Die Besprechungen von heute in einem kleinen Fenster zeigen</translation>
     </message>
     <message>
         <source>Subscribe to calendars by their addresses, and list these calendars</source>
@@ -637,11 +637,11 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
     <message>
         <source>Your desktop has set no keys for it. Choose them in its settings.</source>
-        <translation>Ihre Arbeitsumgebung hat ihm keine Tasten gegeben. Wählen Sie diese in deren Einstellungen.</translation>
+        <translation>Ihr Desktop hat ihm keine Tasten gegeben. Wählen Sie diese in dessen Einstellungen.</translation>
     </message>
     <message>
         <source>Waiting for your desktop, which may be asking you.</source>
-        <translation>Wartet auf Ihre Arbeitsumgebung, die Sie vielleicht gerade fragt.</translation>
+        <translation>Wartet auf Ihren Desktop, der Sie vielleicht gerade fragt.</translation>
     </message>
     <message>
         <source>You declined it. Switch it on to be asked again.</source>
@@ -649,15 +649,15 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
     <message>
         <source>Your desktop refused it. Switch it off and on to try again.</source>
-        <translation>Ihre Arbeitsumgebung hat es abgelehnt. Schalten Sie es aus und wieder ein, um es erneut zu versuchen.</translation>
+        <translation>Ihr Desktop hat es abgelehnt. Schalten Sie es aus und wieder ein, um es erneut zu versuchen.</translation>
     </message>
     <message>
         <source>Your desktop has ended it. Switch it off and on to try again.</source>
-        <translation>Ihre Arbeitsumgebung hat es beendet. Schalten Sie es aus und wieder ein, um es erneut zu versuchen.</translation>
+        <translation>Ihr Desktop hat es beendet. Schalten Sie es aus und wieder ein, um es erneut zu versuchen.</translation>
     </message>
     <message>
         <source>Bind this command to a key in the settings of your desktop:</source>
-        <translation>Legen Sie diesen Befehl in den Einstellungen Ihrer Arbeitsumgebung auf eine Taste:</translation>
+        <translation>Legen Sie diesen Befehl in den Einstellungen Ihres Desktops auf eine Taste:</translation>
     </message>
     <message>
         <source>Add this line to %1:</source>
@@ -665,7 +665,7 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
     <message>
         <source>Change the keys in the settings of your desktop.</source>
-        <translation>Die Tasten ändern Sie in den Einstellungen Ihrer Arbeitsumgebung.</translation>
+        <translation>Die Tasten ändern Sie in den Einstellungen Ihres Desktops.</translation>
     </message>
     <message>
         <source>Change…</source>
@@ -913,12 +913,12 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <translation>Mivora braucht Zugriff auf den Kalender</translation>
     </message>
     <message>
-        <source>GNOME shows no icon before you install the extension AppIndicator (gnome-shell-extension-appindicator) and turn it on in the app Extensions; until then, `mivora show` shows your day.</source>
-        <translation>GNOME zeigt kein Symbol, bevor Sie die Erweiterung AppIndicator (gnome-shell-extension-appindicator) installieren und in der App Erweiterungen einschalten; bis dahin zeigt `mivora show` Ihren Tag.</translation>
+        <source>GNOME shows no icon before you install the extension AppIndicator (gnome-shell-extension-appindicator) and turn it on in the app Extensions; until then, “mivora show” shows your day.</source>
+        <translation>GNOME zeigt kein Symbol, bevor Sie die Erweiterung AppIndicator (gnome-shell-extension-appindicator) installieren und in der App Erweiterungen einschalten; bis dahin zeigt „mivora show“ Ihren Tag.</translation>
     </message>
     <message>
-        <source>This desktop has no status area for the icon: add one to a panel; until then, `mivora show` shows your day.</source>
-        <translation>Dieser Desktop hat keinen Statusbereich für das Symbol: Fügen Sie einer Leiste einen hinzu; bis dahin zeigt `mivora show` Ihren Tag.</translation>
+        <source>This desktop has no tray for the icon: add one to a panel; until then, “mivora show” shows your day.</source>
+        <translation>Dieser Desktop hat keine Systemleiste für das Symbol: Fügen Sie eine hinzu; bis dahin zeigt „mivora show“ Ihren Tag.</translation>
     </message>
     <message>
         <source>Mivora found no calendar</source>
@@ -1005,7 +1005,7 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
     <message>
         <source>What %1 has at this address is not a calendar, or a broken one. The address in iCalendar format is needed.</source>
-        <translation>Was %1 unter dieser Adresse hat, ist kein Kalender oder ein beschädigter. Gebraucht wird die Adresse im iCalendar-Format.</translation>
+        <translation>Unter dieser Adresse liefert %1 keinen oder nur einen beschädigten Kalender. Gebraucht wird die Adresse im iCalendar-Format.</translation>
     </message>
     <message>
         <source>The certificate of %1 is not valid: somebody else may pretend to be it.</source>
@@ -1029,13 +1029,13 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
     <message>
         <source>No meetings this week</source>
-        <translation>Keine Termine in dieser Woche</translation>
+        <translation>Keine Besprechungen in dieser Woche</translation>
     </message>
     <message numerus="yes">
         <source>%n meeting(s) this week</source>
         <translation>
-            <numerusform>%n Termin in dieser Woche</numerusform>
-            <numerusform>%n Termine in dieser Woche</numerusform>
+            <numerusform>%n Besprechung in dieser Woche</numerusform>
+            <numerusform>%n Besprechungen in dieser Woche</numerusform>
         </translation>
     </message>
 </context>
@@ -1161,11 +1161,11 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <name>WelcomeStep</name>
     <message>
         <source>Your next meeting, one click away.</source>
-        <translation>Mit einem Klick in der nächsten Besprechung.</translation>
+        <translation>Ein Klick zur nächsten Besprechung.</translation>
     </message>
     <message>
         <source>The countdown lives in your menu bar. A minute before, a small panel offers Join, Snooze or Dismiss.</source>
-        <translation>Der Countdown steht in der Systemleiste. Eine Minute vorher bietet ein kleines Fenster „Teilnehmen“, „1&#xa0;min später“ und „Ausblenden“ an.</translation>
+        <translation>Der Countdown steht in der Systemleiste. Eine Minute vorher erscheint ein kleines Fenster: Teilnehmen, 1&#xa0;min später, Ausblenden.</translation>
     </message>
 </context>
 <context>

@@ -452,7 +452,7 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     </message>
     <message>
         <source>An https: or webcal: address; read from standard input when it isn&apos;t given</source>
-        <translation>Une adresse https&#xa0;: ou webcal&#xa0;:&#x202f;; lue sur l’entrée standard si elle n’est pas donnée</translation>
+        <translation>Une adresse https ou webcal&#x202f;; lue sur l’entrée standard si elle n’est pas donnée</translation>
     </message>
     <message>
         <source>Remove a subscribed calendar</source>
@@ -913,12 +913,12 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <translation>Mivora a besoin d’accéder à l’agenda</translation>
     </message>
     <message>
-        <source>GNOME shows no icon before you install the extension AppIndicator (gnome-shell-extension-appindicator) and turn it on in the app Extensions; until then, `mivora show` shows your day.</source>
-        <translation>GNOME n’affiche aucune icône avant que vous n’installiez l’extension AppIndicator (gnome-shell-extension-appindicator) et ne l’activiez dans l’application Extensions&#x202f;; d’ici là, `mivora show` affiche votre journée.</translation>
+        <source>GNOME shows no icon before you install the extension AppIndicator (gnome-shell-extension-appindicator) and turn it on in the app Extensions; until then, “mivora show” shows your day.</source>
+        <translation>GNOME n’affiche aucune icône avant que vous n’installiez l’extension AppIndicator (gnome-shell-extension-appindicator) et ne l’activiez dans l’application Extensions&#x202f;; d’ici là, «&#x202f;mivora show&#x202f;» affiche votre journée.</translation>
     </message>
     <message>
-        <source>This desktop has no status area for the icon: add one to a panel; until then, `mivora show` shows your day.</source>
-        <translation>Ce bureau n’a pas de zone de notification pour l’icône&#xa0;: ajoutez-en une à un panneau&#x202f;; d’ici là, `mivora show` affiche votre journée.</translation>
+        <source>This desktop has no tray for the icon: add one to a panel; until then, “mivora show” shows your day.</source>
+        <translation>Ce bureau n’a pas de zone de notification pour l’icône&#xa0;: ajoutez-en une à un panneau&#x202f;; d’ici là, «&#x202f;mivora show&#x202f;» affiche votre journée.</translation>
     </message>
     <message>
         <source>Mivora found no calendar</source>
@@ -1005,7 +1005,7 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     </message>
     <message>
         <source>What %1 has at this address is not a calendar, or a broken one. The address in iCalendar format is needed.</source>
-        <translation>Ce que %1 a à cette adresse n’est pas un agenda, ou est endommagé. Il faut l’adresse au format iCalendar.</translation>
+        <translation>Ce que %1 fournit à cette adresse n’est pas un agenda, ou est endommagé. Il faut l’adresse au format iCalendar.</translation>
     </message>
     <message>
         <source>The certificate of %1 is not valid: somebody else may pretend to be it.</source>
@@ -1098,7 +1098,7 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     </message>
     <message>
         <source>You&apos;re up to date</source>
-        <translation>Vous êtes à jour</translation>
+        <translation>Mivora est à jour</translation>
     </message>
     <message>
         <source>%1 %2 is the newest version.</source>
@@ -1222,7 +1222,7 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     </message>
     <message>
         <source>your calendars are still being read; try again in a moment</source>
-        <translation>vos calendriers sont encore en cours de lecture&#x202f;; réessayez dans un instant</translation>
+        <translation>vos agendas sont encore en cours de lecture&#x202f;; réessayez dans un instant</translation>
     </message>
     <message>
         <source>Today</source>

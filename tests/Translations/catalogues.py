@@ -4,6 +4,7 @@
 They have all texts of the sources and no others, each with what is filled in or typed, in the typography and the words of
 its language and platform. The English one has plural forms, and what the sources say in another platform's words.
 """
+import glob
 import os
 import re
 import shutil
@@ -18,7 +19,7 @@ FIXED_PARTS = re.compile(r"%(?:\d+|L?n)|&(?=\S)|\n|…|`[^`]*`|--[a-z]+|\$[A-Z_]
 MISPRINTS = {"fr": "[^\u202f][?!;»]|[^\u00a0]:(?!/)|«[^\u202f]|'|\"", "de": "'|\"|[^\u00a0]…", "en": "\u2019"}
 # What people here have under no such name, and an arrow that could stand at a line's end.
 FOREIGN = re.compile(r"\bMac\b|[Mm]enu bar|System (?:Settings|Preferences)|Internet Accounts|Privacy & Security|→ |"
-                     r"Menüleiste|Systemeinstellungen|Internet-?[Kk]onten|Datenschutz|[Bb]eitr[ei]t|beigetreten|"
+                     r"Menüleiste|Systemeinstellungen|Internet-?[Kk]onten|Datenschutz|[Bb]eitr[ei]t|beigetreten|tritt .* bei\b|"
                      r"barre des menus|Réglages|Comptes Internet|Confidentialité")
 
 
@@ -52,5 +53,6 @@ for language, misprint in MISPRINTS.items():
             is_finished = text.strip() and not translation.get("type")
             if not is_finished or fixed_parts(text) != fixed_parts(source) or re.search(misprint, text) or FOREIGN.search(text):
                 faults.append(f"{file}: {source!r}: {text!r}")
+faults += [f"{file}: {line}" for file in glob.glob("packaging/app.*") for line in open(file) if FOREIGN.search(line)]
 print(*faults, sep="\n")
 sys.exit(bool(faults))
