@@ -76,6 +76,8 @@ build() {
             printf '%s\n' "$messages" >&2
             return 1
         }
+        # What is left out for want of a library.
+        sed -n 's/^-- \(.* not found: .*\)/\1/p' <<<"$messages" >&2
     fi
     echo "Building ($preset)…" >&2
     if [ $# -gt 0 ]; then
