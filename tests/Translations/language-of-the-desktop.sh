@@ -18,7 +18,7 @@ expect() {
 }
 
 english='there is no session bus to reach Mivora on; run this in your desktop session'
-german='kein Sitzungsbus, über den Mivora zu erreichen wäre; führen Sie dies in Ihrer Arbeitsumgebung aus'
+german='kein Sitzungsbus, über den Mivora zu erreichen wäre; führen Sie dies in Ihrer Desktopsitzung aus'
 french='aucun bus de session pour joindre Mivora ; lancez ceci dans votre session de bureau'
 expect "$english" A= -- snooze
 expect "$english" LC_ALL=C.UTF-8 LANG=de_DE.UTF-8 LANGUAGE=de -- snooze
