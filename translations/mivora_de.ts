@@ -72,7 +72,7 @@
     <name>CalendarList</name>
     <message>
         <source>Google or Outlook calendar missing? Add the account under System Settings → Internet Accounts and it appears here.</source>
-        <translation>Fehlt ein Kalender von Google oder Outlook? Fügen Sie das Konto unter Einstellungen →&#xa0;Online-Konten hinzu, dann erscheint er hier.</translation>
+        <translation>Fehlt ein Kalender von Google oder Outlook? Fügen Sie das Konto unter Online-Konten hinzu, dann erscheint er hier.</translation>
     </message>
     <message>
         <source>Subscribe to a calendar…</source>

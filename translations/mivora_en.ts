@@ -12,7 +12,7 @@
     <name>CalendarList</name>
     <message>
         <source>Google or Outlook calendar missing? Add the account under System Settings → Internet Accounts and it appears here.</source>
-        <translation>Google or Outlook calendar missing? Add the account under Settings →&#xa0;Online Accounts and it appears here.</translation>
+        <translation>Google or Outlook calendar missing? Add the account in Online Accounts and it appears here.</translation>
     </message>
 </context>
 <context>

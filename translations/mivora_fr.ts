@@ -72,7 +72,7 @@
     <name>CalendarList</name>
     <message>
         <source>Google or Outlook calendar missing? Add the account under System Settings → Internet Accounts and it appears here.</source>
-        <translation>Un agenda Google ou Outlook manque&#x202f;? Ajoutez le compte dans Paramètres →&#xa0;Comptes en ligne et il apparaîtra ici.</translation>
+        <translation>Un agenda Google ou Outlook manque&#x202f;? Ajoutez le compte dans Comptes en ligne et il apparaîtra ici.</translation>
     </message>
     <message>
         <source>Subscribe to a calendar…</source>

@@ -175,9 +175,8 @@ bool claimApplicationName(const QDBusConnection &bus)
 
 void ApplicationService::tellNoBus()
 {
-    writeToSystemLog(
-        QStringLiteral("Mivora: there is no session bus: no tray but one of XEmbed shows the "
-                       "icon, and no command reaches this program"));
+    writeToSystemLog(QStringLiteral("Mivora: there is no session bus: no tray but one of XEmbed shows the "
+                                    "icon, and no command reaches this program"));
 }
 
 } // namespace mivora

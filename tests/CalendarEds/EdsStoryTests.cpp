@@ -1,4 +1,4 @@
-#include "CalendarEds/DesktopLoader.h"
+#include "CalendarEds/DesktopSubscriptions.h"
 #include "CalendarEds/EdsWorld.h"
 #include "CalendarFolder/LoadedStore.h"
 
@@ -358,7 +358,6 @@ TEST_F(EdsStoryTest, subscribesToAddresses)
     const std::string log = testing::internal::GetCapturedStderr();
     EXPECT_EQ(log.find("hush"), log.npos) << log;
     EXPECT_THAT(log, testing::ContainsRegex("can't be fetched .(Not Found|Unavailable)"));
-    EXPECT_EQ(log.find("not signed in (Not Found)"), log.npos) << log;
 }
 
 TEST_F(EdsStoryTest, readsServedCalendarsLikeFiles)
@@ -368,10 +367,12 @@ TEST_F(EdsStoryTest, readsServedCalendarsLikeFiles)
     const auto meetings = [](LoadedStore &of) {
         std::vector<std::string> texts;
         for (const auto &m : of.meetings("2026-03-01T00:00:00Z", 45))
-            texts.push_back(m->title + ' ' + std::to_string(secondsSinceEpoch(m->start)) + ' ' +
-                            std::to_string(secondsSinceEpoch(m->end)) + ' ' +
-                            std::to_string(int(m->participation)) + (m->isAllDay ? " whole" : "") + ' ' +
-                            (m->joinLink ? m->joinLink->webURL.text() : ""));
+            // Other tests have left meetings in other calendars.
+            if (!m->calendarID.starts_with("desktop:") || isOwnSubscription(m->calendarID))
+                texts.push_back(m->title + ' ' + std::to_string(secondsSinceEpoch(m->start)) + ' ' +
+                                std::to_string(secondsSinceEpoch(m->end)) + ' ' +
+                                std::to_string(int(m->participation)) + (m->isAllDay ? " whole" : "") + ' ' +
+                                (m->joinLink ? m->joinLink->webURL.text() : ""));
         std::sort(texts.begin(), texts.end());
         return texts;
     };
@@ -387,7 +388,6 @@ TEST_F(EdsStoryTest, readsServedCalendarsLikeFiles)
         web.answers[place] = {"200 OK", std::string(std::istreambuf_iterator<char>(file), {})};
         add(web.address(place));
     }
-    // Other days are loaded when they are asked for.
     EXPECT_TRUE(waitFor([&] { return meetings(expected).size() > 50; }));
     waitFor([&] { return meetings(*loaded) == meetings(expected); }, LoadedStore::patience);
     EXPECT_EQ(meetings(*loaded), meetings(expected));

@@ -86,6 +86,7 @@ SubscriptionAnswer EdsSubscriptions::done(bool isDone) const
 SubscriptionAnswer EdsSubscriptions::fetch(const std::vector<Source> &sources, bool isNew)
 {
     DesktopAccounts accounts{.calendars = {}, .mailAddresses = mailAddresses(m_registry.get())};
+    accounts.calendars.reserve(sources.size());
     for (const Source &source : sources)
         accounts.calendars.push_back(describeCalendar(m_registry.get(), source.get(), {}));
     m_reader.setAccounts(std::move(accounts));
