@@ -17,8 +17,8 @@ Item {
     implicitHeight: isStacked ? texts.height + slot.height + 26
                               : Math.max(Math.round(40 * Appearance.textScale), texts.height + 18, slot.height + 12)
 
-    // A wide control goes below the text.
-    readonly property bool isStacked: slot.width > width * 0.4
+    // A wide control goes below the text, unless that is short.
+    readonly property bool isStacked: slot.width > Math.max(width * 0.4, width - title.implicitWidth - 38)
 
     Box {
         visible: root.hasSeparator
@@ -42,6 +42,8 @@ Item {
         spacing: 2
 
         Label {
+            id: title
+
             width: parent.width
             text: root.title
             opacity: root.enabled ? 1 : 0.4
