@@ -29,7 +29,7 @@ There is no apt here, so nothing is installed. Mivora is built from these, with 
   CMake 3.25, Ninja, pkg-config, a compiler of C++20 (GCC 12 or Clang 14, or newer)
   Qt 6.4 or newer: Base (with D-Bus), Declarative (Quick, Quick Templates), SVG, Tools (Linguist); to run also Wayland
   Boost 1.81 or newer, with Boost.URL; CLI11 2; GLib 2.74 with GIO; for the tests libsodium
-  libxcb 1.15, with keysyms (xcb-util-keysyms), shape and xkb; libxkbcommon 1.5, with its X11 part;
+  libxcb 1.15, with shape and xkb; libxkbcommon 1.5, with its X11 part;
   the headers of libwayland 1.20
   libecal 2.0 of evolution-data-server 3.46 or newer: without it no calendars of the desktop's accounts
   LayerShellQt 6: without it the panel is shown by XWayland in Wayland sessions

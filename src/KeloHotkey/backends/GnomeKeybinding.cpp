@@ -1,6 +1,7 @@
 #include "KeloHotkey/backends/GnomeKeybinding.h"
 
-#include "KeloHotkey/backends/Accelerator.h"
+#include "KeloHotkey/KeyboardLayout.h"
+#include "KeloHotkey/VirtualKeys.h"
 #include "Platform/linux/Gio.h"
 
 #include <QByteArrayList>
@@ -8,6 +9,7 @@
 #include <QFile>
 #include <QStandardPaths>
 #include <algorithm>
+#include <string_view>
 #include <vector>
 
 namespace kelo {
@@ -23,13 +25,32 @@ constexpr const char *keySchemas[] = {"org.gnome.desktop.wm.keybindings", "org.g
                                       "org.gnome.mutter.keybindings", "org.gnome.mutter.wayland.keybindings",
                                       daemonSchema};
 
+// What desktops write for each, in lower case.
+constexpr std::pair<std::string_view, std::uint32_t> modifierNames[] = {
+    {"shift", shiftKey}, {"control", controlKey}, {"ctrl", controlKey},  {"primary", controlKey},
+    {"alt", optionKey},  {"mod1", optionKey},     {"super", commandKey}, {"mod4", commandKey},
+};
+
+bool typesKey(std::uint16_t keyCode, const QString &name)
+{
+    // What is above Tab is bound by its place.
+    if (name == QLatin1String("Above_Tab"))
+        return keyCode == virtualGrave;
+    return !name.isEmpty() && KeyboardLayout::symbolName(keyCode).compare(name, Qt::CaseInsensitive) == 0;
+}
+
+QString acceleratorOf(const HotKeyCombo &combo)
+{
+    return combo.keysIn("<Control> <Alt> <Shift> <Super>").join(QString());
+}
+
 // Nothing of this depends on what runs already, as at login the daemon may come later.
 bool hasDaemon()
 {
+    static constexpr const char *desktops[] = {"GNOME", "Unity", "Pantheon", "Budgie"};
     const auto names = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':'));
     const auto isNamed = [&](const char *desktop) { return names.contains(QLatin1String(desktop)); };
-    return std::ranges::any_of(std::initializer_list{"GNOME", "Unity", "Pantheon", "Budgie"}, isNamed) &&
-           !QFile::exists(QStringLiteral("/.flatpak-info"));
+    return std::ranges::any_of(desktops, isNamed) && !QFile::exists(QStringLiteral("/.flatpak-info"));
 }
 
 } // namespace
@@ -104,6 +125,28 @@ private:
     GSettings *m_settings = nullptr;
 };
 
+std::optional<HotKeyCombo> comboOfAccelerator(const QString &text)
+{
+    // "<Control", "<Alt", "j".
+    QStringList parts = text.split(QLatin1Char('>'));
+    const QString key = parts.takeLast();
+    HotKeyCombo combo{.modifiers = 0};
+    for (const QString &part : parts) {
+        const std::string name = part.mid(1).toLower().toStdString();
+        const auto *known =
+            std::ranges::find(modifierNames, name, &std::pair<std::string_view, std::uint32_t>::first);
+        if (known == std::end(modifierNames))
+            return std::nullopt;
+        combo.modifiers |= known->second;
+    }
+    for (const KeyCodePair &pair : keyCodePairs) {
+        combo.keyCode = pair.virtualKey;
+        if (typesKey(pair.virtualKey, key))
+            return combo;
+    }
+    return std::nullopt;
+}
+
 std::unique_ptr<GnomeKeybinding> GnomeKeybinding::create(const HotKeyPurpose &purpose,
                                                          std::function<void()> changed)
 {
@@ -139,7 +182,7 @@ bool GnomeKeybinding::exists() const
 
 bool GnomeKeybinding::isUsed(const HotKeyCombo &combo) const
 {
-    const auto isCombo = [&](const QString &text) { return Accelerator::read(text) == combo; };
+    const auto isCombo = [&](const QString &text) { return comboOfAccelerator(text) == combo; };
     for (const char *schema : keySchemas) {
         const GnomeSettings settings(schema);
         for (const QString &key : settings.keys()) {
@@ -154,7 +197,7 @@ bool GnomeKeybinding::isUsed(const HotKeyCombo &combo) const
 
 bool GnomeKeybinding::set(const HotKeyCombo &combo)
 {
-    if (Accelerator::of(combo).isEmpty() || isUsed(combo))
+    if (acceleratorOf(combo).isEmpty() || isUsed(combo))
         return false;
     QString program = m_purpose.command.section(QLatin1Char(' '), 0, 0);
     if (QStandardPaths::findExecutable(program).isEmpty())
@@ -169,7 +212,7 @@ bool GnomeKeybinding::set(const HotKeyCombo &combo)
 
 void GnomeKeybinding::setKeys(const std::optional<HotKeyCombo> &combo)
 {
-    m_entry->set("binding", combo ? Accelerator::of(*combo) : QString());
+    m_entry->set("binding", combo ? acceleratorOf(*combo) : QString());
 }
 
 void GnomeKeybinding::remove()
@@ -200,7 +243,7 @@ HotKeyState GnomeKeybinding::state(const HotKeyCombo &combo) const
     if (!exists())
         return {HotKeyState::Kind::cancelled};
     const QString binding = m_entry->text("binding");
-    const auto bound = Accelerator::read(binding);
+    const auto bound = comboOfAccelerator(binding);
     return {.kind = HotKeyState::Kind::registered,
             .keys = bound ? bound->text() : binding,
             .areKeysOfDesktop = bound != combo};

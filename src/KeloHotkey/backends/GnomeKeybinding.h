@@ -9,6 +9,10 @@ namespace kelo {
 
 class GnomeSettings;
 
+/// The combination of an accelerator, keys as GTK writes them: "<Control><Alt>j", in any of the forms that
+/// desktops write. Nothing for other texts, and when no key of the user's layout types it.
+std::optional<HotKeyCombo> comboOfAccelerator(const QString &text);
+
 /// An entry among the custom keybindings of GNOME's settings daemon that runs the command of the purpose:
 /// for versions of GNOME whose portal has no shortcuts, and for desktops that have kept its daemon.
 ///

@@ -133,6 +133,23 @@ std::uint32_t LatinLayout::symbol(std::uint32_t virtualKey) const
     return symbolAt(m_keymap.get(), *key, m_index, 0);
 }
 
+std::optional<std::uint32_t> LatinLayout::modifierOf(std::uint32_t symbol) const
+{
+    xkb_keymap *keymap = m_keymap.get();
+    std::optional<std::uint32_t> mask;
+    if (!keymap)
+        return mask;
+    xkb_state *state = xkb_state_new(keymap);
+    for (auto key = xkb_keymap_min_keycode(keymap); !mask && key <= xkb_keymap_max_keycode(keymap); ++key) {
+        if (symbolAt(keymap, key, m_index, 0) != symbol)
+            continue;
+        xkb_state_update_key(state, key, XKB_KEY_DOWN);
+        mask = xkb_state_serialize_mods(state, XKB_STATE_MODS_EFFECTIVE) & 0xff;
+    }
+    xkb_state_unref(state);
+    return mask;
+}
+
 std::optional<QString> LatinLayout::character(std::uint32_t virtualKey) const
 {
     const xkb_keysym_t wanted = symbol(virtualKey);

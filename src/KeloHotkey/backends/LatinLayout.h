@@ -30,6 +30,10 @@ public:
     /// The XKB name of what the key types without modifiers. Empty for a key that has none.
     QString symbolName(std::uint32_t virtualKey) const;
 
+    /// The real modifiers, as an X11 mask, that are on while the key of this symbol is down. Nothing when no
+    /// key has it.
+    std::optional<std::uint32_t> modifierOf(std::uint32_t symbol) const;
+
 private:
     /// Owns the keymap, which may be null.
     LatinLayout(xkb_keymap *keymap, std::uint32_t active);

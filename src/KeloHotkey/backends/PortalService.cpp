@@ -1,7 +1,6 @@
 #include "KeloHotkey/backends/PortalService.h"
 
 #include "KeloHotkey/VirtualKeys.h"
-#include "KeloHotkey/backends/Accelerator.h"
 #include "Platform/Activation.h"
 #include "Platform/linux/PortalRequest.h"
 
@@ -54,7 +53,7 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, PortalShortcut &e
 QString keysIn(const QString &description)
 {
     const QString text = description.simplified();
-    const auto combo = Accelerator::read(text.mid(text.indexOf(QLatin1Char('<'))));
+    const auto combo = comboOfAccelerator(text.mid(text.indexOf(QLatin1Char('<'))));
     return combo ? combo->text() : text;
 }
 

@@ -1,12 +1,11 @@
 #include "KeloHotkey/backends/X11GrabService.h"
 
-#include "KeloHotkey/KeyboardLayout.h"
 #include "KeloHotkey/VirtualKeys.h"
+#include "KeloHotkey/backends/Keyboard.h"
 #include "Platform/Activation.h"
 
 #include <QCoreApplication>
 #include <algorithm>
-#include <xcb/xcb_keysyms.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 namespace kelo {
@@ -14,28 +13,13 @@ namespace kelo {
 namespace {
 
 // Alt and Super have their customary modifiers when no key is theirs.
-X11Modifiers currentModifiers(const mivora::X11Connection &x11)
+X11Modifiers currentModifiers()
 {
-    const auto mapping = mivora::owned(
-        xcb_get_modifier_mapping_reply(x11.get(), xcb_get_modifier_mapping(x11.get()), nullptr));
-    const std::unique_ptr<xcb_key_symbols_t, decltype(&xcb_key_symbols_free)> symbols(
-        xcb_key_symbols_alloc(x11.get()), &xcb_key_symbols_free);
-    // The keys of each modifier, one modifier after the other.
-    const int perModifier = mapping ? mapping->keycodes_per_modifier : 0;
-    const xcb_keycode_t *keys = mapping ? xcb_get_modifier_mapping_keycodes(mapping.get()) : nullptr;
-    const auto firstMask = [&](std::initializer_list<xcb_keysym_t> wanted, std::uint16_t customary) {
-        for (const xcb_keysym_t symbol : wanted) {
-            for (int i = 0; i < 8 * perModifier; ++i) {
-                if (xcb_key_symbols_get_keysym(symbols.get(), keys[i], 0) == symbol)
-                    return std::uint16_t(1 << i / perModifier);
-            }
-        }
-        return customary;
-    };
+    const LatinLayout &layout = Keyboard::instance().layout();
     return {
-        .alt = firstMask({XKB_KEY_Alt_L, XKB_KEY_Alt_R}, XCB_MOD_MASK_1),
-        .super = firstMask({XKB_KEY_Super_L, XKB_KEY_Super_R}, XCB_MOD_MASK_4),
-        .numLock = firstMask({XKB_KEY_Num_Lock}, 0),
+        .alt = std::uint16_t(layout.modifierOf(XKB_KEY_Alt_L).value_or(XCB_MOD_MASK_1)),
+        .super = std::uint16_t(layout.modifierOf(XKB_KEY_Super_L).value_or(XCB_MOD_MASK_4)),
+        .numLock = std::uint16_t(layout.modifierOf(XKB_KEY_Num_Lock).value_or(0)),
     };
 }
 
@@ -55,10 +39,10 @@ std::uint16_t X11Modifiers::mask(std::uint32_t hotKeyModifiers) const
     return mask;
 }
 
-X11GrabService::X11GrabService() : m_modifiers(currentModifiers(m_x11))
+X11GrabService::X11GrabService() : m_modifiers(currentModifiers())
 {
     m_keymapTimer.setSingleShot(true);
-    KeyboardLayout::onChange(&m_keymapTimer, [this] { m_keymapTimer.start(); });
+    connect(&Keyboard::instance(), &Keyboard::changed, &m_keymapTimer, qOverload<>(&QTimer::start));
     connect(&m_keymapTimer, &QTimer::timeout, this, &X11GrabService::adoptModifiers);
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
@@ -188,7 +172,7 @@ void X11GrabService::ungrabAll()
 // Physical keys keep their codes in every keymap, but the modifiers may have moved.
 void X11GrabService::adoptModifiers()
 {
-    const X11Modifiers modifiers = currentModifiers(m_x11);
+    const X11Modifiers modifiers = currentModifiers();
     if (modifiers == m_modifiers)
         return retry();
     ungrabAll();
