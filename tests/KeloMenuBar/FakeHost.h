@@ -41,6 +41,22 @@ public:
         m_bus.send(QDBusMessage::createSignal(m_watcherPath, m_watcher, change));
     }
 
+    /// A panel that wants org.x.StatusIcon instead comes or goes.
+    void setMonitor(bool isThere)
+    {
+        const auto name = QStringLiteral("org.x.StatusIconMonitor.panel");
+        isThere ? m_bus.registerService(name) : m_bus.unregisterService(name);
+    }
+
+    /// Calls what that panel finds.
+    QVariant icon(const char *path, const char *interface, const char *method, const QVariantList &arguments)
+    {
+        const QString service = QStringLiteral("org.x.StatusIcon.Mivora");
+        return call(QLatin1String(path), QLatin1String(interface), method, arguments, service)
+            .arguments()
+            .value(0);
+    }
+
     /// Calls the item, or its menu.
     QDBusMessage item(const char *method, const QVariantList &arguments)
     {
@@ -72,10 +88,10 @@ private Q_SLOTS:
 private:
     // Who answers may be in this thread: the event loop goes on.
     QDBusMessage call(const QString &path, const QString &interface, const char *method,
-                      const QVariantList &arguments)
+                      const QVariantList &arguments, const QString &service = {})
     {
-        auto message =
-            QDBusMessage::createMethodCall(registered.constLast(), path, interface, QLatin1String(method));
+        auto message = QDBusMessage::createMethodCall(service.isEmpty() ? registered.constLast() : service,
+                                                      path, interface, QLatin1String(method));
         message.setArguments(arguments);
         return m_bus.call(message, QDBus::BlockWithGui);
     }

@@ -121,7 +121,6 @@ TEST(Presentation, followsTheHost)
         Presentation expected;
     } rows[] = {
         {"gnome-shell", false, "", Label},
-        {"waybar", false, "", Wide},
         {"waybar", true, "", Wide},
         // A plug-in of a panel for Ayatana's service.
         {"stranger", true, "", Label},

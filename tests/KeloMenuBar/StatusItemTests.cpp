@@ -164,8 +164,6 @@ TEST_F(StatusItemTest, hasAMenuThatTheMouseReaches)
     EXPECT_TRUE(QTest::qWaitFor(
         [&] { return view.names(QAccessible::MenuItem).join(u' ') == QLatin1String("one off two"); }));
     EXPECT_TRUE(view.click(QAccessible::MenuItem, QStringLiteral("off")));
-    QTest::keyClick(openPopup(), Qt::Key_Return);
-    ASSERT_TRUE(openPopup()) << "there is nothing to be chosen";
     EXPECT_TRUE(view.click(QAccessible::MenuItem, QStringLiteral("two")));
     EXPECT_TRUE(isChosen("two"));
 
@@ -197,16 +195,10 @@ TEST_F(StatusItemTest, hasAMenuForTheHostToDraw)
     host.menu("AboutToShow", {0});
     const QDBusMessage layout = host.menu("GetLayout", {0, -1, QStringList()});
     const DBusMenuLayout item = qdbus_cast<DBusMenuLayout>(layout.arguments().value(1)).children[0];
-    const QDBusMessage group =
-        host.menu("GetGroupProperties", {QVariant::fromValue(QList<int>{item.id}), QStringList()});
-    const auto properties = qdbus_cast<QList<DBusMenuProperties>>(group.arguments().value(0));
-    ASSERT_EQ(properties.size(), 1);
-    EXPECT_EQ(properties[0].properties.value(QStringLiteral("label")), QStringLiteral("one"));
     const auto events = QVariant::fromValue(
         QList<DBusMenuEvent>{{12345, QStringLiteral("clicked"), QDBusVariant(QString()), 0}});
     const QDBusMessage reply = host.menu("EventGroup", {events});
     EXPECT_EQ(qdbus_cast<QList<int>>(reply.arguments().value(0)), QList<int>{12345});
-    EXPECT_EQ(host.menu("GetLayout", {12345, -1, QStringList()}).type(), QDBusMessage::ErrorMessage);
     const auto click = [&] {
         host.menu("Event",
                   {item.id, QStringLiteral("clicked"), QVariant::fromValue(QDBusVariant(QString())), 77U});
@@ -224,6 +216,31 @@ TEST_F(StatusItemTest, hasAMenuForTheHostToDraw)
     host.item("ContextMenu", {1279, 799});
     EXPECT_EQ(openPopup()->geometry(), QRect(1120, 711, 160, 88));
     QTest::keyClick(openPopup(), Qt::Key_Escape);
+}
+
+TEST_F(StatusItemTest, isAnIconOfAnotherKindForPanelsThatDrawATextBesideThose)
+{
+    constexpr const char *path = "/org/x/StatusIcon/Icon";
+    FakeHost &host = m_host.emplace(m_bus);
+    host.setMonitor(true);
+    const auto property = [&](const char *name) {
+        return host.icon(path, "org.freedesktop.DBus.Properties", "Get", {QString(), QLatin1String(name)})
+            .value<QDBusVariant>()
+            .variant();
+    };
+    m_item.setState({.title = QStringLiteral("R&D · 2m"), .toolTip = QStringLiteral("R&D")});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return property("Label") == QStringLiteral("R&D · 2m"); }));
+    EXPECT_EQ(property("TooltipText"), QStringLiteral("R&amp;D"));
+    const QVariant objects =
+        host.icon("/org/x/StatusIcon", "org.freedesktop.DBus.ObjectManager", "GetManagedObjects", {});
+    EXPECT_EQ(objects.value<QDBusArgument>().currentSignature(), QStringLiteral("a{oa{sa{sv}}}"));
+    host.icon(path, "org.x.StatusIcon", "ButtonPress", {10, 10, 1U, 77U, 0});
+    ASSERT_TRUE(openPopup());
+    QTest::keyClick(openPopup(), Qt::Key_Escape);
+    host.setMonitor(false);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !host.registered.isEmpty(); })) << "as everywhere else again";
+    host.setMonitor(true);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return host.property("Status") == QStringLiteral("Passive"); }));
 }
 
 TEST_F(StatusItemTest, announcesItsLabelOnceMoreToAHostThatHasReadIt)
@@ -266,7 +283,6 @@ TEST_F(StatusItemTest, givesPicturesInNetworkByteOrder)
     const auto pixmaps = qdbus_cast<QList<NotifierPixmap>>(host("wide").property("IconPixmap"));
     ASSERT_EQ(pixmaps.size(), 2);
     for (const NotifierPixmap &pixmap : pixmaps) {
-        EXPECT_EQ(pixmap.bytes.size(), pixmap.width * pixmap.height * 4);
         EXPECT_GT(pixmap.width, 3 * pixmap.height);
         // The middle of the left edge is plate: opaque and dark, alpha first.
         const QByteArray pixel = pixmap.bytes.mid(qsizetype(pixmap.height / 2) * pixmap.width * 4, 4);

@@ -6,6 +6,7 @@
 
 #include <QFile>
 #include <QRegularExpression>
+#include <algorithm>
 #include <utility>
 
 namespace kelo {
@@ -41,7 +42,7 @@ QString processName(uint pid)
 NotifierBackend::NotifierBackend(const QDBusConnection &bus, const QString &id, const StatusItemState &state,
                                  std::function<Menu()> build, std::function<void(QPoint)> openMenu)
     : m_bus(bus), m_watcher(watcherName, bus, QDBusServiceWatcher::WatchForOwnerChange), m_state(state),
-      m_openMenu(std::move(openMenu)),
+      m_openMenu(std::move(openMenu)), m_icon(bus, id, m_openMenu),
       m_item(new NotifierItem(
           bus, id, [this](QPoint point) { return this->openMenu(point); }, &m_itemObject))
 {
@@ -49,8 +50,11 @@ NotifierBackend::NotifierBackend(const QDBusConnection &bus, const QString &id, 
         bus, std::move(build), [this] { return m_item->takeActivationToken(); }, &m_menuObject);
     m_bus.registerObject(QLatin1String(NotifierItem::objectPath), &m_itemObject);
     m_bus.registerObject(QLatin1String(NotifierItem::menuPath), &m_menuObject);
+    m_watcher.addWatchedService(QStringLiteral("org.x.StatusIconMonitor*"));
     connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
-            [this](const QString &, const QString &, const QString &owner) { setOwner(owner); });
+            [this](const QString &name, const QString &, const QString &owner) {
+                name == watcherName ? setOwner(owner) : followHosts();
+            });
     // From any sender: with a name, Qt would wait for its owner here.
     for (const char *change : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})
         m_bus.connect({}, watcherPath, watcherName, QLatin1String(change), this, SLOT(followHosts()));
@@ -72,7 +76,12 @@ void NotifierBackend::update()
 {
     if (!m_presentation)
         return;
+    if (m_icon.isClaimed())
+        m_icon.show(m_state);
     NotifierProperties properties = notifierProperties(m_state, *m_presentation);
+    // There is no way back from a registration.
+    if (m_isIcon)
+        properties.status = QStringLiteral("Passive");
     if (readsMarkup(m_host)) {
         properties.title = properties.title.toHtmlEscaped();
         properties.toolTip = properties.toolTip.toHtmlEscaped();
@@ -86,10 +95,9 @@ void NotifierBackend::setOwner(const QString &owner)
         return;
     m_owner = owner;
     m_presentation.reset();
+    m_isRegistered = false;
     m_host = {.desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP")};
-    if (!owner.isEmpty())
-        return askProcess();
-    setHasHost(false);
+    owner.isEmpty() ? askHosts() : askProcess();
 }
 
 void NotifierBackend::askProcess()
@@ -107,27 +115,48 @@ void NotifierBackend::askProcess()
 void NotifierBackend::askHosts()
 {
     const auto answered = [this, owner = m_owner](const auto &names) {
-        if (owner != m_owner)
-            return;
-        const QStringList found = names.isValid() ? names.value() : QStringList();
-        m_host.hasAyatanaIndicator = found.contains(QLatin1String("org.ayatana.indicator.application"));
-        m_host.others.clear();
-        static const QRegularExpression hostName(QStringLiteral("\\.StatusNotifierHost-(\\d+)"));
-        for (const QString &name : found) {
-            if (const auto match = hostName.match(name); match.hasMatch())
-                m_host.others << processName(match.captured(1).toUInt());
-        }
-        const bool isNew = !m_presentation;
-        m_presentation = presentationOverride().value_or(presentationFor(m_host));
-        update();
-        if (isNew)
-            registerItem();
+        if (owner == m_owner)
+            takeHosts(names.isValid() ? names.value() : QStringList());
     };
     callBus<QStringList>(m_bus, busCall(QStringLiteral("ListNames")), this, answered);
 }
 
+void NotifierBackend::takeHosts(const QStringList &names)
+{
+    m_host.hasAyatanaIndicator = names.contains(QLatin1String("org.ayatana.indicator.application"));
+    m_host.others.clear();
+    static const QRegularExpression hostName(QStringLiteral("\\.StatusNotifierHost-(\\d+)"));
+    for (const QString &name : names) {
+        if (const auto match = hostName.match(name); match.hasMatch())
+            m_host.others << processName(match.captured(1).toUInt());
+    }
+    m_presentation = presentationOverride().value_or(presentationFor(m_host));
+    const bool wantsIcon = NotifierBackend::wantsIcon(names);
+    const bool isAsking = wantsIcon && !m_icon.isClaimed();
+    if (isAsking)
+        m_icon.claim([this] { askHosts(); });
+    m_isIcon = wantsIcon && m_icon.isNamed();
+    update();
+    if (isAsking)
+        return;
+    if (m_isIcon || m_owner.isEmpty())
+        setHasHost(m_isIcon);
+    else if (!m_isRegistered)
+        registerItem();
+    else
+        askDrawn();
+}
+
+// A panel's monitor is there, and the user doesn't want a picture.
+bool NotifierBackend::wantsIcon(const QStringList &names)
+{
+    return presentationOverride().value_or(Presentation::Label) == Presentation::Label &&
+           std::ranges::any_of(names, &StatusIcon::isMonitor);
+}
+
 void NotifierBackend::registerItem()
 {
+    m_isRegistered = true;
     m_item->expectHost();
     // The unique name: hosts take it as well as a name of the form org.kde.StatusNotifierItem-…, which a
     // sandbox would not let us have. A host that does not answer just shows nothing.
@@ -139,10 +168,8 @@ void NotifierBackend::registerItem()
 
 void NotifierBackend::followHosts()
 {
-    if (!m_presentation)
-        return;
-    askHosts();
-    askDrawn();
+    if (m_presentation)
+        askHosts();
 }
 
 // The watcher may be a program that only keeps the list of items.

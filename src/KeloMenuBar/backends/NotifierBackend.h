@@ -1,6 +1,6 @@
 #pragma once
 
-#include "KeloMenuBar/backends/Presentation.h"
+#include "KeloMenuBar/backends/StatusIcon.h"
 
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>
@@ -12,7 +12,8 @@ class NotifierItem;
 
 /// Shows the item in a StatusNotifier host, with its menu over com.canonical.dbusmenu: that of the owner of
 /// org.kde.StatusNotifierWatcher, whenever it comes, goes or is replaced. Nobody is waited for: a watcher
-/// that does not answer is taken at its best.
+/// that does not answer is taken at its best. While there is a panel that wants it as org.x.StatusIcon, it is
+/// that one's instead.
 class NotifierBackend final : public QObject
 {
     Q_OBJECT
@@ -41,6 +42,8 @@ private Q_SLOTS:
 private:
     void askProcess();
     void askHosts();
+    void takeHosts(const QStringList &names);
+    static bool wantsIcon(const QStringList &names);
     void askDrawn();
     void registerItem();
     void setHasHost(bool hasHost);
@@ -51,6 +54,7 @@ private:
     const StatusItemState &m_state;
     std::function<void(QPoint)> m_openMenu;
     // What is exported: the interfaces are its adaptors.
+    StatusIcon m_icon;
     QObject m_itemObject;
     QObject m_menuObject;
     NotifierItem *m_item = nullptr;
@@ -59,6 +63,8 @@ private:
     StatusHost m_host;
     // Nothing is drawn or looked up before there is somebody to show it to.
     std::optional<Presentation> m_presentation;
+    bool m_isIcon = false;
+    bool m_isRegistered = false;
     bool m_hasHost = false;
 };
 
