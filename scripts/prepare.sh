@@ -32,7 +32,7 @@ There is no apt here, so nothing is installed. Mivora is built from these, with 
   libxcb 1.15, with shape and xkb; libxkbcommon 1.5, with its X11 part;
   the headers of libwayland 1.20
   libecal 2.0 of evolution-data-server 3.46 or newer: without it no calendars of the desktop's accounts
-  LayerShellQt 6: without it the panel is shown by XWayland in Wayland sessions
+  LayerShellQt 6, with Qt's private headers: without them the panel is shown by XWayland in Wayland sessions
 Debian's names of all of them, and of what the tests need: scripts/packages-*.txt
 END
 }

@@ -87,9 +87,9 @@ void MenuModel::choose(int index)
         action();
 }
 
-bool MenuModel::filter(QEvent &event)
+bool MenuModel::filter(QWindow &window, QEvent &event)
 {
-    mivora::holdActivationOf(event);
+    mivora::holdActivationOf(event, window);
     switch (event.type()) {
     case QEvent::MouseMove:
         followPointer();

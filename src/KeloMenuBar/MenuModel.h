@@ -8,6 +8,7 @@
 
 class QEvent;
 class QKeyEvent;
+class QWindow;
 
 namespace kelo {
 
@@ -61,7 +62,7 @@ public:
 
     /// To be called with every event of the window that shows it. Keys do what they are for (arrows, Return,
     /// Escape, the items' own shortcuts) and go nowhere else: then it is true.
-    bool filter(QEvent &event);
+    bool filter(QWindow &window, QEvent &event);
 
 Q_SIGNALS:
     void itemsChanged();

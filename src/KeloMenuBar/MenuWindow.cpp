@@ -54,9 +54,9 @@ void MenuWindow::fill()
     m_window.setSize(m_model.size().expandedTo({narrowestWindow, 0}).boundedTo({INT_MAX, highest}));
 }
 
-bool MenuWindow::eventFilter(QObject *, QEvent *event)
+bool MenuWindow::eventFilter(QObject *watched, QEvent *event)
 {
-    return m_model.filter(*event);
+    return m_model.filter(static_cast<QWindow &>(*watched), *event);
 }
 
 } // namespace kelo

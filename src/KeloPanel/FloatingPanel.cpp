@@ -95,7 +95,7 @@ void FloatingPanel::releaseView()
 // No key that isn't meant for the panel may press one of its buttons either.
 bool FloatingPanel::eventFilter(QObject *watched, QEvent *event)
 {
-    mivora::holdActivationOf(*event);
+    mivora::holdActivationOf(*event, *m_window);
     switch (event->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::TouchBegin:

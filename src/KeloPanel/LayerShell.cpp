@@ -1,5 +1,6 @@
 #include "KeloPanel/LayerShell.h"
 
+#include "Platform/Activation.h"
 #include "Platform/PluginFile.h"
 #include "Platform/linux/WaylandGlobals.h"
 
@@ -13,7 +14,11 @@ SessionLayers find()
         return {nullptr, QStringLiteral("the compositor offers no layers")};
     mivora::PluginFile file("mivora-layershell", "MIVORA_LAYERSHELL");
     auto *shell = file.get<LayerShell>();
-    return {shell, shell ? QString() : file.errorText()};
+    if (!shell)
+        return {nullptr, file.errorText()};
+    mivora::setTokenRequest(
+        [shell](QWindow &window, auto take) { shell->requestToken(window, std::move(take)); });
+    return {shell, {}};
 }
 
 } // namespace

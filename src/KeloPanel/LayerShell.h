@@ -3,6 +3,7 @@
 #include <QMargins>
 #include <QString>
 #include <QtPlugin>
+#include <functional>
 
 class QWindow;
 
@@ -23,8 +24,11 @@ public:
     /// Where the window stands: `distance` away from `edges`, in the middle between those that aren't named.
     virtual void place(QWindow &window, Qt::Edges edges, const QMargins &distance) = 0;
 
-    /// Whether the compositor may give the keyboard to the window. It is told at once.
-    virtual void setTakesKeyboard(QWindow &window, bool takes) = 0;
+    /// Whether all keys are the window's, or none. The compositor is told at once.
+    virtual void setHasKeyboard(QWindow &window, bool has) = 0;
+
+    /// Asks in the name of any window, not only of a panel's, for a token of xdg-activation.
+    virtual void requestToken(QWindow &window, std::function<void(const QString &)> take) = 0;
 };
 
 /// The session's layers, or why panels can't be in them.
@@ -39,4 +43,4 @@ struct SessionLayers
 
 } // namespace kelo
 
-Q_DECLARE_INTERFACE(kelo::LayerShell, "app.kelo.LayerShell/1")
+Q_DECLARE_INTERFACE(kelo::LayerShell, "app.kelo.LayerShell/2")

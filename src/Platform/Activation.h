@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QVariantMap>
 #include <cstdint>
+#include <functional>
 
 class QEvent;
 class QWindow;
@@ -34,8 +35,16 @@ struct Activation
 /// only.
 void holdActivation(Activation activation);
 
-/// The same with the time of a key that goes down or a button that is released; other events do nothing.
-void holdActivationOf(const QEvent &event);
+/// The same with what an event of the window gives: the time of a key that goes down or a button that is
+/// released, or on Wayland the token that was asked for when the window was turned to.
+void holdActivationOf(const QEvent &event, QWindow &window);
+
+/// Asks the Wayland compositor for a token in the name of a window that the user has just turned to; it is
+/// handed over when it comes, if it comes.
+using TokenRequest = std::function<void(QWindow &window, std::function<void(const QString &)> take)>;
+
+/// Where there is nobody who can ask, programs that are started may stay behind the others.
+void setTokenRequest(TokenRequest request);
 
 /// The token with which a program that is about to be started may come to the front: the one that holds now,
 /// which is over then, or on X11 a new one. Empty for none.

@@ -50,7 +50,7 @@ start() { # COMMAND…: in the background; $! is its process
 export HOME=$home XDG_CONFIG_HOME=$home/config XDG_CACHE_HOME=$home/cache XDG_DATA_HOME=$home/data
 export XDG_STATE_HOME=$home/state XDG_RUNTIME_DIR=$run/runtime MIVORA_CALENDARS=$home/calendars MIVORA_EDS=none
 export LC_ALL=C.UTF-8 NO_AT_BRIDGE=1 GSETTINGS_BACKEND=keyfile DBUS_SYSTEM_BUS_ADDRESS=disabled:
-unset WAYLAND_DISPLAY QT_QPA_PLATFORM XDG_CURRENT_DESKTOP DBUS_SESSION_BUS_ADDRESS GTK_THEME
+unset WAYLAND_DISPLAY QT_QPA_PLATFORM MIVORA_PLATFORM MIVORA_PANEL XDG_CURRENT_DESKTOP DBUS_SESSION_BUS_ADDRESS GTK_THEME
 # Noon, so that the day doesn't end meanwhile.
 ahead=$((12 - 10#$(date -u +%H)))
 export TZ="Etc/GMT$([ "$ahead" -gt 0 ] && echo "-$ahead" || echo "+$((-ahead))")"
@@ -81,13 +81,18 @@ printf '#!/bin/sh\necho "$DISPLAY ${WAYLAND_DISPLAY:-none} ${XAUTHORITY:-none}" 
     "$run/session" "$run/session" "$run/session" >"$run/started"
 chmod +x "$run/started"
 start_sway() { # No key repeats on its own, however slow the machine is.
-    printf '%s\n' 'xwayland enable' 'default_border none' 'input * repeat_rate 0' "exec $run/started" >"$run/sway"
-    start env WLR_BACKENDS=x11 WLR_RENDERER=pixman WLR_X11_OUTPUTS=1 sway -c "$run/sway"
+    printf '%s\n' 'xwayland enable' 'default_border none' 'input * repeat_rate 0' 'focus_on_window_activation smart' "exec $run/started" >"$run/sway"
+    start env WLR_BACKENDS=x11 WLR_RENDERER=pixman WLR_X11_OUTPUTS="${outputs:-1}" sway -c "$run/sway"
+}
+start_labwc() {
+    mkdir -p "$XDG_CONFIG_HOME/labwc"
+    echo '<labwc_config><keyboard><repeatRate>0</repeatRate></keyboard></labwc_config>' >"$XDG_CONFIG_HOME/labwc/rc.xml"
+    start env WLR_BACKENDS=x11 WLR_RENDERER=pixman WLR_X11_OUTPUTS="${outputs:-1}" labwc -s "$run/started"
 }
 start_kwin_wayland() {
     printf '[Keyboard]\nKeyRepeat=nothing\n' >"$XDG_CONFIG_HOME/kcminputrc"
     start env QT_QUICK_BACKEND=software LIBGL_ALWAYS_SOFTWARE=1 kwin_wayland --x11-display "$DISPLAY" --xwayland \
-        --width 1024 --height 600 --socket kwin "$run/started"
+        --output-count "${outputs:-1}" --width 1024 --height 600 --socket kwin "$run/started"
 }
 start_mutter() {
     printf '[org/gnome/desktop/peripherals/keyboard]\nrepeat=false\n' >"$XDG_CONFIG_HOME/glib-2.0/settings/keyfile"
@@ -99,6 +104,20 @@ enter_session() {
     export DISPLAY WAYLAND_DISPLAY XAUTHORITY
     [ "$WAYLAND_DISPLAY" != none ] || unset WAYLAND_DISPLAY
     [ "$XAUTHORITY" != none ] || unset XAUTHORITY
+}
+terminal() { # [SCREEN TO FILL]: a window that is typed into, and takes activation tokens from $tokens
+    QT_QPA_PLATFORM=$platform "$BIN/key-log" "$@" <"${tokens:-/dev/null}" >>"$run/typed" 2>>"$run/log" &
+    processes+=($!)
+}
+last_saw() { # +|-
+    [ "$(tr -cd '+-' <"$run/typed" | tail -c 1)" = "$1" ]
+}
+typed() { # How often its window saw the keyboard go and come is the compositor's affair.
+    [ "$(tr -d '+-' <"$run/typed")" = "$1" ]
+}
+expect_typed() { # TEXT
+    await typed "$1" || fail "no key is lost: $(cat "$run/typed")"
+    : >"$run/typed"
 }
 property() { # SERVICE PATH INTERFACE NAME: of an object on the bus
     gdbus call --session --dest "$1" --object-path "$2" --method org.freedesktop.DBus.Properties.Get "$3" "$4"

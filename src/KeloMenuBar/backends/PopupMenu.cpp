@@ -94,9 +94,9 @@ void PopupMenu::dismiss()
     m_model.setCurrent(-1);
 }
 
-bool PopupMenu::eventFilter(QObject *, QEvent *event)
+bool PopupMenu::eventFilter(QObject *watched, QEvent *event)
 {
-    if (m_model.filter(*event))
+    if (m_model.filter(static_cast<QWindow &>(*watched), *event))
         return true;
     switch (event->type()) {
     case QEvent::MouseButtonPress:

@@ -2,16 +2,16 @@
 
 #include "Platform/linux/WaylandGlobals.h"
 
-#include <QEvent>
+#include <QMouseEvent>
 #include <QWindow>
+#include <utility>
 
 namespace kelo {
 
 namespace {
 
-// KWin gives the keyboard to a surface that begins to take it. Others ask at the press, which would come too
-// late.
-bool isFocusedWhenItTakesKeys()
+// KWin leaves the keyboard to a surface that it was given to, until that one goes.
+bool isKeyboardKept()
 {
     return mivora::waylandGlobals().contains("org_kde_plasma_shell");
 }
@@ -36,13 +36,13 @@ void LayerPanelBackend::orderFront(QWindow &window, const PanelPosition &positio
     // Of the surface's input alone.
     window.setMask(GlassSurface::cardRegion(frame));
     m_shell.place(window, m_edges, m_distance);
-    setTakesKeyboard(window, false);
+    setHasKeyboard(window, false);
     window.show();
 }
 
 void LayerPanelBackend::takeKeyboard(QWindow &window)
 {
-    setTakesKeyboard(window, true);
+    setHasKeyboard(window, true);
 }
 
 void LayerPanelBackend::orderOut(QWindow &window)
@@ -61,12 +61,10 @@ bool LayerPanelBackend::eventFilter(QObject *watched, QEvent *event)
 {
     auto &window = static_cast<QWindow &>(*watched);
     switch (event->type()) {
-    case QEvent::Enter:
-        setTakesKeyboard(window, !isFocusedWhenItTakesKeys());
-        break;
     case QEvent::MouseButtonPress:
-    case QEvent::TouchBegin:
-        setTakesKeyboard(window, true);
+        // Nobody would tell that a finger has left.
+        if (static_cast<QMouseEvent *>(event)->deviceType() != QInputDevice::DeviceType::TouchScreen)
+            takeKeyboard(window);
         break;
     case QEvent::MouseButtonRelease:
         m_distance += QMargins(m_dragged.x(), m_dragged.y(), -m_dragged.x(), -m_dragged.y());
@@ -74,7 +72,7 @@ bool LayerPanelBackend::eventFilter(QObject *watched, QEvent *event)
         m_shell.place(window, m_edges, m_distance);
         break;
     case QEvent::Leave:
-        setTakesKeyboard(window, false);
+        pointerLeft(window);
         break;
     default:
         break;
@@ -82,12 +80,19 @@ bool LayerPanelBackend::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-void LayerPanelBackend::setTakesKeyboard(QWindow &window, bool takes)
+void LayerPanelBackend::pointerLeft(QWindow &window)
 {
-    if (takes == m_takesKeyboard)
-        return;
-    m_takesKeyboard = takes;
-    m_shell.setTakesKeyboard(window, takes);
+    setHasKeyboard(window, false);
+    if (isKeyboardKept() && window.isActive()) {
+        window.hide();
+        window.show();
+    }
+}
+
+void LayerPanelBackend::setHasKeyboard(QWindow &window, bool has)
+{
+    if (std::exchange(m_hasKeyboard, has) != has)
+        m_shell.setHasKeyboard(window, has);
 }
 
 } // namespace kelo

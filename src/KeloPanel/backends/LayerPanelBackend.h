@@ -7,8 +7,9 @@
 
 namespace kelo {
 
-/// A surface of the compositor's top layer. The compositor gives it the keyboard by a click, but only while
-/// the surface says that it takes it, which some take for a wish to have it at once.
+/// A surface of the compositor's top layer. The keyboard is its own from a press on until the pointer leaves:
+/// a surface that leaves that to the compositor is given it at once by some, and by the pointer's moving on
+/// it by others.
 class LayerPanelBackend final : public QObject, public PanelBackend
 {
     Q_OBJECT
@@ -26,13 +27,14 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void setTakesKeyboard(QWindow &window, bool takes);
+    void pointerLeft(QWindow &window);
+    void setHasKeyboard(QWindow &window, bool has);
 
     LayerShell &m_shell;
     Qt::Edges m_edges;
     QMargins m_distance;
     QPoint m_dragged;
-    bool m_takesKeyboard = false;
+    bool m_hasKeyboard = false;
 };
 
 } // namespace kelo

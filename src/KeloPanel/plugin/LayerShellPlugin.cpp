@@ -3,7 +3,9 @@
 #include <LayerShellQt/Window>
 #include <QCoreApplication>
 #include <QExposeEvent>
+#include <QGuiApplication>
 #include <QWindow>
+#include <qpa/qplatformwindow_p.h>
 
 namespace kelo {
 
@@ -33,7 +35,7 @@ void commit(QWindow &window)
 class LayerShellPlugin final : public QObject, public LayerShell
 {
     Q_OBJECT
-    Q_PLUGIN_METADATA(IID "app.kelo.LayerShell/1")
+    Q_PLUGIN_METADATA(IID "app.kelo.LayerShell/2")
     Q_INTERFACES(kelo::LayerShell)
 
 public:
@@ -55,11 +57,23 @@ public:
         commit(window);
     }
 
-    void setTakesKeyboard(QWindow &window, bool takes) override
+    void setHasKeyboard(QWindow &window, bool has) override
     {
-        Surface::get(&window)->setKeyboardInteractivity(takes ? Surface::KeyboardInteractivityOnDemand
-                                                              : Surface::KeyboardInteractivityNone);
+        Surface::get(&window)->setKeyboardInteractivity(has ? Surface::KeyboardInteractivityExclusive
+                                                            : Surface::KeyboardInteractivityNone);
         commit(window);
+    }
+
+    // Qt has no public call for it.
+    void requestToken(QWindow &window, std::function<void(const QString &)> take) override
+    {
+        using Native = QNativeInterface::Private::QWaylandWindow;
+        auto *native = window.nativeInterface<Native>();
+        const auto *application = qGuiApp->nativeInterface<QNativeInterface::QWaylandApplication>();
+        if (!native || !application)
+            return;
+        connect(native, &Native::xdgActivationTokenCreated, this, std::move(take), Qt::SingleShotConnection);
+        native->requestXdgActivationToken(application->lastInputSerial());
     }
 };
 

@@ -29,6 +29,9 @@ constexpr const char *ownTokens = "mivora-";
 
 Activation held;
 int holdings = 0;
+TokenRequest requestToken;
+/// What the compositor gave for a window of this program, and nothing was started with.
+QByteArray offered;
 
 std::uint32_t timeOf(const Activation &activation)
 {
@@ -65,6 +68,8 @@ void showInFrontElsewhere(QWindow &window)
 {
     if (!held.token.isEmpty())
         qputenv(tokenVariable, held.token);
+    else if (!window.isActive())
+        window.hide(); // Without a token, a new window comes to the front where one that is there doesn't.
     window.show();
     window.raise();
     if (held.token.isEmpty() || qEnvironmentVariableIsSet(tokenVariable))
@@ -115,16 +120,31 @@ void holdActivation(Activation activation)
     QMetaObject::invokeMethod(QCoreApplication::instance(), end, Qt::QueuedConnection);
 }
 
-void holdActivationOf(const QEvent &event)
+void setTokenRequest(TokenRequest request)
 {
-    if (event.type() == QEvent::KeyPress || event.type() == QEvent::MouseButtonRelease)
+    requestToken = std::move(request);
+}
+
+// A token must be asked for before it is needed: the window is gone by then. A key does with the one that
+// came with the keyboard, since some compositors forget each one when they give the next.
+void holdActivationOf(const QEvent &event, QWindow &window)
+{
+    const bool isKey = event.type() == QEvent::KeyPress;
+    const bool isRelease = event.type() == QEvent::MouseButtonRelease || event.type() == QEvent::TouchEnd;
+    if ((isKey || isRelease) && X11Connection::isAvailable())
         holdActivation({.time = std::uint32_t(static_cast<const QInputEvent &>(event).timestamp())});
+    else if (isKey || isRelease)
+        holdActivation({.token = offered});
+    else if (requestToken && (event.type() == QEvent::FocusIn || event.type() == QEvent::MouseButtonPress ||
+                              event.type() == QEvent::TouchBegin))
+        requestToken(window, [](const QString &token) { offered = token.toUtf8(); });
 }
 
 QByteArray takeLaunchToken()
 {
     static int launches = 0;
     const Activation taken = std::exchange(held, {});
+    offered.clear();
     if (!taken.token.isEmpty() || !X11Connection::isAvailable())
         return taken.token;
     return ownTokens + QByteArray::number(QCoreApplication::applicationPid()) + '-' +
