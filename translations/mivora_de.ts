@@ -117,16 +117,20 @@
         <translation>Mivora konnte keinen Kalender lesen. Fügen Sie einen hinzu und kommen Sie dann hierher zurück.</translation>
     </message>
     <message>
-        <source>No calendar was found on this computer. These are the ways to one:</source>
-        <translation>Auf diesem Computer wurde kein Kalender gefunden. So kommen Sie zu einem:</translation>
-    </message>
-    <message>
         <source>Mivora can&apos;t read your calendars: this system does not allow it.</source>
         <translation>Mivora kann Ihre Kalender nicht lesen: Dieses System erlaubt es nicht.</translation>
     </message>
     <message>
         <source>Using Google or Outlook? Subscribe to the calendar&apos;s private address in Settings.</source>
         <translation>Nutzen Sie Google oder Outlook? Abonnieren Sie in den Einstellungen die private Adresse des Kalenders.</translation>
+    </message>
+    <message>
+        <source>No calendar found</source>
+        <translation>Kein Kalender gefunden</translation>
+    </message>
+    <message>
+        <source>Mivora may read your calendars, but there is none yet. These are the ways to one:</source>
+        <translation>Mivora darf Ihre Kalender lesen, aber noch gibt es keinen. So kommen Sie zu einem:</translation>
     </message>
 </context>
 <context>

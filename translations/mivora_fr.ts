@@ -117,16 +117,20 @@
         <translation>Mivora n’a pu lire aucun agenda. Ajoutez-en un, puis revenez ici.</translation>
     </message>
     <message>
-        <source>No calendar was found on this computer. These are the ways to one:</source>
-        <translation>Aucun agenda n’a été trouvé sur cet ordinateur. Voici comment en avoir un&#xa0;:</translation>
-    </message>
-    <message>
         <source>Mivora can&apos;t read your calendars: this system does not allow it.</source>
         <translation>Mivora ne peut pas lire vos agendas&#xa0;: ce système ne l’autorise pas.</translation>
     </message>
     <message>
         <source>Using Google or Outlook? Subscribe to the calendar&apos;s private address in Settings.</source>
         <translation>Vous utilisez Google ou Outlook&#x202f;? Abonnez-vous à l’adresse privée de l’agenda dans les paramètres.</translation>
+    </message>
+    <message>
+        <source>No calendar found</source>
+        <translation>Aucun agenda trouvé</translation>
+    </message>
+    <message>
+        <source>Mivora may read your calendars, but there is none yet. These are the ways to one:</source>
+        <translation>Mivora peut lire vos agendas, mais il n’y en a pas encore. Voici comment en avoir un&#xa0;:</translation>
     </message>
 </context>
 <context>

@@ -31,9 +31,11 @@ Item {
         width: parent.width
         spacing: 8
 
-        StepTitle { words: qsTr("Let Mivora read your calendar") }
+        StepTitle { words: root.model.isNothing ? qsTr("No calendar found") : qsTr("Let Mivora read your calendar") }
         StepText {
-            words: qsTr("Mivora needs Full Access to see your meetings and their Join links. It reads them on this Mac and never stores or uploads anything.")
+            words: root.model.isNothing
+                   ? qsTr("Mivora may read your calendars, but there is none yet. These are the ways to one:")
+                   : qsTr("Mivora needs Full Access to see your meetings and their Join links. It reads them on this Mac and never stores or uploads anything.")
         }
 
         Item { width: 1; height: 1 }
@@ -69,37 +71,19 @@ Item {
             }
         }
 
-        StepText {
-            visible: root.model.isNothing
-            words: qsTr("No calendar was found on this computer. These are the ways to one:")
-        }
-        // Beside each other where there is room.
-        Grid {
-            readonly property real breadth: Array.from(children).reduce((sum, way) => sum + way.width + spacing, 0)
+        Repeater {
+            // The last way has nothing to open.
+            model: root.model.isNothing ? root.model.ways.all.slice(0, -1) : []
 
-            anchors.horizontalCenter: parent.horizontalCenter
-            columns: breadth > parent.width ? 1 : 3
-            horizontalItemAlignment: Grid.AlignHCenter
-            spacing: 8
+            KeloButton {
+                required property int index
+                required property var modelData
 
-            Repeater {
-                // The last way has nothing to open.
-                model: root.model.isNothing ? root.model.ways.all.slice(0, -1) : []
-
-                KeloButton {
-                    required property int index
-                    required property var modelData
-
-                    text: modelData.button
-                    fontSize: 12
-                    onClicked: root.model.ways.follow(index)
-                }
+                anchors.horizontalCenter: parent.horizontalCenter
+                text: modelData.button
+                fontSize: 12
+                onClicked: root.model.ways.follow(index)
             }
-        }
-        StepText {
-            visible: root.model.isNothing
-            words: root.model.ways.all.slice(-1)[0].text
-            size: 12
         }
         StepText {
             visible: root.model.isDenied && !root.model.ways.hasPrivacy
@@ -131,8 +115,10 @@ Item {
             onClicked: root.model.ways.openAccounts()
         }
         StepText {
-            visible: !root.model.ways.hasAccounts && !root.model.isNothing
-            words: qsTr("Using Google or Outlook? Subscribe to the calendar's private address in Settings.")
+            visible: root.model.isNothing || !root.model.ways.hasAccounts
+            words: root.model.isNothing
+                   ? root.model.ways.all.slice(-1)[0].text
+                   : qsTr("Using Google or Outlook? Subscribe to the calendar's private address in Settings.")
             size: 12
         }
     }

@@ -34,7 +34,6 @@ struct FirstRun
     /// The links into the system settings that were to be opened.
     QStringList opened;
     CalendarWays ways{{.open = [this](const QString &link) { opened.append(link); },
-                       .leadsSomewhere = {},
                        .subscribe = [this] { opened.append(QStringLiteral("subscribe")); }}};
     Views release;
     OnboardingFlow flow{sharedViews(), prefs, source,
