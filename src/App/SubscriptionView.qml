@@ -12,6 +12,7 @@ FocusScope {
     readonly property var page: dialog.page
     readonly property real neededHeight: texts.height + buttons.height + 60
     readonly property bool isSubscribed: page.isSubscribed
+    readonly property bool asksForAddress: page.asksForAddress
     readonly property string knownName: page.name
 
     function accept() {
@@ -22,7 +23,7 @@ FocusScope {
         dialog.cancel()
     }
     function begin() {
-        (isSubscribed ? name : page.asksForAddress ? address : primary).forceActiveFocus()
+        (isSubscribed ? name : asksForAddress ? address : primary).forceActiveFocus()
     }
 
     focus: true
@@ -32,6 +33,7 @@ FocusScope {
         name.selectAll()
     }
     onIsSubscribedChanged: begin()
+    onAsksForAddressChanged: begin()
     Component.onCompleted: begin()
 
     Accessible.role: Accessible.Dialog
@@ -79,7 +81,7 @@ FocusScope {
             id: address
 
             width: parent.width
-            visible: root.page.asksForAddress
+            visible: root.asksForAddress
             enabled: !root.page.isBusy
             name: qsTr("Address of the calendar")
             inputMethodHints: Qt.ImhUrlCharactersOnly | Qt.ImhSensitiveData
@@ -124,7 +126,7 @@ FocusScope {
             id: primary
 
             visible: root.isSubscribed || root.page.canSubscribe
-            enabled: !root.page.isBusy && (address.text.trim() || !root.page.asksForAddress)
+            enabled: !root.page.isBusy && (address.text.trim() || !root.asksForAddress)
             text: root.isSubscribed ? qsTr("Done") : qsTr("Subscribe")
             onClicked: root.isSubscribed ? root.dialog.finish(name.text) : root.dialog.subscribe(address.text)
         }
