@@ -60,6 +60,7 @@ start sh -c "exec dbus-monitor --session \"destination='org.freedesktop.portal.D
 await grep -q NameAcquired "$run/asked" || fail "calls of the portal are seen"
 start_program
 patience=10 await tells "Design review" || fail "it starts"
+await grep -q "^method call" "$run/asked" || fail "it asks"
 grep -m1 "^method call" "$run/asked" | grep -q member=Register || fail "it says who it is before it asks"
 event standup "Stand-up" 40
 await has_windows 1 || fail "the panel is shown"
