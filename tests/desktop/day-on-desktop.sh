@@ -11,6 +11,7 @@ shows_title() { title | grep -q "$1"; }
 has_item() { has_host && [ "$(watcher RegisteredStatusNotifierItems | grep -o "'[^']*'" | wc -l)" -eq 1 ]; }
 has_windows() { [ "$(xdotool search --onlyvisible --class mivora 2>/dev/null | wc -l)" -eq "$1" ]; }
 is_active() { [ "$(xdotool getactivewindow getwindowpid)" = "$program" ]; }
+is_completed() { [ "$(setting hasCompletedOnboarding)" = true ]; }
 setting() { mivora defaults read "$1" 2>/dev/null; }
 soon() { timeout 5 "$BIN/mivora" "$@" >/dev/null; } # Sooner than a call on the bus is given up.
 
@@ -32,7 +33,7 @@ await shows_title "Design review · 2" || fail "the countdown is shown once cale
 has_windows 1 || fail "the walkthrough goes on"
 xdotool key Return key Return
 await has_windows 0 || fail "the walkthrough ends"
-[ "$(setting hasCompletedOnboarding)" = true ] || fail "it was completed"
+await is_completed || fail "it was completed"
 [ ! -s "$run/typed" ] || fail "the keys were the walkthrough's alone"
 quit
 start_program
