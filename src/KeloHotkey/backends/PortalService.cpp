@@ -185,7 +185,8 @@ void PortalService::bindIn(const QString &session)
                     return;
                 const QVariant shortcuts = results.value(QStringLiteral("shortcuts"));
                 const bool isByUser =
-                    answer == PortalRequest::cancelled || asked.hasExpired(reactionTime.count());
+                    answer == PortalRequest::cancelled ||
+                    (answer != PortalRequest::failed && asked.hasExpired(reactionTime.count()));
                 if (answer == PortalRequest::done && !shortcuts.isValid())
                     setState({.kind = registered, .areKeysOfDesktop = true});
                 else

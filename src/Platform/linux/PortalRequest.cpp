@@ -54,7 +54,7 @@ void PortalRequest::send(const QDBusMessage &call)
     callBus<QDBusObjectPath>(m_bus, call, this, [this](const QDBusPendingReply<QDBusObjectPath> &reply) {
         if (!reply.isError())
             return;
-        Q_EMIT answered(other, {});
+        Q_EMIT answered(failed, {});
         deleteLater();
     });
 }
@@ -65,7 +65,7 @@ void PortalRequest::onResponse(const QDBusMessage &message)
     if (arguments.size() == 2)
         Q_EMIT answered(arguments[0].toUInt(), qdbus_cast<QVariantMap>(arguments[1]));
     else
-        Q_EMIT answered(other, {});
+        Q_EMIT answered(failed, {});
     deleteLater();
 }
 

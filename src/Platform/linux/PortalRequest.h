@@ -45,12 +45,12 @@ public:
     /// A token that no one else uses.
     static QString newToken();
 
-    /// What Response begins with.
-    enum Answer : uint { done, cancelled, other };
+    /// What Response begins with, and `failed` of a call that had no such answer.
+    enum Answer : uint { done, cancelled, other, failed };
 
 Q_SIGNALS:
-    /// The portal, or the user, has answered: `done`, `cancelled` by the user, or `other`, which a failed
-    /// call gives as well.
+    /// The portal, or the user, has answered: `done`, `cancelled` by the user, or `other`; or the call
+    /// failed.
     void answered(uint answer, const QVariantMap &results);
 
 private Q_SLOTS:
