@@ -95,7 +95,8 @@ void FloatingPanel::releaseView()
 // No key that isn't meant for the panel may press one of its buttons either.
 bool FloatingPanel::eventFilter(QObject *watched, QEvent *event)
 {
-    mivora::holdActivationOf(*event, *m_window);
+    // The last events come when it has gone from here.
+    mivora::holdActivationOf(*event, static_cast<QWindow &>(*watched));
     switch (event->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::TouchBegin:
