@@ -17,6 +17,7 @@ public:
         "",
         QT_TR_NOOP("This is not the address of a calendar. It begins with https:// or webcal://."),
         QT_TR_NOOP(
+            // NOLINTNEXTLINE(bugprone-suspicious-missing-comma)
             "Subscribing needs Evolution Data Server, the desktop's calendar store: install the package "
             "evolution-data-server. A folder of iCalendar files, ~/.calendars, does without."),
         QT_TR_NOOP("The desktop's calendar store, Evolution Data Server, does not answer. Try again later."),

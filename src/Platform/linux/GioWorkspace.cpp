@@ -88,7 +88,7 @@ QStringList commandFor(const QString &link)
     QStringList desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':'));
     for (const QString &desktop : desktops << QString())
         for (const Panel &panel : panels) {
-            const QStringList command = QString(panel.command).split(QLatin1Char(' '));
+            QStringList command = QString(panel.command).split(QLatin1Char(' '));
             if (panel.link == link && desktop.compare(panel.desktop, Qt::CaseInsensitive) == 0 &&
                 !QStandardPaths::findExecutable(command.front()).isEmpty())
                 return command;
