@@ -4,6 +4,7 @@
 #include "Calendar/CalendarSubscriptions.h"
 #include "KeloTheme/ViewLoader.h"
 
+#include <QCoreApplication>
 #include <utility>
 
 namespace mivora {
@@ -144,7 +145,7 @@ void SubscriptionDialog::run(const QStringList &arguments, const QString &input,
     abandon();
     m_calendar[state].clear();
     m_isFault = false;
-    m_process = new QProcess;
+    m_process = new QProcess(QCoreApplication::instance());
     connect(m_process, &QProcess::finished, this, [this, then] { take(then); });
     connect(m_process, &QProcess::errorOccurred, this, [this, then](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart)
@@ -186,6 +187,7 @@ void SubscriptionDialog::abandon()
         return;
     process->disconnect(this);
     connect(process, &QProcess::finished, process, &QObject::deleteLater);
+    connect(process, &QProcess::errorOccurred, process, &QObject::deleteLater);
     process->terminate();
 }
 

@@ -36,7 +36,9 @@ QByteArray contents(int file, std::uint32_t size)
 WaylandKeyboard::WaylandKeyboard(std::function<void()> changed) : m_changed(std::move(changed))
 {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
-    const auto *qt = qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QWaylandApplication>() : nullptr;
+    const auto *application = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
+    const auto *qt =
+        application ? application->nativeInterface<QNativeInterface::QWaylandApplication>() : nullptr;
     // A seat that has never had a keyboard must not be asked for one.
     if (!qt || !qt->keyboard())
         return;
