@@ -31,9 +31,11 @@ for opening in first second; do
     [ "$opening" = second ] || user key ctrl+w
 done
 event review Review 40
-user mousemove 656 119
-# In layers it gets the pointer that is there.
-is_shown() { grep -aPzq "(?s)get_layer_surface.*pointer.*enter\(" "$printed" || xdotool search --onlyvisible --name "^Mivora\$"; }
+# In layers it gets the pointer, once that moves there.
+is_shown() {
+    user mousemove 655 118 mousemove 656 119
+    sed -n '/get_layer_surface/,$p' "$printed" | grep -aq "pointer.*enter(" || xdotool search --onlyvisible --name "^Mivora\$"
+}
 await is_shown || fail "the panel is shown"
 : >"$printed"
 user sleep 0.3 mousemove_relative 2 1 sleep 0.3 mousedown 1
