@@ -32,8 +32,7 @@ QVariantList CalendarWays::all() const
             tr("Subscribe to a calendar…"));
     add(address, tr("A folder of files"),
         tr("iCalendar files (.ics) in ~/.calendars are read at once, also those that another program keeps "
-           "in "
-           "step with a server."),
+           "in step with a server."),
         {});
     return rows;
 }

@@ -9,9 +9,6 @@ namespace mivora {
 
 namespace {
 
-const QString busName = QStringLiteral("org.freedesktop.DBus");
-const QString busPath = QStringLiteral("/org/freedesktop/DBus");
-
 /// The number at the end grows with changes that old programs can't follow; the library knows its own.
 bool isSourcesName(const QString &name)
 {
@@ -22,7 +19,7 @@ void findIn(const QString &method, const QDBusConnection &bus, QObject *context,
             const std::function<void(const std::string &service)> &found,
             const std::function<void()> &ifMissing)
 {
-    callBus<QStringList>(bus, QDBusMessage::createMethodCall(busName, busPath, busName, method), context,
+    callBus<QStringList>(bus, busCall(method), context,
                          [found, ifMissing](const QDBusPendingReply<QStringList> &reply) {
                              const QStringList names = reply.isValid() ? reply.value() : QStringList();
                              const auto name = std::find_if(names.begin(), names.end(), isSourcesName);
@@ -79,8 +76,9 @@ void DesktopLoader::start(const EventWindow &window, Deliver deliver)
     m_deliver = deliver;
     m_events = std::make_unique<DesktopEvents>(window, m_setup.addresses, std::move(deliver));
     // It may be installed later.
-    m_setup.bus.connect(busName, busPath, busName, QStringLiteral("ActivatableServicesChanged"), this,
-                        SLOT(lookForServer()));
+    const auto bus = QStringLiteral("org.freedesktop.DBus");
+    m_setup.bus.connect(bus, QStringLiteral("/org/freedesktop/DBus"), bus,
+                        QStringLiteral("ActivatableServicesChanged"), this, SLOT(lookForServer()));
     lookForServer();
 }
 

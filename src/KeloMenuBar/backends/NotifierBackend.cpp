@@ -11,18 +11,13 @@
 
 namespace kelo {
 
+using mivora::busCall;
 using mivora::callBus;
 
 namespace {
 
 const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
-
-QDBusMessage busCall(const QString &method)
-{
-    const auto bus = QStringLiteral("org.freedesktop.DBus");
-    return QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus, method);
-}
 
 QDBusMessage watcherCall(const QString &owner, const QString &interface, const QString &method)
 {

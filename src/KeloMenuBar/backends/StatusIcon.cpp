@@ -64,10 +64,8 @@ void StatusIcon::claim(std::function<void()> answered)
     qDBusRegisterMetaType<Objects>();
     m_claim = Claim::asked;
     m_bus.registerVirtualObject(managerPath, this, QDBusConnection::SubPath);
-    const auto bus = QStringLiteral("org.freedesktop.DBus");
     constexpr uint doNotQueue = 4;
-    const QDBusMessage call = QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"),
-                                                             bus, QStringLiteral("RequestName"))
+    const QDBusMessage call = mivora::busCall(QStringLiteral("RequestName"))
                               << QString(interface + u'.' + m_id.section(u'.', -1)) << doNotQueue;
     mivora::callBus<uint>(m_bus, call, this, [this, answered = std::move(answered)](const auto &reply) {
         constexpr uint isOwner = 1;

@@ -11,6 +11,13 @@ namespace mivora {
 /// The bus itself waits this long for a reply, 25 seconds.
 inline constexpr int usualBusPatience = -1;
 
+/// A call of the bus itself.
+inline QDBusMessage busCall(const QString &method)
+{
+    const auto bus = QStringLiteral("org.freedesktop.DBus");
+    return QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus, method);
+}
+
 /// Calls `message` on `bus` and returns at once. `answered` is called once, later and on `context`'s thread,
 /// with the reply or the error as a `QDBusPendingReply<Values...>`: also when there is no bus, and after
 /// `milliseconds` without a reply. It is not called when `context` is gone by then. The call is returned,
