@@ -1,6 +1,5 @@
 #include "Calendar/AccessMemory.h"
 #include "Calendar/EventKitSource.h"
-#include "Calendar/MemoryStore.h"
 #include "CalendarFolder/FolderLoader.h"
 #include "CalendarSamples.h"
 #include "LoadWait.h"
@@ -22,14 +21,14 @@ constexpr Timestamp now = timestampFromSeconds(1773136800);  // 2026-03-10, 10:0
 constexpr Timestamp from = timestampFromSeconds(1773097200); // the beginning of that day in Berlin
 constexpr Timestamp to = from + Seconds(2 * 86400);
 
-std::unique_ptr<MemoryStore> loadedStore(const std::string &root)
+std::unique_ptr<EventKitSource> loadedStore(const std::string &root)
 {
     static AccessMemory access(QStringLiteral("/tmp/unused"), AccessMemory::Permission::given);
-    MemoryStore::Loaders loaders;
+    EventKitSource::Loaders loaders;
     loaders.push_back(std::make_unique<FolderLoader>(
         FolderLoader::Setup{.roots = {{root}}, .addresses = {"ann@example.com"}}));
-    auto store = std::make_unique<MemoryStore>(access, windowAround(now, QTimeZone("Europe/Berlin")),
-                                               std::move(loaders));
+    auto store = std::make_unique<EventKitSource>(access, windowAround(now, QTimeZone("Europe/Berlin")),
+                                                  std::move(loaders));
     waitUntilLoaded(*store);
     return store;
 }
@@ -53,10 +52,10 @@ void LoadStore(benchmark::State &state, MakeFolder makeFolder)
 
 void RefreshWithNothingChanged(benchmark::State &state)
 {
-    EventKitSource source(loadedStore(samples::folderOfFiles(int(state.range(0)))));
+    const auto source = loadedStore(samples::folderOfFiles(int(state.range(0))));
     std::size_t count = 0;
     for (auto _ : state)
-        count = source.meetings(from, to, std::nullopt).size();
+        count = source->meetings(from, to, std::nullopt).size();
     state.counters["meetings"] = double(count);
 }
 
@@ -67,7 +66,7 @@ void OneChangedFile(benchmark::State &state)
     const std::string root = samples::folderOfFiles(files);
     const auto store = loadedStore(root);
     bool isSeen = false;
-    QObject::connect(store.get(), &EventStore::changed, store.get(), [&] { isSeen = true; });
+    QObject::connect(store.get(), &EventKitSource::changed, store.get(), [&] { isSeen = true; });
     const std::string path = root + "/work/0000040-4f1c-9d2e.ics";
     int round = 0;
     for (auto _ : state) {

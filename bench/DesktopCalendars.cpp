@@ -1,6 +1,5 @@
 #include "Calendar/AccessMemory.h"
 #include "Calendar/EventKitSource.h"
-#include "Calendar/MemoryStore.h"
 #include "CalendarEds/DesktopLoader.h"
 #include "CalendarEds/EdsWorld.h"
 #include "CalendarSamples.h"
@@ -47,17 +46,17 @@ double residentMegabytes()
     return double(resident) * double(sysconf(_SC_PAGESIZE)) / (1 << 20);
 }
 
-std::unique_ptr<MemoryStore> startedStore()
+std::unique_ptr<EventKitSource> startedStore()
 {
     static AccessMemory access(QStringLiteral("/tmp/unused"), AccessMemory::Permission::given);
-    MemoryStore::Loaders loaders;
+    EventKitSource::Loaders loaders;
     loaders.push_back(std::make_unique<DesktopLoader>(
         DesktopLoader::Setup{.bus = QDBusConnection::sessionBus(), .addresses = {"ann@example.com"}}));
-    return std::make_unique<MemoryStore>(access, windowAround(now, QTimeZone("Europe/Berlin")),
-                                         std::move(loaders));
+    return std::make_unique<EventKitSource>(access, windowAround(now, QTimeZone("Europe/Berlin")),
+                                            std::move(loaders));
 }
 
-std::unique_ptr<MemoryStore> loadedStore()
+std::unique_ptr<EventKitSource> loadedStore()
 {
     auto store = startedStore();
     waitUntilLoaded(*store);
@@ -82,10 +81,10 @@ void Load(benchmark::State &state)
 
 void RefreshWithNothingChanged(benchmark::State &state)
 {
-    EventKitSource source(loadedStore());
+    const auto source = loadedStore();
     std::size_t count = 0;
     for (auto _ : state)
-        count = source.meetings(now, now + Seconds(14 * 3600), std::nullopt).size();
+        count = source->meetings(now, now + Seconds(14 * 3600), std::nullopt).size();
     state.counters["meetings"] = double(count);
 }
 
@@ -105,7 +104,7 @@ void OneChange(benchmark::State &state)
     const auto store = loadedStore();
     const auto isSeen = [&] {
         for (const auto &event : store->meetings(now, now + Seconds(14 * 3600), std::nullopt))
-            if (event->title == std::to_string(version))
+            if (event.title == std::to_string(version))
                 return true;
         return false;
     };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Calendar/EventStore.h"
+#include "Calendar/EventKitSource.h"
 
 #include <QEventLoop>
 #include <QTimer>
@@ -9,10 +9,10 @@
 namespace mivora {
 
 /// Runs the event loop until `store` has loaded, or for a minute.
-inline void waitUntilLoaded(EventStore &store)
+inline void waitUntilLoaded(EventKitSource &store)
 {
     QEventLoop loop;
-    QObject::connect(&store, &EventStore::changed, &loop, [&] {
+    QObject::connect(&store, &EventKitSource::changed, &loop, [&] {
         if (store.isLoaded())
             loop.quit();
     });

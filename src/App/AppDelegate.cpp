@@ -35,9 +35,9 @@ constexpr std::chrono::milliseconds answerMargin{1'500};
 } // namespace
 
 AppDelegate::AppDelegate(AppParts parts)
-    : m_parts(std::move(parts)), m_prefs(m_parts.defaults, m_parts.loginItem),
-      m_source(std::move(m_parts.store)), m_installed(m_parts.workspace), m_appearance(m_parts.bus),
-      m_views(m_appearance), m_updater(makeUpdater(m_views, m_parts.workspace)), m_toast(m_views, m_parts.bus)
+    : m_parts(std::move(parts)), m_prefs(m_parts.defaults, m_parts.loginItem), m_source(*m_parts.source),
+      m_installed(m_parts.workspace), m_appearance(m_parts.bus), m_views(m_appearance),
+      m_updater(makeUpdater(m_views, m_parts.workspace)), m_toast(m_views, m_parts.bus)
 {
 }
 
@@ -208,7 +208,7 @@ void AppDelegate::offerCalendar(const QString &link)
 
 void AppDelegate::timeZoneChanged()
 {
-    m_source.store().setTimeZone(userTimeZone());
+    m_source.setTimeZone(userTimeZone());
     m_scheduler->refresh();
 }
 
@@ -303,7 +303,7 @@ void AppDelegate::performWaiting()
             continue;
         holdActivation(command.activation);
         const CommandResult result = perform(command.action, command.argument);
-        const bool mayYetBeDone = !result.isDone() && !m_source.store().isLoaded() &&
+        const bool mayYetBeDone = !result.isDone() && !m_source.isLoaded() &&
                                   std::ranges::find(aboutMeetings, command.action) != aboutMeetings.end();
         if (!mayYetBeDone)
             command.answer(result);

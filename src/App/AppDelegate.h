@@ -51,7 +51,7 @@ struct AppParts
     const Clock &clock;
     /// The session bus; it need not be connected.
     QDBusConnection bus;
-    std::unique_ptr<EventStore> store;
+    std::unique_ptr<EventKitSource> source;
 };
 
 /// Owns every long-lived object of the running application and connects them; decides nothing itself. Main
@@ -121,7 +121,7 @@ private:
 
     AppParts m_parts;
     Preferences m_prefs;
-    EventKitSource m_source;
+    EventKitSource &m_source;
     WorkspaceInstalledApps m_installed;
     kelo::Appearance m_appearance;
     kelo::ViewLoader m_views;

@@ -2,7 +2,6 @@
 
 #include "App/AgendaJson.h"
 #include "App/MakeUpdater.h"
-#include "Calendar/MemoryStore.h"
 #include "CalendarFolder/FolderLoader.h"
 #include "MeetingTexts/MeetingTexts.h"
 #include "Preferences/Settings.h"
@@ -56,17 +55,18 @@ EventWindow thisWeek()
 
 } // namespace
 
-std::unique_ptr<EventStore> makeCalendarStore(const StoreOptions &options, const DefaultsStore &defaults,
-                                              AccessMemory &access)
+std::unique_ptr<EventKitSource> makeCalendarSource(const StoreOptions &options, const DefaultsStore &defaults,
+                                                   AccessMemory &access)
 {
     const std::vector<std::string> addresses = ownAddresses(defaults);
-    MemoryStore::Loaders loaders;
+    EventKitSource::Loaders loaders;
     loaders.push_back(std::make_unique<FolderLoader>(
         FolderLoader::Setup{.roots = calendarRoots(options.folders), .addresses = addresses}));
     if (options.folders.empty() && readsDesktopCalendars())
         loaders.push_back(std::make_unique<DesktopLoader>(
             DesktopLoader::Setup{.bus = QDBusConnection::sessionBus(), .addresses = addresses}));
-    return std::make_unique<MemoryStore>(access, windowAround(options.now, options.zone), std::move(loaders));
+    return std::make_unique<EventKitSource>(access, windowAround(options.now, options.zone),
+                                            std::move(loaders));
 }
 
 DesktopSubscriptions::Setup subscriptionSetup(const DefaultsStore &defaults)
@@ -81,36 +81,35 @@ CalendarSession::CalendarSession(const SessionOptions &options)
     : m_zone(userTimeZone()), m_clock(std::make_unique<SessionClock>(options)),
       m_access(AccessMemory::defaultPath(), options.folders.empty() ? AccessMemory::Permission::remembered
                                                                     : AccessMemory::Permission::given),
-      m_source(makeCalendarStore({.folders = options.folders, .now = m_clock->now(), .zone = m_zone},
-                                 m_defaults, m_access))
+      m_source(makeCalendarSource({.folders = options.folders, .now = m_clock->now(), .zone = m_zone},
+                                  m_defaults, m_access))
 {
     m_scheduler.setTimeZone(m_zone);
 }
 
 void CalendarSession::whenLoaded(std::function<void(bool)> then)
 {
-    EventStore &store = m_source.store();
     // Both wake-ups go with it: what comes first is the last.
     auto *wait = new QTimer(this);
     wait->setSingleShot(true);
-    const auto check = [this, wait, &store, then = std::move(then)] {
-        if (!store.isLoaded() && wait->remainingTime() > 0)
+    const auto check = [this, wait, then = std::move(then)] {
+        if (!m_source->isLoaded() && wait->remainingTime() > 0)
             return;
         wait->disconnect();
-        store.disconnect(wait);
+        m_source->disconnect(wait);
         wait->deleteLater();
         m_scheduler.refresh();
-        then(store.isLoaded());
+        then(m_source->isLoaded());
     };
     connect(wait, &QTimer::timeout, wait, check);
-    connect(&store, &EventStore::changed, wait, check, Qt::QueuedConnection);
-    wait->start(store.isLoaded() ? std::chrono::minutes(0) : std::chrono::minutes(1));
+    connect(m_source.get(), &EventKitSource::changed, wait, check, Qt::QueuedConnection);
+    wait->start(m_source->isLoaded() ? std::chrono::minutes(0) : std::chrono::minutes(1));
 }
 
 void CalendarSession::updateTimeZone()
 {
     m_zone = userTimeZone();
-    m_source.store().setTimeZone(m_zone);
+    m_source->setTimeZone(m_zone);
     m_scheduler.setTimeZone(m_zone);
 }
 
@@ -118,7 +117,7 @@ QJsonObject CalendarSession::agenda() const
 {
     const auto &combo = m_prefs.joinHotKey();
     return agendaJson({.scheduler = m_scheduler,
-                       .source = m_source,
+                       .source = *m_source,
                        .prefs = m_prefs,
                        .installed = m_installed,
                        .now = m_clock->now(),

@@ -25,11 +25,11 @@ struct StoreOptions
     QTimeZone zone;
 };
 
-/// All of the user's calendars as one store: the folders of iCalendar files and what the desktop keeps,
-/// unless $MIVORA_EDS is "none". The user's addresses come from the key "addresses" of `defaults`. `access`
-/// must outlive the store.
-std::unique_ptr<EventStore> makeCalendarStore(const StoreOptions &options, const DefaultsStore &defaults,
-                                              AccessMemory &access);
+/// All of the user's calendars: the folders of iCalendar files and what the desktop keeps, unless $MIVORA_EDS
+/// is "none". The user's addresses come from the key "addresses" of `defaults`. `access` must outlive the
+/// source.
+std::unique_ptr<EventKitSource> makeCalendarSource(const StoreOptions &options, const DefaultsStore &defaults,
+                                                   AccessMemory &access);
 
 /// What the user's calendars are subscribed to with; nothing where $MIVORA_EDS is "none".
 DesktopSubscriptions::Setup subscriptionSetup(const DefaultsStore &defaults);
@@ -69,7 +69,7 @@ public:
 
     Preferences &prefs() { return m_prefs; }
 
-    EventKitSource &source() { return m_source; }
+    EventKitSource &source() { return *m_source; }
 
     Scheduler &scheduler() { return m_scheduler; }
 
@@ -86,8 +86,8 @@ private:
     WorkspaceInstalledApps m_installed{m_workspace};
     Preferences m_prefs{m_defaults, m_loginItem};
     AccessMemory m_access;
-    EventKitSource m_source;
-    Scheduler m_scheduler{m_source, m_prefs, *m_clock};
+    std::unique_ptr<EventKitSource> m_source;
+    Scheduler m_scheduler{*m_source, m_prefs, *m_clock};
 };
 
 } // namespace mivora

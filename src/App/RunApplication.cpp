@@ -124,8 +124,8 @@ int run(const StartRequest &request, const Activation &activation)
          .hotKeys = *hotKeys,
          .clock = clock,
          .bus = bus,
-         .store = makeCalendarStore({.folders = {}, .now = clock.now(), .zone = userTimeZone()}, defaults,
-                                    access)});
+         .source = makeCalendarSource({.folders = {}, .now = clock.now(), .zone = userTimeZone()}, defaults,
+                                      access)});
     const ApplicationService service(bus, delegate, request.startedBy);
     // The bus hands over what it was asked meanwhile as soon as the name is taken: somebody must be there by
     // then.

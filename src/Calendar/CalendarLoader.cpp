@@ -6,7 +6,6 @@
 #include <QColor>
 #include <QRegularExpression>
 #include <algorithm>
-#include <map>
 
 namespace mivora {
 
@@ -67,25 +66,6 @@ std::optional<Color> colorFrom(const std::string &text)
 bool overlaps(Timestamp start, Timestamp end, Timestamp from, Timestamp to)
 {
     return start < to && (end > from || (end <= start && start >= from));
-}
-
-void keepUnchanged(Meetings old, Meetings &meetings, MeetingChanges &changes)
-{
-    std::multimap<Timestamp, std::shared_ptr<const Meeting>> known;
-    for (std::shared_ptr<const Meeting> &meeting : old)
-        known.emplace(meeting->start, std::move(meeting));
-    for (std::shared_ptr<const Meeting> &meeting : meetings) {
-        const auto [first, last] = known.equal_range(meeting->start);
-        const auto same = std::find_if(first, last, [&](const auto &k) { return *k.second == *meeting; });
-        if (same == last) {
-            changes.added.push_back(meeting);
-        } else {
-            meeting = std::move(same->second);
-            known.erase(same);
-        }
-    }
-    for (auto &[start, meeting] : known)
-        changes.removed.push_back(std::move(meeting));
 }
 
 std::shared_ptr<const Meeting> meetingOf(ical::Occurrence occurrence, const std::string &calendarID,

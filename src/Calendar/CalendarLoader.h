@@ -1,13 +1,27 @@
 #pragma once
 
-#include "Calendar/EventStore.h"
 #include "ICalendar/CalendarText.h"
+#include "Meetings/CalendarInfo.h"
 
 #include <QLoggingCategory>
+#include <functional>
+#include <memory>
 
 namespace mivora {
 
 using ical::EventWindow;
+
+/// What the platform says about the permission to read calendars.
+enum class AuthorizationStatus {
+    notDetermined = 0,
+    restricted = 1,
+    denied = 2,
+    fullAccess = 3,
+    writeOnly = 4
+};
+
+/// Meetings are shared and never change: an edited event is a new object.
+using Meetings = std::vector<std::shared_ptr<const Meeting>>;
 
 /// "mivora.calendar": what a person has to know about calendars that can't be read.
 Q_DECLARE_LOGGING_CATEGORY(calendarLog)
@@ -26,28 +40,18 @@ EventWindow windowAround(Timestamp now, const QTimeZone &zone);
 /// Whether the time from `start` to `end` overlaps [from, to); without length it has to lie inside.
 bool overlaps(Timestamp start, Timestamp end, Timestamp from, Timestamp to);
 
-/// Meetings that came and went.
-struct MeetingChanges
-{
-    Meetings removed{};
-    Meetings added{};
-};
-
-/// Puts the objects of `old` in the place of equal ones in `meetings`, so that a meeting that is as before
-/// stays the same object. `changes` is given those that are new and those that are left over.
-void keepUnchanged(Meetings old, Meetings &meetings, MeetingChanges &changes);
-
 /// Makes a meeting of an occurrence in the calendar `calendarID`. An attendee with one of `ownAddresses`, as
 /// `ical::mailAddress()` writes them, is the user.
 std::shared_ptr<const Meeting> meetingOf(ical::Occurrence occurrence, const std::string &calendarID,
                                          const std::vector<std::string> &ownAddresses);
 
-/// What a loader found out in one go.
+/// All that a loader knows.
 struct StoreUpdate
 {
-    MeetingChanges changes{};
-    /// Only when they differ from the last ones.
-    std::optional<std::vector<CalendarInfo>> calendars{};
+    /// Those of the loaded days, in any order, without the colours of their calendars.
+    Meetings meetings{};
+    /// Each with an identifier that stays between starts.
+    std::vector<CalendarInfo> calendars{};
     AuthorizationStatus status = AuthorizationStatus::denied;
     /// Whether the first load is done.
     bool isLoaded = true;

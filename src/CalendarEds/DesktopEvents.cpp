@@ -68,11 +68,7 @@ void DesktopEvents::setAccounts(DesktopAccounts accounts)
         calendar.info = std::move(info);
     }
     std::erase_if(m_calendars, [this](const auto &entry) {
-        if (std::find(m_order.begin(), m_order.end(), entry.first) != m_order.end())
-            return false;
-        for (const auto &[uid, event] : entry.second.events)
-            m_dropped.insert(m_dropped.end(), event.meetings.begin(), event.meetings.end());
-        return true;
+        return std::find(m_order.begin(), m_order.end(), entry.first) == m_order.end();
     });
 }
 
@@ -126,13 +122,7 @@ void DesktopEvents::settle(bool hasAll)
 {
     m_isLoaded = m_isLoaded || hasAll;
     takeWindow();
-    StoreUpdate news{
-        .changes = update(), .calendars = calendars(), .status = m_status, .isLoaded = m_isLoaded};
-    if (*news.calendars == m_told)
-        news.calendars.reset();
-    else
-        m_told = *news.calendars;
-    m_deliver(std::move(news));
+    m_deliver({.meetings = meetings(), .calendars = calendars(), .status = m_status, .isLoaded = m_isLoaded});
 }
 
 void DesktopEvents::report(const std::string &message)
@@ -154,14 +144,21 @@ void DesktopEvents::takeWindow()
         markAll(calendar);
 }
 
-/// Expands what is not what it was at the last call, and nothing else.
-MeetingChanges DesktopEvents::update()
+/// Of what is not what it was at the last call it makes new ones, and of nothing else.
+Meetings DesktopEvents::meetings()
 {
-    MeetingChanges changes{.removed = std::exchange(m_dropped, {}), .added = {}};
-    for (auto &[id, calendar] : m_calendars)
-        for (const std::string &uid : std::exchange(calendar.changed, {}))
-            expand(calendar, uid, changes);
-    return changes;
+    Meetings all;
+    for (auto &[id, calendar] : m_calendars) {
+        for (const std::string &uid : std::exchange(calendar.changed, {})) {
+            Event &event = calendar.events[uid];
+            event.meetings = meetingsOf(calendar, event);
+            if (event.objects.empty())
+                calendar.events.erase(uid);
+        }
+        for (const auto &[uid, event] : calendar.events)
+            all.insert(all.end(), event.meetings.begin(), event.meetings.end());
+    }
+    return all;
 }
 
 std::vector<CalendarInfo> DesktopEvents::calendars() const
@@ -183,20 +180,8 @@ void DesktopEvents::markAll(Calendar &calendar)
         calendar.changed.insert(uid);
 }
 
-void DesktopEvents::expand(Calendar &calendar, const std::string &uid, MeetingChanges &changes)
-{
-    Event &event = calendar.events[uid];
-    Meetings meetings = meetingsOf(calendar, event);
-    keepUnchanged(std::move(event.meetings), meetings, changes);
-    event.meetings = std::move(meetings);
-    if (event.objects.empty())
-        calendar.events.erase(uid);
-}
-
 Meetings DesktopEvents::meetingsOf(const Calendar &calendar, const Event &event)
 {
-    if (event.objects.empty())
-        return {};
     std::string text("BEGIN:VCALENDAR\r\nVERSION:2.0\r\n");
     for (const auto &[id, definition] : calendar.timeZones)
         text.append(definition);

@@ -65,9 +65,8 @@ private:
 
     static void markAll(Calendar &calendar);
     void takeWindow();
-    MeetingChanges update();
+    Meetings meetings();
     std::vector<CalendarInfo> calendars() const;
-    void expand(Calendar &calendar, const std::string &uid, MeetingChanges &changes);
     Meetings meetingsOf(const Calendar &calendar, const Event &event);
 
     std::vector<std::string> m_addresses;
@@ -80,9 +79,6 @@ private:
     std::map<std::string, Calendar> m_calendars;
     /// In the order of the accounts.
     std::vector<std::string> m_order;
-    /// Of calendars that went.
-    Meetings m_dropped;
-    std::vector<CalendarInfo> m_told;
     /// Those that were logged.
     std::set<std::string> m_problems;
 };

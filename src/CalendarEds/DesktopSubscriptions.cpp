@@ -41,7 +41,8 @@ SubscriptionAnswer DesktopSubscriptions::perform(SubscriptionRequest request)
     std::map<std::string, std::size_t> meetings;
     DesktopEvents events(m_setup.week, m_setup.addresses, [&](const StoreUpdate &update) {
         m_isServerThere = true;
-        for (const auto &meeting : update.changes.added)
+        meetings.clear();
+        for (const auto &meeting : update.meetings)
             meetings[meeting->calendarID] += isMeeting(*meeting) ? 1 : 0;
     });
     const auto attempt = [&] {

@@ -2,8 +2,9 @@
 
 #include <QString>
 #include <algorithm>
-#include <map>
 #include <sys/stat.h>
+#include <unordered_set>
+#include <utility>
 
 namespace mivora {
 
@@ -49,18 +50,16 @@ FolderCalendar calendarOf(const FolderListing &folder, const std::string &accoun
             .filesAreCalendars = folder.depth == 0};
 }
 
-/// Drops the files that are no longer listed, and gives those that are new or not what they were.
+/// Marks the files that are no longer listed, and gives those that are new or not what they were.
 void updateFiles(FileCollection &collection, const std::vector<std::string> &names, bool meetingsDiffer,
-                 std::vector<FileJob> &jobs, MeetingChanges &changes)
+                 std::vector<FileJob> &jobs)
 {
     const std::unordered_set<std::string_view> listed(names.begin(), names.end());
-    std::vector<FileCollection::File *> gone;
     for (FileCollection::File &file : collection.files) {
-        if (!listed.contains(file.first))
-            gone.push_back(&file);
+        file.second.isGone = !listed.contains(file.first);
+        if (file.second.isGone)
+            collection.touch(&file);
     }
-    std::sort(gone.begin(), gone.end());
-    collection.forget(gone, changes);
     const FileDescriptor folder =
         collection.files.empty() ? FileDescriptor() : openFolder(collection.calendar.path);
     for (const std::string &name : names) {
@@ -73,101 +72,10 @@ void updateFiles(FileCollection &collection, const std::vector<std::string> &nam
     }
 }
 
-void append(Meetings &meetings, const Meetings &more)
-{
-    meetings.insert(meetings.end(), more.begin(), more.end());
-}
-
-/// Touches the events that the holders named by `isOne` share with other files, and those files.
-template<typename Predicate> void touchShared(FileCollection &collection, const Predicate &isOne)
-{
-    const auto end = collection.holders.end();
-    for (auto first = collection.holders.begin(); first != end;) {
-        const auto last =
-            std::find_if(first, end, [&](const auto &other) { return other.uid != first->uid; });
-        if (last - first > 1 && std::any_of(first, last, isOne)) {
-            collection.touchedEvents.insert(first->uid);
-            for (auto holder = first; holder != last; ++holder)
-                collection.touched.push_back(holder->file);
-        }
-        first = last;
-    }
-}
-
-/// Calls `act` with each collection in `jobs` and its files, in order.
-template<typename Action> void forEachCollection(std::vector<FileJob> jobs, const Action &act)
-{
-    std::sort(jobs.begin(), jobs.end());
-    for (auto job = jobs.begin(); job != jobs.end();) {
-        FileCollection &collection = *job->collection;
-        std::vector<FileCollection::File *> files;
-        for (; job != jobs.end() && job->collection == &collection; ++job)
-            files.push_back(job->file);
-        act(collection, files);
-    }
-}
-
 bool overlapsWindow(const CalendarFile &file, const EventWindow &window, double slack)
 {
     return file.earliest - slack <= secondsSinceEpoch(window.to) &&
            file.latest + slack >= secondsSinceEpoch(window.from);
-}
-
-bool liesInside(const CalendarFile &file, const EventWindow &window)
-{
-    return file.earliest >= secondsSinceEpoch(window.from) && file.latest <= secondsSinceEpoch(window.to);
-}
-
-void keepOverlapping(CalendarFile &file, const EventWindow &window)
-{
-    std::erase_if(file.occurrences, [&](const CalendarFile::Occurrence &occurrence) {
-        return !overlaps(occurrence.meeting->start, occurrence.meeting->end, window.from, window.to);
-    });
-}
-
-void showOwn(const FileCollection &collection, FileCollection::File &file, MeetingChanges &changes)
-{
-    std::vector<std::shared_ptr<const Meeting> *> places;
-    Meetings own;
-    for (auto &[uid, meeting] : file.second.occurrences) {
-        if (uid == 0 || collection.holdersOf(uid).size() <= 1) {
-            places.push_back(&meeting);
-            own.push_back(meeting);
-        }
-    }
-    keepUnchanged(std::move(file.second.shown), own, changes);
-    // So that each meeting is in memory once.
-    for (std::size_t i = 0; i < own.size(); ++i)
-        *places[i] = own[i];
-    file.second.shown = std::move(own);
-}
-
-/// Shows the touched events that several files hold. Files that share many events are read once for all of
-/// them.
-void showJoined(FileCollection &collection, MeetingChanges &changes, const JoinedReader &readJoined)
-{
-    std::map<std::vector<std::string>, std::vector<std::size_t>> together;
-    for (const std::size_t uid : std::exchange(collection.touchedEvents, {})) {
-        std::vector<std::string> names;
-        for (const FileCollection::Holder &holder : collection.holdersOf(uid))
-            names.push_back(holder.file->first);
-        // In the order in which they are read as one.
-        std::sort(names.begin(), names.end());
-        together[std::move(names)].push_back(uid);
-    }
-    for (const auto &[names, uids] : together) {
-        std::unordered_map<std::size_t, Meetings> read;
-        if (names.size() > 1)
-            for (CalendarFile::Occurrence &occurrence : readJoined(collection, names))
-                read[occurrence.uid].push_back(std::move(occurrence.meeting));
-        for (const std::size_t uid : uids) {
-            Meetings &shown = collection.joined[uid];
-            keepUnchanged(std::move(shown), read[uid], changes);
-            shown = std::move(read[uid]);
-            if (names.size() <= 1)
-                collection.joined.erase(uid);
-        }
-    }
 }
 
 void appendFileCalendars(const FileCollection &root, std::vector<CalendarInfo> &calendars)
@@ -189,42 +97,82 @@ std::string FolderCalendar::idFor(const std::string &fileName) const
     return filesAreCalendars ? id + validUtf8(fileName) : id;
 }
 
-void FileCollection::setHolders(const std::vector<File *> &changed, std::vector<Holder> now)
+void FileCollection::touch(File *file)
 {
-    const auto isOfChanged = [&](const Holder &holder) {
-        return std::binary_search(changed.begin(), changed.end(), holder.file);
-    };
-    touchShared(*this, isOfChanged);
-    std::erase_if(holders, isOfChanged);
-    std::sort(now.begin(), now.end());
-    now.erase(std::unique(now.begin(), now.end()), now.end());
-    const auto others = std::ptrdiff_t(holders.size());
-    holders.insert(holders.end(), now.begin(), now.end());
-    std::inplace_merge(holders.begin(), holders.begin() + others, holders.end());
-    touchShared(*this, isOfChanged);
-    touched.insert(touched.end(), changed.begin(), changed.end());
+    touched.push_back(file);
+    isShownAsItIs = false;
 }
 
-void FileCollection::forget(const std::vector<File *> &gone, MeetingChanges &changes)
+void FileCollection::show(const JoinedReader &readJoined)
 {
-    if (gone.empty())
+    if (std::exchange(isShownAsItIs, true))
         return;
-    setHolders(gone, {});
-    std::erase_if(touched, [&](File *file) { return std::binary_search(gone.begin(), gone.end(), file); });
-    for (const File *file : gone) {
-        append(changes.removed, file->second.shown);
-        files.erase(files.find(file->first));
-    }
+    forgetTouched();
+    const SharedEvents shared = findShared(readJoined);
+    shown.clear();
+    for (const File *file : filled)
+        for (const auto &[uid, meeting] : file->second.occurrences)
+            if (!shared.contains(uid))
+                shown.push_back(meeting);
+    for (const auto &[names, occurrences] : joined)
+        for (const auto &[uid, meeting] : occurrences)
+            if (const auto found = shared.find(uid); found != shared.end() && found->second == &names)
+                shown.push_back(meeting);
 }
 
-std::span<const FileCollection::Holder> FileCollection::holdersOf(std::size_t uid) const
+/// Leaves of the touched files what they hold now, and nothing else.
+void FileCollection::forgetTouched()
 {
-    const auto isBefore = [](const Holder &left, const Holder &right) { return left.uid < right.uid; };
-    const auto [first, last] = std::equal_range(holders.begin(), holders.end(), Holder{uid}, isBefore);
-    return {first, last};
+    std::sort(touched.begin(), touched.end());
+    const auto isTouched = [this](const File *file) {
+        return std::binary_search(touched.begin(), touched.end(), file);
+    };
+    std::erase_if(joined, [&](const auto &entry) {
+        return std::any_of(entry.first.begin(), entry.first.end(),
+                           [&](const std::string &name) { return isTouched(&*files.find(name)); });
+    });
+    std::erase_if(filled, isTouched);
+    std::erase_if(holders, [&](const Holder &holder) { return isTouched(holder.file); });
+    const auto others = std::ptrdiff_t(holders.size());
+    touched.erase(std::unique(touched.begin(), touched.end()), touched.end());
+    for (File *file : std::exchange(touched, {})) {
+        for (const std::size_t uid : std::exchange(file->second.events, {}))
+            holders.push_back({uid, file});
+        if (file->second.isGone)
+            files.erase(files.find(file->first));
+        else if (!file->second.occurrences.empty())
+            filled.push_back(file);
+    }
+    std::sort(holders.begin() + others, holders.end());
+    std::inplace_merge(holders.begin(), holders.begin() + others, holders.end());
+    holders.erase(std::unique(holders.begin(), holders.end()), holders.end());
 }
 
-std::vector<FileJob> CalendarFiles::update(const std::vector<FolderListing> &folders, MeetingChanges &changes)
+FileCollection::SharedEvents FileCollection::findShared(const JoinedReader &readJoined)
+{
+    SharedEvents shared;
+    auto known = std::exchange(joined, {});
+    for (auto first = holders.begin(); first != holders.end();) {
+        const auto last =
+            std::find_if(first, holders.end(), [&](const Holder &other) { return other.uid != first->uid; });
+        if (last - first > 1) {
+            FileNames names;
+            for (auto holder = first; holder != last; ++holder)
+                names.push_back(holder->file->first);
+            // In the order in which they are read as one.
+            std::sort(names.begin(), names.end());
+            shared[first->uid] = &joined.try_emplace(std::move(names)).first->first;
+        }
+        first = last;
+    }
+    for (auto &[names, occurrences] : joined) {
+        const auto before = known.find(names);
+        occurrences = before == known.end() ? readJoined(*this, names) : std::move(before->second);
+    }
+    return shared;
+}
+
+std::vector<FileJob> CalendarFiles::update(const std::vector<FolderListing> &folders)
 {
     std::unordered_map<std::string, std::unique_ptr<FileCollection>> previous;
     for (std::unique_ptr<FileCollection> &collection : std::exchange(m_collections, {})) {
@@ -246,16 +194,8 @@ std::vector<FileJob> CalendarFiles::update(const std::vector<FolderListing> &fol
         // Titles and owners tell who the user is.
         const bool isAnother = calendar != collection->calendar;
         collection->calendar = std::move(calendar);
-        updateFiles(*collection, folder.files, isAnother, jobs, changes);
+        updateFiles(*collection, folder.files, isAnother, jobs);
         m_collections.push_back(std::move(collection));
-    }
-    for (const auto &[path, gone] : previous) {
-        if (!gone)
-            continue;
-        for (const auto &[name, file] : gone->files)
-            append(changes.removed, file.shown);
-        for (const auto &[uid, shown] : gone->joined)
-            append(changes.removed, shown);
     }
     return jobs;
 }
@@ -279,18 +219,14 @@ std::optional<FileJob> CalendarFiles::jobFor(const std::string &folder, const st
 std::vector<FileJob> CalendarFiles::changeWindow(const EventWindow &from, const EventWindow &to)
 {
     // Floating times and whole days move with the zone, by a day at most.
-    const bool zoneDiffers = from.zone != to.zone;
-    const double slack = zoneDiffers ? 86400 : 0;
+    const double slack = from.zone != to.zone ? 86400 : 0;
     std::vector<FileJob> jobs;
     for (const std::unique_ptr<FileCollection> &collection : m_collections) {
-        for (const auto &[uid, shown] : collection->joined)
-            collection->touchedEvents.insert(uid);
+        collection->joined.clear();
+        collection->isShownAsItIs = false;
         for (FileCollection::File &file : collection->files) {
-            collection->touched.push_back(&file);
             if (file.second.earliest > file.second.latest || !overlapsWindow(file.second, to, slack))
                 file.second.occurrences.clear();
-            else if (!zoneDiffers && liesInside(file.second, from))
-                keepOverlapping(file.second, to);
             else
                 jobs.push_back({collection.get(), &file});
         }
@@ -298,35 +234,14 @@ std::vector<FileJob> CalendarFiles::changeWindow(const EventWindow &from, const 
     return jobs;
 }
 
-void CalendarFiles::setEvents(std::vector<FileJob> read, std::vector<FileEvent> events)
+Meetings CalendarFiles::meetings(const JoinedReader &readJoined)
 {
-    std::sort(events.begin(), events.end());
-    auto event = events.begin();
-    forEachCollection(std::move(read), [&](FileCollection &collection, const auto &files) {
-        std::vector<FileCollection::Holder> holders;
-        for (; event != events.end() && event->job.collection == &collection; ++event)
-            holders.push_back({event->uid, event->job.file});
-        collection.setHolders(files, std::move(holders));
-    });
-}
-
-void CalendarFiles::remove(std::vector<FileJob> gone, MeetingChanges &changes)
-{
-    forEachCollection(std::move(gone), [&](FileCollection &collection, const auto &files) {
-        collection.forget(files, changes);
-    });
-}
-
-void CalendarFiles::show(MeetingChanges &changes, const JoinedReader &readJoined)
-{
+    Meetings all;
     for (const std::unique_ptr<FileCollection> &collection : m_collections) {
-        std::vector<FileCollection::File *> touched = std::exchange(collection->touched, {});
-        std::sort(touched.begin(), touched.end());
-        touched.erase(std::unique(touched.begin(), touched.end()), touched.end());
-        for (FileCollection::File *file : touched)
-            showOwn(*collection, *file, changes);
-        showJoined(*collection, changes, readJoined);
+        collection->show(readJoined);
+        all.insert(all.end(), collection->shown.begin(), collection->shown.end());
     }
+    return all;
 }
 
 std::vector<CalendarInfo> CalendarFiles::calendars() const

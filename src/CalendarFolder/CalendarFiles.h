@@ -6,9 +6,8 @@
 
 #include <chrono>
 #include <functional>
-#include <span>
+#include <map>
 #include <unordered_map>
-#include <unordered_set>
 
 /// What is remembered of the files of calendars: their state, when they matter, and their meetings in the
 /// loaded days. Text is not kept, so that a hundred thousand files stay small.
@@ -26,12 +25,14 @@ struct CalendarFile
     /// As it was when it was read. It may have changed in that same instant: then it counts as changed.
     FileStamp stamp;
     bool isStampSure = false;
+    /// It isn't there any more, or is no file.
+    bool isGone = false;
     /// Every occurrence lies between these, for any window. earliest > latest when there are none.
     double earliest = 0;
     double latest = -1;
     std::vector<Occurrence> occurrences;
-    /// Those that the store shows: all, but for events that another file of the folder holds too.
-    Meetings shown;
+    /// What reading it found for `FileCollection::holders`, which take it from here.
+    std::vector<std::size_t> events;
     /// How long it may be half written before that is believed; nothing while it isn't.
     std::optional<std::chrono::steady_clock::time_point> halfWrittenUntil;
     /// What it says about its calendar; matters in a root, where a file is a calendar.
@@ -56,6 +57,14 @@ struct FolderCalendar
     friend bool operator==(const FolderCalendar &, const FolderCalendar &) = default;
 };
 
+struct FileCollection;
+
+using FileNames = std::vector<std::string>;
+
+/// Reads the named files of a folder as one.
+using JoinedReader = std::function<std::vector<CalendarFile::Occurrence>(const FileCollection &collection,
+                                                                         const FileNames &names)>;
+
 /// A folder with calendar files.
 struct FileCollection
 {
@@ -74,28 +83,31 @@ struct FileCollection
     std::unordered_map<std::string, CalendarFile> files;
     /// In order, each once. Of a root, whose files are calendars: none.
     std::vector<Holder> holders;
-    /// The files whose occurrences may have to be shown, or not to be shown any more; some twice.
+    /// The files that were read or went since the last show(); some twice.
     std::vector<File *> touched;
-    /// What is shown of events that several files hold: one has an event, another what was changed of it.
-    std::unordered_map<std::size_t, Meetings> joined;
-    /// Those of them that are to be read again.
-    std::unordered_set<std::size_t> touchedEvents;
+    /// The files that have occurrences, at the most.
+    std::vector<File *> filled;
+    /// By the names of files that hold the same events: one has an event, another what was changed of it.
+    std::map<FileNames, std::vector<CalendarFile::Occurrence>> joined;
+    /// What is to be seen of all that.
+    Meetings shown;
+    bool isShownAsItIs = true;
 
-    /// Takes note that `changed`, in order, hold `now` and nothing else.
-    void setHolders(const std::vector<File *> &changed, std::vector<Holder> now);
+    /// Takes note of what happened to `file`.
+    void touch(File *file);
 
-    /// Forgets the files `gone`, in order; what they showed goes to `changes`.
-    void forget(const std::vector<File *> &gone, MeetingChanges &changes);
+    /// Brings what is shown in line with what was read, and forgets the files that are gone.
+    void show(const JoinedReader &readJoined);
 
-    /// The part of `holders` that is about an event.
-    std::span<const Holder> holdersOf(std::size_t uid) const;
+private:
+    /// By the event, the names of the files that hold it, in `joined`.
+    using SharedEvents = std::unordered_map<std::size_t, const FileNames *>;
+
+    void forgetTouched();
+    SharedEvents findShared(const JoinedReader &readJoined);
 };
 
-/// Reads the named files as one.
-using JoinedReader = std::function<std::vector<CalendarFile::Occurrence>(
-    const FileCollection &collection, const std::vector<std::string> &names)>;
-
-/// A file that is to be read. The pointers stay valid while no file is taken out.
+/// A file that is to be read. The pointers stay valid until the next show().
 struct FileJob
 {
     FileCollection *collection = nullptr;
@@ -108,15 +120,6 @@ struct FileJob
     friend auto operator<=>(const FileJob &, const FileJob &) = default;
 };
 
-/// An event that a file holds, by `ical::uidHash()`.
-struct FileEvent
-{
-    FileJob job;
-    std::size_t uid = 0;
-
-    friend auto operator<=>(const FileEvent &, const FileEvent &) = default;
-};
-
 /// The files of all calendars.
 class CalendarFiles
 {
@@ -124,25 +127,18 @@ public:
     explicit CalendarFiles(std::vector<CalendarRoot> roots) : m_roots(std::move(roots)) {}
 
     /// Follows the folders as listed: takes in and drops calendars and files. Gives the files that are new or
-    /// not what they were; what disappeared goes to `changes`.
-    std::vector<FileJob> update(const std::vector<FolderListing> &folders, MeetingChanges &changes);
+    /// not what they were.
+    std::vector<FileJob> update(const std::vector<FolderListing> &folders);
 
     /// The file `name` of `folder`, where something happened; nothing when the folder has to be listed for
     /// it.
     std::optional<FileJob> jobFor(const std::string &folder, const std::string &name);
 
-    /// The jobs for another window: files that have nothing in it, or whose occurrences are all known, need
-    /// no reading.
+    /// The jobs for another window: files that have nothing in it need no reading.
     std::vector<FileJob> changeWindow(const EventWindow &from, const EventWindow &to);
 
-    /// Takes note of the events that the files `read` hold now. Both in any order.
-    static void setEvents(std::vector<FileJob> read, std::vector<FileEvent> events);
-
-    /// Forgets files that aren't there any more.
-    static void remove(std::vector<FileJob> gone, MeetingChanges &changes);
-
-    /// Brings what is shown in line with what was read; reads events of several files by `readJoined`.
-    void show(MeetingChanges &changes, const JoinedReader &readJoined);
+    /// The meetings of all files; reads events of several files by `readJoined`.
+    Meetings meetings(const JoinedReader &readJoined);
 
     /// The calendars in order of roots and paths.
     std::vector<CalendarInfo> calendars() const;

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <iterator>
 #include <mutex>
 #include <thread>
 
@@ -59,36 +58,6 @@ std::vector<CalendarFile::Occurrence> occurrencesIn(ical::CalendarText &text, co
     return occurrences;
 }
 
-/// One thread's share of the work.
-class LoadingTurn
-{
-public:
-    /// Whoever holds `oneLargeFile` may hold a large file in memory.
-    LoadingTurn(const LoadRequest &request, std::mutex &oneLargeFile)
-        : m_request(request), m_oneLargeFile(oneLargeFile)
-    {
-    }
-
-    void load(const FileJob &job);
-
-    LoadResult result;
-
-private:
-    ReadStatus read(const FileJob &job, std::int64_t limit);
-    void take(const FileJob &job, ReadStatus status);
-    void parse(const FileJob &job);
-    bool isBeingWritten(CalendarFile &file) const;
-    void takeOccurrences(const FileJob &job, ical::CalendarText &text);
-    void drop(const FileJob &job, const std::string &reason);
-    void setStamp(CalendarFile &file) const;
-
-    const LoadRequest &m_request;
-    std::mutex &m_oneLargeFile;
-    const FileCollection *m_collection = nullptr;
-    FileDescriptor m_folder;
-    FileReader m_reader;
-};
-
 /// Whether nothing but white space follows the last END:VCALENDAR.
 bool endsCalendar(std::string_view text)
 {
@@ -115,112 +84,112 @@ void reportProblems(const FileJob &job, const std::vector<ical::TextProblem> &pr
     report(job, message);
 }
 
-void LoadingTurn::load(const FileJob &job)
+/// One thread's share of the work.
+class LoadingTurn
 {
-    const ReadStatus status = read(job, largeFile);
-    if (status != ReadStatus::tooLarge)
-        return take(job, status);
-    const std::lock_guard lock(m_oneLargeFile);
-    take(job, read(job, FileReader::largestFile));
-    m_reader.trim();
-}
-
-ReadStatus LoadingTurn::read(const FileJob &job, std::int64_t limit)
-{
-    if (std::exchange(m_collection, job.collection) != job.collection)
-        m_folder = openFolder(job.collection->calendar.path);
-    if (!m_folder.isOpen())
-        return ReadStatus::vanished;
-    return m_reader.read(m_folder.number(), job.name().c_str(), limit);
-}
-
-void LoadingTurn::take(const FileJob &job, ReadStatus status)
-{
-    switch (status) {
-    case ReadStatus::done:
-        return parse(job);
-    case ReadStatus::vanished:
-    case ReadStatus::notAFile:
-        result.vanished.push_back(job);
-        return;
-    case ReadStatus::tooLarge:
-        return drop(job, "the file is too large");
-    case ReadStatus::failed:
-        return drop(job, std::string("the file can't be read: ") + std::strerror(errno));
+public:
+    /// Whoever holds `oneLargeFile` may hold a large file in memory.
+    LoadingTurn(const LoadRequest &request, std::mutex &oneLargeFile)
+        : m_request(request), m_oneLargeFile(oneLargeFile)
+    {
     }
-}
 
-bool LoadingTurn::isBeingWritten(CalendarFile &file) const
-{
-    if (file.occurrences.empty() || endsCalendar(m_reader.text())) {
-        file.halfWrittenUntil.reset();
-        return false;
+    void load(const FileJob &job)
+    {
+        const ReadStatus status = read(job, largeFile);
+        if (status != ReadStatus::tooLarge)
+            return take(job, status);
+        const std::lock_guard lock(m_oneLargeFile);
+        take(job, read(job, FileReader::largestFile));
+        m_reader.trim();
     }
-    const auto now = std::chrono::steady_clock::now();
-    if (!file.halfWrittenUntil)
-        file.halfWrittenUntil = now + m_request.halfWrittenTime;
-    return now < *file.halfWrittenUntil;
-}
 
-void LoadingTurn::parse(const FileJob &job)
-{
-    CalendarFile &file = job.entry();
-    if (isBeingWritten(file))
-        return result.halfWritten.push_back(job);
-    ical::CalendarText text = ical::readCalendarText(m_reader.text(), m_request.window);
-    // Another window doesn't make an old problem new.
-    if (file.stamp != m_reader.stamp())
-        reportProblems(job, text.problems);
-    setStamp(file);
-    file.earliest = text.earliest;
-    file.latest = text.latest;
-    if (job.collection->calendar.filesAreCalendars) {
-        file.name = text.name;
-        file.color = text.color ? colorFrom(*text.color) : std::nullopt;
+private:
+    ReadStatus read(const FileJob &job, std::int64_t limit)
+    {
+        if (std::exchange(m_collection, job.collection) != job.collection)
+            m_folder = openFolder(job.collection->calendar.path);
+        if (!m_folder.isOpen())
+            return ReadStatus::vanished;
+        return m_reader.read(m_folder.number(), job.name().c_str(), limit);
     }
-    takeOccurrences(job, text);
-}
 
-void LoadingTurn::takeOccurrences(const FileJob &job, ical::CalendarText &text)
-{
-    result.read.push_back(job);
-    if (!job.collection->calendar.filesAreCalendars) {
-        for (const std::size_t uid : text.uids)
-            result.events.push_back({job, uid});
+    void take(const FileJob &job, ReadStatus status)
+    {
+        job.entry().isGone = status == ReadStatus::vanished || status == ReadStatus::notAFile;
+        if (status == ReadStatus::done && isBeingWritten(job.entry()))
+            return;
+        job.entry().halfWrittenUntil.reset();
+        if (status == ReadStatus::done)
+            parse(job);
+        else if (status == ReadStatus::tooLarge)
+            drop(job, "the file is too large");
+        else if (status == ReadStatus::failed)
+            drop(job, std::string("the file can't be read: ") + std::strerror(errno));
     }
-    job.entry().occurrences = occurrencesIn(text, job.collection->calendar, job.name(), m_request);
-}
 
-void LoadingTurn::drop(const FileJob &job, const std::string &reason)
-{
-    if (job.entry().stamp != m_reader.stamp())
-        report(job, reason);
-    setStamp(job.entry());
-    job.entry().occurrences.clear();
-    result.read.push_back(job);
-}
+    bool isBeingWritten(CalendarFile &file) const
+    {
+        if (file.occurrences.empty() || endsCalendar(m_reader.text()))
+            return false;
+        const auto now = std::chrono::steady_clock::now();
+        if (!file.halfWrittenUntil)
+            file.halfWrittenUntil = now + m_request.halfWrittenTime;
+        return now < *file.halfWrittenUntil;
+    }
 
-void LoadingTurn::setStamp(CalendarFile &file) const
-{
-    // The clock of file systems ticks every few milliseconds.
-    using namespace std::chrono;
-    constexpr nanoseconds longestTick = milliseconds(20);
-    file.stamp = m_reader.stamp();
-    file.isStampSure =
-        system_clock::now().time_since_epoch() - nanoseconds(file.stamp.modified) > longestTick;
-}
+    void parse(const FileJob &job)
+    {
+        CalendarFile &file = job.entry();
+        ical::CalendarText text = ical::readCalendarText(m_reader.text(), m_request.window);
+        // Another window doesn't make an old problem new.
+        if (file.stamp != m_reader.stamp())
+            reportProblems(job, text.problems);
+        setStamp(file);
+        file.earliest = text.earliest;
+        file.latest = text.latest;
+        if (job.collection->calendar.filesAreCalendars) {
+            file.name = text.name;
+            file.color = text.color ? colorFrom(*text.color) : std::nullopt;
+        } else {
+            file.events = std::move(text.uids);
+        }
+        file.occurrences = occurrencesIn(text, job.collection->calendar, job.name(), m_request);
+    }
 
-template<typename Value> void append(std::vector<Value> &into, std::vector<Value> from)
-{
-    std::move(from.begin(), from.end(), std::back_inserter(into));
-}
+    void drop(const FileJob &job, const std::string &reason)
+    {
+        if (job.entry().stamp != m_reader.stamp())
+            report(job, reason);
+        setStamp(job.entry());
+        job.entry().occurrences.clear();
+    }
+
+    void setStamp(CalendarFile &file) const
+    {
+        // The clock of file systems ticks every few milliseconds.
+        using namespace std::chrono;
+        constexpr nanoseconds longestTick = milliseconds(20);
+        file.stamp = m_reader.stamp();
+        file.isStampSure =
+            system_clock::now().time_since_epoch() - nanoseconds(file.stamp.modified) > longestTick;
+    }
+
+    const LoadRequest &m_request;
+    std::mutex &m_oneLargeFile;
+    const FileCollection *m_collection = nullptr;
+    FileDescriptor m_folder;
+    FileReader m_reader;
+};
 
 } // namespace
 
-LoadResult loadFiles(const std::vector<FileJob> &jobs, const LoadRequest &request)
+void loadFiles(const std::vector<FileJob> &jobs, const LoadRequest &request)
 {
     std::atomic<std::size_t> next = 0;
-    const auto work = [&](LoadingTurn &turn) {
+    std::mutex oneLargeFile;
+    const auto work = [&] {
+        LoadingTurn turn(request, oneLargeFile);
         while (true) {
             const std::size_t first = next.fetch_add(filesPerTurn, std::memory_order_relaxed);
             for (std::size_t i = first; i < std::min(first + filesPerTurn, jobs.size()); ++i) {
@@ -232,25 +201,15 @@ LoadResult loadFiles(const std::vector<FileJob> &jobs, const LoadRequest &reques
                 return;
         }
     };
-    std::mutex oneLargeFile;
-    LoadingTurn own(request, oneLargeFile);
-    if (jobs.size() < manyFiles) {
-        work(own);
-        return std::move(own.result);
-    }
-    LoadingTurn other(request, oneLargeFile);
-    std::thread helper([&] { work(other); });
-    work(own);
-    helper.join();
-    append(own.result.read, std::move(other.result.read));
-    append(own.result.events, std::move(other.result.events));
-    append(own.result.vanished, std::move(other.result.vanished));
-    append(own.result.halfWritten, std::move(other.result.halfWritten));
-    return std::move(own.result);
+    std::thread helper;
+    if (jobs.size() >= manyFiles)
+        helper = std::thread(work);
+    work();
+    if (helper.joinable())
+        helper.join();
 }
 
-std::vector<CalendarFile::Occurrence> loadJoined(const FileCollection &collection,
-                                                 const std::vector<std::string> &names,
+std::vector<CalendarFile::Occurrence> loadJoined(const FileCollection &collection, const FileNames &names,
                                                  const LoadRequest &request)
 {
     const FileDescriptor folder = openFolder(collection.calendar.path);

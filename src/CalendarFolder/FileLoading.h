@@ -19,26 +19,14 @@ struct LoadRequest
     const std::atomic<bool> *isCancelled = nullptr;
 };
 
-struct LoadResult
-{
-    /// Files that are up to date.
-    std::vector<FileJob> read;
-    /// The events that they hold, whatever their days; of files that are calendars, none.
-    std::vector<FileEvent> events;
-    /// Files that were not there any more, or were no files.
-    std::vector<FileJob> vanished;
-    /// Files that were found half written, and kept their events; to be read again after the time for that.
-    std::vector<FileJob> halfWritten;
-};
-
-/// Reads the files of `jobs`, on two threads when there are many, and brings them up to date. Each file that
+/// Reads the files of `jobs`, on two threads when there are many, and brings them up to date. Those that were
+/// found half written keep their events, and are to be read again after the time for that. Each file that
 /// can't be read or understood is logged in one line.
-LoadResult loadFiles(const std::vector<FileJob> &jobs, const LoadRequest &request);
+void loadFiles(const std::vector<FileJob> &jobs, const LoadRequest &request);
 
 /// Reads the files `names` of a folder, which hold the same events in parts or in versions, as if they were
 /// one.
-std::vector<CalendarFile::Occurrence> loadJoined(const FileCollection &collection,
-                                                 const std::vector<std::string> &names,
+std::vector<CalendarFile::Occurrence> loadJoined(const FileCollection &collection, const FileNames &names,
                                                  const LoadRequest &request);
 
 } // namespace mivora

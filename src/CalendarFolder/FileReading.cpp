@@ -39,7 +39,6 @@ FileDescriptor openFolder(const std::string &path)
 
 ReadStatus FileReader::read(int folder, const char *name, std::int64_t limit)
 {
-    m_length = 0;
     // Without O_NONBLOCK a pipe named like a calendar would hold us up until somebody writes to it.
     const FileDescriptor file(::openat(folder, name, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     struct stat status = {};
@@ -58,50 +57,31 @@ ReadStatus FileReader::read(int folder, const char *name, std::int64_t limit)
     m_stamp = FileStamp::of(status);
     if (m_stamp.size > limit)
         return ReadStatus::tooLarge;
-    reserve(std::size_t(m_stamp.size) + 1);
+    m_text.resize(std::max<qsizetype>(m_stamp.size + 1, 64 << 10));
     return readAll(file.number(), limit);
 }
 
 ReadStatus FileReader::readAll(int file, std::int64_t limit)
 {
-    constexpr std::size_t part = 4 << 20;
-    for (;;) {
-        if (m_length == m_capacity)
-            reserve(2 * m_length);
-        const std::size_t room = std::min(m_capacity - m_length, part);
-        const ssize_t count = ::read(file, m_memory.get() + m_length, room);
+    constexpr qsizetype part = 4 << 20;
+    for (qsizetype length = 0;;) {
+        if (length == m_text.size())
+            m_text.resize(2 * length);
+        const qsizetype room = std::min(m_text.size() - length, part);
+        const ssize_t count = ::read(file, m_text.data() + length, std::size_t(room));
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
             return ReadStatus::failed;
-        m_length += std::size_t(count);
+        length += count;
         // A regular file gives less than was asked for at its end only.
-        if (std::size_t(count) < room)
+        if (count < room) {
+            m_text.resize(length);
             return ReadStatus::done;
-        if (std::int64_t(m_length) > limit)
+        }
+        if (length > limit)
             return ReadStatus::tooLarge;
     }
-}
-
-void FileReader::reserve(std::size_t size)
-{
-    if (size <= m_capacity)
-        return;
-    m_capacity = std::max<std::size_t>(size, 64 << 10);
-    // Not filled with zeros, as a vector would be: that costs as much as a tenth of the reading.
-    auto larger = std::make_unique_for_overwrite<char[]>(m_capacity);
-    std::copy_n(m_memory.get(), m_length, larger.get());
-    m_memory = std::move(larger);
-}
-
-void FileReader::trim()
-{
-    constexpr std::size_t usual = 4 << 20;
-    if (m_capacity > usual) {
-        m_memory.reset();
-        m_capacity = 0;
-    }
-    m_length = 0;
 }
 
 } // namespace mivora

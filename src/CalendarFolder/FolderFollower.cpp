@@ -147,31 +147,30 @@ void FolderFollower::takeRequests()
         return;
     const std::vector<FileJob> jobs = m_files.changeWindow(m_request.window, *window);
     m_request.window = *window;
-    load(jobs, {});
+    load(jobs);
 }
 
 void FolderFollower::apply()
 {
     m_due.reset();
     m_latestDue.reset();
-    MeetingChanges changes;
     std::vector<FileJob> jobs;
     const bool isToScan = std::exchange(m_isScanNeeded, false);
     if (isToScan)
-        jobs = scan(changes);
+        jobs = scan();
     // What was written is read even if it looks unchanged.
     const std::vector<FileJob> changed = changedFiles(isToScan);
     jobs.insert(jobs.end(), changed.begin(), changed.end());
     std::sort(jobs.begin(), jobs.end());
     jobs.erase(std::unique(jobs.begin(), jobs.end()), jobs.end());
-    load(jobs, std::move(changes));
+    load(jobs);
     if (!m_watch.isComplete()) {
         m_isScanNeeded = true;
         m_due = std::min(m_due.value_or(Clock::time_point::max()), Clock::now() + checkInterval);
     }
 }
 
-std::vector<FileJob> FolderFollower::scan(MeetingChanges &changes)
+std::vector<FileJob> FolderFollower::scan()
 {
     m_watch.beginRound();
     const std::vector<FolderListing> folders =
@@ -188,7 +187,7 @@ std::vector<FileJob> FolderFollower::scan(MeetingChanges &changes)
         m_folders.insert(folder.path);
         m_isReadable = m_isReadable || folder.depth == 0;
     }
-    return m_files.update(folders, changes);
+    return m_files.update(folders);
 }
 
 void FolderFollower::watchAbove(const std::string &path, FolderWatch::Interest interest)
@@ -219,40 +218,31 @@ std::vector<FileJob> FolderFollower::changedFiles(bool isJustScanned)
     return jobs;
 }
 
-void FolderFollower::load(const std::vector<FileJob> &jobs, MeetingChanges changes)
+void FolderFollower::load(const std::vector<FileJob> &jobs)
 {
-    LoadResult result = loadFiles(jobs, m_request);
+    loadFiles(jobs, m_request);
     if (m_isStopping)
         return;
-    CalendarFiles::setEvents(std::move(result.read), std::move(result.events));
-    for (const FileJob &job : result.halfWritten) {
+    for (const FileJob &job : jobs) {
+        if (!job.entry().halfWrittenUntil) {
+            job.collection->touch(job.file);
+            continue;
+        }
         m_changed[job.collection->calendar.path].insert(job.name());
         m_due = std::min(m_due.value_or(Clock::time_point::max()), Clock::now() + m_request.halfWrittenTime);
     }
-    CalendarFiles::remove(result.vanished, changes);
-    const auto isEmpty = [](const FileJob &job) { return job.collection->files.empty(); };
+    Meetings meetings = m_files.meetings([this](const FileCollection &collection, const FileNames &names) {
+        return loadJoined(collection, names, m_request);
+    });
     // A folder without files is no calendar.
-    if (std::any_of(result.vanished.begin(), result.vanished.end(), isEmpty)) {
+    if (std::any_of(jobs.begin(), jobs.end(),
+                    [](const FileJob &job) { return job.collection->files.empty(); })) {
         m_isScanNeeded = true;
         noteChange();
     }
-    m_files.show(changes, [this](const FileCollection &collection, const std::vector<std::string> &names) {
-        return loadJoined(collection, names, m_request);
-    });
-    deliver(std::move(changes));
-}
-
-void FolderFollower::deliver(MeetingChanges changes)
-{
-    StoreUpdate update{.changes = std::move(changes),
-                       .calendars = m_files.calendars(),
-                       .status =
-                           m_isReadable ? AuthorizationStatus::fullAccess : AuthorizationStatus::denied};
-    if (*update.calendars == m_calendars)
-        update.calendars.reset();
-    else
-        m_calendars = *update.calendars;
-    m_deliver(std::move(update));
+    m_deliver({.meetings = std::move(meetings),
+               .calendars = m_files.calendars(),
+               .status = m_isReadable ? AuthorizationStatus::fullAccess : AuthorizationStatus::denied});
 }
 
 } // namespace mivora

@@ -43,11 +43,10 @@ private:
     void noteChange();
     void takeRequests();
     void apply();
-    std::vector<FileJob> scan(MeetingChanges &changes);
+    std::vector<FileJob> scan();
     void watchAbove(const std::string &path, FolderWatch::Interest interest);
     std::vector<FileJob> changedFiles(bool isJustScanned);
-    void load(const std::vector<FileJob> &jobs, MeetingChanges changes);
-    void deliver(MeetingChanges changes);
+    void load(const std::vector<FileJob> &jobs);
 
     std::shared_ptr<WakeUp> m_wakeUp = std::make_shared<WakeUp>();
 
@@ -65,7 +64,6 @@ private:
     std::map<std::string, std::set<std::string>> m_changed;
     std::optional<Clock::time_point> m_due;
     std::optional<Clock::time_point> m_latestDue;
-    std::vector<CalendarInfo> m_calendars;
     bool m_isReadable = false;
 
     // Shared.

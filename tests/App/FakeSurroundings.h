@@ -53,11 +53,11 @@ public:
 struct FakeSurroundings
 {
     /// An application in this world; settings and bus are the test's. Without a bus no tray shows it.
-    AppParts parts(DefaultsStore &defaults, std::unique_ptr<EventStore> store,
+    AppParts parts(DefaultsStore &defaults, std::unique_ptr<EventKitSource> source,
                    const QDBusConnection &bus = QDBusConnection(QStringLiteral("none")))
     {
-        return {workspace, pasteboard, loginItem, defaults,        systemEvents,
-                hotKeys,   clock,      bus,       std::move(store)};
+        return {workspace, pasteboard, loginItem, defaults,         systemEvents,
+                hotKeys,   clock,      bus,       std::move(source)};
     }
 
     FakeLoginItem loginItem;

@@ -3,7 +3,7 @@
 #include "App/RunningInstance.h"
 #include "App/commands/CommandLine.h"
 #include "Calendar/CalendarFolder.h"
-#include "Calendar/FakeEventStore.h"
+#include "Calendar/FakeLoader.h"
 #include "FakeSurroundings.h"
 #include "KeloMenuBar/FakeHost.h"
 #include "Platform/TimeZone.h"
@@ -52,18 +52,23 @@ public:
         m_access.allow();
     }
 
-    /// Starts it, or starts it anew; without a `store`, with calendars in the folder.
-    void start(std::unique_ptr<EventStore> store = {})
+    /// Starts it, or starts it anew; without a `loader`, with calendars in the folder.
+    void start(std::unique_ptr<CalendarLoader> loader = {})
     {
         const auto before = m_tray.registered.size();
         m_service.reset();
         m_delegate.reset();
         m_defaults = std::make_unique<JsonDefaultsStore>(m_settings);
-        if (!store)
-            store =
-                makeCalendarStore({.folders = {calendars.path()}, .now = clock.now(), .zone = userTimeZone()},
-                                  *m_defaults, m_access);
-        m_delegate = std::make_unique<AppDelegate>(parts(*m_defaults, std::move(store), m_connection));
+        auto source =
+            makeCalendarSource({.folders = {calendars.path()}, .now = clock.now(), .zone = userTimeZone()},
+                               *m_defaults, m_access);
+        if (loader) {
+            EventKitSource::Loaders loaders;
+            loaders.push_back(std::move(loader));
+            source = std::make_unique<EventKitSource>(m_access, windowAround(clock.now(), userTimeZone()),
+                                                      std::move(loaders));
+        }
+        m_delegate = std::make_unique<AppDelegate>(parts(*m_defaults, std::move(source), m_connection));
         m_service = std::make_unique<ApplicationService>(m_connection, *m_delegate, StartedBy::user);
         m_delegate->launch();
         claimApplicationName(m_connection);
@@ -364,16 +369,19 @@ TEST(WholeDayTest, showsAndOpensWhatIsRightAndLeavesNothingBehind)
 TEST(WholeDayTest, obeysCommandsByWhatIsKnownOfTheCalendars)
 {
     const QString link = QString::fromStdString(zoom);
-    auto owned = std::make_unique<FakeEventStore>();
-    FakeEventStore *store = owned.get();
-    store->loaded = false;
-    const auto add = [store](const char *title, const char *start) {
-        store->add(title, secondsSinceEpoch(at(start))).url = zoom;
+    auto owned = std::make_unique<FakeLoader>();
+    FakeLoader *loader = owned.get();
+    StoreUpdate known{.status = AuthorizationStatus::fullAccess, .isLoaded = false};
+    const auto add = [&](const char *title, const char *start) {
+        EventSnapshot event = makeSnapshot(title, at(start));
+        event.url = zoom;
+        known.meetings.push_back(std::make_shared<const Meeting>(Meeting::fromSnapshot(event)));
+        loader->tell(known);
     };
-    add("Design review", "2026-03-10T09:00:00Z");
     WholeDay day("UTC");
     day.clock.time = at("2026-03-10T08:50:00Z");
     day.start(std::move(owned));
+    add("Design review", "2026-03-10T09:00:00Z");
     QObject caller;
     QStringList answers;
     const auto send = [&](const char *action, QObject &from) {
@@ -395,10 +403,10 @@ TEST(WholeDayTest, obeysCommandsByWhatIsKnownOfTheCalendars)
 
     day.clock.time = at("2026-03-10T08:59:30Z");
     add("Planning", "2026-03-10T09:00:30Z");
-    Q_EMIT store->changed();
     EXPECT_TRUE(waitFor([&] { return answers.size() == 3; }));
     EXPECT_FALSE(day.app().panel().isVisible());
-    store->loaded = true;
+    known.isLoaded = true;
+    loader->tell(known);
     send("snooze", caller);
     send("copy", caller);
     EXPECT_EQ(answers.join(u','), QStringLiteral("join,nonsense failed,dismiss,snooze failed,copy"));

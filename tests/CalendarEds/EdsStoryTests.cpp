@@ -248,7 +248,7 @@ TEST_F(EdsStoryTest, followsALocalCalendar)
     world->import("local", later.insert(later.find("BEGIN:VEVENT"), moonBase));
     EXPECT_TRUE(loaded->waitForTitles({"later"}, "2026-06-01T00:00:00Z"));
     EXPECT_TRUE(waitFor(
-        [&] { return loaded->meetings("2026-06-01T00:00:00Z").at(0)->start == at("2026-06-01T09:00:00Z"); }));
+        [&] { return loaded->meetings("2026-06-01T00:00:00Z").at(0).start == at("2026-06-01T09:00:00Z"); }));
     // The server never finishes to expand this one.
     world->import("local", eventText("30 February", "20260101T090000Z",
                                      "RRULE:FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30\r\n"));
@@ -293,7 +293,7 @@ TEST_F(EdsStoryTest, followsAnAccountOnTheNet)
     EXPECT_TRUE(
         e_source_invoke_authenticate_sync(world->source("net").get(), password.get(), nullptr, nullptr));
     ASSERT_TRUE(loaded->waitForTitles({"Guarded"}));
-    EXPECT_EQ(loaded->meetings().at(0)->participation, Participation::accepted);
+    EXPECT_EQ(loaded->meetings().at(0).participation, Participation::accepted);
     server->put(guarded("20260311T090000Z", "SEQUENCE:1\r\n"));
     EXPECT_TRUE(e_client_refresh_sync(E_CLIENT(world->client("net").get()), nullptr, nullptr));
     EXPECT_TRUE(loaded->waitForTitles({"Guarded"}, "2026-03-11T00:00:00Z"));
@@ -368,11 +368,11 @@ TEST_F(EdsStoryTest, readsServedCalendarsLikeFiles)
         std::vector<std::string> texts;
         for (const auto &m : of.meetings("2026-03-01T00:00:00Z", 45))
             // Other tests have left meetings in other calendars.
-            if (!m->calendarID.starts_with("desktop:") || isOwnSubscription(m->calendarID))
-                texts.push_back(m->title + ' ' + std::to_string(secondsSinceEpoch(m->start)) + ' ' +
-                                std::to_string(secondsSinceEpoch(m->end)) + ' ' +
-                                std::to_string(int(m->participation)) + (m->isAllDay ? " whole" : "") + ' ' +
-                                (m->joinLink ? m->joinLink->webURL.text() : ""));
+            if (!m.calendarID.starts_with("desktop:") || isOwnSubscription(m.calendarID))
+                texts.push_back(m.title + ' ' + std::to_string(secondsSinceEpoch(m.start)) + ' ' +
+                                std::to_string(secondsSinceEpoch(m.end)) + ' ' +
+                                std::to_string(int(m.participation)) + (m.isAllDay ? " whole" : "") + ' ' +
+                                (m.joinLink ? m.joinLink->webURL.text() : ""));
         std::sort(texts.begin(), texts.end());
         return texts;
     };

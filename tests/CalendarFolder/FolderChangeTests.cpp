@@ -132,8 +132,8 @@ std::vector<std::string> answersOf(LoadedStore &loaded)
     for (const std::string &calendar : loaded.calendars())
         lines.push_back(calendar);
     for (const auto &meeting : loaded.meetings("2026-03-10T00:00:00Z", 2))
-        lines.push_back(meeting->calendarID + ": " + meeting->title + ", " + meeting->id +
-                        (meeting->participation == Participation::accepted ? ", accepted" : ""));
+        lines.push_back(meeting.calendarID + ": " + meeting.title + ", " + meeting.id +
+                        (meeting.participation == Participation::accepted ? ", accepted" : ""));
     std::sort(lines.begin(), lines.end());
     return lines;
 }
@@ -186,7 +186,7 @@ TEST(FolderChanges, leaveTheEventsOfAFileThatIsHalfWrittenForAMoment)
     folder.write("work/a.ics", text);
     LoadedStore loaded({folder.path()}, {}, std::chrono::minutes(1));
     int changes = 0;
-    QObject::connect(&loaded.store(), &EventStore::changed, [&] { ++changes; });
+    QObject::connect(&loaded.store(), &EventKitSource::changed, [&] { ++changes; });
     int round = 0;
     for (const std::string &half : {std::string(), text.substr(0, text.size() / 2)}) {
         folder.write("work/a.ics", half);
@@ -208,8 +208,8 @@ TEST(FolderChanges, meanOtherDaysAndAnotherZone)
     const char *const summer = "2026-07-20T00:00:00Z";
     EXPECT_TRUE(waitFor([&] { return loaded.titles(summer) == Titles{"Daily", "Summer"}; }));
     loaded.store().setTimeZone(QTimeZone("America/New_York"));
-    EXPECT_TRUE(waitFor([&] { return loaded.meetings(summer).back()->start == at("2026-07-20T14:00:00Z"); }));
-    EXPECT_EQ(loaded.meetings(summer).front()->start, at("2026-07-20T09:00:00Z"));
+    EXPECT_TRUE(waitFor([&] { return loaded.meetings(summer).back().start == at("2026-07-20T14:00:00Z"); }));
+    EXPECT_EQ(loaded.meetings(summer).front().start, at("2026-07-20T09:00:00Z"));
     EXPECT_EQ(loaded.titles(), Titles{"Daily"}) << "what was asked for first";
 }
 

@@ -94,7 +94,7 @@ TEST(FolderDiscovery, knowsTheUserByTheMostCertainAddress)
         for (const auto &[other, line] : others)
             folder.write(other, line);
         LoadedStore loaded({folder.path()}, {"", "mailto:Me@example.com"});
-        EXPECT_EQ(loaded.meetings().at(0)->participation, Participation::accepted) << user << file;
+        EXPECT_EQ(loaded.meetings().at(0).participation, Participation::accepted) << user << file;
     }
 }
 
@@ -146,7 +146,7 @@ TEST(CalendarRoots, prefixesIdentifiersWithoutRegardToOtherRoots)
     LoadedStore loaded({folder.path("one"), folder.path("two")});
     std::set<std::string> ids;
     for (const auto &meeting : loaded.meetings())
-        ids.insert(meeting->calendarID + " of " + meeting->title);
+        ids.insert(meeting.calendarID + " of " + meeting.title);
     EXPECT_THAT(ids, testing::ElementsAre("b.ics of one/b.ics", "two:b.ics of two/b.ics",
                                           "two:work of two/work/c.ics", "work of one/work/a.ics"));
 }

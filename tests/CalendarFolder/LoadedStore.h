@@ -2,7 +2,7 @@
 
 #include "Calendar/AccessMemory.h"
 #include "Calendar/CalendarFolder.h"
-#include "Calendar/MemoryStore.h"
+#include "Calendar/EventKitSource.h"
 #include "CalendarFolder/FolderLoader.h"
 
 #include <algorithm>
@@ -29,31 +29,30 @@ public:
     {
     }
 
-    MemoryStore &store() { return m_store; }
+    EventKitSource &store() { return m_store; }
 
-    /// A calendar in each line: "id|title|account|colour".
+    /// A calendar in each line, in order: "id|title|account|colour".
     std::vector<std::string> calendars() const
     {
         std::vector<std::string> lines;
         for (const CalendarInfo &c : m_store.calendars())
             lines.push_back(c.id + '|' + c.title + '|' + c.accountTitle + '|' +
                             (c.color ? c.color->hex() : "-"));
+        std::sort(lines.begin(), lines.end());
         return lines;
     }
 
     /// What is there from `from` on, by default on 10 March.
-    Meetings meetings(const char *from = "2026-03-10T00:00:00Z", int days = 1)
+    std::vector<Meeting> meetings(const char *from = "2026-03-10T00:00:00Z", int days = 1)
     {
         return m_store.meetings(at(from), at(from) + Seconds(86400 * days), std::nullopt);
     }
 
     std::vector<std::string> titles(const char *from = "2026-03-10T00:00:00Z", int days = 1)
     {
-        std::vector<std::string> titles;
-        for (const auto &meeting : meetings(from, days))
-            titles.push_back(meeting->title);
-        std::sort(titles.begin(), titles.end());
-        return titles;
+        std::vector<std::string> found = mivora::titles(meetings(from, days));
+        std::sort(found.begin(), found.end());
+        return found;
     }
 
     bool waitForTitles(const std::vector<std::string> &wanted, const char *from = "2026-03-10T00:00:00Z",
@@ -66,9 +65,9 @@ public:
     static constexpr std::chrono::seconds patience{40};
 
 private:
-    static MemoryStore::Loaders loadersOf(std::unique_ptr<CalendarLoader> loader)
+    static EventKitSource::Loaders loadersOf(std::unique_ptr<CalendarLoader> loader)
     {
-        MemoryStore::Loaders loaders;
+        EventKitSource::Loaders loaders;
         loaders.push_back(std::move(loader));
         return loaders;
     }
@@ -82,7 +81,7 @@ private:
     }
 
     AccessMemory m_access{QDir::temp().filePath(QStringLiteral("unused")), AccessMemory::Permission::given};
-    MemoryStore m_store;
+    EventKitSource m_store;
 };
 
 } // namespace mivora

@@ -30,6 +30,8 @@ TEST(JoinLinkDetectorTest, findsLinksInOrderAndWithoutWhatStandsAroundThem)
         {"https://a\u2028b https://c\u0085d", {"https://a", "https://c"}},
         {"https://a\u1680 https://b\u200a https://c\u205f", {"https://a", "https://b", "https://c"}},
         {"https://a.example/https://ZOOM.us/J/%6a", {"https://a.example/https://ZOOM.us/J/%6a"}},
+        {"https://z:/ https://z:65535 https://z:000443/",
+         {"https://z:/", "https://z:65535", "https://z:000443/"}},
     };
     for (const auto &[text, links] : rows)
         EXPECT_EQ(found(text), links) << text;
@@ -42,7 +44,9 @@ TEST(JoinLinkDetectorTest, findsNothingInWhatIsNoLink)
           "https:/ https:/zoom.us hhhhttps https//zoom.us https: //zoom.us",
           "https:// https://... https://( https://", "https:///j/1 https://:80/j/1 https://me@/j/1",
           "https://z/| https://z/{ https://z/^ https://z/` https://z/\\ https://z/\x7f",
-          "https://zoom.us/\xff https://zoom.us/\xe2\x80 https://zoom.us/\xc2"})
+          "https://zoom.us/\xff https://zoom.us/\xe2\x80 https://zoom.us/\xc2",
+          "https://z:65536/ https://z:18446744073709551617/ https://z:x/ https://z:80x/ https://z:%38/",
+          "https://a@b@c/ https://z/a?b#c#d"})
         EXPECT_THAT(found(text), IsEmpty()) << text;
     EXPECT_THAT(found(std::string_view("https://zoom.us/j/1\0", 20)), IsEmpty()) << "NUL";
 }
@@ -58,6 +62,9 @@ TEST(JoinLinkDetectorTest, knowsTheServicesAndTheLinksOfTheirApps)
         {"https://zoom.us/j/1?pwd=a+%61%3D%23b", Service::zoom, "zoommtg://zoom.us/join?confno=1&pwd=a+a=#b"},
         {"https://zoom.us/j/1?pwd=a%20b", Service::zoom, {}},
         {"https://zoom.us//%6A//%31/success", Service::zoom, "zoommtg://zoom.us/join?confno=1"},
+        {"https://zoom.us/j/1?pwd&pwd=a", Service::zoom, "zoommtg://zoom.us/join?confno=1"},
+        {"https://zoom.us/j/1?PWD=b&%70wd=a&pwd=b", Service::zoom, "zoommtg://zoom.us/join?confno=1&pwd=a"},
+        {"https://zoom.us/j/a%2F1", Service::zoom, {}},
         {"https://zoom.us/j", Service::zoom, {}},
         {"https://zoom.us/j/%D9%A1", Service::zoom, {}},
         {"https://notzoom.us/j/1", Service::other, {}},
