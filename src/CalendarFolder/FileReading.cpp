@@ -27,11 +27,6 @@ FileDescriptor::~FileDescriptor()
         ::close(m_number);
 }
 
-int FileDescriptor::release()
-{
-    return std::exchange(m_number, -1);
-}
-
 FileDescriptor openFolder(const std::string &path)
 {
     return FileDescriptor(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));

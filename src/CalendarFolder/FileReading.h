@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 struct stat;
 
@@ -29,7 +30,7 @@ class FileDescriptor
 public:
     explicit FileDescriptor(int number = -1) : m_number(number) {}
 
-    FileDescriptor(FileDescriptor &&other) noexcept : m_number(other.release()) {}
+    FileDescriptor(FileDescriptor &&other) noexcept : m_number(std::exchange(other.m_number, -1)) {}
 
     FileDescriptor &operator=(FileDescriptor &&other) noexcept;
     ~FileDescriptor();
@@ -37,8 +38,6 @@ public:
     int number() const { return m_number; }
 
     bool isOpen() const { return m_number >= 0; }
-
-    int release();
 
 private:
     int m_number = -1;

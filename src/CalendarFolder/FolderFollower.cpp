@@ -33,7 +33,7 @@ FolderFollower::FolderFollower(FolderLoader::Setup setup, EventWindow window, Ca
     : m_roots(setup.roots),
       m_deliver(std::move(deliver)), m_request{std::move(window), std::move(setup.addresses),
                                                setup.halfWrittenTime, &m_isStopping},
-      m_files(setup.roots), m_tree(pathsOf(setup.roots), FolderProbe(setup.patience, [wakeUp = m_wakeUp] {
+      m_files(setup.roots), m_tree(pathsOf(setup.roots), FolderProbe([wakeUp = m_wakeUp] {
                                        wakeUp->isScanWanted = true;
                                        wakeUp->wake();
                                    }))

@@ -25,8 +25,6 @@ public:
         std::vector<CalendarRoot> roots;
         /// The user's own e-mail addresses, for calendars that name no owner.
         std::vector<std::string> addresses{};
-        /// How long a folder may take to answer at first before it counts as hanging.
-        std::chrono::milliseconds patience{3000};
         /// How long a file that had events may be empty or cut off before that is believed.
         std::chrono::milliseconds halfWrittenTime{250};
     };

@@ -10,9 +10,12 @@ namespace mivora {
 
 namespace {
 
-bool isDone(const std::future<void> &look, std::chrono::milliseconds patience)
+/// How long a folder may take to answer at first before it counts as hanging.
+constexpr std::chrono::milliseconds patience{3000};
+
+bool isDone(const std::future<void> &look, std::chrono::milliseconds wait)
 {
-    return look.wait_for(patience) == std::future_status::ready;
+    return look.wait_for(wait) == std::future_status::ready;
 }
 
 } // namespace
@@ -35,7 +38,7 @@ bool FolderProbe::answers(const std::string &path)
             if (*isLate)
                 onAnswer();
         }).detach();
-        if (!isDone(look, m_patience)) {
+        if (!isDone(look, patience)) {
             *isLate = true;
             qCWarning(calendarLog, "%s: the folder does not answer; its calendars are left out until it does",
                       printable(path).c_str());

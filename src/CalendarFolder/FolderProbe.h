@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <functional>
 #include <future>
 #include <map>
@@ -15,17 +14,13 @@ class FolderProbe final
 {
 public:
     /// `onAnswer` is called on the thread that was left to itself, when what hung has answered.
-    FolderProbe(std::chrono::milliseconds patience, std::function<void()> onAnswer)
-        : m_patience(patience), m_onAnswer(std::move(onAnswer))
-    {
-    }
+    explicit FolderProbe(std::function<void()> onAnswer) : m_onAnswer(std::move(onAnswer)) {}
 
     /// Whether `path` answers, be it that it isn't there. Known at once for one that answered before. One
     /// that hangs is logged once.
     bool answers(const std::string &path);
 
 private:
-    std::chrono::milliseconds m_patience;
     std::function<void()> m_onAnswer;
     std::set<std::string> m_answered;
     std::map<std::string, std::future<void>> m_hanging;

@@ -18,38 +18,9 @@ namespace {
 
 constexpr int deepestFolder = 2;
 
-enum class Kind { calendarFile, folder, linkedFolder, other };
-
 bool isLeftOut(std::string_view name)
 {
     return name.empty() || name.front() == '.' || name.ends_with(".tmp") || name.ends_with('~');
-}
-
-Kind kindByStatus(int folder, const char *name)
-{
-    struct stat status = {};
-    if (::fstatat(folder, name, &status, 0) != 0)
-        return Kind::other;
-    if (S_ISDIR(status.st_mode))
-        return Kind::linkedFolder;
-    return S_ISREG(status.st_mode) && isCalendarFileName(name) ? Kind::calendarFile : Kind::other;
-}
-
-Kind kindOf(int folder, const dirent &entry)
-{
-    if (isLeftOut(entry.d_name))
-        return Kind::other;
-    switch (entry.d_type) {
-    case DT_REG:
-        return isCalendarFileName(entry.d_name) ? Kind::calendarFile : Kind::other;
-    case DT_DIR:
-        return Kind::folder;
-    case DT_LNK:
-    case DT_UNKNOWN:
-        return kindByStatus(folder, entry.d_name);
-    default:
-        return Kind::other;
-    }
 }
 
 /// The first line with anything in it of a small text file, without white space around it.
@@ -134,19 +105,14 @@ bool FolderTree::read(FolderListing &folder, const BeforeListing &beforeListing)
     if (!answers(folder.path))
         return false;
     beforeListing(folder.path);
-    FileDescriptor descriptor = openFolder(folder.path);
+    const std::unique_ptr<DIR, int (*)(DIR *)> stream(::opendir(folder.path.c_str()), ::closedir);
     struct stat status = {};
-    if (!descriptor.isOpen() || ::fstat(descriptor.number(), &status) != 0) {
+    if (!stream || ::fstat(::dirfd(stream.get()), &status) != 0) {
         reportUnreadable(folder.path);
         return false;
     }
     if (!m_visited.emplace(status.st_dev, status.st_ino).second)
         return false;
-    const std::unique_ptr<DIR, int (*)(DIR *)> stream(::fdopendir(descriptor.release()), ::closedir);
-    if (!stream) {
-        reportUnreadable(folder.path);
-        return false;
-    }
     m_reported.erase(folder.path);
     readEntries(folder, stream.get());
     return true;
@@ -157,23 +123,28 @@ void FolderTree::readEntries(FolderListing &listing, DIR *stream)
     const int folder = ::dirfd(stream);
     std::vector<std::string> linked;
     while (const dirent *entry = ::readdir(stream)) {
-        if (entry->d_type == DT_LNK && !isLeftOut(entry->d_name)) {
-            const std::string path = listing.path + '/' + entry->d_name;
+        const char *const name = entry->d_name;
+        if (isLeftOut(name))
+            continue;
+        if (entry->d_type == DT_LNK) {
+            const std::string path = listing.path + '/' + name;
             followLink(path);
             if (!answers(path))
                 continue;
         }
-        if (isPropertyFileName(entry->d_name)) {
-            readProperty(listing, folder, entry->d_name);
+        if (isPropertyFileName(name)) {
+            readProperty(listing, folder, name);
             continue;
         }
-        const Kind kind = kindOf(folder, *entry);
-        if (kind == Kind::calendarFile)
-            listing.files.emplace_back(entry->d_name);
-        else if (kind == Kind::folder)
-            listing.folders.emplace_back(entry->d_name);
-        else if (kind == Kind::linkedFolder)
-            linked.emplace_back(entry->d_name);
+        struct stat status = {};
+        status.st_mode = DTTOIF(entry->d_type);
+        const bool isLink = entry->d_type == DT_LNK || entry->d_type == DT_UNKNOWN;
+        if (isLink && ::fstatat(folder, name, &status, 0) != 0)
+            continue;
+        if (S_ISDIR(status.st_mode))
+            (isLink ? linked : listing.folders).emplace_back(name);
+        else if (S_ISREG(status.st_mode) && isCalendarFileName(name))
+            listing.files.emplace_back(name);
     }
     std::sort(listing.folders.begin(), listing.folders.end());
     std::sort(linked.begin(), linked.end());

@@ -204,52 +204,47 @@ public:
         const std::size_t uid = uidHashOf(event);
         if (uid != 0)
             m_result.uids.push_back(uid);
-        if (bounds.mayTouch(m_window))
-            m_wanted.emplace_back(uid, event);
-        else if (uid != 0)
-            m_others.push_back({uid, event.object, event.text});
+        const bool isWanted = bounds.mayTouch(m_window);
+        if (isWanted || uid != 0)
+            m_events.push_back({uid, event.object, event.text, isWanted});
+        if (isWanted)
+            m_wanted.push_back(uid);
     }
 
     /// What may matter, and all that belongs to the same events, in the order of the text.
     std::vector<EventLines> relevant()
     {
-        std::vector<std::size_t> uids;
-        std::vector<EventLines> events;
-        for (auto &[uid, event] : m_wanted) {
-            uids.push_back(uid);
-            events.push_back(std::move(event));
-        }
-        std::sort(uids.begin(), uids.end());
-        for (const Other &other : m_others)
-            if (std::binary_search(uids.begin(), uids.end(), other.uid))
-                events.push_back(linesOf(other));
-        std::sort(events.begin(), events.end(), [](const EventLines &left, const EventLines &right) {
-            return std::less<>()(left.text.data(), right.text.data());
-        });
-        return events;
+        std::sort(m_wanted.begin(), m_wanted.end());
+        std::vector<EventLines> relevant;
+        for (const Event &event : m_events)
+            if (event.isWanted || std::binary_search(m_wanted.begin(), m_wanted.end(), event.uid))
+                relevant.push_back(linesOf(event));
+        return relevant;
     }
 
 private:
-    struct Other
+    struct Event
     {
         std::size_t uid;
         std::size_t object;
         std::string_view text;
+        bool isWanted;
     };
 
-    static EventLines linesOf(const Other &other)
+    static EventLines linesOf(const Event &event)
     {
         EventLines lines;
-        lines.text = other.text;
-        lines.object = other.object;
-        forEachLine(other.text, [&](std::string_view line) { lines.keep(line); });
+        lines.text = event.text;
+        lines.object = event.object;
+        forEachLine(event.text, [&](std::string_view line) { lines.keep(line); });
         return lines;
     }
 
     const EventWindow &m_window;
     CalendarText &m_result;
-    std::vector<std::pair<std::size_t, EventLines>> m_wanted;
-    std::vector<Other> m_others;
+    std::vector<Event> m_events;
+    /// The events that may touch the window; 0 for those without UID.
+    std::vector<std::size_t> m_wanted;
 };
 
 /// Expands the events that are left.

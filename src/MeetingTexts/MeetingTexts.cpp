@@ -50,11 +50,6 @@ Timestamp startOfDay(Timestamp time, const QTimeZone &zone, int daysLater)
     return timestampFromSeconds(double(start.toSecsSinceEpoch()));
 }
 
-int hourOfDay(Timestamp time, const QTimeZone &zone)
-{
-    return localTime(time, zone).time().hour();
-}
-
 QString countdownText(Seconds left)
 {
     const auto time = countdown(left);

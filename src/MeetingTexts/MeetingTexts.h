@@ -17,9 +17,6 @@ QDateTime localTime(Timestamp time, const QTimeZone &zone);
 /// The first instant of the calendar day, in `zone`, that is `daysLater` days after the one of `time`.
 Timestamp startOfDay(Timestamp time, const QTimeZone &zone, int daysLater = 0);
 
-/// The hour (0 to 23) that a clock in `zone` shows at `time`.
-int hourOfDay(Timestamp time, const QTimeZone &zone);
-
 /// The time left until something that is `left` away: "now" below a minute, else minutes rounded up, as in
 /// "2m", "1h" or "1h 5m".
 QString countdownText(Seconds left);

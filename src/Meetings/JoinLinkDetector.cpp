@@ -74,27 +74,14 @@ Service serviceOf(const Url &link, std::string_view host)
     return rule == hostRules.end() ? Service::other : rule->service;
 }
 
-/// The same link under the scheme that the Teams app registers.
-std::optional<Url> teamsNativeURL(const Url &link)
-{
-    return Url::parse("msteams" + link.text().substr(webScheme.size()));
-}
-
 std::optional<Url> nativeURL(Service service, const Url &link)
 {
-    switch (service) {
-    case Service::zoom:
+    if (service == Service::zoom)
         return zoomNativeURL(link);
-    case Service::teams:
-        return teamsNativeURL(link);
-    case Service::facetime:
-        return link;
-    case Service::meet:
-    case Service::webex:
-    case Service::other:
-        break;
-    }
-    return std::nullopt;
+    // The same link under the scheme that the Teams app registers.
+    if (service == Service::teams)
+        return Url::parse("msteams" + link.text().substr(webScheme.size()));
+    return service == Service::facetime ? std::optional(link) : std::nullopt;
 }
 
 /// Links at the end of a sentence take its punctuation along.

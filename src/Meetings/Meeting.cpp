@@ -54,17 +54,8 @@ std::string meetingTitle(const EventSnapshot &snapshot)
 
 std::string_view participationName(Participation participation)
 {
-    switch (participation) {
-    case Participation::accepted:
-        return "accepted";
-    case Participation::tentative:
-        return "tentative";
-    case Participation::declined:
-        return "declined";
-    case Participation::unknown:
-        break;
-    }
-    return "unknown";
+    constexpr std::string_view names[] = {"accepted", "tentative", "declined", "unknown"};
+    return names[std::size_t(participation)];
 }
 
 Meeting Meeting::fromSnapshot(const EventSnapshot &snapshot)

@@ -198,7 +198,7 @@ bool Scheduler::updateMeetings(Timestamp now)
     isOther |= assign(m_next, nextMeeting(m_todaysMeetings));
 
     std::vector<Meeting> tomorrow;
-    if (m_todaysMeetings.empty() && hourOfDay(now, zone) >= eveningHour)
+    if (m_todaysMeetings.empty() && localTime(now, zone).time().hour() >= eveningHour)
         tomorrow = fetch(startOfTomorrow, startOfDay(startOfTomorrow, zone, 1), selection, now);
     isOther |= assign(m_tomorrowsMeetings, std::move(tomorrow));
     return isOther;

@@ -54,14 +54,15 @@ SubscriptionAnswer performOnThread(DesktopSubscriptions &subscriptions, const Su
     std::future<SubscriptionAnswer> answer = task.get_future();
     std::thread([task = std::move(task)]() mutable {
         task();
-        QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(QCoreApplication::instance(), &QCoreApplication::quit,
+                                  Qt::QueuedConnection);
     }).detach();
     // A server that has yet to be started may take this long; the plug-in itself gives up before the second.
-    QTimer::singleShot(12s, qApp, [&] {
+    QTimer::singleShot(12s, QCoreApplication::instance(), [&] {
         if (!subscriptions.isServerThere())
             QCoreApplication::quit();
     });
-    QTimer::singleShot(50s, qApp, &QCoreApplication::quit);
+    QTimer::singleShot(50s, QCoreApplication::instance(), &QCoreApplication::quit);
     const TerminationSignals signalsEndIt;
     QCoreApplication::exec();
     subscriptions.stop();
@@ -77,10 +78,11 @@ SubscriptionAnswer performed(DesktopSubscriptions &subscriptions, const Subscrip
     if (request.action == SubscriptionRequest::Action::add && hostOf(request.address).empty())
         return {SubscriptionFault::noAddress};
     bool isThere = false;
-    findCalendarServer(QDBusConnection::sessionBus(), qApp, [&](const std::string &service) {
-        isThere = !service.empty();
-        QCoreApplication::quit();
-    });
+    findCalendarServer(QDBusConnection::sessionBus(), QCoreApplication::instance(),
+                       [&](const std::string &service) {
+                           isThere = !service.empty();
+                           QCoreApplication::quit();
+                       });
     QCoreApplication::exec();
     return isThere ? performOnThread(subscriptions, request) : SubscriptionAnswer{SubscriptionFault::noStore};
 }
