@@ -466,6 +466,14 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <source>Rename a subscribed calendar</source>
         <translation>Einen abonnierten Kalender umbenennen</translation>
     </message>
+    <message>
+        <source>Hide titles in the tray and on the panel, or show them again</source>
+        <translation>Titel in der Systemleiste und im Teilnahmefenster ausblenden oder wieder zeigen</translation>
+    </message>
+    <message>
+        <source>What becomes of them</source>
+        <translation>Was mit ihnen geschieht</translation>
+    </message>
 </context>
 <context>
     <name>CommandLineTexts</name>
@@ -719,6 +727,14 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <source>Space</source>
         <comment>the key</comment>
         <translation>Leertaste</translation>
+    </message>
+</context>
+<context>
+    <name>Meeting</name>
+    <message>
+        <source>Meeting</source>
+        <comment>in the place of a title that is hidden</comment>
+        <translation>Besprechung</translation>
     </message>
 </context>
 <context>
@@ -1235,6 +1251,10 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <message>
         <source>the day can&apos;t be shown</source>
         <translation>der Tag kann nicht angezeigt werden</translation>
+    </message>
+    <message>
+        <source>title: expected hide, show or toggle, got &quot;%1&quot;</source>
+        <translation>title: erwartet wird hide, show oder toggle, angegeben ist „%1“</translation>
     </message>
 </context>
 <context>

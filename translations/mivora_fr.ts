@@ -466,6 +466,14 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <source>Rename a subscribed calendar</source>
         <translation>Renommer un agenda abonné</translation>
     </message>
+    <message>
+        <source>Hide titles in the tray and on the panel, or show them again</source>
+        <translation>Masquer les titres dans la zone de notification et sur le panneau, ou les afficher de nouveau</translation>
+    </message>
+    <message>
+        <source>What becomes of them</source>
+        <translation>Ce qu’il en advient</translation>
+    </message>
 </context>
 <context>
     <name>CommandLineTexts</name>
@@ -719,6 +727,14 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <source>Space</source>
         <comment>the key</comment>
         <translation>Espace</translation>
+    </message>
+</context>
+<context>
+    <name>Meeting</name>
+    <message>
+        <source>Meeting</source>
+        <comment>in the place of a title that is hidden</comment>
+        <translation>Réunion</translation>
     </message>
 </context>
 <context>
@@ -1235,6 +1251,10 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     <message>
         <source>the day can&apos;t be shown</source>
         <translation>la journée ne peut pas être affichée</translation>
+    </message>
+    <message>
+        <source>title: expected hide, show or toggle, got &quot;%1&quot;</source>
+        <translation>title&#xa0;: hide, show ou toggle est attendu, et non «&#x202f;%1&#x202f;»</translation>
     </message>
 </context>
 <context>

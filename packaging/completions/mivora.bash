@@ -35,7 +35,7 @@ _mivora_agenda() {
 _mivora() {
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
-        _mivora_complete "agenda detect join snooze dismiss copy show settings quit defaults access calendars --help --version"
+        _mivora_complete "agenda detect join snooze dismiss copy show settings title quit defaults access calendars --help --version"
         return
     fi
     case ${COMP_WORDS[1]} in
@@ -46,6 +46,7 @@ _mivora() {
                 *) _mivora_complete "--json --url --location --notes --help" ;;
             esac
             ;;
+        title) [ "$COMP_CWORD" -gt 2 ] || _mivora_complete "hide show toggle --help" ;;
         settings) [ "$COMP_CWORD" -gt 2 ] || _mivora_complete "general calendars --help" ;;
         access) [ "$COMP_CWORD" -gt 2 ] || _mivora_complete "status allow reset --help" ;;
         calendars)

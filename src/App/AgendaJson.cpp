@@ -76,9 +76,9 @@ QJsonArray meetingsJson(const std::vector<Meeting> &meetings, const AgendaContex
 
 QJsonObject statusItemJson(const AgendaContext &context)
 {
-    const StatusText text =
-        statusText(context.scheduler.next(), {context.prefs.showTitle(), context.prefs.titleWidth()},
-                   context.source.authorization(), context.now, context.source.isNothingToRead());
+    const TitleOptions options{context.prefs.showTitle(), context.prefs.titleWidth(), context.isDiscreet};
+    const StatusText text = statusText(context.scheduler.next(), options, context.source.authorization(),
+                                       context.now, context.source.isNothingToRead());
     return {{QStringLiteral("title"), text.title},
             {QStringLiteral("urgent"), text.urgent},
             {QStringLiteral("icon"), text.icon},
@@ -105,7 +105,7 @@ QJsonValue panelJson(const AgendaContext &context)
 {
     if (!context.scheduler.panelRequest())
         return QJsonValue::Null;
-    const PanelText text = panelText(context.scheduler.panelRequest(), context.now);
+    const PanelText text = panelText(context.scheduler.panelRequest(), context.now, context.isDiscreet);
     return QJsonObject{{QStringLiteral("title"), text.title},
                        {QStringLiteral("timeText"), text.timeText},
                        {QStringLiteral("hasStarted"), text.hasStarted},

@@ -25,6 +25,8 @@ struct AgendaContext
     /// The global shortcut that joins the next meeting, as it is shown; nothing when there is none.
     std::optional<QString> joinHotKey;
     bool canCheckForUpdates = false;
+    /// Whether status item and panel keep titles to themselves.
+    bool isDiscreet = false;
 };
 
 /// {"service", "webURL", "nativeURL"}

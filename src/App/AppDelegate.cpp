@@ -223,7 +223,7 @@ void AppDelegate::panelRequestChanged(const std::optional<Meeting> &meeting)
 void AppDelegate::showRefreshed()
 {
     const Timestamp now = m_parts.clock.now();
-    m_status->update(now, m_source.authorization(), m_source.isNothingToRead());
+    m_status->update(now, m_source.authorization(), m_source.isNothingToRead(), m_isDiscreet);
     if (m_panel->isVisible())
         m_panel->refresh(m_scheduler->panelRequest(), now);
     if (m_today)
@@ -273,6 +273,8 @@ CommandResult AppDelegate::perform(const QString &action, const QString &argumen
         return resultOf(showToday(), tr("the day can't be shown"));
     if (action == QLatin1String("settings"))
         return performSettings(argument);
+    if (action == QLatin1String("title"))
+        return performTitle(argument);
     if (action == QLatin1String("quit")) {
         // After the answer is on its way.
         QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
@@ -322,6 +324,24 @@ CommandResult AppDelegate::performSettings(const QString &page)
     return openSettings(chosen) ? CommandResult() : CommandResult{tr("the settings can't be shown")};
 }
 
+CommandResult AppDelegate::performTitle(const QString &wish)
+{
+    // The launcher's action has no argument.
+    const bool toggles = wish.isEmpty() || wish == QLatin1String("toggle");
+    const bool hides = wish == QLatin1String("hide");
+    if (!toggles && !hides && wish != QLatin1String("show"))
+        return {tr("title: expected hide, show or toggle, got \"%1\"").arg(wish)};
+    m_isDiscreet = hides || (toggles && !m_isDiscreet);
+    discretionChanged();
+    return {};
+}
+
+void AppDelegate::discretionChanged()
+{
+    m_panel->setDiscreet(m_isDiscreet);
+    showRefreshed();
+}
+
 CommandResult AppDelegate::performOnPanel(void (Scheduler::*decision)(const std::string &))
 {
     if (!m_scheduler->panelRequest())
@@ -348,7 +368,8 @@ AgendaContext AppDelegate::agendaContext() const
             .zone = m_scheduler->timeZone(),
             .joinHotKey = hotKey.kind == kelo::HotKeyState::Kind::registered ? std::optional(hotKey.keys)
                                                                              : std::nullopt,
-            .canCheckForUpdates = m_updater->canCheckForUpdates()};
+            .canCheckForUpdates = m_updater->canCheckForUpdates(),
+            .isDiscreet = m_isDiscreet};
 }
 
 } // namespace mivora

@@ -116,6 +116,8 @@ private:
     void showRefreshed();
     void timeZoneChanged();
     CommandResult performSettings(const QString &page);
+    CommandResult performTitle(const QString &wish);
+    void discretionChanged();
     CommandResult performOnPanel(void (Scheduler::*decision)(const std::string &));
     AgendaContext agendaContext() const;
 
@@ -143,6 +145,8 @@ private:
     std::unique_ptr<kelo::MenuWindow> m_today;
     std::unique_ptr<SubscriptionDialog> m_subscriptionDialog;
     bool m_areChangesDue = false;
+    /// Whether the user has hidden the titles of meetings, until the program ends.
+    bool m_isDiscreet = false;
 
     struct WaitingCommand
     {

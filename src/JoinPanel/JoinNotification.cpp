@@ -77,7 +77,8 @@ void JoinNotification::update()
     if (m_model.hasLink()) {
         content.body += QStringLiteral(" · ") + m_model.serviceName();
         content.actions = {QStringLiteral("default"), tr("Join"), QStringLiteral("join"), tr("Join")};
-        content.insteadOfActions = QString::fromStdString(m_model.meeting()->joinLink->webURL.text());
+        if (!m_model.isDiscreet())
+            content.insteadOfActions = QString::fromStdString(m_model.meeting()->joinLink->webURL.text());
     }
     content.actions << QStringLiteral("snooze") << tr("Snooze 1 min") << QStringLiteral("dismiss")
                     << tr("Dismiss");

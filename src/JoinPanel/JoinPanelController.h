@@ -43,6 +43,9 @@ public:
 
     kelo::FloatingPanelController &controller() { return m_controller; }
 
+    /// See `JoinPanelModel`.
+    void setDiscreet(bool isDiscreet) { m_model.setDiscreet(isDiscreet); }
+
     bool isVisible() const { return m_controller.isVisible() || m_notification.isVisible(); }
 
     /// Shows the meeting. A panel that is already visible changes in place and stays where it is.

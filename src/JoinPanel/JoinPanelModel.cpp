@@ -29,12 +29,12 @@ QString panelTimeText(Timestamp start, Timestamp now)
     return JoinPanel::tr("Starting now");
 }
 
-PanelText panelText(const std::optional<Meeting> &meeting, Timestamp now)
+PanelText panelText(const std::optional<Meeting> &meeting, Timestamp now, bool isDiscreet)
 {
     PanelText text;
     if (!meeting)
         return text;
-    text.title = titleText(meeting->title);
+    text.title = isDiscreet ? discreetTitle() : titleText(meeting->title);
     text.timeText = panelTimeText(meeting->start, now);
     text.hasStarted = meeting->start <= now;
     if (meeting->joinLink)
@@ -75,6 +75,12 @@ void JoinPanelModel::setNow(Timestamp now)
     updateText();
 }
 
+void JoinPanelModel::setDiscreet(bool isDiscreet)
+{
+    m_isDiscreet = isDiscreet;
+    updateText();
+}
+
 QString JoinPanelModel::accentColor() const
 {
     return m_text.accentColor ? QString::fromStdString(m_text.accentColor->hex()) : QString();
@@ -82,7 +88,7 @@ QString JoinPanelModel::accentColor() const
 
 void JoinPanelModel::updateText()
 {
-    PanelText text = panelText(m_meeting, m_now);
+    PanelText text = panelText(m_meeting, m_now, m_isDiscreet);
     if (text == m_text)
         return;
     m_text = std::move(text);

@@ -12,7 +12,7 @@ namespace mivora {
 /// The panel's texts and colour for a meeting; all empty without one.
 struct PanelText
 {
-    /// The meeting's title in one line.
+    /// The meeting's title in one line, or what stands for it.
     QString title;
     /// "Starts in 5m", "Starting now" or "Started 3m ago".
     QString timeText;
@@ -29,7 +29,8 @@ struct PanelText
 /// that the line never promises more time than there is.
 QString panelTimeText(Timestamp start, Timestamp now);
 
-PanelText panelText(const std::optional<Meeting> &meeting, Timestamp now);
+/// Discreet ones keep the title to themselves.
+PanelText panelText(const std::optional<Meeting> &meeting, Timestamp now, bool isDiscreet = false);
 
 /// The state of the Join panel that its view shows: a meeting, the time, and what is said about the two.
 ///
@@ -64,6 +65,11 @@ public:
 
     void setNow(Timestamp now);
 
+    /// Whether others may read what is shown: then it tells neither title nor link.
+    bool isDiscreet() const { return m_isDiscreet; }
+
+    void setDiscreet(bool isDiscreet);
+
     QString title() const { return m_text.title; }
 
     QString timeText() const { return m_text.timeText; }
@@ -91,6 +97,7 @@ private:
 
     std::optional<Meeting> m_meeting;
     Timestamp m_now{};
+    bool m_isDiscreet = false;
     PanelText m_text;
 };
 

@@ -87,6 +87,11 @@ QString serviceName(Service service)
     return QString::fromUtf8(displayName(service));
 }
 
+QString discreetTitle()
+{
+    return QCoreApplication::translate("Meeting", "Meeting", "in the place of a title that is hidden");
+}
+
 QString shortTime(Timestamp time, const QTimeZone &zone, const QLocale &locale)
 {
     QString format = locale.timeFormat(QLocale::ShortFormat);

@@ -33,6 +33,9 @@ Seconds untilNextMinute(Seconds left);
 /// other one, is translated.
 QString serviceName(Service service);
 
+/// What stands in the place of a meeting's title that is hidden.
+QString discreetTitle();
+
 /// The time of day that clocks in `zone` show at `time`, without date and seconds, as `locale` writes it:
 /// "9:05 AM", "09:05". Pass QLocale::system() for the user's own way, LC_TIME included.
 QString shortTime(Timestamp time, const QTimeZone &zone, const QLocale &locale);

@@ -24,11 +24,12 @@ StatusController::StatusController(const Scheduler &scheduler, const Preferences
 {
 }
 
-void StatusController::update(Timestamp now, CalendarAuthorization authorization, bool isNothingToRead)
+void StatusController::update(Timestamp now, CalendarAuthorization authorization, bool isNothingToRead,
+                              bool isDiscreet)
 {
     const auto &next = m_scheduler.next();
-    const StatusText text =
-        statusText(next, {m_prefs.showTitle(), m_prefs.titleWidth()}, authorization, now, isNothingToRead);
+    const StatusText text = statusText(next, {m_prefs.showTitle(), m_prefs.titleWidth(), isDiscreet},
+                                       authorization, now, isNothingToRead);
     m_item.setState({.title = text.title,
                      .countdown = text.title.isEmpty() ? QString() : shortCountdownText(next->start - now),
                      .isUrgent = text.urgent,

@@ -20,8 +20,8 @@ public:
     StatusController(const Scheduler &scheduler, const Preferences &prefs, kelo::ViewLoader &views,
                      const QDBusConnection &bus, std::function<void(kelo::Menu &)> buildMenu);
 
-    /// Sets title, icon and tool tip to what they are at `now`.
-    void update(Timestamp now, CalendarAuthorization authorization, bool isNothingToRead = false);
+    /// Sets title, icon and tool tip to what they are at `now`; a discreet one names no meeting.
+    void update(Timestamp now, CalendarAuthorization authorization, bool isNothingToRead, bool isDiscreet);
 
     /// What the user can do about an icon that nothing shows, in one sentence; empty while something does.
     QString trayHint() const;

@@ -14,6 +14,8 @@ struct TitleOptions
     bool isShown = true;
     /// The greatest number of characters of the meeting's title.
     int width = 24;
+    /// Whether the name of the meeting's service stands in its place.
+    bool isDiscreet = false;
 };
 
 /// What the status item shows.

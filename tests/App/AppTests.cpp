@@ -41,7 +41,7 @@ EventSnapshot designReview()
 class App : public SchedulerTest
 {
 public:
-    QJsonObject json()
+    QJsonObject json(bool isDiscreet = false)
     {
         return agendaJson({.scheduler = scheduler,
                            .source = source,
@@ -49,7 +49,8 @@ public:
                            .installed = installed,
                            .now = clock.time,
                            .zone = QTimeZone::utc(),
-                           .joinHotKey = QStringLiteral("⌘J")});
+                           .joinHotKey = QStringLiteral("⌘J"),
+                           .isDiscreet = isDiscreet});
     }
 
     FakeWorkspace workspace;
@@ -195,6 +196,9 @@ TEST_F(App, tellsItsAgendaAsOneStableObject)
                   "serviceName": "Zoom"}})";
     EXPECT_EQ(QJsonDocument(json()).toJson().toStdString(),
               QJsonDocument::fromJson(expected).toJson().toStdString());
+    const QJsonObject discreet = json(true);
+    EXPECT_EQ(discreet[u"statusItem"][u"title"], QStringLiteral(" Zoom · now"));
+    EXPECT_EQ(discreet[u"panel"][u"title"], QStringLiteral("Meeting"));
 }
 
 TEST_F(App, printsItsAgendaPlainOrColoured)

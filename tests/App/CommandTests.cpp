@@ -158,6 +158,8 @@ TEST_F(Commands, printLinksSettingsAndAccessOrNameWhatWasExpected)
         {"defaults read", exitBadArguments, "", "key.*required"},
         {"access maybe", exitBadArguments, "", "maybe.*status, allow, reset"},
         {"settings colours", exitBadArguments, "", "colours.*general,calendars"},
+        {"title", exitBadArguments, "", "action.*required"},
+        {"title blur", exitBadArguments, "", "blur.*hide,show,toggle"},
         {"a\nb\033c", exitBadArguments, "", "a b c.*agenda"},
     };
     for (const auto &[line, status, printed, complaint] : rows) {

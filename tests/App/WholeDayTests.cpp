@@ -262,6 +262,9 @@ std::vector<Step> saturday(WholeDay &day)
         day.call(applicationInterface, "ActivateAction",
                  {QStringLiteral("dismiss"), QVariantList(), QVariantMap()});
     };
+    const auto title = [&day](const char *wish) {
+        return [&day, wish] { day.app().perform(QStringLiteral("title"), QLatin1String(wish)); };
+    };
     const auto setShortcut = [&] { day.app().prefs().setJoinHotKey(kelo::HotKeyCombo::defaultCombo); };
     const auto pressShortcut = [&] { day.hotKeys.press(kelo::HotKeyCombo::defaultCombo); };
     const auto remindEarlier = [&] { day.app().prefs().setLeadMinutes(2); };
@@ -271,7 +274,9 @@ std::vector<Step> saturday(WholeDay &day)
     };
     return {
         {"28T08:00 start", {"Standup · 1h", wholeDay}, start},
-        {"28T08:59 panel", {"Standup · 1m !", wholeDay, "Standup, Starts in 1m, Zoom"}},
+        {"28T08:30 hidden", {"Zoom · 30m", wholeDay}, title("hide")},
+        {"28T08:59 discreet", {"Zoom · 1m !", wholeDay, "Meeting, Starts in 1m, Zoom"}},
+        {"28T08:59:05 shown again", {"Standup · now !", wholeDay, "Standup, Starting now, Zoom"}, title("")},
         {"28T08:59:20 snoozed", {"Standup · now !", wholeDay}, snooze},
         {"28T09:00:20 no more snoozed", {"Standup · now !", begun, "Standup, Starting now, Zoom"}},
         {"28T09:02:30 joined", {"Standup · now !", begun, "", zoom}, join},

@@ -108,8 +108,9 @@ TEST_F(JoinPanelControllerTest, hasButtonsThatDoWhatTheySay)
     for (const QString &button : buttons)
         EXPECT_TRUE(view.click(QAccessible::Button, button));
     EXPECT_THAT(actions, ElementsAre("join Design review", "snooze Design review", "dismiss Design review"));
+    panel.setDiscreet(true);
     panel.show(lunch, now);
-    EXPECT_TRUE(view.find(QAccessible::AlertMessage, QStringLiteral("Lunch, Starts in 5m")));
+    EXPECT_TRUE(view.find(QAccessible::AlertMessage, QStringLiteral("Meeting, Starts in 5m")));
     EXPECT_EQ(view.names(QAccessible::Button).join(u'|'), QStringLiteral("Snooze 1 min|Dismiss"));
 }
 
@@ -130,13 +131,15 @@ TEST_F(JoinPanelControllerTest, isANotificationWhereWindowsCannotBePlaced)
                         "default,Join,join,Join,snooze,Snooze 1 min,dismiss,Dismiss|0"));
     notified.refresh(lunch, now + Seconds(60));
     ASSERT_TRUE(isShown("notify 7 Lunch|Starts in 4m|snooze,Snooze 1 min,dismiss,Dismiss|0"));
+    notified.setDiscreet(true);
+    ASSERT_TRUE(isShown("notify 7 Meeting|Starts in 4m|snooze,Snooze 1 min,dismiss,Dismiss|0"));
     // Nobody hides it here: it is still wanted, whatever takes it away. The desktop's word that it closed
     // what was acted upon is not the user's about what comes next.
     for (const char *action : {"join", "default", "snooze", "dismiss", ""}) {
         if (*action)
             desktop.invoke(desktop.id, QLatin1String(action));
         desktop.closed(desktop.id, 2);
-        ASSERT_TRUE(isShown("notify 0 Lunch|Starts in 4m|snooze,Snooze 1 min,dismiss,Dismiss|0")) << action;
+        ASSERT_TRUE(isShown("notify 0 Meeting|Starts in 4m|snooze,Snooze 1 min,dismiss,Dismiss|0")) << action;
     }
     EXPECT_THAT(actions,
                 ElementsAre("join Lunch", "join Lunch", "snooze Lunch", "dismiss Lunch", "dismiss Lunch"));

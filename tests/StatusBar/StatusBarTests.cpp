@@ -150,9 +150,11 @@ TEST(StatusText, countsDownAndTurnsUrgent)
         int width;
         const char *title;
         bool urgent;
+        bool isDiscreet = false;
     } rows[] = {
         {Seconds(3901), 24, " Design review · 1h 6m", false},
         {Seconds(300), 8, " Design… · 5m", false},
+        {Seconds(300), 6, " Meeti… · 5m", false, true},
         {Seconds(60.5), 24, " Design review · 2m", false},
         {Seconds(60), 13, " Design review · 1m", true},
         {Seconds(59.5), 1, " … · now", true},
@@ -161,8 +163,8 @@ TEST(StatusText, countsDownAndTurnsUrgent)
     };
 
     for (const auto &row : rows) {
-        const auto text =
-            statusText(review, {.width = row.width}, CalendarAuthorization::granted, ten - row.left);
+        const TitleOptions options{.width = row.width, .isDiscreet = row.isDiscreet};
+        const auto text = statusText(review, options, CalendarAuthorization::granted, ten - row.left);
         EXPECT_EQ(text.title.toStdString(), row.title) << row.left.count();
         EXPECT_EQ(text.urgent, row.urgent) << row.left.count();
     }

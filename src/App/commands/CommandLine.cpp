@@ -92,9 +92,15 @@ void addRemoteCommands(CLI::App &app, Request &result)
     add("copy", CommandLineTexts::tr("Copy the join link of the meeting that would be joined"));
     add("show", CommandLineTexts::tr("Show today's meetings in a small window"));
     const auto [window, request] = add("settings", CommandLineTexts::tr("Open the settings"));
-    window->add_option("page", request.page, utf8(CommandLineTexts::tr("The page to open")))
+    window->add_option("page", request.argument, utf8(CommandLineTexts::tr("The page to open")))
         ->check(CLI::IsMember({"general", "calendars"}))
         ->option_text("[general|calendars]");
+    const auto [title, wish] =
+        add("title", CommandLineTexts::tr("Hide titles in the tray and on the panel, or show them again"));
+    title->add_option("action", wish.argument, utf8(CommandLineTexts::tr("What becomes of them")))
+        ->required()
+        ->check(CLI::IsMember({"hide", "show", "toggle"}))
+        ->option_text("hide|show|toggle");
     add("quit", CommandLineTexts::tr("End the running program"));
 }
 

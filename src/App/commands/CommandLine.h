@@ -45,12 +45,13 @@ struct DetectRequest
     std::optional<std::string> notes;
 };
 
-/// `mivora join`, `snooze`, `dismiss`, `copy`, `show`, `quit` and `settings [PAGE]`: for the running program.
+/// `mivora join`, `snooze`, `dismiss`, `copy`, `show`, `quit`, `settings [PAGE]` and `title ACTION`: for the
+/// running program.
 struct RemoteRequest
 {
     std::string action;
-    /// The settings page; empty for the one last shown.
-    std::string page;
+    /// The settings page, empty for the one last shown, or what becomes of titles.
+    std::string argument;
 };
 
 /// `mivora defaults`

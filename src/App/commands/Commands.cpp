@@ -62,7 +62,7 @@ int runRemote(const RemoteRequest &request)
         return exitCouldNot;
     }
     const CommandResult result =
-        instance.perform(QString::fromStdString(request.action), QString::fromStdString(request.page),
+        instance.perform(QString::fromStdString(request.action), QString::fromStdString(request.argument),
                          Activation::ofThisProcess());
     if (!result.isDone())
         complain(result.failure);
