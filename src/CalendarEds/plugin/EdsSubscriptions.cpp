@@ -92,6 +92,7 @@ SubscriptionAnswer EdsSubscriptions::fetch(const std::vector<Source> &sources, b
     m_reader.setAccounts(std::move(accounts));
     std::size_t missing = sources.size();
     std::vector<std::unique_ptr<EdsFetch>> fetches;
+    fetches.reserve(sources.size());
     for (const Source &source : sources)
         fetches.push_back(std::make_unique<EdsFetch>(m_registry.get(), source.get(), isNew, m_interval,
                                                      m_reader, [&missing] { --missing; }));
