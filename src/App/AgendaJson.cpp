@@ -41,31 +41,6 @@ QString authorizationName(CalendarAuthorization authorization)
     return QStringLiteral("notDetermined");
 }
 
-QJsonObject meetingJson(const Meeting &meeting, const AgendaContext &context)
-{
-    QJsonObject json{
-        {QStringLiteral("id"), QString::fromUtf8(meeting.id)},
-        {QStringLiteral("title"), QString::fromUtf8(meeting.title)},
-        {QStringLiteral("start"), rfc3339(meeting.start, context.zone)},
-        {QStringLiteral("end"), rfc3339(meeting.end, context.zone)},
-        {QStringLiteral("calendarID"), QString::fromUtf8(meeting.calendarID)},
-        {QStringLiteral("calendarColor"), meeting.calendarColor
-                                              ? QJsonValue(QString::fromUtf8(meeting.calendarColor->hex()))
-                                              : QJsonValue(QJsonValue::Null)},
-        {QStringLiteral("isAllDay"), meeting.isAllDay},
-        {QStringLiteral("participation"), QString::fromUtf8(participationName(meeting.participation))},
-        {QStringLiteral("attendeeCount"), qint64(meeting.attendeeCount)},
-        {QStringLiteral("joinLink"), QJsonValue::Null},
-        {QStringLiteral("linkToOpen"), QJsonValue::Null},
-    };
-    if (meeting.joinLink) {
-        json[QStringLiteral("joinLink")] = joinLinkJson(*meeting.joinLink);
-        json[QStringLiteral("linkToOpen")] = QString::fromUtf8(
-            linkToOpen(*meeting.joinLink, context.prefs.browserServices(), context.installed).text());
-    }
-    return json;
-}
-
 QJsonArray meetingsJson(const std::vector<Meeting> &meetings, const AgendaContext &context)
 {
     QJsonArray json;
@@ -119,6 +94,31 @@ QJsonObject joinLinkJson(const JoinLink &link)
     return {{QStringLiteral("service"), QString::fromUtf8(rawValue(link.service))},
             {QStringLiteral("webURL"), QString::fromUtf8(link.webURL.text())},
             {QStringLiteral("nativeURL"), urlOrNull(link.nativeURL)}};
+}
+
+QJsonObject meetingJson(const Meeting &meeting, const AgendaContext &context)
+{
+    QJsonObject json{
+        {QStringLiteral("id"), QString::fromUtf8(meeting.id)},
+        {QStringLiteral("title"), QString::fromUtf8(meeting.title)},
+        {QStringLiteral("start"), rfc3339(meeting.start, context.zone)},
+        {QStringLiteral("end"), rfc3339(meeting.end, context.zone)},
+        {QStringLiteral("calendarID"), QString::fromUtf8(meeting.calendarID)},
+        {QStringLiteral("calendarColor"), meeting.calendarColor
+                                              ? QJsonValue(QString::fromUtf8(meeting.calendarColor->hex()))
+                                              : QJsonValue(QJsonValue::Null)},
+        {QStringLiteral("isAllDay"), meeting.isAllDay},
+        {QStringLiteral("participation"), QString::fromUtf8(participationName(meeting.participation))},
+        {QStringLiteral("attendeeCount"), qint64(meeting.attendeeCount)},
+        {QStringLiteral("joinLink"), QJsonValue::Null},
+        {QStringLiteral("linkToOpen"), QJsonValue::Null},
+    };
+    if (meeting.joinLink) {
+        json[QStringLiteral("joinLink")] = joinLinkJson(*meeting.joinLink);
+        json[QStringLiteral("linkToOpen")] = QString::fromUtf8(
+            linkToOpen(*meeting.joinLink, context.prefs.browserServices(), context.installed).text());
+    }
+    return json;
 }
 
 MenuContents menuContents(const AgendaContext &context)

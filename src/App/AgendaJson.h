@@ -32,6 +32,9 @@ struct AgendaContext
 /// {"service", "webURL", "nativeURL"}
 QJsonObject joinLinkJson(const JoinLink &link);
 
+/// A meeting as the agenda has it.
+QJsonObject meetingJson(const Meeting &meeting, const AgendaContext &context);
+
 /// What the status item's menu is made from in `context`.
 MenuContents menuContents(const AgendaContext &context);
 

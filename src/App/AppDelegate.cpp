@@ -56,6 +56,9 @@ void AppDelegate::launch()
     makeStatus();
     makeOnboarding();
     m_scheduler->onRefresh = [this] { showRefreshed(); };
+    connect(m_scheduler.get(), &Scheduler::happened, this, [this](const char *event, const Meeting &meeting) {
+        Q_EMIT happened(event, meetingJson(meeting, agendaContext()));
+    });
     installObservers();
     m_hotKey->registerHotKey();
     m_scheduler->refresh();

@@ -24,9 +24,9 @@ using namespace std::chrono_literals;
 /// From the start to the bus's call, on a machine that is busy with a login.
 constexpr auto activationPatience = 10s;
 
-QString textOf(const QJsonObject &agenda)
+QString textOf(const QJsonObject &json)
 {
-    return QString::fromUtf8(QJsonDocument(agenda).toJson(QJsonDocument::Compact));
+    return QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Compact));
 }
 
 } // namespace
@@ -98,7 +98,7 @@ private:
     QDeadlineTimer m_startExpected;
 };
 
-/// The agenda and its change signal, for the command line and status bars.
+/// The agenda, its change signal and those of meetings, for the command line, status bars and scripts.
 class AgendaAdaptor final : public QDBusAbstractAdaptor
 {
     Q_OBJECT
@@ -109,6 +109,10 @@ public:
         : QDBusAbstractAdaptor(service), m_delegate(delegate)
     {
         connect(&delegate, &AppDelegate::refreshed, this, &AgendaAdaptor::announce);
+        connect(&delegate, &AppDelegate::happened, this,
+                [this](const char *event, const QJsonObject &meeting) {
+                    QMetaObject::invokeMethod(this, event, Q_ARG(QString, textOf(meeting)));
+                });
     }
 
 public Q_SLOTS:
@@ -124,6 +128,10 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void AgendaChanged(const QString &agenda);
+    void MeetingDue(const QString &meeting);
+    void MeetingJoined(const QString &meeting);
+    void MeetingStarted(const QString &meeting);
+    void MeetingEnded(const QString &meeting);
 
 private:
     /// Tells listeners when the agenda is another one than at the last call; the time alone doesn't count.

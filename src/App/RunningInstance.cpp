@@ -1,6 +1,7 @@
 #include "App/RunningInstance.h"
 
 #include "App/ApplicationService.h"
+#include "Scheduling/MeetingEvents.h"
 
 #include <QCoreApplication>
 #include <QDBusConnectionInterface>
@@ -97,6 +98,10 @@ void RunningInstance::follow()
     m_bus.connect(QLatin1String(applicationBusName), QLatin1String(applicationObjectPath),
                   QLatin1String(agendaInterface), QStringLiteral("AgendaChanged"), this,
                   SLOT(receiveAgenda(QString)));
+    for (const char *event : meetingEvent::all)
+        m_bus.connect(QLatin1String(applicationBusName), QLatin1String(applicationObjectPath),
+                      QLatin1String(agendaInterface), QLatin1String(event), this,
+                      SLOT(receiveEvent(QString, QDBusMessage)));
     auto *watcher = new QDBusServiceWatcher(QLatin1String(applicationBusName), m_bus,
                                             QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &RunningInstance::came);
@@ -106,6 +111,11 @@ void RunningInstance::follow()
 void RunningInstance::receiveAgenda(const QString &agenda)
 {
     Q_EMIT agendaChanged(QJsonDocument::fromJson(agenda.toUtf8()).object());
+}
+
+void RunningInstance::receiveEvent(const QString &meeting, const QDBusMessage &signal)
+{
+    Q_EMIT happened(signal.member(), QJsonDocument::fromJson(meeting.toUtf8()).object());
 }
 
 } // namespace mivora

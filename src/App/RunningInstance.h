@@ -40,16 +40,19 @@ public:
     /// Brings up its settings, as a second start does, or shows it `link`. False when it does not answer.
     bool activate(const Activation &activation, const QString &link = {}) const;
 
-    /// From now on announces changes of its agenda, and its coming and going.
+    /// From now on announces changes of its agenda, what happens to meetings, and its coming and going.
     void follow();
 
 Q_SIGNALS:
     void agendaChanged(const QJsonObject &agenda);
+    /// One of meetingEvent::all, and the meeting as the agenda has it.
+    void happened(const QString &event, const QJsonObject &meeting);
     void came();
     void went();
 
 private Q_SLOTS:
     void receiveAgenda(const QString &agenda);
+    void receiveEvent(const QString &meeting, const QDBusMessage &signal);
 
 private:
     QDBusMessage call(const char *interface, const QString &method, const QVariantList &arguments) const;

@@ -49,12 +49,6 @@ bool comesBefore(const CalendarInfo &left, const CalendarInfo &right)
            titleSortsBefore(left.title, right.title);
 }
 
-bool startsBefore(const std::shared_ptr<const Meeting> &left, const std::shared_ptr<const Meeting> &right)
-{
-    return left->start != right->start ? left->start < right->start
-                                       : titleSortsBefore(left->title, right->title);
-}
-
 std::optional<Color> colorOf(const std::string &calendarID, const std::vector<CalendarInfo> &calendars)
 {
     const auto found = std::find_if(calendars.begin(), calendars.end(),
@@ -203,7 +197,7 @@ std::vector<Meeting> EventKitSource::meetings(Timestamp start, Timestamp end,
             if (overlaps(meeting->start, meeting->end, start, end) &&
                 (!calendarIDs || calendarIDs->contains(meeting->calendarID)))
                 found.push_back(meeting);
-    std::stable_sort(found.begin(), found.end(), startsBefore);
+    std::ranges::stable_sort(found, startsBefore, &std::shared_ptr<const Meeting>::operator*);
     std::vector<Meeting> meetings;
     meetings.reserve(found.size());
     for (const std::shared_ptr<const Meeting> &meeting : found) {

@@ -79,4 +79,11 @@ bool titleSortsBefore(std::string_view left, std::string_view right)
     return composed(left) < composed(right);
 }
 
+bool startsBefore(const Meeting &left, const Meeting &right)
+{
+    if (left.start != right.start)
+        return left.start < right.start;
+    return titleSortsBefore(left.title, right.title);
+}
+
 } // namespace mivora

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Meetings/Meeting.h"
+
 #include <QString>
 #include <string_view>
 
@@ -22,5 +24,8 @@ QString shortenedTitle(const QString &title, int width);
 /// Whether `left` sorts before `right` by Unicode scalar values after canonical composition (NFC). The
 /// order of titles and account names everywhere: plain, case-sensitive, the same in every locale.
 bool titleSortsBefore(std::string_view left, std::string_view right);
+
+/// The order of meetings everywhere: by start, then title.
+bool startsBefore(const Meeting &left, const Meeting &right);
 
 } // namespace mivora

@@ -10,8 +10,8 @@
 #include <algorithm>
 
 // A refresh computes everything anew from the calendars, the settings, the time and the user's decisions, and
-// announces only what is not as it was. Nothing is carried over from the refresh before, so that a wrong
-// clock, a changed zone or a missed notification is put right by the next one.
+// announces only what is not as it was. Nothing but what was told of meetings is carried over from the refresh
+// before, so that a wrong clock, a changed zone or a missed notification is put right by the next one.
 
 namespace mivora {
 
@@ -27,13 +27,6 @@ template<typename T> bool assign(T &property, T value)
         return false;
     property = std::move(value);
     return true;
-}
-
-bool startsBefore(const Meeting &left, const Meeting &right)
-{
-    if (left.start != right.start)
-        return left.start < right.start;
-    return titleSortsBefore(left.title, right.title);
 }
 
 /// Of two meetings that start at the same time.
@@ -84,18 +77,6 @@ Seconds leadOf(const Preferences &prefs)
     return Seconds(prefs.leadMinutes() * 60.0);
 }
 
-/// The one whose panel is due at `now`. The one that starts last wins, so that an upcoming meeting takes the
-/// panel from a running one.
-std::optional<Meeting> panelMeeting(const std::vector<Meeting> &meetings, const Decisions &decisions,
-                                    const Preferences &prefs, Timestamp now)
-{
-    const auto isDue = [&](const Meeting &meeting) {
-        return decisions.allowPanel(meeting.id, now) && (meeting.joinLink || prefs.remindWithoutLink()) &&
-               now >= meeting.start - leadOf(prefs);
-    };
-    return choose(meetings, isDue, std::greater{});
-}
-
 } // namespace
 
 bool Decisions::allowPanel(const std::string &meetingID, Timestamp now) const
@@ -134,14 +115,21 @@ void Scheduler::refresh()
     const bool areMeetingsOther = updateMeetings(now);
     // A meeting that leaves today's list and comes back later starts afresh.
     m_decisions.keepOnly(m_todaysMeetings);
-    const bool isRequestOther =
-        assign(m_panelRequest, panelMeeting(m_todaysMeetings, m_decisions, m_prefs, now));
+    const auto isDue = [this, now](const Meeting &meeting) {
+        return m_decisions.allowPanel(meeting.id, now) && (meeting.joinLink || m_prefs.remindWithoutLink()) &&
+               now >= meeting.start - leadOf(m_prefs);
+    };
+    // The one that starts last wins, so that an upcoming meeting takes the panel from a running one.
+    const bool isRequestOther = assign(m_panelRequest, choose(m_todaysMeetings, isDue, std::greater{}));
     if (areMeetingsOther || isRequestOther)
         Q_EMIT changed();
     if (panelMeetingID() != panelBefore && onPanelChange)
         onPanelChange(m_panelRequest);
     if (onRefresh)
         onRefresh();
+    for (const auto &[event, meeting] :
+         m_events.update(m_todaysMeetings, now, startOfDay(now, timeZone(), 1), isDue))
+        Q_EMIT happened(event, meeting);
 }
 
 void Scheduler::snooze(const std::string &meetingID)
@@ -158,6 +146,11 @@ void Scheduler::dismiss(const std::string &meetingID)
 
 void Scheduler::markJoined(const std::string &meetingID)
 {
+    for (const auto *meetings : {&m_todaysMeetings, &m_tomorrowsMeetings}) {
+        const auto meeting = std::ranges::find(*meetings, meetingID, &Meeting::id);
+        if (meeting != meetings->end() && m_events.isNews(meetingEvent::joined, *meeting))
+            Q_EMIT happened(meetingEvent::joined, *meeting);
+    }
     m_decisions.joined.insert(meetingID);
     refresh();
 }

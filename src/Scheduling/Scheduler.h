@@ -1,12 +1,9 @@
 #pragma once
 
-#include "Meetings/Meeting.h"
+#include "Scheduling/MeetingEvents.h"
 
 #include <QObject>
 #include <QTimeZone>
-#include <functional>
-#include <map>
-#include <set>
 
 namespace mivora {
 
@@ -87,6 +84,8 @@ public:
 Q_SIGNALS:
     /// One of the lists, the next meeting or the panel request is not what it was.
     void changed();
+    /// One of meetingEvent::all. Must not call refresh().
+    void happened(const char *event, const Meeting &meeting);
 
 private:
     using CalendarSelection = std::optional<std::set<std::string>>;
@@ -109,6 +108,7 @@ private:
     std::optional<Meeting> m_next;
     std::optional<Meeting> m_panelRequest;
     Decisions m_decisions;
+    MeetingEvents m_events;
     bool m_isRefreshing = false;
 };
 

@@ -8,6 +8,7 @@
 #include "support/MeetingFactory.h"
 #include "support/MemoryDefaultsStore.h"
 
+#include <cstring>
 #include <gtest/gtest.h>
 
 namespace mivora {
@@ -23,6 +24,9 @@ public:
             calls.push_back("panel " + titleOf(meeting));
         };
         scheduler.onRefresh = [this] { calls.push_back("refresh"); };
+        QObject::connect(&scheduler, &Scheduler::happened, [this](const char *event, const Meeting &meeting) {
+            happened += event + std::strlen("Meeting") + (" " + meeting.title) + ", ";
+        });
     }
 
     void refreshAt(Timestamp now)
@@ -43,6 +47,8 @@ public:
     FakeClock clock;
     Scheduler scheduler{source, prefs, clock};
     std::vector<std::string> calls;
+    /// "Started Standup, ": what it told of meetings.
+    std::string happened;
 };
 
 using Titles = std::vector<std::string>;

@@ -226,4 +226,43 @@ TEST_F(SchedulerPanel, changesNextByTimeAloneWhenItSays)
     EXPECT_EQ(scheduler.nextChangeAfter(clock.time), at("2026-03-10T09:57:00Z"));
 }
 
+// What is told of meetings, row after row: the time is in seconds after ten.
+TEST_F(SchedulerPanel, isToldOfOnceAndInOrder)
+{
+    const Meeting alpha = withLink(makeMeeting("Alpha", ten)), beta = withLink(makeMeeting("Beta", ten));
+    const Meeting plain = makeMeeting("Plain", ten + Seconds(60), Seconds(600));
+    const Meeting moved = withLink(makeMeeting("Alpha", ten + Seconds(300)));
+    const Meeting brief = withLink(makeMeeting("Brief", ten + Seconds(3600), Seconds(60)));
+    const Meeting night = withLink(makeMeeting("Night", ten + Seconds(13 * 3600), Seconds(7200)));
+
+    const std::tuple<const char *, std::vector<Meeting>, double, const char *> rows[] = {
+        {"due, both", {beta, alpha}, -60, "Due Alpha, Due Beta, "},
+        {"asleep over the start", {beta, alpha, plain}, 60, "Started Alpha, Started Beta, Started Plain, "},
+        {"the clock is set back", {beta, alpha, plain}, -90, ""},
+        {"to another day", {beta, alpha, plain}, -86'400, ""},
+        {"and forth", {beta, alpha, plain}, 200, ""},
+        {"one is moved", {beta, moved, plain}, 210, "Ended Alpha, "},
+        {"due while others run", {beta, moved, plain}, 240, "Due Alpha, "},
+        {"one over, one cancelled, one begins",
+         {moved, plain},
+         660,
+         "Ended Beta, Ended Plain, Started Alpha, "},
+        {"back, as before the end", {moved, plain}, 300, ""},
+        {"the cancelled one is there again", {beta, moved}, 700, "Due Beta, Started Beta, "},
+        {"both over, one slept through", {beta, moved, brief}, 4000, "Ended Beta, Ended Alpha, "},
+        {"asleep until late", {night}, 46'801, "Due Night, Started Night, "},
+        {"midnight", {night}, 50'400, ""},
+    };
+    for (const auto &[name, events, after, told] : rows) {
+        source.events = events;
+        refreshAt(ten + Seconds(after));
+        EXPECT_EQ(std::exchange(happened, {}), told) << name;
+    }
+    scheduler.markJoined(night.id);
+    scheduler.markJoined(night.id);
+    source.access = CalendarAuthorization::denied;
+    scheduler.refresh();
+    EXPECT_EQ(happened, "Joined Night, Ended Night, ");
+}
+
 } // namespace mivora
