@@ -683,6 +683,14 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <source>Change…</source>
         <translation>Ändern&#xa0;…</translation>
     </message>
+    <message>
+        <source>Hide titles during Do Not Disturb</source>
+        <translation>Titel bei „Nicht stören“ ausblenden</translation>
+    </message>
+    <message>
+        <source>Where the desktop tells of it, as Plasma does; screen sharing included.</source>
+        <translation>Wo der Desktop es mitteilt, wie Plasma; auch bei geteiltem Bildschirm.</translation>
+    </message>
 </context>
 <context>
     <name>HotKeyRecorder</name>
@@ -1255,6 +1263,10 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     <message>
         <source>title: expected hide, show or toggle, got &quot;%1&quot;</source>
         <translation>title: erwartet wird hide, show oder toggle, angegeben ist „%1“</translation>
+    </message>
+    <message>
+        <source>titles stay hidden while your desktop holds notifications back; `mivora defaults write hideTitleWhileInhibited false` shows them</source>
+        <translation>Titel bleiben ausgeblendet, solange Ihr Desktop Benachrichtigungen zurückhält; `mivora defaults write hideTitleWhileInhibited false` zeigt sie</translation>
     </message>
 </context>
 <context>

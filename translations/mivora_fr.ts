@@ -683,6 +683,14 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <source>Change…</source>
         <translation>Modifier…</translation>
     </message>
+    <message>
+        <source>Hide titles during Do Not Disturb</source>
+        <translation>Masquer les titres en mode «&#x202f;Ne pas déranger&#x202f;»</translation>
+    </message>
+    <message>
+        <source>Where the desktop tells of it, as Plasma does; screen sharing included.</source>
+        <translation>Si le bureau le signale, comme Plasma&#x202f;; partage d’écran compris.</translation>
+    </message>
 </context>
 <context>
     <name>HotKeyRecorder</name>
@@ -1255,6 +1263,10 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     <message>
         <source>title: expected hide, show or toggle, got &quot;%1&quot;</source>
         <translation>title&#xa0;: hide, show ou toggle est attendu, et non «&#x202f;%1&#x202f;»</translation>
+    </message>
+    <message>
+        <source>titles stay hidden while your desktop holds notifications back; `mivora defaults write hideTitleWhileInhibited false` shows them</source>
+        <translation>les titres restent masqués tant que votre bureau retient les notifications&#x202f;; `mivora defaults write hideTitleWhileInhibited false` les affiche</translation>
     </message>
 </context>
 <context>

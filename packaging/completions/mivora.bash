@@ -3,7 +3,7 @@
 # The values that a setting can have, as far as they can be listed.
 _mivora_values() {
     case $1 in
-        showTitle | remindWithoutLink | hasCompletedOnboarding) echo "true false" ;;
+        showTitle | hideTitleWhileInhibited | remindWithoutLink | hasCompletedOnboarding) echo "true false" ;;
         leadMinutes) echo "0 1 2 5" ;;
         panelCorner) echo "topLeft topRight bottomLeft bottomRight" ;;
     esac
@@ -13,7 +13,7 @@ _mivora_complete() {
     mapfile -t COMPREPLY < <(compgen -W "$1" -- "${COMP_WORDS[COMP_CWORD]}")
 }
 
-_mivora_keys="showTitle titleWidth leadMinutes panelCorner remindWithoutLink joinHotKey disabledCalendarIDs
+_mivora_keys="showTitle titleWidth hideTitleWhileInhibited leadMinutes panelCorner remindWithoutLink joinHotKey disabledCalendarIDs
     browserServices hasCompletedOnboarding addresses"
 
 _mivora_defaults() {

@@ -37,13 +37,13 @@ complete -c mivora -n "__fish_seen_subcommand_from calendars" -a "list add remov
 complete -c mivora -n "__fish_seen_subcommand_from calendars" -l name -x -d "The name of an added calendar"
 
 set -l actions list read write delete
-set -l keys showTitle titleWidth leadMinutes panelCorner remindWithoutLink joinHotKey disabledCalendarIDs \
+set -l keys showTitle titleWidth hideTitleWhileInhibited leadMinutes panelCorner remindWithoutLink joinHotKey disabledCalendarIDs \
     browserServices hasCompletedOnboarding addresses
 set -l in_defaults "__fish_seen_subcommand_from defaults"
 complete -c mivora -n "$in_defaults; and not __fish_seen_subcommand_from $actions" -a "$actions"
 complete -c mivora -n "$in_defaults; and __fish_seen_subcommand_from read write delete
     and not __fish_seen_subcommand_from $keys" -a "$keys"
 set -l is_value_of "$in_defaults; and __fish_seen_subcommand_from write; and __fish_seen_subcommand_from"
-complete -c mivora -n "$is_value_of showTitle remindWithoutLink hasCompletedOnboarding" -a "true false"
+complete -c mivora -n "$is_value_of showTitle hideTitleWhileInhibited remindWithoutLink hasCompletedOnboarding" -a "true false"
 complete -c mivora -n "$is_value_of leadMinutes" -a "0 1 2 5"
 complete -c mivora -n "$is_value_of panelCorner" -a "topLeft topRight bottomLeft bottomRight"

@@ -9,6 +9,7 @@
 #include "KeloHotkey/HotKeyService.h"
 #include "KeloMenuBar/MainMenu.h"
 #include "KeloMenuBar/MenuWindow.h"
+#include "KeloPanel/NotificationInhibition.h"
 #include "MeetingTexts/MeetingTexts.h"
 #include "Onboarding/OnboardingFlow.h"
 #include "Platform/DefaultsStore.h"
@@ -61,6 +62,9 @@ void AppDelegate::launch()
     });
     installObservers();
     m_hotKey->registerHotKey();
+    connect(&m_prefs, &Preferences::hideTitleWhileInhibitedChanged, this, &AppDelegate::followInhibition);
+    if (m_prefs.hideTitleWhileInhibited())
+        followInhibition();
     m_scheduler->refresh();
     connect(&m_tick, &QTimer::timeout, m_scheduler.get(), &Scheduler::refresh);
     // The usual kind may come a second and a half late.
@@ -226,7 +230,8 @@ void AppDelegate::panelRequestChanged(const std::optional<Meeting> &meeting)
 void AppDelegate::showRefreshed()
 {
     const Timestamp now = m_parts.clock.now();
-    m_status->update(now, m_source.authorization(), m_source.isNothingToRead(), m_isDiscreet);
+    m_status->update(now, m_source.authorization(), m_source.isNothingToRead(), isDiscreet());
+    m_panel->setDiscreet(isDiscreet());
     if (m_panel->isVisible())
         m_panel->refresh(m_scheduler->panelRequest(), now);
     if (m_today)
@@ -331,17 +336,30 @@ CommandResult AppDelegate::performTitle(const QString &wish)
 {
     // The launcher's action has no argument.
     const bool toggles = wish.isEmpty() || wish == QLatin1String("toggle");
-    const bool hides = wish == QLatin1String("hide");
-    if (!toggles && !hides && wish != QLatin1String("show"))
+    const bool hides = wish == QLatin1String("hide") || (toggles && !isDiscreet());
+    if (!hides && !toggles && wish != QLatin1String("show"))
         return {tr("title: expected hide, show or toggle, got \"%1\"").arg(wish)};
-    m_isDiscreet = hides || (toggles && !m_isDiscreet);
-    discretionChanged();
-    return {};
+    m_hidesTitles = hides;
+    showRefreshed();
+    if (hides || !isDiscreet())
+        return {};
+    return {tr("titles stay hidden while your desktop holds notifications back; `mivora defaults write "
+               "hideTitleWhileInhibited false` shows them")};
 }
 
-void AppDelegate::discretionChanged()
+bool AppDelegate::isDiscreet() const
 {
-    m_panel->setDiscreet(m_isDiscreet);
+    return m_hidesTitles || (m_inhibition && m_inhibition->isInhibited());
+}
+
+void AppDelegate::followInhibition()
+{
+    m_inhibition.reset();
+    if (m_prefs.hideTitleWhileInhibited()) {
+        m_inhibition = std::make_unique<kelo::NotificationInhibition>(m_parts.bus);
+        connect(m_inhibition.get(), &kelo::NotificationInhibition::changed, this,
+                &AppDelegate::showRefreshed);
+    }
     showRefreshed();
 }
 
@@ -372,7 +390,7 @@ AgendaContext AppDelegate::agendaContext() const
             .joinHotKey = hotKey.kind == kelo::HotKeyState::Kind::registered ? std::optional(hotKey.keys)
                                                                              : std::nullopt,
             .canCheckForUpdates = m_updater->canCheckForUpdates(),
-            .isDiscreet = m_isDiscreet};
+            .isDiscreet = isDiscreet()};
 }
 
 } // namespace mivora

@@ -25,6 +25,7 @@
 namespace kelo {
 class HotKeyService;
 class MenuWindow;
+class NotificationInhibition;
 class Updater;
 } // namespace kelo
 
@@ -119,7 +120,8 @@ private:
     void timeZoneChanged();
     CommandResult performSettings(const QString &page);
     CommandResult performTitle(const QString &wish);
-    void discretionChanged();
+    bool isDiscreet() const;
+    void followInhibition();
     CommandResult performOnPanel(void (Scheduler::*decision)(const std::string &));
     AgendaContext agendaContext() const;
 
@@ -148,7 +150,9 @@ private:
     std::unique_ptr<SubscriptionDialog> m_subscriptionDialog;
     bool m_areChangesDue = false;
     /// Whether the user has hidden the titles of meetings, until the program ends.
-    bool m_isDiscreet = false;
+    bool m_hidesTitles = false;
+    /// There while the user wants them hidden by it.
+    std::unique_ptr<kelo::NotificationInhibition> m_inhibition;
 
     struct WaitingCommand
     {

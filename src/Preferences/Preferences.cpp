@@ -99,6 +99,8 @@ void Preferences::readStore()
     update(m_showTitle, stored(settingsKey::showTitle).toBool(), &Preferences::showTitleChanged);
     update(m_titleWidth, readTitleWidth(stored(settingsKey::titleWidth).toInteger(), m_titleWidth),
            &Preferences::titleWidthChanged);
+    update(m_hideTitleWhileInhibited, stored(settingsKey::hideTitleWhileInhibited).toBool(),
+           &Preferences::hideTitleWhileInhibitedChanged);
     update(m_leadMinutes, readLeadMinutes(stored(settingsKey::leadMinutes).toInteger(), m_leadMinutes),
            &Preferences::leadMinutesChanged);
     update(
@@ -141,6 +143,12 @@ void Preferences::setTitleWidth(int characters)
 {
     assign(m_titleWidth, characters, &Preferences::titleWidthChanged);
     m_store.setValue(settingsKey::titleWidth, m_titleWidth);
+}
+
+void Preferences::setHideTitleWhileInhibited(bool hide)
+{
+    assign(m_hideTitleWhileInhibited, hide, &Preferences::hideTitleWhileInhibitedChanged);
+    m_store.setValue(settingsKey::hideTitleWhileInhibited, m_hideTitleWhileInhibited);
 }
 
 void Preferences::setLeadMinutes(int minutes)

@@ -23,6 +23,8 @@ class Preferences : public QObject
     Q_OBJECT
     Q_PROPERTY(bool showTitle READ showTitle WRITE setShowTitle NOTIFY showTitleChanged)
     Q_PROPERTY(int titleWidth READ titleWidth WRITE setTitleWidth NOTIFY titleWidthChanged)
+    Q_PROPERTY(bool hideTitleWhileInhibited READ hideTitleWhileInhibited WRITE setHideTitleWhileInhibited
+                   NOTIFY hideTitleWhileInhibitedChanged)
     Q_PROPERTY(bool remindWithoutLink READ remindWithoutLink WRITE setRemindWithoutLink NOTIFY
                    remindWithoutLinkChanged)
     Q_PROPERTY(bool launchAtLogin READ launchAtLogin WRITE setLaunchAtLogin NOTIFY launchAtLoginChanged)
@@ -45,6 +47,11 @@ public:
     int titleWidth() const { return m_titleWidth; }
 
     void setTitleWidth(int characters);
+
+    /// Whether titles are hidden while the desktop holds notifications back.
+    bool hideTitleWhileInhibited() const { return m_hideTitleWhileInhibited; }
+
+    void setHideTitleWhileInhibited(bool hide);
 
     /// How many minutes before the start the panel is shown: 0, 1, 2 or 5.
     int leadMinutes() const { return m_leadMinutes; }
@@ -91,6 +98,7 @@ public:
 Q_SIGNALS:
     void showTitleChanged();
     void titleWidthChanged();
+    void hideTitleWhileInhibitedChanged();
     void leadMinutesChanged();
     void panelCornerChanged();
     void remindWithoutLinkChanged();
@@ -113,6 +121,7 @@ private:
     LoginItem &m_loginItem;
     bool m_showTitle = true;
     int m_titleWidth = 24;
+    bool m_hideTitleWhileInhibited = false;
     int m_leadMinutes = 1;
     PanelCorner m_panelCorner = PanelCorner::topRight;
     bool m_remindWithoutLink = false;

@@ -49,6 +49,7 @@ const QList<Setting> &allSettings()
     static const QList<Setting> settings{
         {settingsKey::showTitle, boolean, true},
         {settingsKey::titleWidth, number, 24},
+        {settingsKey::hideTitleWhileInhibited, boolean, false},
         {settingsKey::leadMinutes, number, 1, leadMinuteTexts()},
         {settingsKey::panelCorner, text, rawValue(PanelCorner::topRight), panelCornerNames()},
         {settingsKey::remindWithoutLink, boolean, false},

@@ -13,6 +13,7 @@ class DefaultsStore;
 namespace settingsKey {
 inline constexpr QLatin1String showTitle("showTitle");
 inline constexpr QLatin1String titleWidth("titleWidth");
+inline constexpr QLatin1String hideTitleWhileInhibited("hideTitleWhileInhibited");
 inline constexpr QLatin1String leadMinutes("leadMinutes");
 inline constexpr QLatin1String panelCorner("panelCorner");
 inline constexpr QLatin1String remindWithoutLink("remindWithoutLink");

@@ -48,6 +48,12 @@ FormPage {
             }
         }
         ToggleRow {
+            title: qsTr("Hide titles during Do Not Disturb")
+            footnote: qsTr("Where the desktop tells of it, as Plasma does; screen sharing included.")
+            checked: root.model.prefs.hideTitleWhileInhibited
+            onToggled: checked => root.model.prefs.hideTitleWhileInhibited = checked
+        }
+        ToggleRow {
             title: qsTr("Launch at login")
             footnote: qsTr("Start Mivora quietly when you log in.")
             checked: root.model.prefs.launchAtLogin

@@ -7,24 +7,16 @@
 
 namespace mivora {
 
-namespace {
-
-QString shownTitle(const Meeting &meeting, const TitleOptions &options)
-{
-    if (!options.isDiscreet)
-        return titleText(meeting.title);
-    return meeting.joinLink ? serviceName(meeting.joinLink->service) : discreetTitle();
-}
-
-} // namespace
-
 StatusText statusText(const std::optional<Meeting> &next, const TitleOptions &options,
                       CalendarAuthorization authorization, Timestamp now, bool isNothingToRead)
 {
     StatusText text;
     if (options.isShown && next) {
-        text.title = QLatin1Char(' ') + shortenedTitle(shownTitle(*next, options), options.width) +
-                     QStringLiteral(" · ") + countdownText(next->start - now);
+        const QString title = !options.isDiscreet ? titleText(next->title)
+                              : next->joinLink    ? serviceName(next->joinLink->service)
+                                                  : discreetTitle();
+        text.title = QLatin1Char(' ') + shortenedTitle(title, options.width) + QStringLiteral(" · ") +
+                     countdownText(next->start - now);
         text.urgent = now >= next->start - Seconds(60) && now < next->end;
     }
     if (authorization == CalendarAuthorization::granted) {

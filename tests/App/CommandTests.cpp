@@ -134,7 +134,8 @@ TEST_F(Commands, printLinksSettingsAndAccessOrNameWhatWasExpected)
         {"defaults read disabledCalendarIDs", exitDone, "[\"a\"]\n", ""},
         {"defaults delete disabledCalendarIDs", exitDone, "", ""},
         {"defaults list", exitDone,
-         "showTitle false\ntitleWidth 24\nleadMinutes 3\npanelCorner topRight\nremindWithoutLink false\n"
+         "showTitle false\ntitleWidth 24\nhideTitleWhileInhibited false\nleadMinutes 3\npanelCorner "
+         "topRight\nremindWithoutLink false\n"
          "disabledCalendarIDs []\nbrowserServices []\nhasCompletedOnboarding false\naddresses []\n",
          ""},
         {"defaults read joinHotKey", exitCouldNot, "", "joinHotKey is not set"},

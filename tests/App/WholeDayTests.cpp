@@ -9,6 +9,7 @@
 #include "Platform/TimeZone.h"
 #include "Platform/linux/JsonDefaultsStore.h"
 #include "Preferences/Settings.h"
+#include "support/FakeNotifications.h"
 
 #include <QDBusPendingCall>
 #include <QGuiApplication>
@@ -135,6 +136,7 @@ public:
 
     CalendarFolder calendars;
     support::PrivateBus bus;
+    std::optional<kelo::FakeNotifications> desktop;
 
 private:
     /// Opens the menu as panels do.
@@ -265,6 +267,9 @@ std::vector<Step> saturday(WholeDay &day)
     const auto title = [&day](const char *wish) {
         return [&day, wish] { day.app().perform(QStringLiteral("title"), QLatin1String(wish)); };
     };
+    const auto obeyDesktop = [&] { day.app().prefs().setHideTitleWhileInhibited(true); };
+    const auto inhibit = [&] { day.desktop.emplace(day.bus.connection()).isInhibited = true; };
+    const auto noMore = [&] { day.desktop->changeInhibited(false); };
     const auto setShortcut = [&] { day.app().prefs().setJoinHotKey(kelo::HotKeyCombo::defaultCombo); };
     const auto pressShortcut = [&] { day.hotKeys.press(kelo::HotKeyCombo::defaultCombo); };
     const auto remindEarlier = [&] { day.app().prefs().setLeadMinutes(2); };
@@ -286,6 +291,9 @@ std::vector<Step> saturday(WholeDay &day)
          joinByMenu},
         {"28T09:31:30 dismissed by command", {"Standup · now !", allBegun}, dismiss},
         {"28T10:30 all three are over", {"Lunch · 1h 30m", afternoon}},
+        {"28T10:40 nothing says that others see it", {"Lunch · 1h 20m", afternoon}, obeyDesktop},
+        {"28T11:00 a server comes that does", {"Meeting · 1h", afternoon}, inhibit},
+        {"28T11:30 no more", {"Lunch · 30m", afternoon}, noMore},
         {"28T12:00 no link", {"Lunch · now !", "(12:00 Lunch · now)" + late}},
         {"28T13:00 a shortcut", {"One-to-one · 1h", late.substr(3)}, setShortcut},
         {"28T13:58 moved by an hour", {"One-to-one · 1h 2m", moved}, move},

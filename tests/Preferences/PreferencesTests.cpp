@@ -43,7 +43,7 @@ std::string told(const Preferences &read)
     QJsonArray all;
     all << read.showTitle() << read.titleWidth() << read.leadMinutes() << rawValue(read.panelCorner())
         << read.remindWithoutLink() << QString::fromUtf8(shortcut) << without << services
-        << read.hasCompletedOnboarding();
+        << read.hasCompletedOnboarding() << read.hideTitleWhileInhibited();
     return QJsonDocument(all).toJson(QJsonDocument::Compact).toStdString();
 }
 
@@ -51,12 +51,12 @@ std::string told(const Preferences &read)
 
 TEST(Preferences, whatIsStoredIsReadAsItIsMeantAndNotRewritten)
 {
-    const char *const defaults = R"([true,24,1,"topRight",false,"none",[],[],false])";
+    const char *const defaults = R"([true,24,1,"topRight",false,"none",[],[],false,false])";
     const std::pair<const char *, const char *> rows[] = {
         {"{}", defaults},
         {R"({"showTitle": "perhaps", "titleWidth": 9.5, "leadMinutes": true, "panelCorner": 2,
              "remindWithoutLink": "true", "joinHotKey": 9, "disabledCalendarIDs": "a", "browserServices": 3,
-             "hasCompletedOnboarding": 7})",
+             "hasCompletedOnboarding": 7, "hideTitleWhileInhibited": 1})",
          defaults},
         {R"({"titleWidth": 7})", "[true,8,"},
         {R"({"titleWidth": 60})", "[true,60,"},
@@ -88,7 +88,7 @@ TEST(Preferences, aChangeIsAnnouncedOnceWrittenEveryTimeAndReadAgain)
     const QJsonObject stored = json(R"({
         "showTitle": false, "titleWidth": 30, "leadMinutes": 5, "panelCorner": "topLeft", "remindWithoutLink": true,
         "joinHotKey": "{\"keyCode\":38,\"modifiers\":4352}", "disabledCalendarIDs": ["B", "a", "b", "é"],
-        "browserServices": ["meet", "teams", "zoom"], "hasCompletedOnboarding": true})");
+        "browserServices": ["meet", "teams", "zoom"], "hasCompletedOnboarding": true, "hideTitleWhileInhibited": true})");
     for (const int shortcutsSet : {1, 2}) {
         set.setShowTitle(false);
         set.setTitleWidth(30);
@@ -99,6 +99,7 @@ TEST(Preferences, aChangeIsAnnouncedOnceWrittenEveryTimeAndReadAgain)
         set.setDisabledCalendarIDs({"b", "é", "a", "B"});
         set.setBrowserServices({Service::zoom, Service::teams, Service::meet});
         set.setHasCompletedOnboarding(true);
+        set.setHideTitleWhileInhibited(true);
         EXPECT_EQ(fixture.store.values(), stored);
         EXPECT_EQ(told(Fixture(stored).preferences), told(set));
         for (const auto &spy : announced) {

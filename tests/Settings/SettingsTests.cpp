@@ -98,6 +98,8 @@ TEST_F(SettingsTest, writesEveryTogglesPreference)
 
     const std::pair<QString, std::function<bool()>> rows[] = {
         {menuBarToggle, [&] { return prefs.showTitle(); }},
+        {QStringLiteral("Hide titles during Do Not Disturb"),
+         [&] { return prefs.hideTitleWhileInhibited(); }},
         {QStringLiteral("Launch at login"), [&] { return prefs.launchAtLogin(); }},
         {QStringLiteral("Also remind me for meetings without a link"),
          [&] { return prefs.remindWithoutLink(); }},
@@ -171,8 +173,8 @@ TEST_F(SettingsTest, isOperatedByTheKeyboardAlone)
     for (; view.focused() != shortcutToggle && stops.size() < 20; view.type(Qt::Key_Tab))
         stops.append(view.focused());
     EXPECT_EQ(stops.join(u'|').toStdString(),
-              "Settings|Show the next meeting in the tray|Title length|Launch at login|"
-              "Show the Join panel|Panel position|Also remind me for meetings without a link");
+              "Settings|Show the next meeting in the tray|Title length|Hide titles during Do Not Disturb|"
+              "Launch at login|Show the Join panel|Panel position|Also remind me for meetings without a link");
     view.type(Qt::Key_Space);
     EXPECT_EQ(prefs.joinHotKey(), GeneralPageModel::defaultCombo);
     view.type(Qt::Key_Tab);

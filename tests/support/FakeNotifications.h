@@ -36,6 +36,9 @@ public:
         } else if (message.member() == QLatin1String("GetCapabilities")) {
             connection.send(message.createReply(capabilities));
             return true;
+        } else if (message.member() == QLatin1String("Get")) {
+            connection.send(message.createReply(QVariant::fromValue(QDBusVariant(isInhibited))));
+            return true;
         } else {
             calls.push_back("close " + arguments.value(0).toString().toStdString());
             connection.send(message.createReply());
@@ -44,11 +47,21 @@ public:
         return true;
     }
 
+    void changeInhibited(bool value)
+    {
+        isInhibited = value;
+        auto signal = QDBusMessage::createSignal(m_path, QStringLiteral("org.freedesktop.DBus.Properties"),
+                                                 QStringLiteral("PropertiesChanged"));
+        signal << m_name << QVariantMap{{QStringLiteral("Inhibited"), value}} << QStringList();
+        m_bus.send(signal);
+    }
+
     void invoke(uint id, const QString &action) { send(QStringLiteral("ActionInvoked"), {id, action}); }
 
     void closed(uint id, uint reason) { send(QStringLiteral("NotificationClosed"), {id, reason}); }
 
     QStringList capabilities{QStringLiteral("actions")};
+    bool isInhibited = false;
     /// Of what was shown last.
     uint id = 6;
     /// "notify REPLACED SUMMARY|BODY|ACTIONS|TIMEOUT" and "close ID".
