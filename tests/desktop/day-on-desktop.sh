@@ -6,8 +6,7 @@ BIN=$(realpath "$1")
 . "$(dirname "$0")/session.sh"
 need openbox xfce4-panel xterm xprop python3
 
-title() { property app.kelo.Mivora /StatusNotifierItem org.kde.StatusNotifierItem Title; }
-shows_title() { title | grep -q "$1"; }
+shows_title() { property app.kelo.Mivora /StatusNotifierItem org.kde.StatusNotifierItem Title | grep -q "$1"; }
 has_item() { has_host && [ "$(watcher RegisteredStatusNotifierItems | grep -o "'[^']*'" | wc -l)" -eq 1 ]; }
 has_windows() { [ "$(xdotool search --onlyvisible --class mivora 2>/dev/null | wc -l)" -eq "$1" ]; }
 is_active() { [ "$(xdotool getactivewindow getwindowpid)" = "$program" ]; }

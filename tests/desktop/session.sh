@@ -94,17 +94,28 @@ start_kwin_wayland() {
     start env QT_QUICK_BACKEND=software LIBGL_ALWAYS_SOFTWARE=1 kwin_wayland --x11-display "$DISPLAY" --xwayland \
         --output-count "${outputs:-1}" --width 1024 --height 600 --socket kwin "$run/started"
 }
-start_mutter() {
-    printf '[org/gnome/desktop/peripherals/keyboard]\nrepeat=false\n' >"$XDG_CONFIG_HOME/glib-2.0/settings/keyfile"
-    start env MUTTER_DEBUG_DUMMY_MODE_SPECS=1024x600 dbus-run-session -- mutter --wayland --nested -- "$run/started"
+mutter_in() { # COMMAND…
+    printf '%s\n' '[org/gnome/desktop/peripherals/keyboard]' repeat=false '[org/gnome/shell]' \
+        "welcome-dialog-last-shown-version='99'" >"$XDG_CONFIG_HOME/glib-2.0/settings/keyfile"
+    start env MUTTER_DEBUG_DUMMY_MODE_SPECS=1024x600 LIBGL_ALWAYS_SOFTWARE=1 "$@"
+}
+start_mutter() { mutter_in dbus-run-session -- mutter --wayland --nested -- "$run/started"; }
+start_gnome-shell() { # It begins with its overview, and not without logind.
+    export XDG_CURRENT_DESKTOP=GNOME DBUS_SYSTEM_BUS_ADDRESS=$DBUS_SESSION_BUS_ADDRESS
+    start python3 -m dbusmock --template logind
+    gdbus wait --session --timeout 30 org.freedesktop.login1 || exit 77
+    mutter_in gnome-shell --wayland --nested --unsafe-mode
+    local begin="Main.overview.visible && (Main.overview.hide(), GLib.spawn_command_line_async('$run/started'))"
+    patience=60 await sh -c 'gdbus call --session --timeout 5 --dest org.gnome.Shell --object-path /org/gnome/Shell \
+        --method org.gnome.Shell.Eval "$1" | grep -q true,.*true' - "$begin" || true
 }
 enter_session() {
     await test -s "$run/session" || { echo "the desktop doesn't start here" >&2; exit 77; }
     read -r DISPLAY WAYLAND_DISPLAY XAUTHORITY <"$run/session"
     export DISPLAY WAYLAND_DISPLAY XAUTHORITY
-    [ "$WAYLAND_DISPLAY" != none ] || unset WAYLAND_DISPLAY
-    [ "$XAUTHORITY" != none ] || unset XAUTHORITY
+    for name in WAYLAND_DISPLAY XAUTHORITY; do [ "${!name}" != none ] || unset "$name"; done
 }
+bar() { echo $(($(xprop -root _NET_WORKAREA | cut -sd, -f2) + 0)); } # The height of what is on top of the screen.
 terminal() { # [SCREEN TO FILL]: a window that is typed into, and takes activation tokens from $tokens
     QT_QPA_PLATFORM=$platform "$BIN/key-log" "$@" <"${tokens:-/dev/null}" >>"$run/typed" 2>>"$run/log" &
     processes+=($!)
@@ -130,15 +141,11 @@ xfce_panel() { # PLUG-IN OF THE STATUS AREA
     cat >"$settings/xfce4-panel.xml" <<END
 <channel name="xfce4-panel" version="1.0">
   <property name="configver" type="int" value="2"/>
-  <property name="panels" type="array">
-    <value type="int" value="1"/>
-    <property name="panel-1" type="empty">
-      <property name="position" type="string" value="p=6;x=0;y=0"/>
-      <property name="length" type="uint" value="100"/>
-      <property name="size" type="uint" value="28"/>
-      <property name="plugin-ids" type="array"><value type="int" value="1"/></property>
-    </property>
-  </property>
+  <property name="panels" type="array"><value type="int" value="1"/><property name="panel-1" type="empty">
+    <property name="position" type="string" value="p=6;x=0;y=0"/>
+    <property name="length" type="uint" value="100"/><property name="size" type="uint" value="28"/>
+    <property name="plugin-ids" type="array"><value type="int" value="1"/></property>
+  </property></property>
   <property name="plugins" type="empty"><property name="plugin-1" type="string" value="$1"/></property>
 </channel>
 END

@@ -19,8 +19,7 @@ bring_up_indicator() {
 bring_up_waybar() {
     need sway waybar Xwayland
     echo 'window#waybar { background: #f4f4f4; color: #202020; }' >"$run/waybar.css"
-    echo '{ "position": "top", "height": 28, "modules-left": ["tray"], "tray": { "icon-size": 22, "spacing": 8 } }' \
-        >"$run/waybar.json"
+    echo '{ "height": 28, "modules-left": ["tray"], "tray": { "icon-size": 22, "spacing": 8 } }' >"$run/waybar.json"
     start_sway
     enter_session
     start waybar -c "$run/waybar.json" -s "$run/waybar.css"
