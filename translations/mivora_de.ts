@@ -30,6 +30,18 @@
         <source>Join: %1</source>
         <translation>Teilnehmen: %1</translation>
     </message>
+    <message>
+        <source>left out: its title</source>
+        <translation>ausgelassen: ihr Titel</translation>
+    </message>
+    <message>
+        <source>left out: not accepted</source>
+        <translation>ausgelassen: nicht zugesagt</translation>
+    </message>
+    <message>
+        <source>left out: nobody else</source>
+        <translation>ausgelassen: niemand sonst</translation>
+    </message>
 </context>
 <context>
     <name>AlertView</name>
@@ -471,8 +483,12 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <translation>Titel in der Systemleiste und im Teilnahmefenster ausblenden oder wieder zeigen</translation>
     </message>
     <message>
+        <source>Show what the settings leave out too, with the reason</source>
+        <translation>Auch zeigen, was die Einstellungen auslassen, mit dem Grund</translation>
+    </message>
+    <message>
         <source>What becomes of them</source>
-        <translation>Was mit ihnen geschieht</translation>
+        <translation>Was mit ihnen geschehen soll</translation>
     </message>
 </context>
 <context>

@@ -30,6 +30,18 @@
         <source>Join: %1</source>
         <translation>Rejoindre&#xa0;: %1</translation>
     </message>
+    <message>
+        <source>left out: its title</source>
+        <translation>ignorée&#xa0;: son titre</translation>
+    </message>
+    <message>
+        <source>left out: not accepted</source>
+        <translation>ignorée&#xa0;: non acceptée</translation>
+    </message>
+    <message>
+        <source>left out: nobody else</source>
+        <translation>ignorée&#xa0;: personne d’autre</translation>
+    </message>
 </context>
 <context>
     <name>AlertView</name>
@@ -471,8 +483,12 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <translation>Masquer les titres dans la zone de notification et sur le panneau, ou les afficher de nouveau</translation>
     </message>
     <message>
+        <source>Show what the settings leave out too, with the reason</source>
+        <translation>Afficher aussi ce que les paramètres ignorent, avec la raison</translation>
+    </message>
+    <message>
         <source>What becomes of them</source>
-        <translation>Ce qu’il en advient</translation>
+        <translation>Ce qu’il doit en advenir</translation>
     </message>
 </context>
 <context>

@@ -3,7 +3,7 @@
 # The values that a setting can have, as far as they can be listed.
 _mivora_values() {
     case $1 in
-        showTitle | hideTitleWhileInhibited | remindWithoutLink | hasCompletedOnboarding) echo "true false" ;;
+        showTitle | hideTitleWhileInhibited | remindWithoutLink | ignoreUnanswered | ignoreWithoutOthers | hasCompletedOnboarding) echo "true false" ;;
         leadMinutes) echo "0 1 2 5" ;;
         panelCorner) echo "topLeft topRight bottomLeft bottomRight" ;;
     esac
@@ -14,7 +14,7 @@ _mivora_complete() {
 }
 
 _mivora_keys="showTitle titleWidth hideTitleWhileInhibited leadMinutes panelCorner remindWithoutLink joinHotKey disabledCalendarIDs
-    browserServices hasCompletedOnboarding addresses"
+    ignoredTitles ignoreUnanswered ignoreWithoutOthers browserServices hasCompletedOnboarding addresses"
 
 _mivora_defaults() {
     case $COMP_CWORD,${COMP_WORDS[2]} in
@@ -28,7 +28,7 @@ _mivora_agenda() {
     case ${COMP_WORDS[COMP_CWORD - 1]} in
         --at) _mivora_complete "$(date -Iseconds)" ;;
         --calendars) mapfile -t COMPREPLY < <(compgen -d -- "${COMP_WORDS[COMP_CWORD]}") ;;
-        *) _mivora_complete "--json --follow --at --calendars --help" ;;
+        *) _mivora_complete "--json --follow --all --at --calendars --help" ;;
     esac
 }
 

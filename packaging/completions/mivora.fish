@@ -24,6 +24,7 @@ complete -c mivora -n __fish_use_subcommand -l version -d "Print the version"
 
 complete -c mivora -n "__fish_seen_subcommand_from agenda detect" -l json -d "Print JSON"
 complete -c mivora -n "__fish_seen_subcommand_from agenda" -l follow -d "Print again whenever something changes"
+complete -c mivora -n "__fish_seen_subcommand_from agenda" -l all -d "Show what the settings leave out too"
 complete -c mivora -n "__fish_seen_subcommand_from agenda" -l at -x -d "Show the agenda of this time (RFC 3339)"
 complete -c mivora -n "__fish_seen_subcommand_from agenda" -l calendars -x -a "(__fish_complete_directories)" \
     -d "Read this folder instead of your own"
@@ -38,12 +39,12 @@ complete -c mivora -n "__fish_seen_subcommand_from calendars" -l name -x -d "The
 
 set -l actions list read write delete
 set -l keys showTitle titleWidth hideTitleWhileInhibited leadMinutes panelCorner remindWithoutLink joinHotKey disabledCalendarIDs \
-    browserServices hasCompletedOnboarding addresses
+    ignoredTitles ignoreUnanswered ignoreWithoutOthers browserServices hasCompletedOnboarding addresses
 set -l in_defaults "__fish_seen_subcommand_from defaults"
 complete -c mivora -n "$in_defaults; and not __fish_seen_subcommand_from $actions" -a "$actions"
 complete -c mivora -n "$in_defaults; and __fish_seen_subcommand_from read write delete
     and not __fish_seen_subcommand_from $keys" -a "$keys"
 set -l is_value_of "$in_defaults; and __fish_seen_subcommand_from write; and __fish_seen_subcommand_from"
-complete -c mivora -n "$is_value_of showTitle hideTitleWhileInhibited remindWithoutLink hasCompletedOnboarding" -a "true false"
+complete -c mivora -n "$is_value_of showTitle hideTitleWhileInhibited remindWithoutLink ignoreUnanswered ignoreWithoutOthers hasCompletedOnboarding" -a "true false"
 complete -c mivora -n "$is_value_of leadMinutes" -a "0 1 2 5"
 complete -c mivora -n "$is_value_of panelCorner" -a "topLeft topRight bottomLeft bottomRight"

@@ -4,6 +4,7 @@
 #include "JoinPanel/JoinPanelModel.h"
 #include "MeetingTexts/MeetingTexts.h"
 #include "Preferences/Preferences.h"
+#include "Scheduling/LeftOut.h"
 #include "Scheduling/Scheduler.h"
 
 #include <QJsonArray>
@@ -28,17 +29,11 @@ QJsonValue idOrNull(const std::optional<Meeting> &meeting)
     return meeting ? QJsonValue(QString::fromUtf8(meeting->id)) : QJsonValue(QJsonValue::Null);
 }
 
-QString authorizationName(CalendarAuthorization authorization)
+QLatin1String authorizationName(CalendarAuthorization authorization)
 {
-    switch (authorization) {
-    case CalendarAuthorization::granted:
-        return QStringLiteral("granted");
-    case CalendarAuthorization::denied:
-        return QStringLiteral("denied");
-    case CalendarAuthorization::notDetermined:
-        break;
-    }
-    return QStringLiteral("notDetermined");
+    constexpr QLatin1String names[] = {QLatin1String("notDetermined"), QLatin1String("denied"),
+                                       QLatin1String("granted")};
+    return names[std::size_t(authorization)];
 }
 
 QJsonArray meetingsJson(const std::vector<Meeting> &meetings, const AgendaContext &context)
@@ -118,6 +113,9 @@ QJsonObject meetingJson(const Meeting &meeting, const AgendaContext &context)
         json[QStringLiteral("linkToOpen")] = QString::fromUtf8(
             linkToOpen(*meeting.joinLink, context.prefs.browserServices(), context.installed).text());
     }
+    if (const auto reason = context.all ? leftOutReason(meeting, context.prefs) : QLatin1String();
+        !reason.isEmpty())
+        json[QStringLiteral("leftOut")] = reason;
     return json;
 }
 
@@ -137,13 +135,16 @@ MenuContents menuContents(const AgendaContext &context)
 
 QJsonObject agendaJson(const AgendaContext &context)
 {
+    const Scheduler &scheduler = context.scheduler;
+    const auto today = context.all ? scheduler.withLeftOut(Day::today) : scheduler.todaysMeetings();
+    const auto tomorrow = context.all ? scheduler.withLeftOut(Day::tomorrow) : scheduler.tomorrowsMeetings();
     return {
         {QStringLiteral("now"), rfc3339(context.now, context.zone)},
         {QStringLiteral("authorization"), authorizationName(context.source.authorization())},
-        {QStringLiteral("today"), meetingsJson(context.scheduler.todaysMeetings(), context)},
-        {QStringLiteral("tomorrow"), meetingsJson(context.scheduler.tomorrowsMeetings(), context)},
-        {QStringLiteral("next"), idOrNull(context.scheduler.next())},
-        {QStringLiteral("panelRequest"), idOrNull(context.scheduler.panelRequest())},
+        {QStringLiteral("today"), meetingsJson(today, context)},
+        {QStringLiteral("tomorrow"), meetingsJson(tomorrow, context)},
+        {QStringLiteral("next"), idOrNull(scheduler.next())},
+        {QStringLiteral("panelRequest"), idOrNull(scheduler.panelRequest())},
         {QStringLiteral("statusItem"), statusItemJson(context)},
         {QStringLiteral("menu"), menuJson(context)},
         {QStringLiteral("panel"), panelJson(context)},

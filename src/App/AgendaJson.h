@@ -27,6 +27,8 @@ struct AgendaContext
     bool canCheckForUpdates = false;
     /// Whether status item and panel keep titles to themselves.
     bool isDiscreet = false;
+    /// Whether the meetings that the settings leave out are listed too.
+    bool all = false;
 };
 
 /// {"service", "webURL", "nativeURL"}

@@ -117,6 +117,15 @@ QString clock(const QJsonValue &time, const QTimeZone &zone)
     return instant ? shortTime(*instant, zone, QLocale::system()) : QString();
 }
 
+/// Why the settings leave a meeting out.
+QString textOfReason(const QString &reason)
+{
+    if (reason == QLatin1String("title"))
+        return Agenda::tr("left out: its title");
+    return reason == QLatin1String("unanswered") ? Agenda::tr("left out: not accepted")
+                                                 : Agenda::tr("left out: nobody else");
+}
+
 Row rowOf(const QJsonObject &meeting, const QTimeZone &zone)
 {
     Row row;
@@ -129,6 +138,8 @@ Row rowOf(const QJsonObject &meeting, const QTimeZone &zone)
     if (const auto service =
             serviceFromRawValue(link.value(QLatin1String("service")).toString().toStdString()))
         row.note = serviceName(*service);
+    if (const QJsonValue reason = meeting.value(QLatin1String("leftOut")); reason.isString())
+        row.note = textOfReason(reason.toString());
     return row;
 }
 

@@ -115,9 +115,9 @@ void AppDelegate::installObservers()
     connect(&m_parts.systemEvents, &SystemEvents::timeZoneChanged, this, &AppDelegate::timeZoneChanged);
     connect(&m_parts.defaults, &DefaultsStore::writeFailed, this, &AppDelegate::tellUnsavedSettings);
     // A setting that the status item or the panel shows the effect of, whoever changed it.
-    for (const auto signal :
-         {&Preferences::showTitleChanged, &Preferences::titleWidthChanged, &Preferences::leadMinutesChanged,
-          &Preferences::remindWithoutLinkChanged, &Preferences::disabledCalendarIDsChanged})
+    for (const auto signal : {&Preferences::showTitleChanged, &Preferences::titleWidthChanged,
+                              &Preferences::leadMinutesChanged, &Preferences::remindWithoutLinkChanged,
+                              &Preferences::disabledCalendarIDsChanged, &Preferences::ignoredChanged})
         connect(&m_prefs, signal, m_scheduler.get(), &Scheduler::refresh, Qt::QueuedConnection);
 }
 
@@ -373,9 +373,11 @@ CommandResult AppDelegate::performOnPanel(void (Scheduler::*decision)(const std:
     return {};
 }
 
-QJsonObject AppDelegate::agenda() const
+QJsonObject AppDelegate::agenda(bool all) const
 {
-    return agendaJson(agendaContext());
+    AgendaContext context = agendaContext();
+    context.all = all;
+    return agendaJson(context);
 }
 
 AgendaContext AppDelegate::agendaContext() const

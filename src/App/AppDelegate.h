@@ -90,8 +90,8 @@ public:
     /// does.
     void perform(const BusCommand &command);
 
-    /// The agenda in its public JSON form.
-    QJsonObject agenda() const;
+    /// The agenda in its public JSON form; `all` adds the meetings that the settings leave out.
+    QJsonObject agenda(bool all = false) const;
 
 Q_SIGNALS:
     /// After every refresh.

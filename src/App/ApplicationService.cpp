@@ -126,6 +126,9 @@ public Q_SLOTS:
         return textOf(agenda);
     }
 
+    /// With the meetings that the settings leave out.
+    QString AgendaOfAll() { return textOf(m_delegate.agenda(true)); }
+
 Q_SIGNALS:
     void AgendaChanged(const QString &agenda);
     void MeetingDue(const QString &meeting);

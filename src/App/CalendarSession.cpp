@@ -113,7 +113,7 @@ void CalendarSession::updateTimeZone()
     m_scheduler.setTimeZone(m_zone);
 }
 
-QJsonObject CalendarSession::agenda() const
+QJsonObject CalendarSession::agenda(bool all) const
 {
     const auto &combo = m_prefs.joinHotKey();
     return agendaJson({.scheduler = m_scheduler,
@@ -123,7 +123,8 @@ QJsonObject CalendarSession::agenda() const
                        .now = m_clock->now(),
                        .zone = m_zone,
                        .joinHotKey = combo ? std::optional(combo->text()) : std::nullopt,
-                       .canCheckForUpdates = canCheckForUpdates()});
+                       .canCheckForUpdates = canCheckForUpdates(),
+                       .all = all});
 }
 
 } // namespace mivora

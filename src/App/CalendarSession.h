@@ -64,8 +64,8 @@ public:
     /// From now on the days are those of the user's time zone as it is now.
     void updateTimeZone();
 
-    /// The agenda as it is now, in its public JSON form.
-    QJsonObject agenda() const;
+    /// The agenda as it is now, in its public JSON form; `all` adds the meetings that the settings leave out.
+    QJsonObject agenda(bool all = false) const;
 
     Preferences &prefs() { return m_prefs; }
 

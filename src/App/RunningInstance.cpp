@@ -48,11 +48,12 @@ bool RunningInstance::isThere() const
     return m_bus.isConnected() && m_bus.interface()->isServiceRegistered(QLatin1String(applicationBusName));
 }
 
-std::optional<QJsonObject> RunningInstance::agenda() const
+std::optional<QJsonObject> RunningInstance::agenda(bool all) const
 {
     if (!isThere())
         return std::nullopt;
-    const QDBusMessage reply = call(agendaInterface, QStringLiteral("Agenda"), {});
+    const QDBusMessage reply =
+        call(agendaInterface, all ? QStringLiteral("AgendaOfAll") : QStringLiteral("Agenda"), {});
     if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
         return std::nullopt;
     return QJsonDocument::fromJson(reply.arguments().first().toString().toUtf8()).object();

@@ -27,8 +27,9 @@ public:
     /// Whether there is one now.
     bool isThere() const;
 
-    /// Its agenda; nothing when there is none or it does not answer.
-    std::optional<QJsonObject> agenda() const;
+    /// Its agenda; nothing when there is none or it does not answer. `all` adds the meetings that the
+    /// settings leave out.
+    std::optional<QJsonObject> agenda(bool all = false) const;
 
     /// Has it do `action` with an optional argument; `activation` is for what it shows or starts then.
     CommandResult perform(const QString &action, const QString &argument, const Activation &activation) const;

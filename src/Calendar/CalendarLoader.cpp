@@ -25,17 +25,22 @@ std::optional<Color> colorFromFunction(const std::string &text)
     return Color{part(1), part(2), part(3)};
 }
 
-/// The answer of the first attendee who is the user.
-Participation ownParticipation(const std::vector<ical::Attendee> &attendees,
-                               const std::vector<std::string> &ownAddresses)
+bool isAnyOf(const std::vector<std::string> &ownAddresses, const ical::Attendee &person)
 {
-    const auto isUser = [&](const ical::Attendee &attendee) {
-        return std::any_of(ownAddresses.begin(), ownAddresses.end(), [&](const std::string &own) {
-            return !own.empty() && (own == attendee.address || own == attendee.email);
-        });
+    return std::ranges::any_of(ownAddresses, [&](const std::string &own) {
+        return !own.empty() && (own == person.address || own == person.email);
+    });
+}
+
+/// Whether somebody takes part who isn't the user. Some servers list the organizer among the attendees,
+/// others don't; without any attendees it is just where the event was published.
+bool hasOthers(const ical::Occurrence &event, const std::vector<std::string> &ownAddresses)
+{
+    const auto isOther = [&](const ical::Attendee &person) {
+        return !person.isResource && !isAnyOf(ownAddresses, person);
     };
-    const auto user = std::find_if(attendees.begin(), attendees.end(), isUser);
-    return user == attendees.end() ? Participation::unknown : user->answer;
+    return std::ranges::any_of(event.attendees, isOther) ||
+           (!event.attendees.empty() && event.organizer && isOther(*event.organizer));
 }
 
 } // namespace
@@ -71,6 +76,10 @@ bool overlaps(Timestamp start, Timestamp end, Timestamp from, Timestamp to)
 std::shared_ptr<const Meeting> meetingOf(ical::Occurrence occurrence, const std::string &calendarID,
                                          const std::vector<std::string> &ownAddresses)
 {
+    const auto isUser = [&](const ical::Attendee &person) { return isAnyOf(ownAddresses, person); };
+    const auto user = std::ranges::find_if(occurrence.attendees, isUser);
+    const bool isListed = user != occurrence.attendees.end();
+    const bool isHost = occurrence.organizer && isUser(*occurrence.organizer);
     return std::make_shared<const Meeting>(
         Meeting::fromSnapshot({.eventIdentifier = std::move(occurrence.uid),
                                .title = std::move(occurrence.title),
@@ -78,7 +87,9 @@ std::shared_ptr<const Meeting> meetingOf(ical::Occurrence occurrence, const std:
                                .end = occurrence.end,
                                .calendarID = calendarID,
                                .isAllDay = occurrence.isAllDay,
-                               .participation = ownParticipation(occurrence.attendees, ownAddresses),
+                               .participation = isListed ? user->answer : Participation::unknown,
+                               .isInvitation = isListed && !isHost,
+                               .hasOthers = hasOthers(occurrence, ownAddresses),
                                .attendeeCount = std::int64_t(occurrence.attendees.size()),
                                .url = std::move(occurrence.url),
                                .location = std::move(occurrence.location),

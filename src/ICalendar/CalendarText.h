@@ -30,7 +30,8 @@ struct TextProblem
     std::string message;
 };
 
-/// An attendee, with two e-mail addresses as `mailAddress()` writes them, either of which may be empty.
+/// An attendee or the organizer, with two e-mail addresses as `mailAddress()` writes them, either of which
+/// may be empty.
 struct Attendee
 {
     /// The calendar address.
@@ -39,6 +40,8 @@ struct Attendee
     std::string email;
     /// PARTSTAT.
     Participation answer = Participation::unknown;
+    /// A room or a device, by its CUTYPE.
+    bool isResource = false;
 
     friend bool operator==(const Attendee &, const Attendee &) = default;
 };
@@ -52,6 +55,7 @@ struct Occurrence
     UtcTime end{};
     bool isAllDay = false;
     std::vector<Attendee> attendees;
+    std::optional<Attendee> organizer;
     /// URL, or the conference link that servers put elsewhere.
     std::optional<std::string> url;
     std::optional<std::string> location;

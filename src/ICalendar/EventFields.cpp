@@ -71,8 +71,8 @@ public:
             readText(text, m_html);
         else if (hasName(text, "URL"))
             readUri(text, m_event.url);
-        else if (hasName(text, "ATTENDEE"))
-            readAttendee(ContentLine::parse(text, m_buffer));
+        else if (hasName(text, "ATTENDEE") || hasName(text, "ORGANIZER"))
+            readPerson(text);
         else
             for (std::size_t i = 0; i < conferenceNames.size(); ++i)
                 if (hasName(text, conferenceNames[i]))
@@ -114,11 +114,19 @@ private:
         field = isUri ? std::string(withoutBlanks(line.value)) : unescapedText(withoutBlanks(line.value));
     }
 
-    void readAttendee(const ContentLine &line)
+    void readPerson(std::string_view text)
     {
-        if (!withoutBlanks(line.value).empty())
-            m_event.attendees.push_back(
-                {mailAddress(line.value), mailAddress(line.parameter("EMAIL")), answerOf(line)});
+        const ContentLine line = ContentLine::parse(text, m_buffer);
+        if (withoutBlanks(line.value).empty())
+            return;
+        const std::string_view kind = line.parameter("CUTYPE");
+        const bool isResource = isName(kind, "ROOM") || isName(kind, "RESOURCE");
+        const Attendee person{mailAddress(line.value), mailAddress(line.parameter("EMAIL")), answerOf(line),
+                              isResource};
+        if (hasName(text, "ORGANIZER"))
+            m_event.organizer = person;
+        else
+            m_event.attendees.push_back(person);
     }
 
     Occurrence &m_event;

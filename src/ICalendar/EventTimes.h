@@ -97,8 +97,8 @@ struct EventTimes
 /// What can't be read is a problem and left out.
 EventTimes readEventTimes(const EventLines &event, TimeZones &zones, ProblemList &problems);
 
-/// Fills title, attendees, url, location and notes of `event` from `component` (a VEVENT without its BEGIN
-/// and END). An event without URL takes the conference link that servers put elsewhere; one without
+/// Fills title, attendees, organizer, url, location and notes of `event` from `component` (a VEVENT without
+/// its BEGIN and END). An event without URL takes the conference link that servers put elsewhere; one without
 /// DESCRIPTION takes X-ALT-DESC. A property without a value is none.
 void readEventFields(std::string_view component, Occurrence &event);
 

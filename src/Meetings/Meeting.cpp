@@ -69,6 +69,8 @@ Meeting Meeting::fromSnapshot(const EventSnapshot &snapshot)
         .calendarColor = snapshot.calendarColor,
         .isAllDay = snapshot.isAllDay,
         .participation = snapshot.participation,
+        .isInvitation = snapshot.isInvitation,
+        .hasOthers = snapshot.hasOthers,
         .attendeeCount = snapshot.attendeeCount,
         .joinLink = detect(snapshot.url, snapshot.location, snapshot.notes),
     };

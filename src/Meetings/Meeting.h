@@ -28,6 +28,8 @@ struct EventSnapshot
     std::optional<Color> calendarColor{};
     bool isAllDay = false;
     Participation participation = Participation::unknown;
+    bool isInvitation = false;
+    bool hasOthers = false;
     std::int64_t attendeeCount = 0;
     std::optional<std::string> url{};
     std::optional<std::string> location{};
@@ -48,6 +50,10 @@ struct Meeting
     std::optional<Color> calendarColor{};
     bool isAllDay = false;
     Participation participation = Participation::unknown;
+    /// The user is among the attendees, and somebody else has invited them.
+    bool isInvitation = false;
+    /// Somebody takes part who is not known to be the user; rooms and devices don't count.
+    bool hasOthers = false;
     std::int64_t attendeeCount = 0;
     std::optional<JoinLink> joinLink{};
 

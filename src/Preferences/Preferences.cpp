@@ -114,6 +114,10 @@ void Preferences::readStore()
         changes.push_back(&Preferences::joinHotKeyWasSet);
     update(m_disabledCalendarIDs, readStrings(storedList(m_store, settingsKey::disabledCalendarIDs)),
            &Preferences::disabledCalendarIDsChanged);
+    update(m_ignoredTitles, storedList(m_store, settingsKey::ignoredTitles), &Preferences::ignoredChanged);
+    update(m_ignoreUnanswered, stored(settingsKey::ignoreUnanswered).toBool(), &Preferences::ignoredChanged);
+    update(m_ignoreWithoutOthers, stored(settingsKey::ignoreWithoutOthers).toBool(),
+           &Preferences::ignoredChanged);
     update(m_browserServices, readServices(storedList(m_store, settingsKey::browserServices)),
            &Preferences::browserServicesChanged);
     update(m_hasCompletedOnboarding, stored(settingsKey::hasCompletedOnboarding).toBool(),
@@ -181,6 +185,24 @@ void Preferences::setDisabledCalendarIDs(const std::set<std::string> &ids)
 {
     assign(m_disabledCalendarIDs, ids, &Preferences::disabledCalendarIDsChanged);
     m_store.setValue(settingsKey::disabledCalendarIDs, storedForm(m_disabledCalendarIDs));
+}
+
+void Preferences::setIgnoredTitles(const QStringList &patterns)
+{
+    assign(m_ignoredTitles, patterns, &Preferences::ignoredChanged);
+    m_store.setValue(settingsKey::ignoredTitles, QJsonArray::fromStringList(m_ignoredTitles));
+}
+
+void Preferences::setIgnoreUnanswered(bool ignore)
+{
+    assign(m_ignoreUnanswered, ignore, &Preferences::ignoredChanged);
+    m_store.setValue(settingsKey::ignoreUnanswered, m_ignoreUnanswered);
+}
+
+void Preferences::setIgnoreWithoutOthers(bool ignore)
+{
+    assign(m_ignoreWithoutOthers, ignore, &Preferences::ignoredChanged);
+    m_store.setValue(settingsKey::ignoreWithoutOthers, m_ignoreWithoutOthers);
 }
 
 void Preferences::setBrowserServices(const std::set<Service> &services)

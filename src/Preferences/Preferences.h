@@ -5,6 +5,7 @@
 #include "Preferences/PanelCorner.h"
 
 #include <QObject>
+#include <QStringList>
 #include <array>
 #include <optional>
 #include <set>
@@ -27,6 +28,10 @@ class Preferences : public QObject
                    NOTIFY hideTitleWhileInhibitedChanged)
     Q_PROPERTY(bool remindWithoutLink READ remindWithoutLink WRITE setRemindWithoutLink NOTIFY
                    remindWithoutLinkChanged)
+    Q_PROPERTY(QStringList ignoredTitles READ ignoredTitles WRITE setIgnoredTitles NOTIFY ignoredChanged)
+    Q_PROPERTY(bool ignoreUnanswered READ ignoreUnanswered WRITE setIgnoreUnanswered NOTIFY ignoredChanged)
+    Q_PROPERTY(
+        bool ignoreWithoutOthers READ ignoreWithoutOthers WRITE setIgnoreWithoutOthers NOTIFY ignoredChanged)
     Q_PROPERTY(bool launchAtLogin READ launchAtLogin WRITE setLaunchAtLogin NOTIFY launchAtLoginChanged)
 
 public:
@@ -78,6 +83,22 @@ public:
 
     void setDisabledCalendarIDs(const std::set<std::string> &ids);
 
+    /// What leftOutReason() goes by: patterns of titles, in which `*` stands for any characters and `?` for
+    /// one...
+    const QStringList &ignoredTitles() const { return m_ignoredTitles; }
+
+    void setIgnoredTitles(const QStringList &patterns);
+
+    /// ... whether invitations are left out that the user hasn't answered or only tentatively ...
+    bool ignoreUnanswered() const { return m_ignoreUnanswered; }
+
+    void setIgnoreUnanswered(bool ignore);
+
+    /// ... and whether events in which nobody else takes part.
+    bool ignoreWithoutOthers() const { return m_ignoreWithoutOthers; }
+
+    void setIgnoreWithoutOthers(bool ignore);
+
     /// The services whose links open in the browser even where their app is installed.
     const std::set<Service> &browserServices() const { return m_browserServices; }
 
@@ -104,6 +125,8 @@ Q_SIGNALS:
     void remindWithoutLinkChanged();
     void joinHotKeyChanged();
     void disabledCalendarIDsChanged();
+    /// One of the three is another.
+    void ignoredChanged();
     void browserServicesChanged();
     void hasCompletedOnboardingChanged();
     void launchAtLoginChanged();
@@ -127,6 +150,9 @@ private:
     bool m_remindWithoutLink = false;
     std::optional<kelo::HotKeyCombo> m_joinHotKey;
     std::set<std::string> m_disabledCalendarIDs;
+    QStringList m_ignoredTitles;
+    bool m_ignoreUnanswered = false;
+    bool m_ignoreWithoutOthers = false;
     std::set<Service> m_browserServices;
     bool m_hasCompletedOnboarding = false;
     bool m_launchAtLogin = false;

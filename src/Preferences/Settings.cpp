@@ -56,6 +56,9 @@ const QList<Setting> &allSettings()
         // The JSON of the combination, which may be undecodable.
         {settingsKey::joinHotKey, text, QJsonValue(QJsonValue::Undefined)},
         {settingsKey::disabledCalendarIDs, list, QJsonArray()},
+        {settingsKey::ignoredTitles, list, QJsonArray()},
+        {settingsKey::ignoreUnanswered, boolean, false},
+        {settingsKey::ignoreWithoutOthers, boolean, false},
         {settingsKey::browserServices, list, QJsonArray()},
         {settingsKey::hasCompletedOnboarding, boolean, false},
         {settingsKey::addresses, list, QJsonArray()},

@@ -19,6 +19,9 @@ inline constexpr QLatin1String panelCorner("panelCorner");
 inline constexpr QLatin1String remindWithoutLink("remindWithoutLink");
 inline constexpr QLatin1String joinHotKey("joinHotKey");
 inline constexpr QLatin1String disabledCalendarIDs("disabledCalendarIDs");
+inline constexpr QLatin1String ignoredTitles("ignoredTitles");
+inline constexpr QLatin1String ignoreUnanswered("ignoreUnanswered");
+inline constexpr QLatin1String ignoreWithoutOthers("ignoreWithoutOthers");
 inline constexpr QLatin1String browserServices("browserServices");
 inline constexpr QLatin1String hasCompletedOnboarding("hasCompletedOnboarding");
 /// The user's own e-mail addresses, for calendars that do not say whose they are.

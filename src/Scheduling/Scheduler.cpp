@@ -5,13 +5,15 @@
 #include "MeetingTexts/TitleText.h"
 #include "Preferences/Preferences.h"
 #include "Scheduling/Clock.h"
+#include "Scheduling/LeftOut.h"
 
 #include <QScopedValueRollback>
 #include <algorithm>
 
 // A refresh computes everything anew from the calendars, the settings, the time and the user's decisions, and
-// announces only what is not as it was. Nothing but what was told of meetings is carried over from the refresh
-// before, so that a wrong clock, a changed zone or a missed notification is put right by the next one.
+// announces only what is not as it was. Nothing but what was told of meetings is carried over from the
+// refresh before, so that a wrong clock, a changed zone or a missed notification is put right by the next
+// one.
 
 namespace mivora {
 
@@ -53,15 +55,10 @@ std::optional<Meeting> choose(const std::vector<Meeting> &meetings, IsCandidate 
     return best ? std::optional(*best) : std::nullopt;
 }
 
-/// Those of the user that have not ended at `now`, sorted by start, then title: neither those of whole days
-/// nor the declined ones.
-std::vector<Meeting> relevantMeetings(std::vector<Meeting> meetings, Timestamp now)
+/// Whether it is the user's and has not ended at `now`: neither of whole days nor declined.
+bool isRelevant(const Meeting &meeting, Timestamp now)
 {
-    std::erase_if(meetings, [&](const Meeting &meeting) {
-        return meeting.isAllDay || meeting.participation == Participation::declined || meeting.end <= now;
-    });
-    std::ranges::stable_sort(meetings, startsBefore);
-    return meetings;
+    return !meeting.isAllDay && meeting.participation != Participation::declined && meeting.end > now;
 }
 
 /// The one that starts first; of several, the one with a join link, then the one whose title sorts first.
@@ -110,9 +107,9 @@ void Scheduler::refresh()
         return;
     }
     const QScopedValueRollback<bool> guard(m_isRefreshing, true);
-    const Timestamp now = m_clock.now();
+    const Timestamp now = m_now = m_clock.now();
     const std::optional<std::string> panelBefore = panelMeetingID();
-    const bool areMeetingsOther = updateMeetings(now);
+    const bool areMeetingsOther = updateMeetings();
     // A meeting that leaves today's list and comes back later starts afresh.
     m_decisions.keepOnly(m_todaysMeetings);
     const auto isDue = [this, now](const Meeting &meeting) {
@@ -173,27 +170,30 @@ Scheduler::CalendarSelection Scheduler::selectedCalendars() const
     return selected;
 }
 
-std::vector<Meeting> Scheduler::fetch(Timestamp start, Timestamp end, const CalendarSelection &selection,
-                                      Timestamp now) const
-{
-    if (m_source.authorization() != CalendarAuthorization::granted)
-        return {};
-    return relevantMeetings(m_source.meetings(start, end, selection), now);
-}
-
-bool Scheduler::updateMeetings(Timestamp now)
+std::vector<Meeting> Scheduler::fetch(Day day, const CalendarSelection &selection, bool withLeftOut) const
 {
     const QTimeZone zone = timeZone();
-    const Timestamp startOfTomorrow = startOfDay(now, zone, 1);
+    const bool isToday = day == Day::today;
+    const bool looksAhead = m_todaysMeetings.empty() && localTime(m_now, zone).time().hour() >= eveningHour;
+    if (m_source.authorization() != CalendarAuthorization::granted || !(isToday || looksAhead))
+        return {};
+    const Timestamp midnight = startOfDay(m_now, zone, 1);
+    std::vector<Meeting> meetings =
+        isToday ? m_source.meetings(m_now, midnight, selection)
+                : m_source.meetings(midnight, startOfDay(midnight, zone, 1), selection);
+    std::erase_if(meetings, [&](const Meeting &meeting) {
+        return !isRelevant(meeting, m_now) || (!withLeftOut && !leftOutReason(meeting, m_prefs).isEmpty());
+    });
+    std::ranges::stable_sort(meetings, startsBefore);
+    return meetings;
+}
+
+bool Scheduler::updateMeetings()
+{
     const CalendarSelection selection = selectedCalendars();
-
-    bool isOther = assign(m_todaysMeetings, fetch(now, startOfTomorrow, selection, now));
+    bool isOther = assign(m_todaysMeetings, fetch(Day::today, selection));
     isOther |= assign(m_next, nextMeeting(m_todaysMeetings));
-
-    std::vector<Meeting> tomorrow;
-    if (m_todaysMeetings.empty() && localTime(now, zone).time().hour() >= eveningHour)
-        tomorrow = fetch(startOfTomorrow, startOfDay(startOfTomorrow, zone, 1), selection, now);
-    isOther |= assign(m_tomorrowsMeetings, std::move(tomorrow));
+    isOther |= assign(m_tomorrowsMeetings, fetch(Day::tomorrow, selection));
     return isOther;
 }
 

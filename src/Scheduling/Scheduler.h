@@ -26,6 +26,8 @@ struct Decisions
     void keepOnly(const std::vector<Meeting> &meetings);
 };
 
+enum class Day { today, tomorrow };
+
 /// The central state: today's meetings that still matter, the next one, and the one whose panel is due.
 ///
 /// Everything is computed anew by refresh(). What the user decided about a meeting (snoozed, dismissed,
@@ -60,6 +62,9 @@ public:
     /// Tomorrow's meetings; filled from 18:00 on when nothing is left today.
     const std::vector<Meeting> &tomorrowsMeetings() const { return m_tomorrowsMeetings; }
 
+    /// The meetings of `day` as above at the last refresh, with those that the settings leave out.
+    std::vector<Meeting> withLeftOut(Day day) const { return fetch(day, selectedCalendars(), true); }
+
     /// The next meeting; a running one stays next until it ends.
     const std::optional<Meeting> &next() const { return m_next; }
 
@@ -92,17 +97,18 @@ private:
 
     /// The calendars to read; nothing when all are.
     CalendarSelection selectedCalendars() const;
-    /// The relevant meetings of [start, end); none without access.
-    std::vector<Meeting> fetch(Timestamp start, Timestamp end, const CalendarSelection &selection,
-                               Timestamp now) const;
+    /// The relevant meetings of the day; none without access, nor of a tomorrow that is not looked ahead to.
+    std::vector<Meeting> fetch(Day day, const CalendarSelection &selection, bool withLeftOut = false) const;
     /// Returns whether any of them is not what it was.
-    bool updateMeetings(Timestamp now);
+    bool updateMeetings();
     std::optional<std::string> panelMeetingID() const;
 
     EventSource &m_source;
     const Preferences &m_prefs;
     const Clock &m_clock;
     std::optional<QTimeZone> m_zone;
+    /// When the last refresh was.
+    Timestamp m_now{};
     std::vector<Meeting> m_todaysMeetings;
     std::vector<Meeting> m_tomorrowsMeetings;
     std::optional<Meeting> m_next;

@@ -91,6 +91,39 @@ TEST_F(Commands, keepATitleFromActingOnTheTerminal)
                 HasSubstr(R"("title": "\u009b2J \u202e \u2028Ü")"));
 }
 
+TEST_F(Commands, leaveOutWhatTheSettingsSayAndTellWhy)
+{
+    const std::string next = "\nDURATION:PT1H\nEND:VEVENT\nBEGIN:VEVENT\nDTSTART:20260310T120000Z\nSUMMARY:";
+    const std::string me = ":mailto:Me@x.test", other = ":mailto:other@x.test", mine = "\nORGANIZER" + me,
+                      theirs = "\nORGANIZER" + other;
+    const std::tuple<const char *, std::string, const char *> events[] = {
+        {"Team lunch", mine + "\nATTENDEE" + other, " +left out: its title"},
+        {"Room", mine + "\nATTENDEE" + me + "\nATTENDEE;CUTYPE=ROOM" + other, " +left out: nobody else"},
+        {"Published", theirs, " +left out: nobody else"},
+        {"New", "\nATTENDEE" + me, " +left out: not accepted"},
+        {"Maybe", theirs + "\nATTENDEE;PARTSTAT=TENTATIVE" + me, " +left out: not accepted"},
+        {"Yes", theirs + "\nATTENDEE;PARTSTAT=ACCEPTED" + me, ""},
+        {"Own", mine + "\nATTENDEE" + me + "\nATTENDEE" + other, ""},
+        {"Group", theirs + "\nATTENDEE" + other, ""},
+    };
+    std::string text = "Other";
+    for (const auto &[title, lines, note] : events)
+        text += next + title + lines;
+    writeEvent(text.c_str());
+    const std::string agenda = "agenda --calendars " + folder() + " --at ", noon = "2026-03-10T12:00:00Z";
+    for (const std::string key : {"addresses [\"me@x.test\"]", "ignoredTitles [\"*LUNCH\"]",
+                                  "ignoreUnanswered true", "ignoreWithoutOthers true"})
+        run("defaults write " + key);
+    for (const std::string &time : {noon, std::string("2026-03-09T20:00:00Z")}) {
+        const std::string counted = run(agenda + time).printed, all = run(agenda + time + " --all").printed;
+        for (const auto &[title, lines, note] : events) {
+            EXPECT_THAT(all, ContainsRegex(title + std::string(note) + "\n"));
+            EXPECT_EQ(counted.find(title) == std::string::npos, *note != 0) << title;
+        }
+    }
+    EXPECT_THAT(run(agenda + noon + " --all --json").printed, HasSubstr(R"("leftOut": "unanswered",)"));
+}
+
 TEST_F(Commands, followTheAgendaThroughChangesOfFilesAndTime)
 {
     const SessionOptions options{
@@ -135,8 +168,9 @@ TEST_F(Commands, printLinksSettingsAndAccessOrNameWhatWasExpected)
         {"defaults delete disabledCalendarIDs", exitDone, "", ""},
         {"defaults list", exitDone,
          "showTitle false\ntitleWidth 24\nhideTitleWhileInhibited false\nleadMinutes 3\npanelCorner "
-         "topRight\nremindWithoutLink false\n"
-         "disabledCalendarIDs []\nbrowserServices []\nhasCompletedOnboarding false\naddresses []\n",
+         "topRight\nremindWithoutLink false\ndisabledCalendarIDs []\nignoredTitles []\nignoreUnanswered "
+         "false\n"
+         "ignoreWithoutOthers false\nbrowserServices []\nhasCompletedOnboarding false\naddresses []\n",
          ""},
         {"defaults read joinHotKey", exitCouldNot, "", "joinHotKey is not set"},
         {"defaults read bogus", exitBadArguments, "", "expected one of showTitle"},
@@ -153,6 +187,7 @@ TEST_F(Commands, printLinksSettingsAndAccessOrNameWhatWasExpected)
         {"join", exitCouldNot, "", "no session bus"},
         {"bogus", exitBadArguments, "", "bogus.*agenda"},
         {"agenda --bogus", exitBadArguments, "", "--bogus.*--follow"},
+        {"agenda --all --follow", exitBadArguments, "", "--follow excludes --all"},
         {"agenda --at noon", exitBadArguments, "", "RFC 3339.*noon"},
         {"agenda --calendars", exitBadArguments, "", "--calendars.*DIR"},
         {"defaults", exitBadArguments, "", "defaults.*list, read, write, delete"},

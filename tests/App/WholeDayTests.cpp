@@ -472,6 +472,9 @@ TEST(WholeDayTest, tellsOfItsAgendaOnceSomebodyHasAsked)
     day.passUntil(local("28T08:32:30"));
     EXPECT_TRUE(waitFor([&] { return titles.size() == 2; }));
     EXPECT_THAT(titles, testing::ElementsAre(" Standup · 29m", " Standup · 28m"));
+    day.app().prefs().setIgnoredTitles({QStringLiteral("stand?p")});
+    EXPECT_TRUE(waitFor([&] { return titles.size() == 3; })) << "at once";
+    day.call(agendaInterface, "AgendaOfAll", {});
 }
 
 } // namespace mivora

@@ -41,9 +41,10 @@ std::string told(const Preferences &read)
         services.append(QString::fromUtf8(rawValue(service)));
     const QByteArray shortcut = read.joinHotKey() ? read.joinHotKey()->toJson() : "none";
     QJsonArray all;
-    all << read.showTitle() << read.titleWidth() << read.leadMinutes() << rawValue(read.panelCorner())
-        << read.remindWithoutLink() << QString::fromUtf8(shortcut) << without << services
-        << read.hasCompletedOnboarding() << read.hideTitleWhileInhibited();
+    all << QJsonArray::fromStringList(read.ignoredTitles()) << read.ignoreUnanswered()
+        << read.ignoreWithoutOthers() << read.showTitle() << read.titleWidth() << read.leadMinutes()
+        << rawValue(read.panelCorner()) << read.remindWithoutLink() << QString::fromUtf8(shortcut) << without
+        << services << read.hasCompletedOnboarding() << read.hideTitleWhileInhibited();
     return QJsonDocument(all).toJson(QJsonDocument::Compact).toStdString();
 }
 
@@ -51,16 +52,17 @@ std::string told(const Preferences &read)
 
 TEST(Preferences, whatIsStoredIsReadAsItIsMeantAndNotRewritten)
 {
-    const char *const defaults = R"([true,24,1,"topRight",false,"none",[],[],false,false])";
+    const char *const defaults = R"([[],false,false,true,24,1,"topRight",false,"none",[],[],false,false])";
     const std::pair<const char *, const char *> rows[] = {
         {"{}", defaults},
         {R"({"showTitle": "perhaps", "titleWidth": 9.5, "leadMinutes": true, "panelCorner": 2,
              "remindWithoutLink": "true", "joinHotKey": 9, "disabledCalendarIDs": "a", "browserServices": 3,
-             "hasCompletedOnboarding": 7, "hideTitleWhileInhibited": 1})",
+             "hasCompletedOnboarding": 7, "hideTitleWhileInhibited": 1, "ignoredTitles": "*", "ignoreUnanswered": 1,
+             "ignoreWithoutOthers": []})",
          defaults},
-        {R"({"titleWidth": 7})", "[true,8,"},
-        {R"({"titleWidth": 60})", "[true,60,"},
-        {R"({"titleWidth": 4294967305})", "[true,60,"}, // more than 32 bits
+        {R"({"titleWidth": 7})", ",true,8,"},
+        {R"({"titleWidth": 60})", ",true,60,"},
+        {R"({"titleWidth": 4294967305})", ",true,60,"}, // more than 32 bits
         {R"({"leadMinutes": 0})", "24,0,"},
         {R"({"leadMinutes": 4294967298})", "24,1,"},
         {R"({"panelCorner": "BottomLeft"})", R"("topRight")"},
@@ -88,7 +90,8 @@ TEST(Preferences, aChangeIsAnnouncedOnceWrittenEveryTimeAndReadAgain)
     const QJsonObject stored = json(R"({
         "showTitle": false, "titleWidth": 30, "leadMinutes": 5, "panelCorner": "topLeft", "remindWithoutLink": true,
         "joinHotKey": "{\"keyCode\":38,\"modifiers\":4352}", "disabledCalendarIDs": ["B", "a", "b", "é"],
-        "browserServices": ["meet", "teams", "zoom"], "hasCompletedOnboarding": true, "hideTitleWhileInhibited": true})");
+        "browserServices": ["meet", "teams", "zoom"], "hasCompletedOnboarding": true, "hideTitleWhileInhibited": true,
+        "ignoredTitles": ["b*", "a"], "ignoreUnanswered": true, "ignoreWithoutOthers": true})");
     for (const int shortcutsSet : {1, 2}) {
         set.setShowTitle(false);
         set.setTitleWidth(30);
@@ -100,12 +103,16 @@ TEST(Preferences, aChangeIsAnnouncedOnceWrittenEveryTimeAndReadAgain)
         set.setBrowserServices({Service::zoom, Service::teams, Service::meet});
         set.setHasCompletedOnboarding(true);
         set.setHideTitleWhileInhibited(true);
+        set.setIgnoredTitles({QStringLiteral("b*"), QStringLiteral("a")});
+        set.setIgnoreUnanswered(true);
+        set.setIgnoreWithoutOthers(true);
         EXPECT_EQ(fixture.store.values(), stored);
         EXPECT_EQ(told(Fixture(stored).preferences), told(set));
         for (const auto &spy : announced) {
-            const bool isSet = spy->signal().startsWith("joinHotKeyWasSet");
-            const bool isOther = spy->signal().startsWith("launchAtLogin");
-            EXPECT_EQ(spy->count(), isSet ? shortcutsSet : isOther ? 0 : 1) << spy->signal().constData();
+            const QByteArray name = spy->signal();
+            const int ofThree = name.startsWith("ignored") ? 3 : name.startsWith("launchAtLogin") ? 0 : 1;
+            EXPECT_EQ(spy->count(), name.startsWith("joinHotKeyWasSet") ? shortcutsSet : ofThree)
+                << name.data();
         }
         for (const QString &key : stored.keys())
             fixture.store.setValue(key, QJsonValue::Undefined);

@@ -1,4 +1,5 @@
 #include "SchedulerTest.h"
+#include "Scheduling/LeftOut.h"
 
 #include <QSignalSpy>
 
@@ -74,6 +75,25 @@ TEST_F(SchedulerTest, onlyEnabledCalendarsAreRead)
         ASSERT_EQ(source.fetches.size(), 2u);
         EXPECT_EQ(std::get<2>(source.fetches[0]), selection);
         EXPECT_EQ(std::get<2>(source.fetches[1]), selection);
+    }
+}
+
+TEST_F(SchedulerTest, leavesOutWhatHasOneOfTheTitles)
+{
+    const std::string endless(8000, 'a'), hostile = QStringLiteral("*a").repeated(2000).toStdString() + 'b';
+    const std::tuple<std::string, std::string, bool> rows[] = {
+        {"a*bc*bc", "abcbcbc", true},
+        {"?Caf\u00c9", "\U0001F600cafe\u0301", true},
+        {"stra?e*", "Stra\u00dfe", true},
+        {"STRASSE", "Stra\u00dfe", true},
+        {"[a].", "a", false},
+        {"", "Untitled", false},
+        {hostile, endless, false},
+        {hostile, endless + 'b', true},
+    };
+    for (const auto &[pattern, title, isLeftOut] : rows) {
+        prefs.setIgnoredTitles({QStringLiteral("other"), QString::fromStdString(pattern)});
+        EXPECT_NE(leftOutReason(makeMeeting(title, ten), prefs).isEmpty(), isLeftOut) << title.substr(0, 9);
     }
 }
 

@@ -172,9 +172,10 @@ TEST_F(SettingsTest, isOperatedByTheKeyboardAlone)
     QStringList stops;
     for (; view.focused() != shortcutToggle && stops.size() < 20; view.type(Qt::Key_Tab))
         stops.append(view.focused());
-    EXPECT_EQ(stops.join(u'|').toStdString(),
-              "Settings|Show the next meeting in the tray|Title length|Hide titles during Do Not Disturb|"
-              "Launch at login|Show the Join panel|Panel position|Also remind me for meetings without a link");
+    EXPECT_EQ(
+        stops.join(u'|').toStdString(),
+        "Settings|Show the next meeting in the tray|Title length|Hide titles during Do Not Disturb|"
+        "Launch at login|Show the Join panel|Panel position|Also remind me for meetings without a link");
     view.type(Qt::Key_Space);
     EXPECT_EQ(prefs.joinHotKey(), GeneralPageModel::defaultCombo);
     view.type(Qt::Key_Tab);

@@ -100,14 +100,14 @@ int runAgenda(const AgendaRequest &request)
     if (request.follow)
         return follow(request, options);
     if (options.isOwnDay()) {
-        if (const auto agenda = RunningInstance().agenda())
+        if (const auto agenda = RunningInstance().agenda(request.all))
             return show(*agenda, request);
     }
     CalendarSession session(options);
     session.whenLoaded([&](bool areComplete) {
         if (!areComplete)
             complain(CommandLineTexts::tr("the calendars took too long to load; what is shown is not all"));
-        QCoreApplication::exit(show(session.agenda(), request));
+        QCoreApplication::exit(show(session.agenda(request.all), request));
     });
     return QCoreApplication::exec();
 }

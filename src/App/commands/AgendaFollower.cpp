@@ -63,10 +63,10 @@ void AgendaFollower::observeSession()
         connect(sender, signal, session, [this] { refreshSession(); });
     };
     session->source().setOnChange([this] { refreshSession(); });
-    for (const auto signal :
-         {&Preferences::showTitleChanged, &Preferences::titleWidthChanged, &Preferences::leadMinutesChanged,
-          &Preferences::remindWithoutLinkChanged, &Preferences::disabledCalendarIDsChanged,
-          &Preferences::browserServicesChanged, &Preferences::joinHotKeyChanged})
+    for (const auto signal : {&Preferences::showTitleChanged, &Preferences::titleWidthChanged,
+                              &Preferences::leadMinutesChanged, &Preferences::remindWithoutLinkChanged,
+                              &Preferences::disabledCalendarIDsChanged, &Preferences::ignoredChanged,
+                              &Preferences::browserServicesChanged, &Preferences::joinHotKeyChanged})
         refreshOn(&session->prefs(), signal);
     refreshOn(&m_systemEvents, &SystemEvents::didWake);
     refreshOn(&m_nextChange, &RealTimeAlarm::reached);

@@ -46,6 +46,10 @@ void addAgenda(CLI::App &app, Request &result)
     agenda->add_flag("--follow", request.follow,
                      utf8(CommandLineTexts::tr("Go on and print a line whenever something changes")));
     agenda
+        ->add_flag("--all", request.all,
+                   utf8(CommandLineTexts::tr("Show what the settings leave out too, with the reason")))
+        ->excludes("--follow");
+    agenda
         ->add_option_function<std::string>(
             "--at",
             [&request = request](const std::string &text) {

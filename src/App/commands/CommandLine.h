@@ -30,6 +30,8 @@ struct AgendaRequest
     bool json = false;
     /// Print again whenever something changes, one line each.
     bool follow = false;
+    /// Show the meetings that the settings leave out as well.
+    bool all = false;
     /// The time to show; the clock's when absent.
     std::optional<Timestamp> at;
     /// Calendar folders to read in place of the user's own.
