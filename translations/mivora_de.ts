@@ -490,6 +490,14 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <source>What becomes of them</source>
         <translation>Was mit ihnen geschehen soll</translation>
     </message>
+    <message>
+        <source>Print a line whenever a meeting is due, joined, started or ended</source>
+        <translation>Eine Zeile ausgeben, wenn eine Besprechung ansteht, beginnt oder endet und wenn Sie teilnehmen</translation>
+    </message>
+    <message>
+        <source>Print one JSON object a line</source>
+        <translation>Ein JSON-Objekt je Zeile ausgeben</translation>
+    </message>
 </context>
 <context>
     <name>CommandLineTexts</name>

@@ -490,6 +490,14 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <source>What becomes of them</source>
         <translation>Ce qu’il doit en advenir</translation>
     </message>
+    <message>
+        <source>Print a line whenever a meeting is due, joined, started or ended</source>
+        <translation>Afficher une ligne quand une réunion est imminente, rejointe, commencée ou terminée</translation>
+    </message>
+    <message>
+        <source>Print one JSON object a line</source>
+        <translation>Afficher un objet JSON par ligne</translation>
+    </message>
 </context>
 <context>
     <name>CommandLineTexts</name>

@@ -35,11 +35,12 @@ _mivora_agenda() {
 _mivora() {
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
-        _mivora_complete "agenda detect join snooze dismiss copy show settings title quit defaults access calendars --help --version"
+        _mivora_complete "agenda events detect join snooze dismiss copy show settings title quit defaults access calendars --help --version"
         return
     fi
     case ${COMP_WORDS[1]} in
         agenda) _mivora_agenda ;;
+        events) _mivora_complete "--json --help" ;;
         detect)
             case ${COMP_WORDS[COMP_CWORD - 1]} in
                 --url | --location | --notes) ;;

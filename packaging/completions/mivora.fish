@@ -6,6 +6,7 @@ function __mivora_command
     complete -c mivora -n __fish_use_subcommand -a $argv[1] -d $argv[2]
 end
 __mivora_command agenda "Print today's meetings, the next one and its countdown"
+__mivora_command events "Print a line whenever a meeting is due, joined, started or ended"
 __mivora_command detect "Print the join link of an event's texts"
 __mivora_command join "Join the meeting of the panel, or else the next one with a link"
 __mivora_command snooze "Hide the panel for a minute"
@@ -22,7 +23,7 @@ functions -e __mivora_command
 complete -c mivora -s h -l help -d "Print help"
 complete -c mivora -n __fish_use_subcommand -l version -d "Print the version"
 
-complete -c mivora -n "__fish_seen_subcommand_from agenda detect" -l json -d "Print JSON"
+complete -c mivora -n "__fish_seen_subcommand_from agenda events detect" -l json -d "Print JSON"
 complete -c mivora -n "__fish_seen_subcommand_from agenda" -l follow -d "Print again whenever something changes"
 complete -c mivora -n "__fish_seen_subcommand_from agenda" -l all -d "Show what the settings leave out too"
 complete -c mivora -n "__fish_seen_subcommand_from agenda" -l at -x -d "Show the agenda of this time (RFC 3339)"

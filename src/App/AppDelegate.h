@@ -96,7 +96,7 @@ public:
 Q_SIGNALS:
     /// After every refresh.
     void refreshed();
-    /// One of meetingEvent::all, and the meeting as the agenda has it.
+    /// A name of meetingEvent, and the meeting as the agenda has it.
     void happened(const char *event, const QJsonObject &meeting);
 
 private:

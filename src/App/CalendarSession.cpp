@@ -1,6 +1,5 @@
 #include "App/CalendarSession.h"
 
-#include "App/AgendaJson.h"
 #include "App/MakeUpdater.h"
 #include "CalendarFolder/FolderLoader.h"
 #include "MeetingTexts/MeetingTexts.h"
@@ -115,16 +114,21 @@ void CalendarSession::updateTimeZone()
 
 QJsonObject CalendarSession::agenda(bool all) const
 {
+    return agendaJson(agendaContext(all));
+}
+
+AgendaContext CalendarSession::agendaContext(bool all) const
+{
     const auto &combo = m_prefs.joinHotKey();
-    return agendaJson({.scheduler = m_scheduler,
-                       .source = *m_source,
-                       .prefs = m_prefs,
-                       .installed = m_installed,
-                       .now = m_clock->now(),
-                       .zone = m_zone,
-                       .joinHotKey = combo ? std::optional(combo->text()) : std::nullopt,
-                       .canCheckForUpdates = canCheckForUpdates(),
-                       .all = all});
+    return {.scheduler = m_scheduler,
+            .source = *m_source,
+            .prefs = m_prefs,
+            .installed = m_installed,
+            .now = m_clock->now(),
+            .zone = m_zone,
+            .joinHotKey = combo ? std::optional(combo->text()) : std::nullopt,
+            .canCheckForUpdates = canCheckForUpdates(),
+            .all = all};
 }
 
 } // namespace mivora

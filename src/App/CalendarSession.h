@@ -1,5 +1,6 @@
 #pragma once
 
+#include "App/AgendaJson.h"
 #include "App/MeetingCommands.h"
 #include "Calendar/AccessMemory.h"
 #include "Calendar/EventKitSource.h"
@@ -64,8 +65,10 @@ public:
     /// From now on the days are those of the user's time zone as it is now.
     void updateTimeZone();
 
-    /// The agenda as it is now, in its public JSON form; `all` adds the meetings that the settings leave out.
+    /// The agenda as it is now, in its public JSON form, and what it is made from; `all` adds the meetings
+    /// that the settings leave out.
     QJsonObject agenda(bool all = false) const;
+    AgendaContext agendaContext(bool all = false) const;
 
     Preferences &prefs() { return m_prefs; }
 

@@ -1,7 +1,6 @@
 #include "App/RunningInstance.h"
 
 #include "App/ApplicationService.h"
-#include "Scheduling/MeetingEvents.h"
 
 #include <QCoreApplication>
 #include <QDBusConnectionInterface>
@@ -96,27 +95,22 @@ void RunningInstance::follow()
 {
     if (!m_bus.isConnected())
         return;
+    // Every signal that the interface has.
     m_bus.connect(QLatin1String(applicationBusName), QLatin1String(applicationObjectPath),
-                  QLatin1String(agendaInterface), QStringLiteral("AgendaChanged"), this,
-                  SLOT(receiveAgenda(QString)));
-    for (const char *event : meetingEvent::all)
-        m_bus.connect(QLatin1String(applicationBusName), QLatin1String(applicationObjectPath),
-                      QLatin1String(agendaInterface), QLatin1String(event), this,
-                      SLOT(receiveEvent(QString, QDBusMessage)));
+                  QLatin1String(agendaInterface), {}, this, SLOT(receive(QString, QDBusMessage)));
     auto *watcher = new QDBusServiceWatcher(QLatin1String(applicationBusName), m_bus,
                                             QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &RunningInstance::came);
     connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, &RunningInstance::went);
 }
 
-void RunningInstance::receiveAgenda(const QString &agenda)
+void RunningInstance::receive(const QString &json, const QDBusMessage &signal)
 {
-    Q_EMIT agendaChanged(QJsonDocument::fromJson(agenda.toUtf8()).object());
-}
-
-void RunningInstance::receiveEvent(const QString &meeting, const QDBusMessage &signal)
-{
-    Q_EMIT happened(signal.member(), QJsonDocument::fromJson(meeting.toUtf8()).object());
+    const QJsonObject news = QJsonDocument::fromJson(json.toUtf8()).object();
+    if (signal.member() == QLatin1String("AgendaChanged"))
+        Q_EMIT agendaChanged(news);
+    else
+        Q_EMIT happened(signal.member(), news);
 }
 
 } // namespace mivora

@@ -46,14 +46,13 @@ public:
 
 Q_SIGNALS:
     void agendaChanged(const QJsonObject &agenda);
-    /// One of meetingEvent::all, and the meeting as the agenda has it.
+    /// A name of meetingEvent, and the meeting as the agenda has it.
     void happened(const QString &event, const QJsonObject &meeting);
     void came();
     void went();
 
 private Q_SLOTS:
-    void receiveAgenda(const QString &agenda);
-    void receiveEvent(const QString &meeting, const QDBusMessage &signal);
+    void receive(const QString &json, const QDBusMessage &signal);
 
 private:
     QDBusMessage call(const char *interface, const QString &method, const QVariantList &arguments) const;

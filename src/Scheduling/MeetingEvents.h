@@ -2,7 +2,6 @@
 
 #include "Meetings/Meeting.h"
 
-#include <array>
 #include <functional>
 #include <map>
 #include <set>
@@ -18,7 +17,6 @@ inline constexpr const char *due = "MeetingDue";
 inline constexpr const char *joined = "MeetingJoined";
 inline constexpr const char *started = "MeetingStarted";
 inline constexpr const char *ended = "MeetingEnded";
-inline constexpr std::array all{due, joined, started, ended};
 
 } // namespace meetingEvent
 

@@ -89,7 +89,7 @@ public:
 Q_SIGNALS:
     /// One of the lists, the next meeting or the panel request is not what it was.
     void changed();
-    /// One of meetingEvent::all. Must not call refresh().
+    /// `event` is a name of meetingEvent. Must not call refresh().
     void happened(const char *event, const Meeting &meeting);
 
 private:

@@ -129,7 +129,7 @@ TEST_F(Commands, followTheAgendaThroughChangesOfFilesAndTime)
     const SessionOptions options{
         .folders = {folder()}, .at = timestampFromRfc3339("2026-03-10T11:58:58.5Z"), .timePasses = true};
     std::vector<std::string> titles;
-    AgendaFollower follower(options, [&](const QJsonObject &agenda) {
+    AgendaFollower follower(options, AgendaFollower::Topic::agenda, [&](const QJsonObject &agenda) {
         titles.push_back(
             agenda[QLatin1String("statusItem")][QLatin1String("title")].toString().toStdString());
     });

@@ -223,6 +223,12 @@ void fillCalendars(const CalendarFolder &calendars)
     write(calendars, "Kickoff", "30T080000Z", zoom);
 }
 
+const char *const toldToScripts =
+    "Due Standup,Started Standup,Joined Standup,Due Design review,Due Sync,Started Design review,"
+    "Started Sync,Joined Design review,Ended Standup,Ended Design review,Ended Sync,Started Lunch,"
+    "Ended Lunch,Due One-to-one,Joined One-to-one,Started One-to-one,Due Retro,Ended One-to-one,Due Brunch,"
+    "Started Brunch,Due Brunch,Started Brunch,Joined Brunch,Ended Brunch,Started Walk,Ended Walk,";
+
 /// Each step's time and event, then what is seen must be what the step says.
 void live(WholeDay &day, const std::vector<Step> &steps)
 {
@@ -353,8 +359,15 @@ void liveTheStory()
 {
     WholeDay day("Europe/Berlin");
     fillCalendars(day.calendars);
+    RunningInstance script(day.bus.connection());
+    script.follow();
+    QString told;
+    QObject::connect(&script, &RunningInstance::happened, [&](const QString &event, const QJsonObject &of) {
+        told += event.mid(7) + u' ' + of[QLatin1String("title")].toString() + u',';
+    });
     live(day, saturday(day));
     live(day, sunday(day));
+    EXPECT_TRUE(waitFor([&] { return told == QLatin1String(toldToScripts); })) << qPrintable(told);
 }
 
 /// The open files and the threads of this process.

@@ -39,6 +39,7 @@ start_program
 await shows_title "Design review" || fail "it starts again"
 
 case="frozen host"
+start sh -c "exec '$BIN/mivora' events --json >'$run/events'"
 kill -STOP "$host"
 for width in 5 6 7 8 9 10; do mivora defaults write titleWidth "$width"; done
 await shows_title "Design re… · " || fail "the title follows the settings"
@@ -64,6 +65,7 @@ await grep -q "^method call" "$run/asked" || fail "it asks"
 grep -m1 "^method call" "$run/asked" | grep -q member=Register || fail "it says who it is before it asks"
 event standup "Stand-up" 40
 await has_windows 1 || fail "the panel is shown"
+await grep -q '^{"event":"MeetingDue","meeting":{.*"Stand-up"' "$run/events" || fail "scripts are told"
 soon snooze || fail "it obeys"
 await has_windows 0 || fail "the panel goes"
 

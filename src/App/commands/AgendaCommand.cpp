@@ -46,9 +46,9 @@ std::optional<QString> problemOfThoseThatAnswer(const std::vector<std::string> &
     return problem.wait_for(patience) == std::future_status::ready ? problem.get() : std::nullopt;
 }
 
-QByteArray oneLine(const QJsonObject &agenda)
+QByteArray oneLine(const QJsonObject &news)
 {
-    return printableJson(QJsonDocument(agenda).toJson(QJsonDocument::Compact)) + '\n';
+    return printableJson(QJsonDocument(news).toJson(QJsonDocument::Compact)) + '\n';
 }
 
 /// What a status bar shows: the title alone, or an empty line for none.
@@ -56,6 +56,16 @@ QByteArray titleLine(const QJsonObject &agenda)
 {
     const auto item = agenda.value(QLatin1String("statusItem")).toObject();
     return singleLine(item.value(QLatin1String("title")).toString().trimmed()).toUtf8() + '\n';
+}
+
+/// "09:59  MeetingDue  Standup"
+QByteArray eventLine(const QJsonObject &news)
+{
+    const QString gap = QStringLiteral("  ");
+    const QString line = shortTime(SystemClock().now(), userTimeZone(), QLocale::system()) + gap +
+                         news.value(QLatin1String("event")).toString() + gap +
+                         news.value(QLatin1String("meeting"))[QLatin1String("title")].toString();
+    return singleLine(line).toUtf8() + '\n';
 }
 
 int show(const QJsonObject &agenda, const AgendaRequest &request)
@@ -80,8 +90,9 @@ int show(const QJsonObject &agenda, const AgendaRequest &request)
 
 int follow(const AgendaRequest &request, const SessionOptions &options)
 {
-    AgendaFollower follower(options, [json = request.json](const QJsonObject &agenda) {
-        print(json ? oneLine(agenda) : titleLine(agenda));
+    const auto topic = request.events ? AgendaFollower::Topic::meetings : AgendaFollower::Topic::agenda;
+    AgendaFollower follower(options, topic, [&request](const QJsonObject &news) {
+        print(request.json ? oneLine(news) : request.events ? eventLine(news) : titleLine(news));
     });
     follower.start();
     return QCoreApplication::exec();

@@ -15,8 +15,8 @@ constexpr std::chrono::seconds askAgainAfter{1};
 
 } // namespace
 
-AgendaFollower::AgendaFollower(SessionOptions options, Printer printer)
-    : m_options(std::move(options)), m_printer(std::move(printer)),
+AgendaFollower::AgendaFollower(SessionOptions options, Topic topic, Printer printer)
+    : m_options(std::move(options)), m_topic(topic), m_printer(std::move(printer)),
       m_systemEvents(LinuxSystemEvents::Sources::ofTheSystem(QDBusConnection::systemBus()))
 {
 }
@@ -29,6 +29,7 @@ void AgendaFollower::start()
     connect(&m_instance, &RunningInstance::came, this, &AgendaFollower::followInstance);
     connect(&m_instance, &RunningInstance::went, this, &AgendaFollower::followSession);
     connect(&m_instance, &RunningInstance::agendaChanged, this, &AgendaFollower::show);
+    connect(&m_instance, &RunningInstance::happened, this, &AgendaFollower::tell);
     if (m_instance.isThere())
         followInstance();
     else
@@ -38,6 +39,8 @@ void AgendaFollower::start()
 void AgendaFollower::followInstance()
 {
     m_session.reset();
+    if (m_topic == Topic::meetings)
+        return;
     if (const auto agenda = m_instance.agenda())
         return show(*agenda);
     // A program that is just starting has its name before it can answer, and tells only those who have asked.
@@ -71,6 +74,10 @@ void AgendaFollower::observeSession()
     refreshOn(&m_systemEvents, &SystemEvents::didWake);
     refreshOn(&m_nextChange, &RealTimeAlarm::reached);
     refreshOn(&m_nextChange, &RealTimeAlarm::clockWasSet);
+    connect(&session->scheduler(), &Scheduler::happened, session,
+            [this, session](const char *event, const Meeting &meeting) {
+                tell(QLatin1String(event), meetingJson(meeting, session->agendaContext()));
+            });
     connect(&m_systemEvents, &SystemEvents::timeZoneChanged, session, [this, session] {
         session->updateTimeZone();
         refreshSession();
@@ -85,7 +92,7 @@ void AgendaFollower::refreshSession()
     const Timestamp now = m_session->clock().now();
     Seconds wait = scheduler.nextChangeAfter(now) - now;
     for (const auto &shown : {scheduler.next(), scheduler.panelRequest()}) {
-        if (shown)
+        if (shown && m_topic == Topic::agenda)
             wait = std::min(wait, untilNextMinute(shown->start - now));
     }
     m_nextChange.set(QDateTime::currentDateTimeUtc().addMSecs(qint64(std::ceil(wait.count() * 1000))));
@@ -93,10 +100,21 @@ void AgendaFollower::refreshSession()
 
 void AgendaFollower::show(const QJsonObject &agenda)
 {
-    if (!m_shown.isEmpty() && !showsChange(m_shown, agenda))
+    if (m_topic != Topic::agenda || (!m_shown.isEmpty() && !showsChange(m_shown, agenda)))
         return;
     m_shown = agenda;
     m_printer(agenda);
+}
+
+void AgendaFollower::tell(const QString &event, const QJsonObject &meeting)
+{
+    // A program that is started anew tells once more of what runs.
+    const QString id = meeting.value(QLatin1String("id")).toString();
+    if (m_topic != Topic::meetings || !m_told[id].insert(event).second)
+        return;
+    if (event == QLatin1String(meetingEvent::ended))
+        m_told.erase(id);
+    m_printer({{QStringLiteral("event"), event}, {QStringLiteral("meeting"), meeting}});
 }
 
 } // namespace mivora

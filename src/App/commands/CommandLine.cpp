@@ -70,6 +70,15 @@ void addAgenda(CLI::App &app, Request &result)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
+void addEvents(CLI::App &app, Request &result)
+{
+    const auto [events, request] = addCommand<AgendaRequest>(
+        app, "events",
+        CommandLineTexts::tr("Print a line whenever a meeting is due, joined, started or ended"), result);
+    request.follow = request.events = true;
+    events->add_flag("--json", request.json, utf8(CommandLineTexts::tr("Print one JSON object a line")));
+}
+
 void addDetect(CLI::App &app, Request &result)
 {
     const auto [detect, request] = addCommand<DetectRequest>(
@@ -259,6 +268,7 @@ Request parseCommandLine(int argc, const char *const *argv)
         "--at-login", [&result] { result = StartRequest{StartedBy::login}; },
         utf8(CommandLineTexts::tr("Start with the session, as a service of systemd where that runs it")));
     addAgenda(app, result);
+    addEvents(app, result);
     addDetect(app, result);
     addRemoteCommands(app, result);
     addDefaults(app, result);

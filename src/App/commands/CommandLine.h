@@ -24,7 +24,7 @@ struct StartRequest
     QString link{};
 };
 
-/// `mivora agenda`
+/// `mivora agenda` and `mivora events`
 struct AgendaRequest
 {
     bool json = false;
@@ -32,6 +32,8 @@ struct AgendaRequest
     bool follow = false;
     /// Show the meetings that the settings leave out as well.
     bool all = false;
+    /// Print what happens to meetings instead.
+    bool events = false;
     /// The time to show; the clock's when absent.
     std::optional<Timestamp> at;
     /// Calendar folders to read in place of the user's own.

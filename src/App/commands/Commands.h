@@ -18,7 +18,7 @@ int startAtLogin(int argc, char **argv);
 /// Performs every other request than a start, in the application object that there is.
 int runCommand(const Request &request);
 
-/// `mivora agenda`: prints the day, once or whenever it changes.
+/// `mivora agenda`: prints the day, once or whenever it changes. `mivora events`: what happens to meetings.
 int runAgenda(const AgendaRequest &request);
 
 /// `mivora defaults`: shows and changes the settings in `store`.
