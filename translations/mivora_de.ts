@@ -762,6 +762,41 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
     </message>
 </context>
 <context>
+    <name>LeaveOutSection</name>
+    <message>
+        <source>Leave out</source>
+        <translation>Auslassen</translation>
+    </message>
+    <message>
+        <source>Invitations that you haven&apos;t accepted</source>
+        <translation>Einladungen ohne Ihre Zusage</translation>
+    </message>
+    <message>
+        <source>Those without your answer, and those that you answered with “maybe”.</source>
+        <translation>Ohne Antwort oder nur mit Vorbehalt beantwortet.</translation>
+    </message>
+    <message>
+        <source>Events in which nobody else takes part</source>
+        <translation>Termine, an denen sonst niemand teilnimmt</translation>
+    </message>
+    <message>
+        <source>Meetings with the title</source>
+        <translation>Besprechungen mit dem Titel</translation>
+    </message>
+    <message>
+        <source>* stands for any text, ? for one character.</source>
+        <translation>* steht für beliebigen Text, ? für ein Zeichen.</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+</context>
+<context>
     <name>Meeting</name>
     <message>
         <source>Meeting</source>

@@ -762,6 +762,41 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     </message>
 </context>
 <context>
+    <name>LeaveOutSection</name>
+    <message>
+        <source>Leave out</source>
+        <translation>Ignorer</translation>
+    </message>
+    <message>
+        <source>Invitations that you haven&apos;t accepted</source>
+        <translation>Les invitations que vous n’avez pas acceptées</translation>
+    </message>
+    <message>
+        <source>Those without your answer, and those that you answered with “maybe”.</source>
+        <translation>Restées sans réponse ou acceptées provisoirement.</translation>
+    </message>
+    <message>
+        <source>Events in which nobody else takes part</source>
+        <translation>Les événements sans autre participant</translation>
+    </message>
+    <message>
+        <source>Meetings with the title</source>
+        <translation>Les réunions intitulées</translation>
+    </message>
+    <message>
+        <source>* stands for any text, ? for one character.</source>
+        <translation>«&#x202f;*&#x202f;» remplace n’importe quel texte, «&#x202f;?&#x202f;» un caractère.</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Ajouter</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Supprimer</translation>
+    </message>
+</context>
+<context>
     <name>Meeting</name>
     <message>
         <source>Meeting</source>

@@ -26,7 +26,7 @@ T.TextField {
     background: Box {
         radius: 8
         color: Appearance.colors.groupBackground
-        edge: root.activeFocus ? Appearance.colors.mark : Appearance.colors.controlBorder
+        edge: root.activeFocus ? Appearance.colors.mark : Appearance.colors.outline
         edgeWidth: root.activeFocus ? 2 : 1
     }
 }

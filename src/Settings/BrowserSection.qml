@@ -6,19 +6,11 @@ FormGroup {
     id: root
 
     required property QtObject model
-    // A function in place of Shift+Tab in the first row.
-    property alias goBack: first.goBack
-
-    function focusFirst() {
-        first.focusControl()
-    }
 
     title: qsTr("Open in the browser instead of the app")
     footnote: qsTr("By default Join opens the Zoom or Teams app when it's installed, so there's no browser interstitial.")
 
     ToggleRow {
-        id: first
-
         hasSeparator: false
         title: qsTr("Zoom")
         checked: root.model.zoomInBrowser

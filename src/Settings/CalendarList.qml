@@ -80,11 +80,22 @@ Item {
         }
         header: Item { height: 20 }
         footer: Column {
+            readonly property Item focused: Window.activeFocusItem
+
+            // Controls below the rows come into sight with the keyboard.
+            onFocusedChanged: {
+                for (let above = focused; above !== this; above = above.parent) {
+                    if (!above || !Appearance.usesKeyboard)
+                        return
+                }
+                const top = focused.mapToItem(view.contentItem, 0, 0).y - 20
+                view.contentY = Math.min(top, Math.max(view.contentY, top + focused.height + 40 - view.height))
+            }
             function focusFirst() {
                 if (subscribe.visible)
                     subscribe.forceActiveFocus(Qt.TabFocusReason)
                 else
-                    browser.focusFirst()
+                    leaveOut.focusFirst()
             }
 
             width: view.width
@@ -112,13 +123,14 @@ Item {
                 Accessible.role: Accessible.StaticText
                 Accessible.name: text
             }
-            BrowserSection {
-                id: browser
+            LeaveOutSection {
+                id: leaveOut
 
-                model: root.model
+                prefs: root.model.prefs
                 goBack: () => subscribe.visible ? subscribe.forceActiveFocus(Qt.BacktabFocusReason)
                                                 : root.focusRow(view.currentIndex)
             }
+            BrowserSection { model: root.model }
 
             // Not for the list around it, whose rows they would change.
             Keys.onUpPressed: {}

@@ -1,7 +1,6 @@
 #include "Settings/CalendarsPageModel.h"
 
 #include "Calendar/EventSource.h"
-#include "Preferences/Preferences.h"
 
 #include <QPointer>
 #include <utility>

@@ -2,6 +2,7 @@
 
 #include "Calendar/CalendarWays.h"
 #include "Meetings/Service.h"
+#include "Preferences/Preferences.h"
 #include "Settings/CalendarListModel.h"
 
 #include <QObject>
@@ -10,7 +11,6 @@
 namespace mivora {
 
 class EventSource;
-class Preferences;
 
 /// What is done with the calendars that Mivora itself subscribed to.
 struct OwnCalendars
@@ -27,6 +27,7 @@ class CalendarsPageModel final : public QObject
     Q_PROPERTY(bool canAsk READ canAsk NOTIFY accessChanged)
     /// Access is given, and there is no calendar.
     Q_PROPERTY(bool isNothing READ isNothing NOTIFY accessChanged)
+    Q_PROPERTY(QObject *prefs READ prefs CONSTANT)
     Q_PROPERTY(QObject *ways READ ways CONSTANT)
     Q_PROPERTY(QAbstractItemModel *calendars READ calendars CONSTANT)
     Q_PROPERTY(bool zoomInBrowser READ zoomInBrowser WRITE setZoomInBrowser NOTIFY browserServicesChanged)
@@ -44,6 +45,8 @@ public:
     bool canAsk() const { return m_access == CalendarAuthorization::notDetermined; }
 
     bool isNothing() const { return m_isNothing; }
+
+    QObject *prefs() { return &m_prefs; }
 
     QObject *ways() { return &m_ways; }
 

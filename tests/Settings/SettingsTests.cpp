@@ -261,6 +261,10 @@ TEST_F(SettingsTest, switchesTheCalendarsThatItMaySee)
     ASSERT_TRUE(view.click(QAccessible::PushButton, accessButton));
     EXPECT_EQ(opened, QStringList{QLatin1String(calendarPrivacyLink)});
     EXPECT_EQ(view.names(QAccessible::CheckBox).join(u'|'), QStringLiteral("Zoom|Microsoft Teams"));
+    for (const auto &name :
+         {QStringLiteral("Zoom"), QStringLiteral("Microsoft Teams"), QStringLiteral("Zoom")})
+        ASSERT_TRUE(view.click(QAccessible::CheckBox, name));
+    EXPECT_EQ(prefs.browserServices(), std::set{Service::teams}) << "on, on and off";
 
     source.access = CalendarAuthorization::granted;
     controller.calendarsChanged();
@@ -275,11 +279,8 @@ TEST_F(SettingsTest, switchesTheCalendarsThatItMaySee)
     controller.calendarsChanged();
     view.settle();
     EXPECT_EQ(view.names(QAccessible::CheckBox).join(u'|'),
-              QStringLiteral("Home|Work|Team|Zoom|Microsoft Teams"));
-    for (const auto &name :
-         {QStringLiteral("Zoom"), QStringLiteral("Microsoft Teams"), QStringLiteral("Zoom")})
-        ASSERT_TRUE(view.click(QAccessible::CheckBox, name));
-    EXPECT_EQ(prefs.browserServices(), std::set{Service::teams}) << "on, on and off";
+              QStringLiteral("Home|Work|Team|Invitations that you haven't accepted|"
+                             "Events in which nobody else takes part|Zoom|Microsoft Teams"));
 }
 
 TEST_F(SettingsTest, leadsToCalendarsByTheWaysThatThereAre)
@@ -316,6 +317,23 @@ TEST_F(SettingsTest, editsTheCalendarsThatAreItsOwn)
          {Qt::Key_Tab, Qt::Key_Down, Qt::Key_Tab, Qt::Key_Return, Qt::Key_Tab, Qt::Key_Return})
         view.type(key);
     EXPECT_EQ(opened.join(u' '), QStringLiteral("Team subscribe"));
+}
+
+TEST_F(SettingsTest, leavesOutByTitlesThatAreAddedAndRemoved)
+{
+    source.known = {{"h", "Home", "", std::nullopt}};
+    const AccessibleView view = open(calendars);
+    for (int i = 0; i < 5; ++i)
+        view.type(Qt::Key_Tab);
+    for (const char letter : {'a', '*', '\r', ' ', '\r', 'b', '\t', ' ', 'a', '*', '\r'})
+        QTest::keyClick(&window(), letter);
+    EXPECT_EQ(prefs.ignoredTitles().join(u'|'), QStringLiteral("b|a*"));
+    QTest::keyClick(&window(), '\t');
+    QTest::keyClick(&window(), ' ');
+    EXPECT_EQ(prefs.ignoredTitles(), QStringList{QStringLiteral("a*")});
+    EXPECT_EQ(view.focused(), QStringLiteral("Meetings with the title"));
+    ASSERT_TRUE(view.click(QAccessible::CheckBox, QStringLiteral("Events in which nobody else takes part")));
+    EXPECT_TRUE(prefs.ignoreWithoutOthers());
 }
 
 TEST_F(SettingsTest, listsCalendarsByAccountAndKeepsRowsThatStay)
@@ -369,11 +387,13 @@ TEST_F(SettingsTest, reachesAllOfManyCalendarsByKeyboard)
     EXPECT_EQ(view.focused(), QStringLiteral("Team B"));
     view.type(Qt::Key_Return);
     EXPECT_EQ(prefs.disabledCalendarIDs(), std::set<std::string>{"23"}) << "Return is as good as Space";
-    EXPECT_EQ(walk(Qt::Key_Tab, 3).join(u'|'),
-              QStringLiteral("Subscribe to a calendar…|Zoom|Microsoft Teams"));
+    EXPECT_EQ(walk(Qt::Key_Tab, 6).join(u'|'),
+              QStringLiteral("Subscribe to a calendar…|Invitations that you haven't accepted|"
+                             "Events in which nobody else takes part|Meetings with the title|"
+                             "Zoom|Microsoft Teams"));
     EXPECT_EQ(walk(Qt::Key_Tab, 2).last(), QStringLiteral("Team B")) << "once round";
-    EXPECT_EQ(walk(Qt::Key_Tab, 3).last(), QStringLiteral("Microsoft Teams"));
-    EXPECT_EQ(walk(Qt::Key_Backtab, 3).last(), QStringLiteral("Team B")) << "one stop";
+    EXPECT_EQ(walk(Qt::Key_Tab, 6).last(), QStringLiteral("Microsoft Teams"));
+    EXPECT_EQ(walk(Qt::Key_Backtab, 6).last(), QStringLiteral("Team B")) << "one stop";
     view.type(Qt::Key_Escape);
     EXPECT_FALSE(window().isVisible());
 }

@@ -104,6 +104,7 @@ TEST_P(TranslatedViews, settingsHaveRoom)
     SettingsUnderTest test;
     test.source.known = {{"1", "Work", "Google", Color{0x42, 0x85, 0xf4}}};
     test.prefs.setJoinHotKey(kelo::HotKeyCombo{49, kelo::controlKey | kelo::optionKey});
+    test.prefs.setIgnoredTitles({QStringLiteral("*lunch*"), QStringLiteral("Focus time?")});
     test.controller.show(SettingsPage::general);
     for (const int minutes : {0, 1, 5}) {
         test.prefs.setLeadMinutes(minutes);
