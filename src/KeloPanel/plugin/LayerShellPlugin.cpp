@@ -64,13 +64,14 @@ public:
         commit(window);
     }
 
-    // Qt has no public call for it.
+    // Qt has no public call for it. The keyboard can come after the press that hid the window, when Qt has no
+    // surface any more to ask with.
     void requestToken(QWindow &window, std::function<void(const QString &)> take) override
     {
         using Native = QNativeInterface::Private::QWaylandWindow;
         auto *native = window.nativeInterface<Native>();
         const auto *application = qGuiApp->nativeInterface<QNativeInterface::QWaylandApplication>();
-        if (!native || !application)
+        if (!native || !application || !window.isVisible())
             return;
         connect(native, &Native::xdgActivationTokenCreated, this, std::move(take), Qt::SingleShotConnection);
         native->requestXdgActivationToken(application->lastInputSerial());
