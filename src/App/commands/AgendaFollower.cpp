@@ -3,7 +3,6 @@
 #include "App/AgendaJson.h"
 #include "MeetingTexts/MeetingTexts.h"
 
-#include <QTimer>
 #include <algorithm>
 #include <cmath>
 
@@ -13,10 +12,14 @@ namespace {
 
 constexpr std::chrono::seconds askAgainAfter{1};
 
+/// A program that is started anew has told by then of the meetings that run, however long its calendars take.
+constexpr std::chrono::minutes startingPatience{1};
+
 } // namespace
 
-AgendaFollower::AgendaFollower(SessionOptions options, Topic topic, Printer printer)
-    : m_options(std::move(options)), m_topic(topic), m_printer(std::move(printer)),
+AgendaFollower::AgendaFollower(SessionOptions options, Topic topic, Printer printer,
+                               const QDBusConnection &bus)
+    : m_options(std::move(options)), m_topic(topic), m_printer(std::move(printer)), m_instance(bus),
       m_systemEvents(LinuxSystemEvents::Sources::ofTheSystem(QDBusConnection::systemBus()))
 {
 }
@@ -30,6 +33,8 @@ void AgendaFollower::start()
     connect(&m_instance, &RunningInstance::went, this, &AgendaFollower::followSession);
     connect(&m_instance, &RunningInstance::agendaChanged, this, &AgendaFollower::show);
     connect(&m_instance, &RunningInstance::happened, this, &AgendaFollower::tell);
+    m_missedEnds.setSingleShot(true);
+    connect(&m_missedEnds, &QTimer::timeout, this, &AgendaFollower::tellMissedEnds);
     if (m_instance.isThere())
         followInstance();
     else
@@ -39,8 +44,13 @@ void AgendaFollower::start()
 void AgendaFollower::followInstance()
 {
     m_session.reset();
-    if (m_topic == Topic::meetings)
+    m_takesIn = false;
+    if (m_topic == Topic::meetings) {
+        expectRepetition();
+        if (!m_told.empty())
+            m_missedEnds.start(startingPatience);
         return;
+    }
     if (const auto agenda = m_instance.agenda())
         return show(*agenda);
     // A program that is just starting has its name before it can answer, and tells only those who have asked.
@@ -52,8 +62,16 @@ void AgendaFollower::followInstance()
 
 void AgendaFollower::followSession()
 {
+    expectRepetition();
+    m_missedEnds.stop();
     m_session = std::make_unique<CalendarSession>(m_options);
+    connect(&m_session->scheduler(), &Scheduler::happened, m_session.get(),
+            [this](const char *event, const Meeting &meeting) {
+                tell(QLatin1String(event), meetingJson(meeting, m_session->agendaContext()));
+            });
     m_session->whenLoaded([this](bool) {
+        m_takesIn = false;
+        tellMissedEnds();
         observeSession();
         refreshSession();
     });
@@ -74,10 +92,6 @@ void AgendaFollower::observeSession()
     refreshOn(&m_systemEvents, &SystemEvents::didWake);
     refreshOn(&m_nextChange, &RealTimeAlarm::reached);
     refreshOn(&m_nextChange, &RealTimeAlarm::clockWasSet);
-    connect(&session->scheduler(), &Scheduler::happened, session,
-            [this, session](const char *event, const Meeting &meeting) {
-                tell(QLatin1String(event), meetingJson(meeting, session->agendaContext()));
-            });
     connect(&m_systemEvents, &SystemEvents::timeZoneChanged, session, [this, session] {
         session->updateTimeZone();
         refreshSession();
@@ -108,13 +122,34 @@ void AgendaFollower::show(const QJsonObject &agenda)
 
 void AgendaFollower::tell(const QString &event, const QJsonObject &meeting)
 {
-    // A program that is started anew tells once more of what runs.
+    if (m_topic != Topic::meetings)
+        return;
+    // A program that is started anew tells once more of what runs, also that it is due where it was joined.
     const QString id = meeting.value(QLatin1String("id")).toString();
-    if (m_topic != Topic::meetings || !m_told[id].insert(event).second)
+    Told &told = m_told[id];
+    told.meeting = meeting;
+    told.isRepeated = true;
+    const bool isLate = event == QLatin1String(meetingEvent::due) && !told.events.empty();
+    if (isLate || !told.events.insert(event).second)
         return;
     if (event == QLatin1String(meetingEvent::ended))
         m_told.erase(id);
-    m_printer({{QStringLiteral("event"), event}, {QStringLiteral("meeting"), meeting}});
+    if (!m_takesIn)
+        m_printer({{QStringLiteral("event"), event}, {QStringLiteral("meeting"), meeting}});
+}
+
+void AgendaFollower::expectRepetition()
+{
+    for (auto &told : m_told)
+        told.second.isRepeated = false;
+}
+
+void AgendaFollower::tellMissedEnds()
+{
+    for (const auto &[id, told] : std::map(m_told)) {
+        if (!told.isRepeated && told.events.contains(QLatin1String(meetingEvent::started)))
+            tell(QLatin1String(meetingEvent::ended), told.meeting);
+    }
 }
 
 } // namespace mivora
