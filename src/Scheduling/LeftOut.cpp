@@ -4,15 +4,45 @@
 #include "Preferences/Preferences.h"
 
 #include <algorithm>
+#include <iterator>
+#include <string>
+#include <vector>
 
 namespace mivora {
 
 namespace {
 
-/// `text` by its characters, without case and ways to write an accent.
-std::u32string folded(const QString &text)
+std::u32string characters(const QString &text)
 {
     return text.normalized(QString::NormalizationForm_C).toCaseFolded().toStdU32String();
+}
+
+/// A text by its characters, without case, ways to write an accent, and ways to part words: where a title is
+/// shown, a line break in it is a blank.
+struct Folded
+{
+    std::u32string text;
+    /// Capitals can be more characters: those of "ß" are "SS".
+    std::u32string capitals;
+};
+
+Folded folded(const QString &text)
+{
+    const QString line = text.simplified();
+    return {characters(line), characters(line.toUpper())};
+}
+
+/// They are the same at every refresh, for every meeting: folding is much more work than comparing.
+const std::vector<Folded> &foldedOnce(const QStringList &patterns)
+{
+    static QStringList known;
+    static std::vector<Folded> all;
+    if (known != patterns) {
+        known = patterns;
+        all.clear();
+        std::ranges::transform(known, std::back_inserter(all), folded);
+    }
+    return all;
 }
 
 /// Whether `pattern` is all of `text`: `*` stands for any characters, `?` for one. Only the last `*` is ever
@@ -40,10 +70,9 @@ bool matches(const std::u32string &pattern, const std::u32string &text)
 
 bool isIgnored(const QString &title, const QStringList &patterns)
 {
-    return std::ranges::any_of(patterns, [&](const QString &pattern) {
-        return matches(folded(pattern), folded(title)) ||
-               // Capitals can be more characters: those of "ß" are "SS".
-               matches(folded(pattern.toUpper()), folded(title.toUpper()));
+    const Folded ours = folded(title);
+    return std::ranges::any_of(foldedOnce(patterns), [&](const Folded &pattern) {
+        return matches(pattern.text, ours.text) || matches(pattern.capitals, ours.capitals);
     });
 }
 

@@ -83,7 +83,7 @@ TEST_F(SchedulerTest, leavesOutWhatHasOneOfTheTitles)
     const std::string endless(8000, 'a'), hostile = QStringLiteral("*a").repeated(2000).toStdString() + 'b';
     const std::tuple<std::string, std::string, bool> rows[] = {
         {"a*bc*bc", "abcbcbc", true},
-        {"?Caf\u00c9", "\U0001F600cafe\u0301", true},
+        {" ?Caf\u00c9 bar", "\U0001F600cafe\u0301\n\tBar", true},
         {"stra?e*", "Stra\u00dfe", true},
         {"STRASSE", "Stra\u00dfe", true},
         {"[a].", "a", false},
