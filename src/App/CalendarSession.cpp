@@ -5,6 +5,7 @@
 #include "MeetingTexts/MeetingTexts.h"
 #include "Preferences/Settings.h"
 
+#include <QCoreApplication>
 #include <QLocale>
 #include <QTimer>
 
@@ -96,6 +97,8 @@ void CalendarSession::whenLoaded(std::function<void(bool)> then)
             return;
         wait->disconnect();
         m_source->disconnect(wait);
+        // Of two changes in a row, the second one is already under way.
+        QCoreApplication::removePostedEvents(wait, QEvent::MetaCall);
         wait->deleteLater();
         m_scheduler.refresh();
         then(m_source->isLoaded());

@@ -125,6 +125,17 @@ TEST_F(Commands, leaveOutWhatTheSettingsSayAndTellWhy)
     EXPECT_THAT(run(agenda + noon + " --all --json").printed, HasSubstr(R"("leftOut": "unanswered",)"));
 }
 
+TEST_F(Commands, areDoneOnceHoweverManyCalendarsChange)
+{
+    CalendarSession session({.folders = {folder()}, .at = std::nullopt});
+    ASSERT_TRUE(QTest::qWaitFor([&] { return session.source().isLoaded(); }));
+    int times = 0;
+    session.whenLoaded([&](bool) { ++times; });
+    Q_EMIT session.source().changed();
+    Q_EMIT session.source().changed();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return times > 0; }) && times == 1) << times;
+}
+
 TEST_F(Commands, followTheAgendaThroughChangesOfFilesAndTime)
 {
     const SessionOptions options{
@@ -188,8 +199,7 @@ TEST_F(Commands, printLinksSettingsAndAccessOrNameWhatWasExpected)
         {"defaults list", exitDone,
          "showTitle false\ntitleWidth 24\nhideTitleWhileInhibited false\nleadMinutes 3\npanelCorner "
          "topRight\nremindWithoutLink false\ndisabledCalendarIDs []\nignoredTitles []\nignoreUnanswered "
-         "false\n"
-         "ignoreWithoutOthers false\nbrowserServices []\nhasCompletedOnboarding false\naddresses []\n",
+         "false\nignoreWithoutOthers false\nbrowserServices []\nhasCompletedOnboarding false\naddresses []\n",
          ""},
         {"defaults read joinHotKey", exitCouldNot, "", "joinHotKey is not set"},
         {"defaults read bogus", exitBadArguments, "", "expected one of showTitle"},
