@@ -1284,6 +1284,10 @@ $MIVORA_CALENDARS (durch Doppelpunkte getrennt), sonst ~/.calendars und ~/.local
         <translation>derzeit gibt es keine Besprechung zum Teilnehmen</translation>
     </message>
     <message>
+        <source>your desktop&apos;s clipboard takes text only from the program with the keyboard; install wl-clipboard</source>
+        <translation>die Zwischenablage dieses Desktops nimmt Text nur von dem Programm an, das die Tastatur hat; installieren Sie wl-clipboard</translation>
+    </message>
+    <message>
         <source>there is no meeting with a link now</source>
         <translation>derzeit gibt es keine Besprechung mit Link</translation>
     </message>

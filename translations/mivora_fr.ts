@@ -1284,6 +1284,10 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
         <translation>il n’y a pas de réunion à rejoindre pour l’instant</translation>
     </message>
     <message>
+        <source>your desktop&apos;s clipboard takes text only from the program with the keyboard; install wl-clipboard</source>
+        <translation>le presse-papiers de ce bureau n’accepte que le texte du programme qui a le clavier ; installez wl-clipboard</translation>
+    </message>
+    <message>
         <source>there is no meeting with a link now</source>
         <translation>il n’y a pas de réunion avec un lien pour l’instant</translation>
     </message>

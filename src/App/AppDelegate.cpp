@@ -272,7 +272,10 @@ CommandResult AppDelegate::perform(const QString &action, const QString &argumen
     if (action == QLatin1String("join"))
         return resultOf(m_commands->joinNext(), tr("there is no meeting to join now"));
     if (action == QLatin1String("copy"))
-        return resultOf(m_commands->copyNext(), tr("there is no meeting with a link now"));
+        return !m_parts.pasteboard.isReachable()
+                   ? CommandResult{tr("your desktop's clipboard takes text only from the program with the "
+                                      "keyboard; install wl-clipboard")}
+                   : resultOf(m_commands->copyNext(), tr("there is no meeting with a link now"));
     if (action == QLatin1String("snooze"))
         return performOnPanel(&Scheduler::snooze);
     if (action == QLatin1String("dismiss"))

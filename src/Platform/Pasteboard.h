@@ -10,6 +10,9 @@ class Pasteboard
 public:
     virtual ~Pasteboard() = default;
 
+    /// Whether the desktop takes text from this program now.
+    virtual bool isReachable() const = 0;
+
     /// Replaces the clipboard's content by the plain text `text`.
     virtual void setText(const QString &text) = 0;
 };

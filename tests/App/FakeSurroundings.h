@@ -43,6 +43,8 @@ public:
 class FakePasteboard final : public Pasteboard
 {
 public:
+    bool isReachable() const override { return true; }
+
     void setText(const QString &text) override { texts.append(text); }
 
     QStringList texts;

@@ -7,6 +7,17 @@
 
 namespace mivora {
 
+namespace {
+
+/// Empty where it isn't needed, or isn't installed.
+QString wlCopyProgram()
+{
+    const bool isWayland = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    return isWayland ? QStandardPaths::findExecutable(QStringLiteral("wl-copy")) : QString();
+}
+
+} // namespace
+
 ClipboardPasteboard::~ClipboardPasteboard()
 {
     constexpr int patience = 500;
@@ -17,10 +28,15 @@ ClipboardPasteboard::~ClipboardPasteboard()
     }
 }
 
+bool ClipboardPasteboard::isReachable() const
+{
+    return QGuiApplication::platformName() != QLatin1String("wayland") || QGuiApplication::focusWindow() ||
+           !wlCopyProgram().isEmpty();
+}
+
 void ClipboardPasteboard::setText(const QString &text)
 {
-    const bool isWayland = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-    const QString wlCopy = isWayland ? QStandardPaths::findExecutable(QStringLiteral("wl-copy")) : QString();
+    const QString wlCopy = wlCopyProgram();
     if (wlCopy.isEmpty())
         QGuiApplication::clipboard()->setText(text);
     else

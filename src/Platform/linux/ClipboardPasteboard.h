@@ -16,6 +16,8 @@ public:
     /// Lets a wl-copy that was just started take its text over.
     ~ClipboardPasteboard() override;
 
+    bool isReachable() const override;
+
     /// Returns at once; wl-copy works on beside the program.
     void setText(const QString &text) override;
 
