@@ -1285,7 +1285,7 @@ $MIVORA_CALENDARS (séparés par des deux-points), sinon ~/.calendars et ~/.loca
     </message>
     <message>
         <source>your desktop&apos;s clipboard takes text only from the program with the keyboard; install wl-clipboard</source>
-        <translation>le presse-papiers de ce bureau n’accepte que le texte du programme qui a le clavier ; installez wl-clipboard</translation>
+        <translation>le presse-papiers de ce bureau n’accepte que le texte du programme qui a le clavier&#x202f;; installez wl-clipboard</translation>
     </message>
     <message>
         <source>there is no meeting with a link now</source>
