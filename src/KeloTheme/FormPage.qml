@@ -15,7 +15,7 @@ Scroller {
         x: 20
         width: root.width - 40
         topPadding: 20
-        bottomPadding: 20
+        bottomPadding: 12
         spacing: 20
     }
 }
