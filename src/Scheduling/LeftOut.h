@@ -7,7 +7,8 @@ namespace mivora {
 class Preferences;
 struct Meeting;
 
-/// Why the settings leave `meeting` out: "title", "unanswered" or "withoutOthers"; empty when it counts.
+/// Why the settings leave `meeting` out: "title", "unanswered" or "withoutOthers"; empty when it counts. Main
+/// thread only.
 QLatin1String leftOutReason(const Meeting &meeting, const Preferences &prefs);
 
 } // namespace mivora

@@ -31,8 +31,10 @@ void AgendaFollower::start()
     m_instance.follow();
     connect(&m_instance, &RunningInstance::came, this, &AgendaFollower::followInstance);
     connect(&m_instance, &RunningInstance::went, this, &AgendaFollower::followSession);
-    connect(&m_instance, &RunningInstance::agendaChanged, this, &AgendaFollower::show);
-    connect(&m_instance, &RunningInstance::happened, this, &AgendaFollower::tell);
+    if (m_topic == Topic::agenda)
+        connect(&m_instance, &RunningInstance::agendaChanged, this, &AgendaFollower::show);
+    else
+        connect(&m_instance, &RunningInstance::happened, this, &AgendaFollower::tell);
     m_missedEnds.setSingleShot(true);
     connect(&m_missedEnds, &QTimer::timeout, this, &AgendaFollower::tellMissedEnds);
     if (m_instance.isThere())
@@ -65,10 +67,11 @@ void AgendaFollower::followSession()
     expectRepetition();
     m_missedEnds.stop();
     m_session = std::make_unique<CalendarSession>(m_options);
-    connect(&m_session->scheduler(), &Scheduler::happened, m_session.get(),
-            [this](const char *event, const Meeting &meeting) {
-                tell(QLatin1String(event), meetingJson(meeting, m_session->agendaContext()));
-            });
+    if (m_topic == Topic::meetings)
+        connect(&m_session->scheduler(), &Scheduler::happened, m_session.get(),
+                [this](const char *event, const Meeting &meeting) {
+                    tell(QLatin1String(event), meetingJson(meeting, m_session->agendaContext()));
+                });
     m_session->whenLoaded([this](bool) {
         m_takesIn = false;
         tellMissedEnds();
@@ -101,7 +104,8 @@ void AgendaFollower::observeSession()
 void AgendaFollower::refreshSession()
 {
     m_session->scheduler().refresh();
-    show(m_session->agenda());
+    if (m_topic == Topic::agenda)
+        show(m_session->agenda());
     const Scheduler &scheduler = m_session->scheduler();
     const Timestamp now = m_session->clock().now();
     Seconds wait = scheduler.nextChangeAfter(now) - now;
@@ -114,7 +118,7 @@ void AgendaFollower::refreshSession()
 
 void AgendaFollower::show(const QJsonObject &agenda)
 {
-    if (m_topic != Topic::agenda || (!m_shown.isEmpty() && !showsChange(m_shown, agenda)))
+    if (!m_shown.isEmpty() && !showsChange(m_shown, agenda))
         return;
     m_shown = agenda;
     m_printer(agenda);
@@ -122,8 +126,6 @@ void AgendaFollower::show(const QJsonObject &agenda)
 
 void AgendaFollower::tell(const QString &event, const QJsonObject &meeting)
 {
-    if (m_topic != Topic::meetings)
-        return;
     // A program that is started anew tells once more of what runs, also that it is due where it was joined.
     const QString id = meeting.value(QLatin1String("id")).toString();
     Told &told = m_told[id];
